@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include <fmt/printf.h>
+
+#include "core/numbers.h"
+
+/// Where writers put their bytes: a buffer that is handed on in large pieces. Text is appended as
+/// it stands, numbers are little-endian.
+class ByteSink {
+ public:
+  ByteSink() = default;
+  virtual ~ByteSink() = default;
+  ByteSink(const ByteSink&) = delete;
+  ByteSink& operator=(const ByteSink&) = delete;
+
+  void Write(std::string_view bytes) {
+    m_buffer.append(bytes);
+    if (m_buffer.size() >= kPieceSize) Drain();
+  }
+  void Put(char byte) { m_buffer.push_back(byte); }
+
+  /// As C's printf; `format` must suit the arguments. Text is given as std::string or a view.
+  template <typename... Args>
+  void Printf(std::string_view format, const Args&... args) {
+    Write(fmt::sprintf(fmt::string_view(format.data(), format.size()), args...));
+  }
+
+  /// A number as "%.*f".
+  void Fixed(double value, int decimals) { AppendFixed(m_buffer, value, decimals); }
+
+  /// UTF-8 text narrowed to 8 bits.
+  void Narrow(std::string_view utf8);
+
+  /// UTF-8 text as UTF-16 little-endian, without a terminator. Bytes that start no character come
+  /// out as U+FFFD.
+  void Utf16(std::string_view utf8);
+
+  void Uint16(uint16_t value) { Integer(value, 2); }
+  void Int32(int32_t value) { Integer(static_cast<uint32_t>(value), 4); }
+  void Uint32(uint32_t value) { Integer(value, 4); }
+  void Uint64(uint64_t value) { Integer(value, 8); }
+  void Double(double value);
+  void Zeros(size_t count) { m_buffer.append(count, '\0'); }
+
+ protected:
+  /// Hands the buffered bytes on. Every final class calls this when it is done.
+  void Drain() {
+    Consume(m_buffer);
+    m_buffer.clear();
+  }
+  virtual void Consume(std::string_view bytes) = 0;
+
+ private:
+  static constexpr size_t kPieceSize = size_t{1} << 17;
+
+  void Integer(uint64_t value, int width) {
+    for (int i = 0; i < width; ++i) m_buffer.push_back(static_cast<char>(value >> (8 * i) & 0xFF));
+  }
+
+  std::string m_buffer;
+};
+
+/// A sink that keeps everything in memory.
+class StringSink final : public ByteSink {
+ public:
+  /// All bytes so far.
+  const std::string& Bytes() {
+    Drain();
+    return m_bytes;
+  }
+
+ private:
+  void Consume(std::string_view bytes) override { m_bytes.append(bytes); }
+
+  std::string m_bytes;
+};

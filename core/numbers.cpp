@@ -1,0 +1,179 @@
+#include "core/numbers.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include <fmt/format.h>
+
+namespace {
+
+bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+std::string_view WithoutLeadingSpace(std::string_view text) {
+  size_t start = 0;
+  while (start < text.size() && IsSpace(text[start])) ++start;
+  return text.substr(start);
+}
+
+bool HasHexMark(std::string_view text) { return text.substr(0, 2) == "0x"; }
+
+// Sign and digits of a whole number, clamped to 64 bits.
+struct Magnitude {
+  bool negative = false;
+  uint64_t value = 0;
+};
+
+Magnitude ParseMagnitude(std::string_view text) {
+  int base = 10;
+  if (HasHexMark(text)) {
+    text.remove_prefix(2);
+    base = 16;
+  }
+  text = WithoutLeadingSpace(text);
+  Magnitude result;
+  if (!text.empty() && (text[0] == '-' || text[0] == '+')) {
+    result.negative = text[0] == '-';
+    text.remove_prefix(1);
+  }
+  // A stream that reads hexadecimal takes a prefix of its own too.
+  if (base == 16 && text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X'))
+    text.remove_prefix(2);
+  const auto parsed = std::from_chars(text.data(), text.data() + text.size(), result.value, base);
+  if (parsed.ec == std::errc::result_out_of_range)
+    result.value = std::numeric_limits<uint64_t>::max();
+  return result;
+}
+
+template <typename Int>
+Int Clamped(const Magnitude& magnitude) {
+  constexpr auto kLargest = static_cast<uint64_t>(std::numeric_limits<Int>::max());
+  if (!magnitude.negative)
+    return static_cast<Int>(magnitude.value > kLargest ? kLargest : magnitude.value);
+  if (magnitude.value > kLargest) return std::numeric_limits<Int>::min();
+  return static_cast<Int>(-static_cast<Int>(magnitude.value));
+}
+
+// Numbers are ASCII: what lies outside ends them.
+std::string AsciiPrefix(std::u16string_view text) {
+  std::string ascii;
+  for (const char16_t unit : text) {
+    if (unit > 0x7F) break;
+    ascii.push_back(static_cast<char>(unit));
+  }
+  return ascii;
+}
+
+// Whether a number that does not fit a double is too large rather than too small.
+bool IsTooLarge(std::string_view number) {
+  const size_t exponentMark = number.find_first_of("eE");
+  if (exponentMark == std::string_view::npos) {
+    return number.find_first_of("123456789") < number.find('.');
+  }
+  return number.substr(exponentMark + 1, 1) != "-";
+}
+
+// Rounds |value| × 10^decimals to a whole number, exactly and with ties to even, for products
+// below 2^52: there the error of the product is itself a double, which the fused operation gives.
+bool ScaleExactly(double magnitude, int decimals, uint64_t& scaled) {
+  constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+  constexpr double kLimit = 4503599627370496.0;
+  if (decimals < 0 || decimals > 9) return false;
+  const double power = kPowers[decimals];
+  const double product = magnitude * power;
+  if (!(product < kLimit)) return false;
+  const double error = std::fma(magnitude, power, -product);
+  const double whole = std::floor(product);
+  const double excess = product - whole - 0.5;  // exact below 2^52
+  scaled = static_cast<uint64_t>(whole);
+  const bool isTie = excess == 0.0 && error == 0.0;
+  const bool roundsUp = isTie ? (scaled & 1) != 0 : excess > -error;
+  if (roundsUp) ++scaled;
+  return true;
+}
+
+}  // namespace
+
+int32_t ParseWhole(std::string_view text) { return Clamped<int32_t>(ParseMagnitude(text)); }
+
+int32_t ParseWhole(std::u16string_view text) { return ParseWhole(AsciiPrefix(text)); }
+
+int64_t ParseWhole64(std::string_view text) { return Clamped<int64_t>(ParseMagnitude(text)); }
+
+uint64_t ParseId(std::string_view text) {
+  const Magnitude magnitude = ParseMagnitude(text);
+  return magnitude.negative ? 0 - magnitude.value : magnitude.value;
+}
+
+bool TryParseReal(std::string_view text, double& value) {
+  if (HasHexMark(text)) text.remove_prefix(2);
+  text = WithoutLeadingSpace(text);
+  bool negative = false;
+  if (!text.empty() && (text[0] == '-' || text[0] == '+')) {
+    negative = text[0] == '-';
+    text.remove_prefix(1);
+  }
+  // Streams know neither "inf" nor "nan", and no second sign.
+  if (text.empty() || !((text[0] >= '0' && text[0] <= '9') || text[0] == '.')) return false;
+
+  double magnitude = 0.0;
+  const auto parsed = std::from_chars(text.data(), text.data() + text.size(), magnitude);
+  if (parsed.ec == std::errc::invalid_argument) return false;
+  if (parsed.ec == std::errc::result_out_of_range) {
+    const std::string_view number(text.data(), static_cast<size_t>(parsed.ptr - text.data()));
+    magnitude = IsTooLarge(number) ? std::numeric_limits<double>::max() : 0.0;
+  }
+  value = negative ? -magnitude : magnitude;
+  return true;
+}
+
+double ParseReal(std::string_view text) {
+  double value = 0.0;
+  TryParseReal(text, value);
+  return value;
+}
+
+double ParseReal(std::u16string_view text) { return ParseReal(AsciiPrefix(text)); }
+
+int32_t TruncateToInt32(double value) {
+  if (value > -2147483649.0 && value < 2147483648.0) return static_cast<int32_t>(value);
+  return std::numeric_limits<int32_t>::min();
+}
+
+uint32_t TruncateToUint32(double value) {
+  return value > -1.0 && value < 4294967296.0 ? static_cast<uint32_t>(value) : 0;
+}
+
+int32_t ToFixedPoint(double degrees) {
+  return TruncateToInt32(std::floor(degrees * 100000.0) + 0.5);
+}
+
+void AppendFixed(std::string& text, double value, int decimals) {
+  uint64_t scaled = 0;
+  if (!std::isfinite(value) || !ScaleExactly(std::abs(value), decimals, scaled)) {
+    if (std::isnan(value) || std::isinf(value)) {
+      if (std::signbit(value)) text.push_back('-');
+      text.append(std::isnan(value) ? "nan" : "inf");
+    } else {
+      fmt::format_to(std::back_inserter(text), "{:.{}f}", value, decimals);
+    }
+    return;
+  }
+  char digits[32];
+  char* const end = digits + sizeof digits;
+  char* start = end;
+  for (int i = 0; i < decimals; ++i, scaled /= 10) *--start = static_cast<char>('0' + scaled % 10);
+  if (decimals > 0) *--start = '.';
+  do {
+    *--start = static_cast<char>('0' + scaled % 10);
+    scaled /= 10;
+  } while (scaled != 0);
+  if (std::signbit(value)) *--start = '-';
+  text.append(start, static_cast<size_t>(end - start));
+}
+
+std::string ToFixedString(double value, int decimals) {
+  std::string text;
+  AppendFixed(text, value, decimals);
+  return text;
+}

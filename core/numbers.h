@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/wide_string.h"
+
+// Text to number has the result of a stream extraction in the classic locale: leading white space
+// is skipped, the longest valid prefix counts, 0 when there is none, too large values are clamped.
+
+/// A signed whole number. Text that begins with "0x" (exactly so) is hexadecimal behind it.
+int32_t ParseWhole(std::string_view text);
+int32_t ParseWhole(std::u16string_view text);
+
+/// The same in 64 bits; `ParseId` wraps instead of clamping, so that "-1" and the largest unsigned
+/// number are the same identifier.
+int64_t ParseWhole64(std::string_view text);
+uint64_t ParseId(std::string_view text);
+
+/// A real number. Of text that begins with "0x" these two characters are skipped, and the rest is
+/// read as decimal.
+double ParseReal(std::string_view text);
+double ParseReal(std::u16string_view text);
+
+/// As `ParseReal`, with false and `value` untouched when no number stands at the start.
+bool TryParseReal(std::string_view text, double& value);
+
+/// Truncates toward zero to 32 bits. What does not fit, and no number at all, gives -2147483648.
+int32_t TruncateToInt32(double value);
+
+/// Truncates toward zero to 32 bits without a sign; what does not fit gives 0.
+uint32_t TruncateToUint32(double value);
+
+/// 1/100000 degree of line formats and their kin: value × 100000, its floor, plus one half,
+/// truncated toward zero. Devices rely on the asymmetry that this gives below zero.
+int32_t ToFixedPoint(double degrees);
+
+/// Appends `value` as printf's "%.*f" does: exact value, ties to even, never an exponent.
+void AppendFixed(std::string& text, double value, int decimals);
+
+/// The same as a text of its own ("2.352200" with six decimals).
+std::string ToFixedString(double value, int decimals);

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// TomTom: the itinerary `.itn`, a text file of one stop a line, and the POI file `.ov2`, a stream
+// of binary records. Both hold positions in 1/100000 degree and a name.
+
+/// Reads an itinerary into one new route. 0, or 1 when the file cannot be opened.
+uint32_t ReadItn(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseItn(std::string_view bytes, PointLists& lists);
+
+/// Reads a POI file into one new POI list. 0, or 1 when the file cannot be opened or holds an
+/// unknown record; the points before it stay in `lists`.
+uint32_t ReadOv2(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseOv2(std::string_view bytes, PointLists& lists);
+
+/// Writes an itinerary. With a `splitLimit` below the number of points, numbered files of at most
+/// so many points are written instead, each beginning with the last stop of the one before; a part
+/// that cannot be written is passed over. 0, 1 on failure, kStatusInvalidParameter for parts of
+/// one point, which would never come to an end.
+uint32_t WriteItn(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+
+/// Writes one list to one file. 0, or 1 on failure.
+uint32_t WriteItnFile(const WideString& path, const CGpsPointArray& list);
+
+/// The lines of one list and nothing else.
+void WriteItnBody(ByteSink& sink, const CGpsPointArray& list);
+
+/// Writes a POI file. 0, or 1 on failure.
+uint32_t WriteOv2(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+void WriteOv2Body(ByteSink& sink, const CGpsPointArray& list);

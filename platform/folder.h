@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/wide_string.h"
+
+/// File attributes as the unattended conversion asks for them.
+inline constexpr uint32_t kAttributeDirectory = 0x10;
+inline constexpr uint32_t kAttributeNormal = 0x80;
+/// What `FileAttributes` gives for a path that does not exist or cannot be looked at.
+inline constexpr uint32_t kNoAttributes = 0xFFFFFFFF;
+
+/// The separator that this platform puts between a folder and a name.
+inline constexpr char16_t kPathSeparator =
+#if defined(_WIN32)
+    u'\\';
+#else
+    u'/';
+#endif
+
+/// kAttributeDirectory, kAttributeNormal, or kNoAttributes. Links are followed.
+uint32_t FileAttributes(const WideString& path);
+
+/// The names in a folder in byte order, without "." and "..". Returns 0 or the platform's error
+/// code; what was listed before a failure stays in `names`.
+uint32_t ListFolder(const WideString& path, std::vector<WideString>& names);
+
+/// True when both paths lead to the same existing file or folder.
+bool IsSameFile(const WideString& first, const WideString& second);
+
+/// Creates `path` and the folders above it. Returns 0 or the platform's error code.
+uint32_t CreateFolders(const WideString& path);
+
+/// The size of the file in bytes, 0 when there is none.
+uint64_t FileSize(const WideString& path);

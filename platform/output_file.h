@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/wide_string.h"
+
+/// A file that appears whole or not at all: everything goes to a temporary file in the target's
+/// folder, which takes the target's name in `Commit`. Links are followed and permissions kept.
+/// Where the folder is not writable but the target is, the target is written in place at the end.
+class OutputFile {
+ public:
+  /// Opens the temporary file; `Status` tells whether that worked.
+  explicit OutputFile(const WideString& path);
+  /// Without a successful `Commit` the target stays what it was.
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  /// 0, or the platform's error code of the first failure so far.
+  uint32_t Status() const { return m_status; }
+
+  /// Appends bytes. After a failure nothing more is written.
+  void Write(std::string_view bytes);
+
+  /// Puts the file in the target's place. Returns `Status`.
+  uint32_t Commit();
+
+ private:
+  enum class EMode { kReplace, kInPlace, kDirect };
+
+  void OpenReplacement(const std::string& target);
+  void OverwriteTarget();
+  void Discard();
+
+  std::string m_target;
+  std::string m_temporary;  ///< its path in the mode kReplace, its content in the mode kInPlace
+  EMode m_mode = EMode::kReplace;
+  int m_file = -1;
+  uint32_t m_status = 0;
+};

@@ -1,0 +1,30 @@
+#include "platform/console.h"
+
+#include <csignal>
+
+#include <unistd.h>
+
+#include "platform/posix/file_descriptor.h"
+
+void PrepareConsoleProcess() {
+  std::signal(SIGXFSZ, SIG_IGN);
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool IsInteractive() { return isatty(STDIN_FILENO) && isatty(STDERR_FILENO); }
+
+bool IsErrorTerminal() { return isatty(STDERR_FILENO); }
+
+bool WriteOutput(std::string_view text) { return WriteFully(STDOUT_FILENO, text); }
+
+bool WriteError(std::string_view text) { return WriteFully(STDERR_FILENO, text); }
+
+bool ReadInputLine(std::string& line) {
+  line.clear();
+  char byte = 0;
+  while (read(STDIN_FILENO, &byte, 1) == 1) {
+    if (byte == '\n') return true;
+    line.push_back(byte);
+  }
+  return !line.empty();
+}

@@ -1,0 +1,59 @@
+#include "platform/folder.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+#include <string>
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include "platform/path_text.h"
+#include "platform/posix/errors.h"
+
+uint32_t FileAttributes(const WideString& path) {
+  struct stat details {};
+  if (stat(PathBytes(path).c_str(), &details) != 0) return kNoAttributes;
+  return S_ISDIR(details.st_mode) ? kAttributeDirectory : kAttributeNormal;
+}
+
+uint32_t ListFolder(const WideString& path, std::vector<WideString>& names) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(PathBytes(path).c_str()), closedir);
+  if (!folder) return FailWithErrno();
+  std::vector<std::string> found;
+  for (;;) {
+    errno = 0;
+    const dirent* entry = readdir(folder.get());
+    if (!entry) break;
+    const std::string name = entry->d_name;
+    if (name != "." && name != "..") found.push_back(name);
+  }
+  const uint32_t status = errno == 0 ? 0 : FailWithErrno();
+  std::sort(found.begin(), found.end());
+  for (const std::string& name : found) names.push_back(WidePath(name));
+  return status;
+}
+
+bool IsSameFile(const WideString& first, const WideString& second) {
+  struct stat left {};
+  struct stat right {};
+  return stat(PathBytes(first).c_str(), &left) == 0 &&
+         stat(PathBytes(second).c_str(), &right) == 0 && left.st_dev == right.st_dev &&
+         left.st_ino == right.st_ino;
+}
+
+uint32_t CreateFolders(const WideString& path) {
+  const std::string folder = PathBytes(path);
+  for (size_t end = folder.find('/', 1);; end = folder.find('/', end + 1)) {
+    const std::string part = folder.substr(0, end);
+    if (!part.empty() && mkdir(part.c_str(), 0777) != 0 && errno != EEXIST) return FailWithErrno();
+    if (end == std::string::npos) break;
+  }
+  return FileAttributes(path) == kAttributeDirectory ? 0 : StatusOfErrno(EACCES);
+}
+
+uint64_t FileSize(const WideString& path) {
+  struct stat details {};
+  if (stat(PathBytes(path).c_str(), &details) != 0) return 0;
+  return static_cast<uint64_t>(details.st_size);
+}

@@ -1,0 +1,165 @@
+#include "platform/output_file.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/path_text.h"
+#include "platform/posix/errors.h"
+#include "platform/posix/file_descriptor.h"
+
+namespace {
+
+constexpr std::string_view kTemporarySuffix = ".corvane-tmp";
+
+// The file that `path` leads to, through all links, also when that file is not there yet.
+std::string FollowLinks(std::string path) {
+  char target[PATH_MAX];
+  for (int depth = 0; depth < 40; ++depth) {
+    const ssize_t length = readlink(path.c_str(), target, sizeof target);
+    if (length < 0) break;
+    const std::string link(target, static_cast<size_t>(length));
+    const size_t slash = path.rfind('/');
+    path = link.starts_with('/') || slash == std::string::npos ? link
+                                                               : path.substr(0, slash + 1) + link;
+  }
+  return path;
+}
+
+// A hidden name beside the target, the same on every run, so that what a killed run leaves behind
+// is used up by the next one. `attempt` above 0 names further ones.
+std::string TemporaryName(const std::string& target, int attempt) {
+  const size_t slash = target.rfind('/');
+  const size_t nameStart = slash == std::string::npos ? 0 : slash + 1;
+  std::string suffix(kTemporarySuffix);
+  if (attempt > 0) suffix += std::to_string(getpid()) + "-" + std::to_string(attempt);
+  const std::string name = target.substr(nameStart, NAME_MAX - 1 - suffix.size());
+  return target.substr(0, nameStart) + "." + name + suffix;
+}
+
+// Opens a temporary file that no other process is writing: locked, and still under its name once
+// the lock is ours (its former owner may have given it the target's name meanwhile).
+int OpenLocked(const std::string& temporary, mode_t mode) {
+  FileDescriptor file(open(temporary.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, mode));
+  if (!file) return -1;
+  struct stat opened {};
+  struct stat named {};
+  errno = EBUSY;
+  if (flock(file.Get(), LOCK_EX | LOCK_NB) != 0) return -1;
+  if (fstat(file.Get(), &opened) != 0 || lstat(temporary.c_str(), &named) != 0 ||
+      opened.st_ino != named.st_ino || opened.st_dev != named.st_dev) {
+    errno = EBUSY;
+    return -1;
+  }
+  if (ftruncate(file.Get(), 0) != 0) return -1;
+  return file.Release();
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const WideString& path) : m_target(FollowLinks(PathBytes(path))) {
+  struct stat existing {};
+  const bool exists = stat(m_target.c_str(), &existing) == 0;
+  if (exists && S_ISDIR(existing.st_mode)) {
+    errno = EISDIR;
+    m_status = FailWithErrno();
+    return;
+  }
+  if (exists && !S_ISREG(existing.st_mode)) {
+    m_mode = EMode::kDirect;
+    m_file = open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
+    if (m_file < 0) m_status = FailWithErrno();
+    return;
+  }
+  if (exists && access(m_target.c_str(), W_OK) != 0) {
+    m_status = FailWithErrno();
+    return;
+  }
+  OpenReplacement(m_target);
+  if (m_file < 0 && exists && (errno == EACCES || errno == EROFS || errno == EPERM)) {
+    m_mode = EMode::kInPlace;
+    m_temporary.clear();
+  } else if (m_file < 0) {
+    m_status = FailWithErrno();
+  } else if (exists) {
+    // The owner can only be kept by those who may give files away.
+    if (fchown(m_file, existing.st_uid, existing.st_gid) != 0) errno = 0;
+    if (fchmod(m_file, existing.st_mode & 07777) != 0) m_status = FailWithErrno();
+  }
+}
+
+void OutputFile::OpenReplacement(const std::string& target) {
+  constexpr int kAttempts = 100;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    m_temporary = TemporaryName(target, attempt);
+    m_file = OpenLocked(m_temporary, 0666);
+    if (m_file >= 0 || errno != EBUSY) return;
+  }
+}
+
+OutputFile::~OutputFile() { Discard(); }
+
+void OutputFile::Discard() {
+  if (m_file < 0) return;
+  if (m_mode == EMode::kReplace) unlink(m_temporary.c_str());
+  close(m_file);
+  m_file = -1;
+}
+
+void OutputFile::Write(std::string_view bytes) {
+  if (m_status != 0) return;
+  if (m_mode == EMode::kInPlace) {
+    m_temporary.append(bytes);
+  } else if (!WriteFully(m_file, bytes)) {
+    m_status = FailWithErrno();
+  }
+}
+
+uint32_t OutputFile::Commit() {
+  if (m_status != 0) {
+    Discard();
+    return m_status;
+  }
+  if (m_mode == EMode::kInPlace) {
+    OverwriteTarget();
+    return m_status;
+  }
+  // The lock goes with the descriptor, so the name is changed first.
+  if (m_mode == EMode::kReplace && rename(m_temporary.c_str(), m_target.c_str()) != 0) {
+    m_status = FailWithErrno();
+    Discard();
+    return m_status;
+  }
+  if (close(m_file) != 0) m_status = FailWithErrno();
+  m_file = -1;
+  return m_status;
+}
+
+// There is no room for a second file here. The former content is kept in memory and put back when
+// the new one does not fit.
+void OutputFile::OverwriteTarget() {
+  const FileDescriptor file(open(m_target.c_str(), O_RDWR | O_CLOEXEC));
+  if (!file) {
+    m_status = FailWithErrno();
+    return;
+  }
+  std::string former;
+  char piece[65536];
+  ssize_t count = 0;
+  while ((count = read(file.Get(), piece, sizeof piece)) > 0)
+    former.append(piece, static_cast<size_t>(count));
+  const auto overwrite = [&file](const std::string& content) {
+    return lseek(file.Get(), 0, SEEK_SET) == 0 && WriteFully(file.Get(), content) &&
+           ftruncate(file.Get(), static_cast<off_t>(content.size())) == 0;
+  };
+  if (count < 0 || !overwrite(m_temporary)) {
+    m_status = FailWithErrno();
+    if (count == 0) overwrite(former);
+  }
+}
