@@ -17,6 +17,7 @@ enum EStatus : uint32_t {
   kStatusSharingViolation = 32,  ///< ERROR_SHARING_VIOLATION: the file is locked
   kStatusInvalidParameter = 87,  ///< ERROR_INVALID_PARAMETER
   kStatusDiskFull = 112,         ///< ERROR_DISK_FULL
+  kStatusNameTooLong = 206,      ///< ERROR_FILENAME_EXCED_RANGE
   kStatusCancelled = 1223,       ///< ERROR_CANCELLED: the user has cancelled
   kStatusInternalError = 1359,   ///< ERROR_INTERNAL_ERROR: every error without a number of its own
   kStatusNotImplemented = 0x80004001,      ///< E_NOTIMPL

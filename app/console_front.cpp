@@ -1,0 +1,66 @@
+#include "app/console_front.h"
+
+#include <algorithm>
+
+#include "app/console_text.h"
+#include "app/list_selection.h"
+
+namespace {
+
+constexpr uint32_t kTextUnknownFormat = 164;
+
+// Whether the first letter of an answer is that of the word; ASCII suffices in our languages.
+bool BeginsLike(const std::string& answer, std::string_view word) {
+  return !answer.empty() && (answer[0] | 0x20) == (word[0] | 0x20);
+}
+
+}  // namespace
+
+void ConsoleFront::ShowMessage(EMessageIcon, uint32_t textId) {
+  if (textId == kTextUnknownFormat && !m_reportsUnknown) return;
+  Complain(m_subject, std::string(LoadTextUtf8(textId)) + FailureReason(m_subject));
+}
+
+bool ConsoleFront::AskYesNo(EMessageIcon, uint32_t textId) {
+  if (m_options.quiet) return true;
+  const std::string_view yes = LoadTextUtf8(kTextYes);
+  const std::string_view no = LoadTextUtf8(kTextNo);
+  const std::string question(LoadTextUtf8(textId));
+  if (!IsInteractive()) {
+    Complain(m_subject, question);
+    Complain(Text(kTextNoTerminal, yes));
+    return true;
+  }
+  for (;;) {
+    WriteError(fmt::format("{}: {} [{}/{}] ", ShownPath(m_subject), question, yes, no));
+    std::string answer;
+    if (!ReadInputLine(answer)) return false;
+    if (answer.empty() || BeginsLike(answer, yes)) return true;
+    if (BeginsLike(answer, no)) return false;
+  }
+}
+
+std::vector<size_t> ConsoleFront::ChooseLists(const PointLists& lists) {
+  std::vector<size_t> chosen = SelectLists(lists, m_options.lists);
+  m_leftListsBehind = chosen.size() < lists.size();
+  if (chosen.empty()) {
+    Complain(Text(kTextNoSuchList, m_options.lists.text, ShownPath(m_subject)));
+  } else if (m_leftListsBehind && m_options.lists.which == ListChoice::EWhich::kDefault &&
+             !m_options.quiet) {
+    TellWhatWasTaken(lists, chosen);
+  }
+  return chosen;
+}
+
+void ConsoleFront::TellWhatWasTaken(const PointLists& lists,
+                                    const std::vector<size_t>& chosen) const {
+  std::string taken;
+  std::string others;
+  for (size_t i = 0; i < lists.size(); ++i) {
+    const bool isTaken = std::find(chosen.begin(), chosen.end(), i) != chosen.end();
+    std::string& text = isTaken ? taken : others;
+    if (!text.empty()) text += ", ";
+    text += DescribeList(*lists[i]);
+  }
+  Complain(Text(kTextListsTaken, ShownPath(m_subject), taken, others));
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/options.h"
+#include "core/conversion_front.h"
+#include "platform/wide_string.h"
+
+/// The console as the front of a conversion: messages go to standard error, questions to the
+/// terminal, and where there is none the first answer is taken.
+class ConsoleFront final : public IConversionFront {
+ public:
+  /// `options` must outlive the front.
+  explicit ConsoleFront(const Options& options) : m_options(options) {}
+
+  /// The file that messages are about from now on.
+  void SetSubject(const WideString& path) { m_subject = path; }
+  /// False to keep "Unknown file format." to oneself, for files of a folder that are no trips.
+  void SetReportsUnknown(bool reports) { m_reportsUnknown = reports; }
+  /// True when the lists chosen last were not all that the file holds.
+  bool LeftListsBehind() const { return m_leftListsBehind; }
+
+  void ShowMessage(EMessageIcon icon, uint32_t textId) override;
+  bool AskYesNo(EMessageIcon icon, uint32_t textId) override;
+  std::vector<size_t> ChooseLists(const PointLists& lists) override;
+  void SetBusy(bool) override {}
+  void ItineraryCleared() override {}
+  void ItineraryLoaded() override {}
+
+ private:
+  void TellWhatWasTaken(const PointLists& lists, const std::vector<size_t>& chosen) const;
+
+  const Options& m_options;
+  WideString m_subject;
+  bool m_reportsUnknown = true;
+  bool m_leftListsBehind = false;
+};

@@ -1,0 +1,45 @@
+#include "app/console_text.h"
+
+#include "core/status.h"
+#include "core/text.h"
+#include "platform/folder.h"
+#include "platform/last_error.h"
+
+namespace {
+
+uint32_t ReasonText(uint32_t status, const WideString& path) {
+  switch (status) {
+    case kStatusFileNotFound:
+      return kTextReasonNotFound;
+    case kStatusAccessDenied:
+      return FileAttributes(path) == kAttributeDirectory ? kTextReasonFolder : kTextReasonAccess;
+    case kStatusOutOfMemory:
+      return kTextReasonMemory;
+    case kStatusSharingViolation:
+      return kTextReasonInUse;
+    case kStatusInvalidParameter:
+      return kTextReasonWrongValue;
+    case kStatusDiskFull:
+      return kTextReasonDiskFull;
+    case kStatusNameTooLong:
+      return kTextReasonLongName;
+    default:
+      return kTextReasonSystem;
+  }
+}
+
+}  // namespace
+
+std::string ShownPath(const WideString& path) { return WideToUtf8Lossy(path); }
+
+void Complain(const std::string& message) { WriteError(message + "\n"); }
+
+void Complain(const WideString& path, const std::string& message) {
+  Complain(ShownPath(path) + ": " + message);
+}
+
+std::string FailureReason(const WideString& path) {
+  const uint32_t status = LastError();
+  if (status == kStatusSuccess) return {};
+  return " " + Text(kTextReason, LoadTextUtf8(ReasonText(status, path)));
+}

@@ -1,0 +1,118 @@
+#include "app/options.h"
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <string_view>
+
+#include <CLI/CLI.hpp>
+
+#include "app/console_text.h"
+#include "core/text.h"
+#include "platform/path_text.h"
+
+namespace {
+
+struct NamedChoice {
+  std::string_view name;
+  ListChoice::EWhich which;
+};
+
+constexpr NamedChoice kNamedChoices[] = {
+    {"all", ListChoice::EWhich::kAll},       {"routes", ListChoice::EWhich::kRoutes},
+    {"tracks", ListChoice::EWhich::kTracks}, {"waypoints", ListChoice::EWhich::kWaypoints},
+    {"pois", ListChoice::EWhich::kPois},
+};
+
+bool ParseNumbers(std::string_view text, std::vector<size_t>& numbers) {
+  std::vector<std::string_view> fields;
+  SplitFields(text, ',', fields);
+  for (const std::string_view field : fields) {
+    size_t number = 0;
+    const char* const end = field.data() + field.size();
+    const auto parsed = std::from_chars(field.data(), end, number);
+    if (parsed.ec != std::errc() || parsed.ptr != end || number == 0) return false;
+    numbers.push_back(number);
+  }
+  return true;
+}
+
+struct OptionHelp {
+  std::string_view option;
+  uint32_t textId;
+};
+
+constexpr OptionHelp kOptionHelp[] = {
+    {"SOURCE", kTextHelpSource},
+    {"KEY", kTextHelpKey},
+    {"-o, --output PATH", kTextHelpOutput},
+    {"    --list WHICH", kTextHelpList},
+    {"    --split N", kTextHelpSplit},
+    {"    --quiet", kTextHelpQuiet},
+    {"    --formats", kTextHelpFormats},
+    {"    --inspect FILE", kTextHelpInspect},
+    {"    --json", kTextHelpJson},
+    {"-h, --help", kTextHelpHelp},
+    {"    --version", kTextHelpVersion},
+};
+
+}  // namespace
+
+std::optional<ListChoice> ParseListChoice(const std::string& text) {
+  ListChoice choice;
+  choice.text = text;
+  const auto named = std::find_if(std::begin(kNamedChoices), std::end(kNamedChoices),
+                                  [&text](const NamedChoice& row) { return row.name == text; });
+  if (named != std::end(kNamedChoices)) {
+    choice.which = named->which;
+    return choice;
+  }
+  choice.which = ListChoice::EWhich::kNumbers;
+  if (!ParseNumbers(text, choice.numbers)) return std::nullopt;
+  return choice;
+}
+
+std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::string& error) {
+  Options options;
+  std::vector<std::string> tokens;
+  std::string output;
+  std::string lists;
+  CLI::App parser;
+  parser.set_help_flag();
+  parser.add_option("tokens", tokens);
+  parser.add_flag("-h,--help", options.help);
+  parser.add_flag("--version", options.version);
+  parser.add_flag("--formats", options.formats);
+  parser.add_flag("--inspect", options.inspect);
+  parser.add_flag("--json", options.json);
+  parser.add_flag("--quiet", options.quiet);
+  parser.add_option("-o,--output", output)->required(false);
+  const CLI::Option* listOption = parser.add_option("--list", lists);
+  parser.add_option("--split", options.split);
+  try {
+    parser.parse(argumentCount, arguments);
+  } catch (const CLI::ParseError& failure) {
+    error = Text(kTextWrongUsage, std::string(failure.what())) + "\n" + Text(kTextUsage);
+    return std::nullopt;
+  }
+
+  for (const std::string& token : tokens) options.tokens.push_back(WidePath(token));
+  options.output = WidePath(output);
+  if (listOption->count() > 0) {
+    const std::optional<ListChoice> choice = ParseListChoice(lists);
+    if (!choice) {
+      error = Text(kTextWrongListChoice, lists);
+      return std::nullopt;
+    }
+    options.lists = *choice;
+  }
+  return options;
+}
+
+std::string HelpText() {
+  std::string text = Text(kTextUsage) + "\n" + Text(kTextPurpose) + "\n\n" + Text(kTextOptions);
+  text += "\n";
+  for (const OptionHelp& row : kOptionHelp)
+    text += fmt::format("  {:<20}  {}\n", row.option, LoadTextUtf8(row.textId));
+  return text;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/wide_string.h"
+
+/// Which lists of a file become the itinerary.
+struct ListChoice {
+  enum class EWhich { kDefault, kAll, kRoutes, kTracks, kWaypoints, kPois, kNumbers };
+
+  EWhich which = EWhich::kDefault;
+  std::vector<size_t> numbers;  ///< from 1, for kNumbers
+  std::string text;             ///< as the user wrote it
+};
+
+/// Understands the value of --list; nothing for a value that means nothing.
+std::optional<ListChoice> ParseListChoice(const std::string& text);
+
+/// What the command line asks for.
+struct Options {
+  std::vector<WideString> tokens;  ///< source, key and language, in the order given
+  bool help = false;
+  bool version = false;
+  bool formats = false;
+  bool inspect = false;
+  bool json = false;
+  bool quiet = false;
+  WideString output;
+  ListChoice lists;
+  uint32_t split = 0;
+};
+
+/// Reads the arguments of the program. When they cannot be understood, nothing is returned and
+/// `error` holds a sentence for the user in the current language.
+std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::string& error);
+
+/// The help text in the current language.
+std::string HelpText();

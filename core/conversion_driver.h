@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/conversion_front.h"
+#include "core/format_table.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+/// Whether the driver keeps the state of the itinerary at the last load or save. Where nobody will
+/// be asked whether changes may be lost, a copy of all points is not worth its memory.
+enum class EChangeTracking { kOn, kOff };
+
+/// The way from a file to the current itinerary and from there to another file.
+class CConversionDriver {
+ public:
+  /// `front` must outlive the driver.
+  CConversionDriver(FormatTable table, IConversionFront& front,
+                    EChangeTracking tracking = EChangeTracking::kOn);
+
+  /// Reads a file into `current`, behind what is there with `append`, and reports the result to
+  /// the user. Returns the status: 0, kStatusDeclined, or what the message was about.
+  uint32_t OpenFile(const WideString& path, bool append, bool silent);
+
+  /// Writes `current` with a row's writer and reports a failure. `splitLimit` is handed on.
+  uint32_t ExportTo(const WideString& path, const CItineraryFormat& row, bool silent,
+                    uint32_t splitLimit = 0);
+
+  /// True when the flow may go on: nothing has changed since the last load or save, or the user
+  /// does not mind.
+  bool ConfirmDiscard();
+
+  const FormatTable table;
+  CGpsRoute current;      ///< the one itinerary of the running program
+  WideString sourcePath;  ///< the file opened last without appending; empty at start
+
+ private:
+  uint32_t MergeLists(PointLists& lists, bool append);
+  uint32_t Report(uint32_t status, const WideString& path, bool append);
+  uint32_t ReportSuccess(const WideString& path, bool append);
+  void RememberState();
+
+  IConversionFront& m_front;
+  const EChangeTracking m_tracking;
+};
