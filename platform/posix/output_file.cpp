@@ -50,8 +50,10 @@ int OpenLocked(const std::string& temporary, mode_t mode) {
   if (!file) return -1;
   struct stat opened {};
   struct stat named {};
-  errno = EBUSY;
-  if (flock(file.Get(), LOCK_EX | LOCK_NB) != 0) return -1;
+  if (flock(file.Get(), LOCK_EX | LOCK_NB) != 0) {
+    errno = EBUSY;
+    return -1;
+  }
   if (fstat(file.Get(), &opened) != 0 || lstat(temporary.c_str(), &named) != 0 ||
       opened.st_ino != named.st_ino || opened.st_dev != named.st_dev) {
     errno = EBUSY;

@@ -1,0 +1,76 @@
+#include "formats/format_rows.h"
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "core/format_search.h"
+#include "core/localized_text.h"
+#include "core/text.h"
+
+namespace {
+
+TEST(FormatRows, StandInTheirOrder) {
+  const FormatTable table = DefaultFormatTable();
+  std::string extensions;
+  for (const CItineraryFormat& row : table) extensions += NarrowForFile(row.extension) + " ";
+  EXPECT_EQ(extensions,
+            "rte rt2 wpt plt gpx axe axg est ptm mps gdb rte wpt gpx gpx gpx gpx gpx gpx tth itn "
+            "ov2 rte rt2 plt wpt rte upt mag rte rte rte route store freshroute dat xml xml csv "
+            "kml kml bcr xvm rdn trp trp trp itf itf itf xml lmx tour krt trl txt osm rt loc tk "
+            "upoi upoi upoi xml ggm here vmm ttd url ");
+  ASSERT_EQ(table.size(), 69u);
+  const std::vector<uint32_t> textIds = {
+      902, 901, 903, 904, 900, 115, 136, 138, 137, 218, 139, 111, 0,   200, 376, 107, 370, 371,
+      372, 0,   106, 298, 149, 150, 301, 325, 152, 0,   152, 131, 165, 223, 224, 0,   245, 130,
+      373, 249, 116, 117, 303, 135, 216, 134, 219, 263, 374, 250, 299, 328, 259, 225, 260, 261,
+      158, 273, 326, 300, 201, 262, 293, 294, 295, 319, 203, 332, 367, 368, 159};
+  for (size_t i = 0; i < table.size(); ++i) EXPECT_EQ(table[i].textId, textIds[i]) << i;
+}
+
+TEST(FormatRows, NameTheirOptions) {
+  const FormatTable table = DefaultFormatTable();
+  for (size_t i = 0; i < table.size(); ++i) {
+    const uint32_t expected = i == 15 ? 120 : i == 28 ? 153 : i == 64 || i == 66 ? 204 : 0;
+    EXPECT_EQ(table[i].optionTextId, expected) << i;
+  }
+}
+
+TEST(FormatRows, HaveLabelsAndPatterns) {
+  const FormatTable table = DefaultFormatTable();
+  EXPECT_EQ(LoadTextUtf8(table[17].textId), "Daimler NTG 5.5 GPX (*.gpx)|*.gpx|");
+  EXPECT_EQ(LoadTextUtf8(table[32].textId),
+            "Navigon MN 7, iPhone (*.route, *.store, *.targets)|*.route;*.store;*.targets|");
+  EXPECT_EQ(LoadTextUtf8(table[13].textId), "Garmin N\u00fcvi, GPX MapSource (*.gpx)|*.gpx|");
+  EXPECT_EQ(LoadTextUtf8(table[64].textId), "Google Maps||");
+  for (const CItineraryFormat& row : table) {
+    if (row.textId == 0) continue;
+    EXPECT_FALSE(FormatLabel(row).empty()) << row.textId;
+    EXPECT_TRUE(LoadTextUtf8(row.textId).ends_with('|')) << row.textId;
+  }
+}
+
+// The rows whose functions come with their format. This list only ever shrinks.
+TEST(FormatRows, StillWithoutFunctions) {
+  const std::set<size_t> kMissingReaders = {
+      5,  6,  7,  8,  9,  10, 11, 12, 15, 16, 22, 23, 24, 25, 26, 27, 29, 30, 31, 32, 33, 34, 35,
+      36, 37, 38, 39, 41, 42, 43, 44, 46, 47, 50, 51, 52, 53, 54, 55, 56, 57, 59, 60, 63, 68};
+  const std::set<size_t> kMissingWriters = {
+      0,  1,  2,  3,  4,  5,  7,  8,  9,  10, 11, 13, 14, 15, 16, 17, 18, 19, 22, 23,
+      24, 25, 28, 29, 30, 31, 32, 34, 35, 36, 37, 38, 39, 40, 41, 42, 43, 44, 45, 46,
+      47, 48, 49, 50, 51, 52, 53, 54, 55, 56, 57, 58, 59, 61, 62, 63, 64, 65, 66, 67};
+  const std::set<size_t> kReaders = {5,  6,  7,  8,  9,  10, 11, 12, 15, 16, 20, 21, 22, 23, 24, 25,
+                                     26, 27, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 39, 41, 42, 43,
+                                     44, 46, 47, 50, 51, 52, 53, 54, 55, 56, 57, 59, 60, 63, 68};
+  const std::set<size_t> kNoWriters = {6, 12, 26, 27, 33, 60, 68};
+  const FormatTable table = DefaultFormatTable();
+  for (size_t i = 0; i < table.size(); ++i) {
+    EXPECT_EQ(table[i].read != nullptr, kReaders.contains(i) && !kMissingReaders.contains(i)) << i;
+    EXPECT_EQ(table[i].write != nullptr, !kNoWriters.contains(i) && !kMissingWriters.contains(i))
+        << i;
+  }
+}
+
+}  // namespace
