@@ -1,14 +1,15 @@
 #include "formats/format_rows.h"
 
+#include "formats/text/oziexplorer.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
   // clang-format off
   return {
-      {u"rte", 902, nullptr, nullptr, 0},
-      {u"rt2", 901, nullptr, nullptr, 0},
-      {u"wpt", 903, nullptr, nullptr, 0},
-      {u"plt", 904, nullptr, nullptr, 0},
+      {u"rte", 902, nullptr, WriteOziRoute, 0},
+      {u"rt2", 901, nullptr, WriteOziRouteCe, 0},
+      {u"wpt", 903, nullptr, WriteOziWaypoints, 0},
+      {u"plt", 904, nullptr, WriteOziTrack, 0},
       {u"gpx", 900, nullptr, nullptr, 0},
       {u"axe", 115, nullptr, nullptr, 0},
       {u"axg", 136, nullptr, nullptr, 0},
@@ -27,10 +28,10 @@ FormatTable DefaultFormatTable() {
       {u"tth", 0, nullptr, nullptr, 0},
       {u"itn", 106, ReadItn, WriteItn, 0},
       {u"ov2", 298, ReadOv2, WriteOv2, 0},
-      {u"rte", 149, nullptr, nullptr, 0},
-      {u"rt2", 150, nullptr, nullptr, 0},
-      {u"plt", 301, nullptr, nullptr, 0},
-      {u"wpt", 325, nullptr, nullptr, 0},
+      {u"rte", 149, ReadOziRoute, WriteOziRoute, 0},
+      {u"rt2", 150, ReadOziRouteCe, WriteOziRouteCe, 0},
+      {u"plt", 301, ReadOziTrack, WriteOziTrack, 0},
+      {u"wpt", 325, ReadOziWaypoints, WriteOziWaypoints, 0},
       {u"rte", 152, nullptr, nullptr, 0},
       {u"upt", 0, nullptr, nullptr, 0},
       {u"mag", 152, nullptr, nullptr, 153},
