@@ -1,6 +1,7 @@
 #include "formats/format_rows.h"
 
 #include "formats/text/oziexplorer.h"
+#include "formats/text/pcx5.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -17,8 +18,8 @@ FormatTable DefaultFormatTable() {
       {u"ptm", 137, nullptr, nullptr, 0},
       {u"mps", 218, nullptr, nullptr, 0},
       {u"gdb", 139, nullptr, nullptr, 0},
-      {u"rte", 111, nullptr, nullptr, 0},
-      {u"wpt", 0, nullptr, nullptr, 0},
+      {u"rte", 111, ReadPcx5, WritePcx5, 0},
+      {u"wpt", 0, ReadPcx5, nullptr, 0},
       {u"gpx", 200, nullptr, nullptr, 0},
       {u"gpx", 376, nullptr, nullptr, 0},
       {u"gpx", 107, nullptr, nullptr, 120},
