@@ -1,5 +1,6 @@
 #include "formats/format_rows.h"
 
+#include "formats/text/magellan.h"
 #include "formats/text/oziexplorer.h"
 #include "formats/text/pcx5.h"
 #include "formats/text/tomtom.h"
@@ -33,9 +34,9 @@ FormatTable DefaultFormatTable() {
       {u"rt2", 150, ReadOziRouteCe, WriteOziRouteCe, 0},
       {u"plt", 301, ReadOziTrack, WriteOziTrack, 0},
       {u"wpt", 325, ReadOziWaypoints, WriteOziWaypoints, 0},
-      {u"rte", 152, nullptr, nullptr, 0},
-      {u"upt", 0, nullptr, nullptr, 0},
-      {u"mag", 152, nullptr, nullptr, 153},
+      {u"rte", 152, ReadMagellan, nullptr, 0},
+      {u"upt", 0, ReadMagellan, nullptr, 0},
+      {u"mag", 152, nullptr, WriteMagellan, 153},
       {u"rte", 131, nullptr, nullptr, 0},
       {u"rte", 165, nullptr, nullptr, 0},
       {u"rte", 223, nullptr, nullptr, 0},
