@@ -1,6 +1,7 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <limits>
 #include <stdexcept>
 
 #include "platform/unicode.h"
@@ -8,6 +9,7 @@
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
+constexpr size_t kAllFields = std::numeric_limits<size_t>::max();
 
 template <typename OnInvalid>
 WideString DecodeUtf8Text(std::string_view text, OnInvalid onInvalid) {
@@ -57,17 +59,19 @@ std::basic_string<Char> LoweredAscii(std::basic_string_view<Char> text) {
 }
 
 template <typename Char>
-void Split(std::basic_string_view<Char> text, Char separator,
+void Split(std::basic_string_view<Char> text, Char separator, size_t limit,
            std::vector<std::basic_string_view<Char>>& fields) {
   fields.clear();
   size_t start = 0;
-  for (;;) {
+  while (fields.size() < limit) {
     const size_t end = text.find(separator, start);
-    if (end == text.npos) break;
+    if (end == text.npos) {
+      fields.push_back(text.substr(start));
+      return;
+    }
     fields.push_back(text.substr(start, end - start));
     start = end + 1;
   }
-  fields.push_back(text.substr(start));
 }
 
 uint8_t ByteAt(std::string_view bytes, size_t index) {
@@ -219,12 +223,17 @@ std::string DecodeTextFileToUtf8(std::string_view bytes) {
 }
 
 void SplitFields(std::string_view text, char separator, std::vector<std::string_view>& fields) {
-  Split(text, separator, fields);
+  Split(text, separator, kAllFields, fields);
 }
 
 void SplitFields(std::u16string_view text, char16_t separator,
                  std::vector<std::u16string_view>& fields) {
-  Split(text, separator, fields);
+  Split(text, separator, kAllFields, fields);
+}
+
+void SplitFirstFields(std::string_view text, char separator, size_t limit,
+                      std::vector<std::string_view>& fields) {
+  Split(text, separator, limit, fields);
 }
 
 std::string_view TrimLeft(std::string_view text, std::string_view characters) {

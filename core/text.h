@@ -109,6 +109,11 @@ void SplitFields(std::string_view text, char separator, std::vector<std::string_
 void SplitFields(std::u16string_view text, char16_t separator,
                  std::vector<std::u16string_view>& fields);
 
+/// As `SplitFields`, but gives at most `limit` fields and leaves the rest of the text out, for
+/// lines of which only the first fields count, whatever their length.
+void SplitFirstFields(std::string_view text, char separator, size_t limit,
+                      std::vector<std::string_view>& fields);
+
 /// `text` without the given characters at its start, at its end, or at both.
 std::string_view TrimLeft(std::string_view text, std::string_view characters);
 std::string_view TrimRight(std::string_view text, std::string_view characters);

@@ -1,14 +1,17 @@
 #include "formats/format_rows.h"
 
+#include "formats/text/magellan.h"
+#include "formats/text/oziexplorer.h"
+#include "formats/text/pcx5.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
   // clang-format off
   return {
-      {u"rte", 902, nullptr, nullptr, 0},
-      {u"rt2", 901, nullptr, nullptr, 0},
-      {u"wpt", 903, nullptr, nullptr, 0},
-      {u"plt", 904, nullptr, nullptr, 0},
+      {u"rte", 902, nullptr, WriteOziRoute, 0},
+      {u"rt2", 901, nullptr, WriteOziRouteCe, 0},
+      {u"wpt", 903, nullptr, WriteOziWaypoints, 0},
+      {u"plt", 904, nullptr, WriteOziTrack, 0},
       {u"gpx", 900, nullptr, nullptr, 0},
       {u"axe", 115, nullptr, nullptr, 0},
       {u"axg", 136, nullptr, nullptr, 0},
@@ -16,8 +19,8 @@ FormatTable DefaultFormatTable() {
       {u"ptm", 137, nullptr, nullptr, 0},
       {u"mps", 218, nullptr, nullptr, 0},
       {u"gdb", 139, nullptr, nullptr, 0},
-      {u"rte", 111, nullptr, nullptr, 0},
-      {u"wpt", 0, nullptr, nullptr, 0},
+      {u"rte", 111, ReadPcx5, WritePcx5, 0},
+      {u"wpt", 0, ReadPcx5, nullptr, 0},
       {u"gpx", 200, nullptr, nullptr, 0},
       {u"gpx", 376, nullptr, nullptr, 0},
       {u"gpx", 107, nullptr, nullptr, 120},
@@ -27,13 +30,13 @@ FormatTable DefaultFormatTable() {
       {u"tth", 0, nullptr, nullptr, 0},
       {u"itn", 106, ReadItn, WriteItn, 0},
       {u"ov2", 298, ReadOv2, WriteOv2, 0},
-      {u"rte", 149, nullptr, nullptr, 0},
-      {u"rt2", 150, nullptr, nullptr, 0},
-      {u"plt", 301, nullptr, nullptr, 0},
-      {u"wpt", 325, nullptr, nullptr, 0},
-      {u"rte", 152, nullptr, nullptr, 0},
-      {u"upt", 0, nullptr, nullptr, 0},
-      {u"mag", 152, nullptr, nullptr, 153},
+      {u"rte", 149, ReadOziRoute, WriteOziRoute, 0},
+      {u"rt2", 150, ReadOziRouteCe, WriteOziRouteCe, 0},
+      {u"plt", 301, ReadOziTrack, WriteOziTrack, 0},
+      {u"wpt", 325, ReadOziWaypoints, WriteOziWaypoints, 0},
+      {u"rte", 152, ReadMagellan, nullptr, 0},
+      {u"upt", 0, ReadMagellan, nullptr, 0},
+      {u"mag", 152, nullptr, WriteMagellan, 153},
       {u"rte", 131, nullptr, nullptr, 0},
       {u"rte", 165, nullptr, nullptr, 0},
       {u"rte", 223, nullptr, nullptr, 0},

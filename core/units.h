@@ -1,0 +1,4 @@
+#pragma once
+
+/// The international foot, in which some devices keep altitudes.
+inline constexpr double kMetresPerFoot = 0.3048;

@@ -1,0 +1,245 @@
+#include "formats/text/oziexplorer.h"
+
+#include <algorithm>
+#include <string>
+
+#include "core/conversion_notes.h"
+#include "core/format_file.h"
+#include "core/numbers.h"
+#include "core/text.h"
+#include "core/units.h"
+
+namespace {
+
+using Fields = std::vector<std::string_view>;
+
+constexpr std::string_view kRteHeader = "OziExplorer Route File Version 1.0";
+
+// Lines at the start of a file that hold no points. Readers skip them by count, except the last
+// one of a waypoint file, which has too few fields for a point anyway.
+constexpr size_t kPltHeadLines = 6;
+constexpr size_t kWptHeadLines = 4;
+constexpr size_t kWptSkippedLines = 3;
+
+// As far as a line of each format is looked at.
+constexpr size_t kRteFields = 15;
+constexpr size_t kRt2Fields = 5;
+constexpr size_t kPltFields = 5;
+constexpr size_t kWptFields = 15;
+
+// What a point needs in each format.
+constexpr size_t kFewestRteFields = 8;
+constexpr size_t kFewestRt2Fields = 5;
+constexpr size_t kFewestPointFields = 5;
+
+// The route number of an "R" line without one.
+constexpr int32_t kNoRouteNumber = -1;
+
+constexpr size_t kLongestComment = 40;
+
+void NotePassedOver() { NoteConversion(EConversionNote::kLinePassedOver); }
+
+// Calls `addPoint` with the fields of every line behind the first `skippedLines` that has enough of
+// them for a point. Leading blanks of the line are cut; a field keeps those that follow its comma.
+template <typename AddPoint>
+void ReadPointLines(std::string_view bytes, size_t skippedLines, size_t headLines, size_t limit,
+                    AddPoint addPoint) {
+  LineSplitter lines(bytes);
+  Fields fields;
+  size_t number = 0;
+  for (std::string_view line; lines.Next(line);) {
+    if (++number <= skippedLines) continue;
+    line = TrimLeft(line, " ");
+    SplitFirstFields(line, ',', limit, fields);
+    if (fields.size() >= kFewestPointFields) {
+      addPoint(fields);
+    } else if (number > headLines && !line.empty()) {
+      NotePassedOver();
+    }
+  }
+}
+
+double FeetToMetres(std::string_view feet) { return ParseReal(feet) * kMetresPerFoot; }
+
+// A text of a point in 8 bits and without commas.
+std::string FieldText(std::string_view utf8) {
+  std::string text = NarrowUtf8(utf8);
+  std::replace(text.begin(), text.end(), ',', ' ');
+  return text;
+}
+
+std::string CommentText(std::string_view utf8) {
+  std::string text = FieldText(utf8);
+  if (text.size() > kLongestComment) text.resize(kLongestComment);
+  return text;
+}
+
+}  // namespace
+
+uint32_t ReadOziRoute(const WideString& path, PointLists& lists, bool) {
+  return ReadFormatFile(path,
+                        [&lists](std::string_view bytes) { return ParseOziRoute(bytes, lists); });
+}
+
+uint32_t ParseOziRoute(std::string_view bytes, PointLists& lists) {
+  bool headerSeen = false;
+  CGpsRoute* route = nullptr;
+  int32_t routeNumber = kNoRouteNumber;
+
+  LineSplitter lines(bytes);
+  Fields fields;
+  for (std::string_view line; lines.Next(line);) {
+    SplitFirstFields(line, ',', kRteFields, fields);
+    if (!headerSeen) {
+      headerSeen = fields[0] == kRteHeader;
+    } else if (fields[0] == "R") {
+      route = &AddList<CGpsRoute>(lists);
+      routeNumber = ParseOziRteRouteLine(fields, *route);
+    } else if (fields[0] == "W") {
+      if (!route || fields.size() < kFewestRteFields || ParseWhole(fields[1]) != routeNumber) {
+        NotePassedOver();
+        continue;
+      }
+      CGpsPoint& point = route->points.emplace_back();
+      point.name = WidenToUtf8(fields[4]);
+      point.latitude = ParseReal(fields[5]);
+      point.longitude = ParseReal(fields[6]);
+      if (fields.size() >= kRteFields) point.comment = WidenToUtf8(fields[13]);
+    }
+  }
+  return headerSeen ? kStatusSuccess : kStatusFailure;
+}
+
+int32_t ParseOziRteRouteLine(const Fields& fields, CGpsPointArray& list) {
+  if (fields.size() < 4) return kNoRouteNumber;
+  list.name = WidenToUtf8(fields[2]);
+  return ParseWhole(fields[1]);
+}
+
+void WriteOziRouteBody(ByteSink& sink, const CGpsPointArray& list) {
+  sink.Printf("%s\r\nWGS 84\r\nReserved 1\r\nReserved 2\r\n", kRteHeader);
+  sink.Printf("R,1,%s,,\r\n", NarrowUtf8(list.name));
+  size_t index = 0;
+  for (const CGpsPoint& point : list.points) {
+    ++index;
+    sink.Printf("W,1,%d,%d,%s,%.7f,%.7f,,0,1,3,0,65535,%s,0,0\r\n", index, index,
+                FieldText(point.name), point.latitude, point.longitude, CommentText(point.comment));
+  }
+}
+
+uint32_t WriteOziRoute(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOziRouteBody(sink, list); });
+}
+
+uint32_t ReadOziRouteCe(const WideString& path, PointLists& lists, bool) {
+  return ReadFormatFile(path,
+                        [&lists](std::string_view bytes) { return ParseOziRouteCe(bytes, lists); });
+}
+
+uint32_t ParseOziRouteCe(std::string_view bytes, PointLists& lists) {
+  bool headerSeen = false;
+  CGpsRoute* route = nullptr;
+
+  LineSplitter lines(bytes);
+  Fields fields;
+  for (std::string_view line; lines.Next(line);) {
+    SplitFirstFields(line, ',', kRt2Fields, fields);
+    if (!headerSeen) {
+      headerSeen = fields[0] == "H1";
+    } else if (fields[0] == "H3") {
+      route = &AddList<CGpsRoute>(lists);
+      ParseOziRt2RouteLine(fields, *route);
+    } else if (fields[0] == "W") {
+      if (!route || fields.size() < kFewestRt2Fields) {
+        NotePassedOver();
+        continue;
+      }
+      CGpsPoint& point = route->points.emplace_back();
+      point.name = WidenToUtf8(fields[1]);
+      point.latitude = ParseReal(fields[2]);
+      point.longitude = ParseReal(fields[3]);
+    }
+  }
+  return headerSeen ? kStatusSuccess : kStatusFailure;
+}
+
+void ParseOziRt2RouteLine(const Fields& fields, CGpsPointArray& list) {
+  if (fields.size() >= 3) list.name = WidenToUtf8(fields[1]);
+}
+
+void WriteOziRouteCeBody(ByteSink& sink, const CGpsPointArray& list) {
+  sink.Write("H1,OziExplorer CE Route2 File Version 1.0\r\nH2,WGS 84\r\n");
+  sink.Printf("H3,%s,,0\r\n", NarrowUtf8(list.name));
+  for (const CGpsPoint& point : list.points) {
+    sink.Printf("W,%s,%.7f,%.7f,0\r\n", FieldText(point.name), point.latitude, point.longitude);
+  }
+}
+
+uint32_t WriteOziRouteCe(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOziRouteCeBody(sink, list); });
+}
+
+uint32_t ReadOziTrack(const WideString& path, PointLists& lists, bool) {
+  return ReadFormatFile(path,
+                        [&lists](std::string_view bytes) { return ParseOziTrack(bytes, lists); });
+}
+
+uint32_t ParseOziTrack(std::string_view bytes, PointLists& lists) {
+  auto& track = AddList<CGpsTrack>(lists);
+  ReadPointLines(bytes, kPltHeadLines, kPltHeadLines, kPltFields, [&track](const Fields& fields) {
+    CGpsPoint& point = track.points.emplace_back();
+    point.latitude = ParseReal(fields[0]);
+    point.longitude = ParseReal(fields[1]);
+    point.altitude = FeetToMetres(fields[3]);
+  });
+  return kStatusSuccess;
+}
+
+void WriteOziTrackBody(ByteSink& sink, const CGpsPointArray& list) {
+  sink.Write(
+      "OziExplorer Track Point File Version 2.1\r\nWGS 84\r\n"
+      "Altitude is in Feet\r\nReserved 3\r\n");
+  sink.Printf("0, 2, 65280, %s, 1, 0, 0, 65280\r\n", NarrowUtf8(list.name));
+  sink.Printf(" %d\r\n", list.Count());
+  for (const CGpsPoint& point : list.points) {
+    sink.Printf("%+011.7f, %+012.7f, 0, %.5f, , ,\r\n", point.latitude, point.longitude,
+                point.altitude / kMetresPerFoot);
+  }
+}
+
+uint32_t WriteOziTrack(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOziTrackBody(sink, list); });
+}
+
+uint32_t ReadOziWaypoints(const WideString& path, PointLists& lists, bool) {
+  return ReadFormatFile(
+      path, [&lists](std::string_view bytes) { return ParseOziWaypoints(bytes, lists); });
+}
+
+uint32_t ParseOziWaypoints(std::string_view bytes, PointLists& lists) {
+  auto& waypoints = AddList<CGpsWaypointList>(lists);
+  ReadPointLines(bytes, kWptSkippedLines, kWptHeadLines, kWptFields,
+                 [&waypoints](const Fields& fields) {
+                   CGpsPoint& point = waypoints.points.emplace_back();
+                   point.name = WidenToUtf8(fields[1]);
+                   point.latitude = ParseReal(fields[2]);
+                   point.longitude = ParseReal(fields[3]);
+                   if (fields.size() > 10) point.comment = WidenToUtf8(fields[10]);
+                   if (fields.size() > 14) point.altitude = FeetToMetres(fields[14]);
+                 });
+  return kStatusSuccess;
+}
+
+void WriteOziWaypointsBody(ByteSink& sink, const CGpsPointArray& list) {
+  sink.Write("OziExplorer Waypoint File Version 1.0\r\nWGS 84\r\nReserved 2\r\nReserved 3\r\n");
+  size_t index = 0;
+  for (const CGpsPoint& point : list.points) {
+    sink.Printf("%d, %s, %+011.7f, %+012.7f,, 18, 1, 3, 0, 65535, %s, 0, 0, 0, %.5f\r\n", ++index,
+                FieldText(point.name), point.latitude, point.longitude, CommentText(point.comment),
+                point.altitude / kMetresPerFoot);
+  }
+}
+
+uint32_t WriteOziWaypoints(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOziWaypointsBody(sink, list); });
+}

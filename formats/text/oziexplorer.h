@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// OziExplorer: comma-separated 8-bit text for routes (`.rte`), routes of the CE edition (`.rt2`),
+// tracks (`.plt`) and waypoints (`.wpt`), all in the WGS 84 datum. Writers replace commas in the
+// texts of points by blanks, so that a field stays a field; names of lists are left as they are.
+
+/// Reads a `.rte` file into one route for each "R" line. 0, or 1 when the file cannot be opened or
+/// has not the header of a route file.
+uint32_t ReadOziRoute(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseOziRoute(std::string_view bytes, PointLists& lists);
+
+/// Takes the name of a route from its "R" line. Gives the number that the waypoint lines of this
+/// route bear, -1 when the line has too few fields for it.
+int32_t ParseOziRteRouteLine(const std::vector<std::string_view>& fields, CGpsPointArray& list);
+
+/// Reads a `.rt2` file into one route for each "H3" line. 0, or 1 when the file cannot be opened or
+/// has no "H1" line.
+uint32_t ReadOziRouteCe(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseOziRouteCe(std::string_view bytes, PointLists& lists);
+
+/// Takes the name of a route from its "H3" line, if the line has one.
+void ParseOziRt2RouteLine(const std::vector<std::string_view>& fields, CGpsPointArray& list);
+
+/// Reads a `.plt` file into one track without a name. 0, or 1 when the file cannot be opened.
+uint32_t ReadOziTrack(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseOziTrack(std::string_view bytes, PointLists& lists);
+
+/// Reads a `.wpt` file into one waypoint list. Names and comments keep the blank that stands behind
+/// their comma. 0, or 1 when the file cannot be opened.
+uint32_t ReadOziWaypoints(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseOziWaypoints(std::string_view bytes, PointLists& lists);
+
+/// Writes one route with names and the first 40 bytes of the comments. 0, or 1 on failure.
+uint32_t WriteOziRoute(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                       bool silent);
+void WriteOziRouteBody(ByteSink& sink, const CGpsPointArray& list);
+
+/// Writes one route with names. 0, or 1 on failure.
+uint32_t WriteOziRouteCe(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                         bool silent);
+void WriteOziRouteCeBody(ByteSink& sink, const CGpsPointArray& list);
+
+/// Writes one track: positions and altitudes only. 0, or 1 on failure.
+uint32_t WriteOziTrack(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                       bool silent);
+void WriteOziTrackBody(ByteSink& sink, const CGpsPointArray& list);
+
+/// Writes waypoints with names, the first 40 bytes of the comments, and altitudes. 0, or 1 on
+/// failure.
+uint32_t WriteOziWaypoints(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                           bool silent);
+void WriteOziWaypointsBody(ByteSink& sink, const CGpsPointArray& list);
