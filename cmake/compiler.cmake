@@ -23,9 +23,8 @@ else()
   target_compile_options(corvane_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast
     -Woverloaded-virtual -Wcast-align -Wformat=2 -Wimplicit-fallthrough -Wundef)
-  # GCC 12 sees overlapping copies in std::string's own assignment when it optimises (its bug
-  # 105329); the warning says nothing about our code then.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # GCC 12 sees overlapping copies in plain assignments of string literals.
     target_compile_options(corvane_warnings INTERFACE -Wno-restrict)
   endif()
   if(CORVANE_WERROR)
