@@ -32,6 +32,9 @@ class ByteSink {
   /// A number as "%.*f".
   void Fixed(double value, int decimals) { AppendFixed(m_buffer, value, decimals); }
 
+  /// A whole number as "%0*d": zeros behind the sign up to `width` characters.
+  void Whole(int64_t value, size_t width = 0) { AppendWhole(m_buffer, value, width); }
+
   /// UTF-8 text narrowed to 8 bits.
   void Narrow(std::string_view utf8);
 

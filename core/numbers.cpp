@@ -1,7 +1,10 @@
 #include "core/numbers.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include <fmt/format.h>
@@ -64,32 +67,71 @@ std::string AsciiPrefix(std::u16string_view text) {
   return ascii;
 }
 
-// Whether a number that does not fit a double is too large rather than too small.
+// Whether a number that does not fit a double is too large rather than too small: whether its first
+// digit that counts stands, with the exponent, in front of the decimal point.
 bool IsTooLarge(std::string_view number) {
-  const size_t exponentMark = number.find_first_of("eE");
-  if (exponentMark == std::string_view::npos) {
-    return number.find_first_of("123456789") < number.find('.');
-  }
-  return number.substr(exponentMark + 1, 1) != "-";
+  const size_t mark = std::min(number.find_first_of("eE"), number.size());
+  const std::string_view digits = number.substr(0, mark);
+  const auto point = static_cast<int64_t>(std::min(digits.find('.'), digits.size()));
+  const auto first = static_cast<int64_t>(digits.find_first_of("123456789"));
+  const int64_t exponent =
+      mark < number.size() ? Clamped<int32_t>(ParseMagnitude(number.substr(mark + 1))) : 0;
+  return point - first + exponent > 0;
 }
 
 // Rounds |value| × 10^decimals to a whole number, exactly and with ties to even, for products
 // below 2^52: there the error of the product is itself a double, which the fused operation gives.
 bool ScaleExactly(double magnitude, int decimals, uint64_t& scaled) {
   constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
-  constexpr double kLimit = 4503599627370496.0;
+  constexpr double kLimit = 0x1p52;
+  constexpr double kLargestRelativeError = 0x1p-53;
   if (decimals < 0 || decimals > 9) return false;
   const double power = kPowers[decimals];
   const double product = magnitude * power;
   if (!(product < kLimit)) return false;
-  const double error = std::fma(magnitude, power, -product);
-  const double whole = std::floor(product);
-  const double excess = product - whole - 0.5;  // exact below 2^52
-  scaled = static_cast<uint64_t>(whole);
-  const bool isTie = excess == 0.0 && error == 0.0;
-  const bool roundsUp = isTie ? (scaled & 1) != 0 : excess > -error;
-  if (roundsUp) ++scaled;
+  const auto whole = static_cast<int64_t>(product);
+  const double excess = product - static_cast<double>(whole) - 0.5;
+  bool roundsUp = excess > 0.0;
+  // Only so near to a tie can the product's error turn the decision.
+  if (std::abs(excess) <= product * kLargestRelativeError) {
+    const double error = std::fma(magnitude, power, -product);
+    const bool isTie = excess == 0.0 && error == 0.0;
+    roundsUp = isTie ? (whole & 1) != 0 : excess > -error;
+  }
+  scaled = static_cast<uint64_t>(whole) + (roundsUp ? 1 : 0);
   return true;
+}
+
+// Room for the digits of 64 bits, a sign and a decimal point.
+constexpr size_t kDigitRoom = 32;
+
+// The digits of 0 to 99, two each.
+constexpr auto kDigitPairs = [] {
+  std::array<char, 200> pairs{};
+  for (size_t i = 0; i < 100; ++i) {
+    pairs[2 * i] = static_cast<char>('0' + i / 10);
+    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}();
+
+char* PrependDigit(char* start, uint64_t& value) {
+  *--start = static_cast<char>('0' + value % 10);
+  value /= 10;
+  return start;
+}
+
+char* PrependPair(char* start, uint64_t& value) {
+  start -= 2;
+  std::memcpy(start, &kDigitPairs[2 * (value % 100)], 2);
+  value /= 100;
+  return start;
+}
+
+// All digits of `value` in front of `start`; "0" for 0.
+char* PrependWhole(char* start, uint64_t value) {
+  while (value >= 100) start = PrependPair(start, value);
+  return value >= 10 ? PrependPair(start, value) : PrependDigit(start, value);
 }
 
 }  // namespace
@@ -159,17 +201,27 @@ void AppendFixed(std::string& text, double value, int decimals) {
     }
     return;
   }
-  char digits[32];
-  char* const end = digits + sizeof digits;
+  char room[kDigitRoom];
+  char* const end = room + kDigitRoom;
   char* start = end;
-  for (int i = 0; i < decimals; ++i, scaled /= 10) *--start = static_cast<char>('0' + scaled % 10);
+  for (int i = 1; i < decimals; i += 2) start = PrependPair(start, scaled);
+  if (decimals % 2 != 0) start = PrependDigit(start, scaled);
   if (decimals > 0) *--start = '.';
-  do {
-    *--start = static_cast<char>('0' + scaled % 10);
-    scaled /= 10;
-  } while (scaled != 0);
+  start = PrependWhole(start, scaled);
   if (std::signbit(value)) *--start = '-';
   text.append(start, static_cast<size_t>(end - start));
+}
+
+void AppendWhole(std::string& text, int64_t value, size_t width) {
+  char room[kDigitRoom];
+  char* const end = room + kDigitRoom;
+  const auto bits = static_cast<uint64_t>(value);
+  const char* const start = PrependWhole(end, value < 0 ? 0 - bits : bits);
+  const auto digits = static_cast<size_t>(end - start);
+  const size_t length = digits + (value < 0 ? 1 : 0);
+  if (value < 0) text.push_back('-');
+  if (length < width) text.append(width - length, '0');
+  text.append(start, digits);
 }
 
 std::string ToFixedString(double value, int decimals) {

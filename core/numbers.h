@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -41,3 +42,7 @@ void AppendFixed(std::string& text, double value, int decimals);
 
 /// The same as a text of its own ("2.352200" with six decimals).
 std::string ToFixedString(double value, int decimals);
+
+/// Appends `value` as printf's "%0*lld" does: at least `width` characters, the sign in front of the
+/// zeros that fill up.
+void AppendWhole(std::string& text, int64_t value, size_t width = 0);

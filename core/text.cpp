@@ -1,6 +1,7 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <stdexcept>
 
@@ -11,21 +12,41 @@ namespace {
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr size_t kAllFields = std::numeric_limits<size_t>::max();
 
+// Where the ASCII characters that stand at `start` end. Most text is nothing else, so it is taken
+// in runs, eight bytes at a look.
+size_t EndOfAscii(std::string_view text, size_t start) {
+  constexpr uint64_t kHighBits = 0x8080808080808080;
+  size_t end = start;
+  for (uint64_t eight = 0; text.size() - end >= sizeof eight; end += sizeof eight) {
+    std::memcpy(&eight, text.data() + end, sizeof eight);
+    if ((eight & kHighBits) != 0) break;
+  }
+  while (end < text.size() && static_cast<unsigned char>(text[end]) < 0x80) ++end;
+  return end;
+}
+
+// Hands UTF-8 text on in runs of ASCII and single characters, or bytes that start none, between.
+template <typename OnAscii, typename OnCharacter>
+void WalkUtf8(std::string_view text, OnAscii onAscii, OnCharacter onCharacter) {
+  for (size_t i = 0; i < text.size();) {
+    const size_t end = EndOfAscii(text, i);
+    if (end > i) onAscii(text.substr(i, end - i));
+    if (end == text.size()) return;
+    const DecodedCodePoint decoded = DecodeUtf8(text, end);
+    onCharacter(decoded);
+    i = end + decoded.length;
+  }
+}
+
 template <typename OnInvalid>
 WideString DecodeUtf8Text(std::string_view text, OnInvalid onInvalid) {
   WideString wide;
   wide.reserve(text.size());
-  for (size_t i = 0; i < text.size();) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    if (byte < 0x80) {
-      wide.push_back(byte);
-      ++i;
-      continue;
-    }
-    const DecodedCodePoint decoded = DecodeUtf8(text, i);
-    AppendUtf16(wide, decoded.valid ? decoded.codePoint : onInvalid());
-    i += decoded.length;
-  }
+  WalkUtf8(
+      text, [&](std::string_view ascii) { wide.append(ascii.begin(), ascii.end()); },
+      [&](const DecodedCodePoint& decoded) {
+        AppendUtf16(wide, decoded.valid ? decoded.codePoint : onInvalid());
+      });
   return wide;
 }
 
@@ -43,11 +64,6 @@ std::string EncodeUtf8Text(std::u16string_view text, OnInvalid onInvalid) {
 
 char32_t ThrowNoText() { throw std::range_error("the text is not valid in its encoding"); }
 char32_t Replace() { return kReplacement; }
-
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
 
 template <typename Char>
 std::basic_string<Char> LoweredAscii(std::basic_string_view<Char> text) {
@@ -136,31 +152,33 @@ std::string NarrowUtf8(std::string_view text) {
 }
 
 void AppendNarrowUtf8(std::string& output, std::string_view text) {
-  if (IsAscii(text)) {
-    output.append(text);
-    return;
-  }
-  for (size_t i = 0; i < text.size();) {
-    const DecodedCodePoint decoded = DecodeUtf8(text, i);
-    i += decoded.length;
-    if (decoded.valid && decoded.codePoint <= 0xFF) {
-      output.push_back(static_cast<char>(decoded.codePoint));
-    } else {
-      // Two units of UTF-16, two question marks.
-      output.append(decoded.valid && decoded.codePoint > 0xFFFF ? 2 : 1, '?');
-    }
-  }
+  WalkUtf8(
+      text, [&](std::string_view ascii) { output.append(ascii); },
+      [&](const DecodedCodePoint& decoded) {
+        if (decoded.valid && decoded.codePoint <= 0xFF) {
+          output.push_back(static_cast<char>(decoded.codePoint));
+        } else {
+          // Two units of UTF-16, two question marks.
+          output.append(decoded.valid && decoded.codePoint > 0xFFFF ? 2 : 1, '?');
+        }
+      });
 }
 
 std::string WidenToUtf8(std::string_view text) {
   std::string utf8;
   utf8.reserve(text.size());
-  for (const char c : text) AppendUtf8(utf8, static_cast<unsigned char>(c));
+  for (size_t i = 0; i < text.size(); ++i) {
+    const size_t end = EndOfAscii(text, i);
+    utf8.append(text, i, end - i);
+    if (end == text.size()) break;
+    AppendUtf8(utf8, static_cast<unsigned char>(text[end]));
+    i = end;
+  }
   return utf8;
 }
 
 bool IsValidUtf8(std::string_view text) {
-  for (size_t i = 0; i < text.size();) {
+  for (size_t i = EndOfAscii(text, 0); i < text.size(); i = EndOfAscii(text, i)) {
     const DecodedCodePoint decoded = DecodeUtf8(text, i);
     if (!decoded.valid) return false;
     i += decoded.length;
@@ -210,11 +228,11 @@ std::string DecodeTextFileToUtf8(std::string_view bytes) {
   std::string utf8;
   if (detected.encoding == kEncodingUtf8) {
     utf8.reserve(bytes.size());
-    for (size_t i = 0; i < bytes.size();) {
-      const DecodedCodePoint decoded = DecodeUtf8(bytes, i);
-      AppendUtf8(utf8, decoded.valid ? decoded.codePoint : kReplacement);
-      i += decoded.length;
-    }
+    WalkUtf8(
+        bytes, [&](std::string_view ascii) { utf8.append(ascii); },
+        [&](const DecodedCodePoint& decoded) {
+          AppendUtf8(utf8, decoded.valid ? decoded.codePoint : kReplacement);
+        });
     return utf8;
   }
   DecodeUnits(bytes, UnitWidth(detected.encoding), IsBigEndian(detected.encoding),

@@ -90,8 +90,15 @@ void WriteItnBody(ByteSink& sink, const CGpsPointArray& list) {
   size_t index = 0;
   for (const CGpsPoint& point : list.points) {
     const int flag = index == last ? kFlagLast : index == 0 ? kFlagFirst : kFlagBetween;
-    sink.Printf("%06d|%07d|%s|%d|\r\n", ToFixedPoint(point.longitude), ToFixedPoint(point.latitude),
-                NarrowUtf8(point.name), flag);
+    // "%06d|%07d|%s|%d|\r\n"
+    sink.Whole(ToFixedPoint(point.longitude), 6);
+    sink.Put('|');
+    sink.Whole(ToFixedPoint(point.latitude), 7);
+    sink.Put('|');
+    sink.Narrow(point.name);
+    sink.Put('|');
+    sink.Whole(flag);
+    sink.Write("|\r\n");
     ++index;
   }
 }
