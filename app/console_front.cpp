@@ -42,6 +42,7 @@ bool ConsoleFront::AskYesNo(EMessageIcon, uint32_t textId) {
 
 std::vector<size_t> ConsoleFront::ChooseLists(const PointLists& lists) {
   std::vector<size_t> chosen = SelectLists(lists, m_options.lists);
+  m_listsTaken = chosen.size();
   m_leftListsBehind = chosen.size() < lists.size();
   if (chosen.empty()) {
     Complain(Text(kTextNoSuchList, m_options.lists.text, ShownPath(m_subject)));

@@ -15,6 +15,8 @@ class ConsoleFront final : public IConversionFront {
   void SetSubject(const WideString& path) { m_subject = path; }
   /// False to keep "Unknown file format." to oneself, for files of a folder that are no trips.
   void SetReportsUnknown(bool reports) { m_reportsUnknown = reports; }
+  /// How many lists were chosen last.
+  size_t ListsTaken() const { return m_listsTaken; }
   /// True when the lists chosen last were not all that the file holds.
   bool LeftListsBehind() const { return m_leftListsBehind; }
 
@@ -31,5 +33,6 @@ class ConsoleFront final : public IConversionFront {
   const Options& m_options;
   WideString m_subject;
   bool m_reportsUnknown = true;
+  size_t m_listsTaken = 0;
   bool m_leftListsBehind = false;
 };

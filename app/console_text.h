@@ -61,6 +61,17 @@ enum EConsoleText : uint32_t {
   kTextWrongListChoice = 1047,
   kTextOptions = 1048,
   kTextNoWindow = 1049,
+  kTextNothingLost = 1100,
+  kTextOnlyWritten = 1101,
+  kTextStopsLost = 1102,
+  kTextNamesChanged = 1103,
+  kTextDetailsLost = 1104,
+  kTextListsMerged = 1105,
+  kTextPassedOver = 1106,
+  kTextFilesWithLosses = 1107,
+  kTextHelpCheck = 1108,
+  kTextHelpStrict = 1109,
+  kTextNotReadBack = 1110,
 };
 
 /// The text of a number, filled in as printf does.

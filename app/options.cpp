@@ -48,6 +48,8 @@ constexpr OptionHelp kOptionHelp[] = {
     {"-o, --output PATH", kTextHelpOutput},
     {"    --list WHICH", kTextHelpList},
     {"    --split N", kTextHelpSplit},
+    {"    --check", kTextHelpCheck},
+    {"    --strict", kTextHelpStrict},
     {"    --quiet", kTextHelpQuiet},
     {"    --formats", kTextHelpFormats},
     {"    --inspect FILE", kTextHelpInspect},
@@ -86,7 +88,9 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--inspect", options.inspect);
   parser.add_flag("--json", options.json);
   parser.add_flag("--quiet", options.quiet);
-  parser.add_option("-o,--output", output)->required(false);
+  parser.add_flag("--check", options.check);
+  parser.add_flag("--strict", options.strict);
+  parser.add_option("-o,--output", output);
   const CLI::Option* listOption = parser.add_option("--list", lists);
   parser.add_option("--split", options.split);
   try {

@@ -28,6 +28,8 @@ struct Options {
   bool inspect = false;
   bool json = false;
   bool quiet = false;
+  bool check = false;
+  bool strict = false;
   WideString output;
   ListChoice lists;
   uint32_t split = 0;

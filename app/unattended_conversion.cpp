@@ -4,6 +4,8 @@
 
 #include "app/console_front.h"
 #include "app/console_text.h"
+#include "app/loss_check.h"
+#include "app/output_sink.h"
 #include "core/conversion_driver.h"
 #include "core/conversion_notes.h"
 #include "core/format_search.h"
@@ -11,12 +13,13 @@
 #include "core/text.h"
 #include "platform/folder.h"
 #include "platform/last_error.h"
+#include "platform/scratch_folder.h"
 
 namespace {
 
 constexpr uint32_t kTextCannotBeWritten = 109;
 
-enum class EOutcome { kConverted, kNotRecognised, kFailed };
+enum class EOutcome { kConverted, kWithLosses, kNotRecognised, kFailed };
 
 WideString JoinedPath(const WideString& folder, std::u16string_view name) {
   WideString path = folder;
@@ -38,7 +41,9 @@ class Conversion {
 
  private:
   EOutcome Convert(const WideString& source, const WideString& target);
-  EOutcome Write(const WideString& source, const WideString& target);
+  EOutcome Write(const WideString& target, ConversionCheck& check);
+  void Tell(const ConversionCheck& check);
+  int ExitStatus(size_t converted, size_t withLosses, size_t failed) const;
   WideString TargetBeside(const WideString& source) const;
   void ShowProgress(size_t done, size_t count) const;
 
@@ -46,6 +51,7 @@ class Conversion {
   const CItineraryFormat& m_row;
   ConsoleFront m_front;
   CConversionDriver m_driver;
+  bool m_inFolder = false;
 };
 
 // The source's path up to its last dot, and the key's extension. A path without a dot stays whole.
@@ -61,7 +67,14 @@ int Conversion::ConvertFile(const WideString& source) {
   } else if (!m_options.output.empty()) {
     target = m_options.output;
   }
-  return Convert(source, target) == EOutcome::kConverted ? kExitConverted : kExitFailed;
+  const EOutcome outcome = Convert(source, target);
+  const bool withLosses = outcome == EOutcome::kWithLosses;
+  return ExitStatus(withLosses || outcome == EOutcome::kConverted ? 1 : 0, withLosses ? 1 : 0, 0);
+}
+
+int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) const {
+  if (failed > 0 || converted == 0) return kExitFailed;
+  return m_options.strict && withLosses > 0 ? kExitLosses : kExitConverted;
 }
 
 int Conversion::ConvertFolder(const WideString& folder) {
@@ -77,7 +90,9 @@ int Conversion::ConvertFolder(const WideString& folder) {
   }
 
   m_front.SetReportsUnknown(!m_options.quiet);
+  m_inFolder = true;
   size_t converted = 0;
+  size_t withLosses = 0;
   size_t unknown = 0;
   size_t failed = 0;
   for (size_t i = 0; i < names.size(); ++i) {
@@ -86,6 +101,9 @@ int Conversion::ConvertFolder(const WideString& folder) {
     WideString target = TargetBeside(source);
     if (!m_options.output.empty()) target = JoinedPath(m_options.output, FileNameOfPath(target));
     switch (Convert(source, target)) {
+      case EOutcome::kWithLosses:
+        ++withLosses;
+        [[fallthrough]];
       case EOutcome::kConverted:
         ++converted;
         break;
@@ -98,8 +116,11 @@ int Conversion::ConvertFolder(const WideString& folder) {
     }
   }
   ShowProgress(0, 0);
-  if (!m_options.quiet) Complain(Text(kTextSummary, converted, unknown, failed));
-  return failed == 0 && converted > 0 ? kExitConverted : kExitFailed;
+  if (!m_options.quiet) {
+    Complain(Text(kTextSummary, converted, unknown, failed));
+    if (withLosses > 0) Complain(Text(kTextFilesWithLosses, withLosses));
+  }
+  return ExitStatus(converted, withLosses, failed);
 }
 
 EOutcome Conversion::Convert(const WideString& source, const WideString& target) {
@@ -114,13 +135,22 @@ EOutcome Conversion::Convert(const WideString& source, const WideString& target)
   }
   if (status == kStatusBadFormat) return EOutcome::kNotRecognised;
   if (status != kStatusSuccess) return EOutcome::kFailed;
-  return Write(source, target);
+
+  ConversionCheck check;
+  check.source = source;
+  check.target = target;
+  check.listsMerged = m_front.ListsTaken() > 1 ? m_front.ListsTaken() : 0;
+  TakeReaderNotes(notes, check);
+  if (!m_options.check) return Write(target, check);
+  // Nothing of the target is to stay: it is written into a folder of its own that goes again.
+  const ScratchFolder scratch;
+  return Write(JoinedPath(scratch.Path(), FileNameOfPath(target)), check);
 }
 
-EOutcome Conversion::Write(const WideString& source, const WideString& target) {
+EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
   // What was left out of the file would be lost with it.
-  if (m_front.LeftListsBehind() && IsSameFile(source, target)) {
-    Complain(Text(kTextTargetIsSource, ShownPath(source)));
+  if (m_front.LeftListsBehind() && IsSameFile(check.source, target)) {
+    Complain(Text(kTextTargetIsSource, ShownPath(check.source)));
     return EOutcome::kFailed;
   }
   m_front.SetSubject(target);
@@ -135,7 +165,21 @@ EOutcome Conversion::Write(const WideString& source, const WideString& target) {
     m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
     return EOutcome::kFailed;
   }
-  return EOutcome::kConverted;
+
+  if (m_options.quiet && !m_options.strict && !m_options.check) return EOutcome::kConverted;
+  CheckWrittenFiles(m_row, notes.WrittenFiles(), m_driver.current, check);
+  Tell(check);
+  return check.HasLosses() ? EOutcome::kWithLosses : EOutcome::kConverted;
+}
+
+void Conversion::Tell(const ConversionCheck& check) {
+  if (m_options.json) {
+    OutputSink sink;
+    WriteJsonCheck(sink, check);
+    sink.Put('\n');
+  } else if (!m_options.quiet && (!m_inFolder || check.HasLosses())) {
+    WriteError(DescribeCheck(check));
+  }
 }
 
 void Conversion::ShowProgress(size_t done, size_t count) const {

@@ -8,6 +8,7 @@ enum EExitStatus : int {
   kExitConverted = 0,
   kExitFailed = 1,      ///< a file could not be read or written, or none was converted
   kExitWrongUsage = 2,  ///< wrong usage, an unknown key, a source that is not there
+  kExitLosses = 3,      ///< with --strict: converted, with losses
 };
 
 /// Converts one file, or every file of a folder that a reader knows. `options.tokens` are the

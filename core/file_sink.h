@@ -1,13 +1,14 @@
 #pragma once
 
 #include "core/byte_sink.h"
+#include "core/conversion_notes.h"
 #include "core/status.h"
 #include "platform/output_file.h"
 
 /// A sink that fills a file, which appears whole in `Commit` or not at all.
 class FileSink final : public ByteSink {
  public:
-  explicit FileSink(const WideString& path) : m_file(path) {}
+  explicit FileSink(const WideString& path) : m_path(path), m_file(path) {}
 
   /// 0, or the platform's error code of the first failure.
   uint32_t Status() const { return m_file.Status(); }
@@ -15,12 +16,15 @@ class FileSink final : public ByteSink {
   /// Puts the file in its place. Returns `Status`.
   uint32_t Commit() {
     Drain();
-    return m_file.Commit();
+    const uint32_t status = m_file.Commit();
+    if (status == kStatusSuccess) NoteWrittenFile(m_path);
+    return status;
   }
 
  private:
   void Consume(std::string_view bytes) override { m_file.Write(bytes); }
 
+  const WideString m_path;
   OutputFile m_file;
 };
 

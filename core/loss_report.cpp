@@ -19,9 +19,8 @@ double ShiftBetween(const CGpsPoint& from, const CGpsPoint& to) {
   const double latitudeTo = to.latitude / kDegreesPerRadian;
   const double halfLatitude = std::sin((latitudeTo - latitudeFrom) / 2);
   const double halfLongitude = std::sin((to.longitude - from.longitude) / kDegreesPerRadian / 2);
-  const double chord =
-      halfLatitude * halfLatitude +
-      std::cos(latitudeFrom) * std::cos(latitudeTo) * halfLongitude * halfLongitude;
+  const double chord = halfLatitude * halfLatitude + std::cos(latitudeFrom) * std::cos(latitudeTo) *
+                                                         halfLongitude * halfLongitude;
   return 2 * kEarthRadius * std::asin(std::min(1.0, std::sqrt(chord)));
 }
 

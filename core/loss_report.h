@@ -11,11 +11,11 @@ inline constexpr double kReceiverAccuracy = 5.0;
 
 /// What an itinerary has lost on its way through a file.
 struct LossReport {
-  size_t stops = 0;             ///< that went in
+  size_t stops = 0;  ///< that went in
   size_t stopsLost = 0;
-  size_t stopsAdded = 0;        ///< that only the file has
-  size_t namesChanged = 0;      ///< beyond blanks at their ends
-  std::string nameBefore;       ///< the first of these, UTF-8
+  size_t stopsAdded = 0;    ///< that only the file has
+  size_t namesChanged = 0;  ///< beyond blanks at their ends
+  std::string nameBefore;   ///< the first of these, UTF-8
   std::string nameAfter;
   size_t commentsChanged = 0;
   size_t altitudesChanged = 0;  ///< by more than a metre

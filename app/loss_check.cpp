@@ -1,0 +1,120 @@
+#include "app/loss_check.h"
+
+#include <exception>
+
+#include "app/console_text.h"
+#include "app/list_selection.h"
+#include "app/output_sink.h"
+#include "core/status.h"
+
+namespace {
+
+// Reads one file back; false when that fails. Without a choice, the list is taken that a
+// conversion of the file would take.
+bool ReadBack(const CItineraryFormat& row, const WideString& file, CGpsRoute& into) {
+  PointLists lists;
+  try {
+    if (row.read(file, lists, true) != kStatusSuccess) return false;
+  } catch (const std::exception&) {
+    return false;
+  }
+  std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
+  for (const size_t index : SelectLists(lists, ListChoice())) {
+    CGpsPointArray& list = *lists[index];
+    // A part of a split itinerary begins with the last stop of the one before.
+    if (!into.points.empty() && into.points.back() == list.points.front()) list.points.pop_front();
+    into.TakePoints(list);
+  }
+  return true;
+}
+
+}  // namespace
+
+bool ConversionCheck::HasLosses() const {
+  return losses.HasLosses() || listsMerged > 0 || linesPassedOver > 0 || stopsWithoutWaypoint > 0 ||
+         pointsWithoutPosition > 0;
+}
+
+void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check) {
+  check.linesPassedOver = notes.Count(EConversionNote::kLinePassedOver);
+  check.stopsWithoutWaypoint = notes.Count(EConversionNote::kStopWithoutWaypoint);
+  check.pointsWithoutPosition = notes.Count(EConversionNote::kPointWithoutPosition) +
+                                notes.Count(EConversionNote::kStopNotFound);
+}
+
+void CheckWrittenFiles(const CItineraryFormat& row, const std::vector<WideString>& files,
+                       const CGpsPointArray& list, ConversionCheck& check) {
+  if (!row.read) {
+    check.outcome = ConversionCheck::EOutcome::kOnlyWritten;
+    return;
+  }
+  CGpsRoute written;
+  for (const WideString& file : files) {
+    if (!ReadBack(row, file, written)) check.outcome = ConversionCheck::EOutcome::kNotReadable;
+  }
+  if (check.outcome == ConversionCheck::EOutcome::kChecked)
+    check.losses = CompareLists(list, written);
+}
+
+std::string DescribeCheck(const ConversionCheck& check) {
+  const std::string target = ShownPath(check.target);
+  const LossReport& losses = check.losses;
+  std::string text;
+  const auto tell = [&text](const std::string& line) { text += line + "\n"; };
+
+  if (check.outcome == ConversionCheck::EOutcome::kOnlyWritten) {
+    tell(Text(kTextOnlyWritten, target));
+  } else if (check.outcome == ConversionCheck::EOutcome::kNotReadable) {
+    tell(Text(kTextNotReadBack, target));
+  } else if (!losses.HasLosses()) {
+    tell(Text(kTextNothingLost, target, losses.stops, losses.largestShift));
+  } else {
+    if (losses.stopsLost > 0 || losses.stopsAdded > 0)
+      tell(Text(kTextStopsLost, target, losses.stopsLost, losses.stops, losses.stopsAdded));
+    if (losses.namesChanged > 0) {
+      tell(Text(kTextNamesChanged, target, losses.namesChanged, losses.nameBefore,
+                losses.nameAfter));
+    }
+    if (losses.commentsChanged > 0 || losses.altitudesChanged > 0 ||
+        losses.largestShift > kReceiverAccuracy) {
+      tell(Text(kTextDetailsLost, target, losses.commentsChanged, losses.altitudesChanged,
+                losses.largestShift));
+    }
+  }
+  if (check.listsMerged > 0) tell(Text(kTextListsMerged, target, check.listsMerged));
+  if (check.linesPassedOver + check.stopsWithoutWaypoint + check.pointsWithoutPosition > 0) {
+    tell(Text(kTextPassedOver, ShownPath(check.source), check.linesPassedOver,
+              check.stopsWithoutWaypoint, check.pointsWithoutPosition));
+  }
+  return text;
+}
+
+void WriteJsonCheck(ByteSink& sink, const ConversionCheck& check) {
+  sink.Write("{\"source\": ");
+  WriteJsonString(sink, ShownPath(check.source));
+  sink.Write(", \"target\": ");
+  WriteJsonString(sink, ShownPath(check.target));
+  const bool isChecked = check.outcome == ConversionCheck::EOutcome::kChecked;
+  sink.Printf(", \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
+              check.HasLosses() ? "true" : "false");
+  if (isChecked) {
+    const LossReport& losses = check.losses;
+    sink.Printf(
+        ", \"stops\": %d, \"stopsLost\": %d, \"stopsAdded\": %d, \"namesChanged\": %d, "
+        "\"commentsLost\": %d, \"altitudesLost\": %d, \"largestShift\": %.2f",
+        losses.stops, losses.stopsLost, losses.stopsAdded, losses.namesChanged,
+        losses.commentsChanged, losses.altitudesChanged, losses.largestShift);
+    if (losses.namesChanged > 0) {
+      sink.Write(", \"firstName\": {\"before\": ");
+      WriteJsonString(sink, losses.nameBefore);
+      sink.Write(", \"after\": ");
+      WriteJsonString(sink, losses.nameAfter);
+      sink.Put('}');
+    }
+  }
+  sink.Printf(
+      ", \"listsMerged\": %d, \"linesPassedOver\": %d, \"stopsWithoutWaypoint\": %d, "
+      "\"pointsWithoutPosition\": %d}",
+      check.listsMerged, check.linesPassedOver, check.stopsWithoutWaypoint,
+      check.pointsWithoutPosition);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/byte_sink.h"
+#include "core/conversion_notes.h"
+#include "core/format_table.h"
+#include "core/loss_report.h"
+#include "platform/wide_string.h"
+
+/// What is known of the losses of one conversion.
+struct ConversionCheck {
+  enum class EOutcome { kChecked, kOnlyWritten, kNotReadable };
+
+  WideString source;
+  WideString target;
+  EOutcome outcome = EOutcome::kChecked;
+  LossReport losses;       ///< between the itinerary and the file, when checked
+  size_t listsMerged = 0;  ///< lists of the source that became one; 0 when there was one
+  uint64_t linesPassedOver = 0;
+  uint64_t stopsWithoutWaypoint = 0;
+  uint64_t pointsWithoutPosition = 0;
+
+  /// True when something is known to be lost on the way from the source to the target.
+  bool HasLosses() const;
+};
+
+/// Takes what the reader of the source has told.
+void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check);
+
+/// Reads the written files back with the row's reader and compares them with `list`.
+void CheckWrittenFiles(const CItineraryFormat& row, const std::vector<WideString>& files,
+                       const CGpsPointArray& list, ConversionCheck& check);
+
+/// One to five lines for the user.
+std::string DescribeCheck(const ConversionCheck& check);
+
+/// The same as a JSON object.
+void WriteJsonCheck(ByteSink& sink, const ConversionCheck& check);
