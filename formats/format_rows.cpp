@@ -1,5 +1,7 @@
 #include "formats/format_rows.h"
 
+#include "formats/binary/mapsource_gdb.h"
+#include "formats/binary/mapsource_mps.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -14,8 +16,8 @@ FormatTable DefaultFormatTable() {
       {u"axg", 136, nullptr, nullptr, 0},
       {u"est", 138, nullptr, nullptr, 0},
       {u"ptm", 137, nullptr, nullptr, 0},
-      {u"mps", 218, nullptr, nullptr, 0},
-      {u"gdb", 139, nullptr, nullptr, 0},
+      {u"mps", 218, ReadMps, WriteMps, 0},
+      {u"gdb", 139, ReadGdb, WriteGdb, 0},
       {u"rte", 111, nullptr, nullptr, 0},
       {u"wpt", 0, nullptr, nullptr, 0},
       {u"gpx", 200, nullptr, nullptr, 0},
