@@ -1,5 +1,6 @@
 #include "formats/format_rows.h"
 
+#include "formats/binary/destinator.h"
 #include "formats/binary/mapsource_gdb.h"
 #include "formats/binary/mapsource_mps.h"
 #include "formats/text/tomtom.h"
@@ -42,7 +43,7 @@ FormatTable DefaultFormatTable() {
       {u"route", 224, nullptr, nullptr, 0},
       {u"store", 0, nullptr, nullptr, 0},
       {u"freshroute", 245, nullptr, nullptr, 0},
-      {u"dat", 130, nullptr, nullptr, 0},
+      {u"dat", 130, ReadDestinator, WriteDestinator, 0},
       {u"xml", 373, nullptr, nullptr, 0},
       {u"xml", 249, nullptr, nullptr, 0},
       {u"csv", 116, nullptr, nullptr, 0},
