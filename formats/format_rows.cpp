@@ -3,6 +3,7 @@
 #include "formats/binary/destinator.h"
 #include "formats/binary/mapsource_gdb.h"
 #include "formats/binary/mapsource_mps.h"
+#include "formats/binary/sygic.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -55,9 +56,9 @@ FormatTable DefaultFormatTable() {
       {u"trp", 219, nullptr, nullptr, 0},
       {u"trp", 263, nullptr, nullptr, 0},
       {u"trp", 374, nullptr, nullptr, 0},
-      {u"itf", 250, nullptr, nullptr, 0},
-      {u"itf", 299, nullptr, nullptr, 0},
-      {u"itf", 328, nullptr, nullptr, 0},
+      {u"itf", 250, ReadSygic, WriteSygicMcGuider, 0},
+      {u"itf", 299, nullptr, WriteSygic11, 0},
+      {u"itf", 328, nullptr, WriteSygic13, 0},
       {u"xml", 259, nullptr, nullptr, 0},
       {u"lmx", 225, nullptr, nullptr, 0},
       {u"tour", 260, nullptr, nullptr, 0},
