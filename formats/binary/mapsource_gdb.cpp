@@ -41,6 +41,9 @@ constexpr MapSourceLayout kLayout{
     .nextRoutePointAltitudeSize = 16,
 };
 
+// Time, depth and temperature of a track point, each behind a flag that says whether it is there.
+constexpr size_t kTrackPointDetailSizes[] = {4, 8, 8};
+
 class GdbReader final : public MapSourceReader {
  public:
   GdbReader() : MapSourceReader(kMagic, kLayout.altitudeIsOptional) {}
@@ -72,9 +75,8 @@ class GdbReader final : public MapSourceReader {
 
   size_t RoutePointTailSize() const override { return m_version < 2 ? 0 : m_version == 2 ? 8 : 10; }
 
-  // Time, depth and temperature, each behind a flag that says whether it is there.
   void SkipTrackPointDetails(ByteCursor& record) const override {
-    for (const size_t size : {4, 8, 8}) {
+    for (const size_t size : kTrackPointDetailSizes) {
       if (record.Uint8() != 0) record.Skip(size);
     }
   }

@@ -10,9 +10,8 @@
 // `.mps` of Garmin MapSource up to 5: waypoints, routes and tracks in one file of records.
 
 /// Reads free waypoints into a first list, and each route and track into one of its own. 0; the
-/// platform's error code when the file cannot be opened, 1 when it is empty, and
-/// kStatusInvalidArgument when it is no such file, and kStatusNotImplemented for a version that is
-/// not known.
+/// platform's error code when the file cannot be opened, 1 when it is empty, kStatusInvalidArgument
+/// when it is no such file, and kStatusNotImplemented from a version that is not known on.
 uint32_t ReadMps(const WideString& path, PointLists& lists, bool silent);
 /// The same for the `size` bytes at `data`.
 uint32_t ParseMpsBuffer(const void* data, size_t size, PointLists& lists);

@@ -91,8 +91,8 @@ class Box {
   CGpsCoordinate m_lowest;
 };
 
-// By rule and not by counting. With an altitude at only one of the two ends it is 8 bytes off in the
-// format where altitudes are optional, and that is how programs know these files.
+// By rule and not by counting: where altitudes are optional it is 8 bytes off when only one of the
+// two ends of the route has one. Readers go by the fields of a route.
 size_t RouteLength(const CGpsPointArray& list, const MapSourceLayout& layout) {
   std::string buffer;
   size_t length = Narrowed(list.name, buffer).size() + layout.routeSize;

@@ -8,6 +8,7 @@
 #include "core/file_sink.h"
 #include "core/point_list.h"
 #include "core/status.h"
+#include "platform/wide_string.h"
 
 // The records that the two files of Garmin's MapSource have in common when they are written.
 

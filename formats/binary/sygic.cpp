@@ -31,7 +31,8 @@ constexpr std::string_view kSettingsTag = "2TSR";
 constexpr std::string_view kTailTag = "2OVA";
 constexpr size_t kTailSize = 28;
 
-// How the way is to be calculated: as the programs have it at the start. Zeros fill it up.
+// Settings that stand with every way. They are the programs' own: nothing in them is ours to
+// choose. Zeros fill them up.
 constexpr std::string_view kSettings =
     "\x83\x73\x5F\x50\x3C\x28\x14\x08\x00\x00\x80\x3F\x8F\xC2\x75\x3F"
     "\xC3\xF5\x68\x3F\xAE\x47\x61\x3F\xCD\xCC\x4C\x3F\x33\x33\x33\x3F"

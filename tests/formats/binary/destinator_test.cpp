@@ -7,6 +7,7 @@
 
 #include "core/conversion_notes.h"
 #include "core/status.h"
+#include "platform/path_text.h"
 #include "tests/hex_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -216,6 +217,20 @@ TEST(Destinator, WrittenFilesAreNotForReading) {
   EXPECT_EQ(lists[0]->points[0].name, "Home");
   EXPECT_EQ(lists[0]->points[0].comment, "x");
   EXPECT_TRUE(lists[0]->points[0].IsNull());
+}
+
+TEST(Destinator, ReadsTheExample) {
+  PointLists lists;
+  EXPECT_EQ(ReadDestinator(WidePath(CORVANE_SOURCE_FOLDER "/examples/scottish-highlands.dat"),
+                           lists, true),
+            kStatusSuccess);
+  const CGpsPointArray& route = *lists.back();
+  EXPECT_EQ(route.GetKind(), kKindRoute);
+  ASSERT_EQ(route.Count(), 7u);
+  EXPECT_EQ(route.points.front().name, "Edinburgh");
+  EXPECT_EQ(route.points.back().name, "Inverness");
+  EXPECT_EQ(route.points.front().comment, "Castlehill");
+  EXPECT_TRUE(route.points[4].IsNear(MakePoint(57.274, -5.5161)));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "core/status.h"
 #include "formats/binary/mapsource_mps.h"
 #include "platform/last_error.h"
+#include "platform/path_text.h"
 #include "tests/formats/binary/mapsource_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -452,6 +453,20 @@ TEST(Gdb, IsNotTakenForTheOlderFormat) {
   const std::string bytes = Bytes(MakeList("", MakePoint(45, 90, "A")));
   EXPECT_EQ(ParseMpsBuffer(bytes.data(), bytes.size(), lists), kStatusInvalidArgument);
   EXPECT_TRUE(lists.empty());
+}
+
+TEST(Gdb, ReadsTheExample) {
+  PointLists lists;
+  EXPECT_EQ(ReadGdb(WidePath(CORVANE_SOURCE_FOLDER "/examples/swiss-passes.gdb"), lists, true),
+            kStatusSuccess);
+  const CGpsPointArray& route = *lists.back();
+  EXPECT_EQ(route.GetKind(), kKindRoute);
+  ASSERT_EQ(route.Count(), 8u);
+  EXPECT_EQ(route.points.front().name, "Chur");
+  EXPECT_EQ(route.points.back().name, "Bern");
+  EXPECT_EQ(route.name, "Swiss passes");
+  EXPECT_TRUE(route.points[3].IsNear(MakePoint(46.5726, 8.4151)));
+  EXPECT_EQ(route.points[3].altitude, 2429.0);
 }
 
 }  // namespace

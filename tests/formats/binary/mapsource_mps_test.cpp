@@ -9,6 +9,7 @@
 #include "core/conversion_notes.h"
 #include "core/status.h"
 #include "platform/last_error.h"
+#include "platform/path_text.h"
 #include "tests/formats/binary/mapsource_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -352,6 +353,19 @@ TEST(Mps, RoundTripKeepsOrderAndNames) {
   EXPECT_EQ(NamesOf(*lists[1]), "Innsbruck;Bozen;Bern;Innsbruck;");
   EXPECT_EQ(lists[1]->points[0].latitude, static_cast<double>(47.26921f));
   EXPECT_EQ(lists[1]->points[3].altitude, 574.0);
+}
+
+TEST(Mps, ReadsTheExample) {
+  PointLists lists;
+  EXPECT_EQ(ReadMps(WidePath(CORVANE_SOURCE_FOLDER "/examples/norwegian-fjords.mps"), lists, true),
+            kStatusSuccess);
+  const CGpsPointArray& route = *lists.back();
+  EXPECT_EQ(route.GetKind(), kKindRoute);
+  ASSERT_EQ(route.Count(), 7u);
+  EXPECT_EQ(route.points.front().name, "Bergen");
+  EXPECT_EQ(route.points.back().name, "\u00c5lesund");
+  EXPECT_EQ(route.name, "Norwegian fjords");
+  EXPECT_TRUE(route.points[2].IsNear(MakePoint(60.86291, 7.11373)));
 }
 
 }  // namespace

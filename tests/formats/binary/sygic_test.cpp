@@ -7,6 +7,7 @@
 
 #include "core/conversion_notes.h"
 #include "core/status.h"
+#include "platform/path_text.h"
 #include "tests/hex_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -284,6 +285,18 @@ TEST(SygicWriters, GiveOneForAFileThatCannotBeCreated) {
   EXPECT_EQ(WriteSygicMcGuider(path, ThreeStops(), 0, true), kStatusFailure);
   EXPECT_EQ(WriteSygic11(path, ThreeStops(), 0, true), kStatusFailure);
   EXPECT_EQ(WriteSygic13(path, ThreeStops(), 0, true), kStatusFailure);
+}
+
+TEST(Sygic, ReadsTheExample) {
+  PointLists lists;
+  EXPECT_EQ(ReadSygic(WidePath(CORVANE_SOURCE_FOLDER "/examples/flanders-coast.itf"), lists, true),
+            kStatusSuccess);
+  const CGpsPointArray& route = *lists.back();
+  EXPECT_EQ(route.GetKind(), kKindRoute);
+  ASSERT_EQ(route.Count(), 7u);
+  EXPECT_EQ(route.points.front().name, "Brussels, Grand-Place");
+  EXPECT_EQ(route.points.back().name, "Ypres");
+  EXPECT_TRUE(route.points[6].IsNear(MakePoint(50.8511, 2.8857)));
 }
 
 }  // namespace
