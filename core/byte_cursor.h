@@ -50,6 +50,19 @@ class ByteCursor {
     return text;
   }
 
+  /// The bytes of 16-bit text up to its zero unit, which is consumed too. Without one, the rest of
+  /// the bytes.
+  std::string_view ZeroTerminatedUtf16() {
+    for (size_t end = m_position; m_bytes.size() - end >= 2; end += 2) {
+      if (m_bytes[end] != '\0' || m_bytes[end + 1] != '\0') continue;
+      const std::string_view text = m_bytes.substr(m_position, end - m_position);
+      m_position = end + 2;
+      return text;
+    }
+    m_overrun = true;
+    return Take(Remaining());
+  }
+
  private:
   uint64_t Integer(size_t width) {
     const std::string_view bytes = Take(width);

@@ -60,8 +60,10 @@ class ByteSink {
  private:
   static constexpr size_t kPieceSize = size_t{1} << 17;
 
-  void Integer(uint64_t value, int width) {
-    for (int i = 0; i < width; ++i) m_buffer.push_back(static_cast<char>(value >> (8 * i) & 0xFF));
+  void Integer(uint64_t value, size_t width) {
+    char bytes[sizeof value];
+    for (size_t i = 0; i < width; ++i) bytes[i] = static_cast<char>(value >> (8 * i) & 0xFF);
+    m_buffer.append(bytes, width);
   }
 
   std::string m_buffer;

@@ -1,17 +1,13 @@
 #include "core/point.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "core/numbers.h"
+#include "core/point_order.h"
 #include "core/projection.h"
 #include "core/route_leg.h"
 
 namespace {
-
-bool LiesWithin(double value, double centre, double halfWidth) {
-  return centre - halfWidth < value && value < centre + halfWidth;
-}
 
 struct Vector {
   explicit Vector(const CGpsCoordinate& position) {
@@ -37,9 +33,7 @@ bool CGpsCoordinate::IsValid() const { return !IsNull(); }
 bool CGpsCoordinate::IsNull() const { return latitude == 0.0 && longitude == 0.0; }
 
 bool CGpsCoordinate::IsNear(const CGpsCoordinate& other) const {
-  const double halfWidth = std::max(tolerance, other.tolerance);
-  return LiesWithin(latitude, other.latitude, halfWidth) &&
-         LiesWithin(longitude, other.longitude, halfWidth);
+  return KeyOf(*this).IsNear(KeyOf(other));
 }
 
 bool CGpsCoordinate::IsFar(const CGpsCoordinate& other) const { return !IsNear(other); }
@@ -90,9 +84,7 @@ bool CGpsNamedPoint::operator==(const CGpsNamedPoint& other) const {
 bool CGpsNamedPoint::operator!=(const CGpsNamedPoint& other) const { return !(*this == other); }
 
 bool CGpsNamedPoint::operator<(const CGpsNamedPoint& other) const {
-  const double halfWidth = std::max(tolerance, other.tolerance);
-  if (LiesWithin(latitude, other.latitude, halfWidth)) return longitude < other.longitude;
-  return latitude < other.latitude;
+  return KeyOf(*this) < KeyOf(other);
 }
 
 CGpsPoint::CGpsPoint() = default;

@@ -176,7 +176,7 @@ void CGpsPointArray::Simplify(uint32_t maximum) {
 void CGpsPointArray::SortByName() {
   std::vector<CGpsPoint*> order = PointersTo(points);
   MergeSort(order,
-            [](const CGpsPoint& left, const CGpsPoint& right) { return left.name < right.name; });
+            [](const CGpsPoint* left, const CGpsPoint* right) { return left->name < right->name; });
   Rearrange(points, order);
 }
 

@@ -221,6 +221,12 @@ WideString DecodeTextFile(std::string_view bytes) {
   return wide;
 }
 
+std::string Utf16LeToUtf8(std::string_view bytes) {
+  std::string utf8;
+  DecodeUnits(bytes, 2, false, [&utf8](char32_t codePoint) { AppendUtf8(utf8, codePoint); });
+  return utf8;
+}
+
 std::string DecodeTextFileToUtf8(std::string_view bytes) {
   const DetectedEncoding detected = DetectEncoding(bytes);
   bytes.remove_prefix(detected.skipped);

@@ -72,6 +72,10 @@ WideString DecodeTextFile(std::string_view bytes);
 /// As `DecodeTextFile`, in UTF-8.
 std::string DecodeTextFileToUtf8(std::string_view bytes);
 
+/// UTF-16 little-endian to UTF-8, with U+FFFD for every unpaired surrogate. An odd last byte is
+/// dropped.
+std::string Utf16LeToUtf8(std::string_view bytes);
+
 /// Takes lines off the front of a text. A line ends at LF; a CR right before it belongs to the
 /// end. The last line needs no end.
 template <typename Char>

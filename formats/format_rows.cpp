@@ -1,5 +1,9 @@
 #include "formats/format_rows.h"
 
+#include "formats/binary/destinator.h"
+#include "formats/binary/mapsource_gdb.h"
+#include "formats/binary/mapsource_mps.h"
+#include "formats/binary/sygic.h"
 #include "formats/text/magellan.h"
 #include "formats/text/oziexplorer.h"
 #include "formats/text/pcx5.h"
@@ -17,8 +21,8 @@ FormatTable DefaultFormatTable() {
       {u"axg", 136, nullptr, nullptr, 0},
       {u"est", 138, nullptr, nullptr, 0},
       {u"ptm", 137, nullptr, nullptr, 0},
-      {u"mps", 218, nullptr, nullptr, 0},
-      {u"gdb", 139, nullptr, nullptr, 0},
+      {u"mps", 218, ReadMps, WriteMps, 0},
+      {u"gdb", 139, ReadGdb, WriteGdb, 0},
       {u"rte", 111, ReadPcx5, WritePcx5, 0},
       {u"wpt", 0, ReadPcx5, nullptr, 0},
       {u"gpx", 200, nullptr, nullptr, 0},
@@ -43,7 +47,7 @@ FormatTable DefaultFormatTable() {
       {u"route", 224, nullptr, nullptr, 0},
       {u"store", 0, nullptr, nullptr, 0},
       {u"freshroute", 245, nullptr, nullptr, 0},
-      {u"dat", 130, nullptr, nullptr, 0},
+      {u"dat", 130, ReadDestinator, WriteDestinator, 0},
       {u"xml", 373, nullptr, nullptr, 0},
       {u"xml", 249, nullptr, nullptr, 0},
       {u"csv", 116, nullptr, nullptr, 0},
@@ -55,9 +59,9 @@ FormatTable DefaultFormatTable() {
       {u"trp", 219, nullptr, nullptr, 0},
       {u"trp", 263, nullptr, nullptr, 0},
       {u"trp", 374, nullptr, nullptr, 0},
-      {u"itf", 250, nullptr, nullptr, 0},
-      {u"itf", 299, nullptr, nullptr, 0},
-      {u"itf", 328, nullptr, nullptr, 0},
+      {u"itf", 250, ReadSygic, WriteSygicMcGuider, 0},
+      {u"itf", 299, nullptr, WriteSygic11, 0},
+      {u"itf", 328, nullptr, WriteSygic13, 0},
       {u"xml", 259, nullptr, nullptr, 0},
       {u"lmx", 225, nullptr, nullptr, 0},
       {u"tour", 260, nullptr, nullptr, 0},

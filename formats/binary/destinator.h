@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// `.dat` of Destinator PN: records of texts and a position. The file that a device takes in and the
+// one that it gives out differ in their records, and so what is written here does not read back.
+
+/// Reads the places that a device has saved into one new route. 0, or the platform's error code
+/// when the file cannot be opened. A record of an unknown kind ends the list.
+uint32_t ReadDestinator(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseDestinator(std::string_view bytes, PointLists& lists);
+
+/// Writes the list for a device. 0 or the platform's error code.
+uint32_t WriteDestinator(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                         bool silent);
+void WriteDestinatorBody(ByteSink& sink, const CGpsPointArray& list);

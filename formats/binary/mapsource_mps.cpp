@@ -1,0 +1,92 @@
+#include "formats/binary/mapsource_mps.h"
+
+#include <string>
+#include <string_view>
+
+#include "core/byte_cursor.h"
+#include "core/status.h"
+#include "core/text.h"
+#include "formats/binary/mapsource_reader.h"
+#include "formats/binary/mapsource_writer.h"
+
+namespace {
+
+using std::string_view_literals::operator""sv;
+
+constexpr std::string_view kMagic = "MsRcd\0"sv;
+constexpr char kVersionLetter = 'i';
+
+// Who wrote the file and when: what the desktop program of this version writes.
+constexpr std::string_view kApplication =
+    "\xF4\x01"
+    "SQA\0"
+    "Jul  3 2003\0"
+    "08:35:33\0"sv;
+
+constexpr MapSourceLayout kLayout{
+    .altitudeIsOptional = false,
+    .waypointTail =
+        "\0\0\0\0\0\0\0\0\0\0\1\0\0\0\0\0\0\0\x12\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
+        "\0\0"sv,
+    .routePointClass = 8,
+    .routePointMiddle = "\0\3\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"sv,
+    .routePointTail = ""sv,
+    .routeSize = 41,
+    .firstRoutePointSize = 52,
+    .nextRoutePointSize = 120,
+    .nextRoutePointAltitudeSize = 0,
+};
+
+constexpr size_t kTrackPointDetailsSize = 14;
+
+class MpsReader final : public MapSourceReader {
+ public:
+  MpsReader() : MapSourceReader(kMagic, kLayout.altitudeIsOptional) {}
+
+ private:
+  uint32_t TakeVersion(uint8_t letter) override {
+    if (letter < 'd' || letter > 'i') return kStatusNotImplemented;
+    m_version = letter == 'd' ? 3 : letter == 'i' ? 5 : 4;
+    return kStatusSuccess;
+  }
+
+  std::string Text(std::string_view bytes) const override { return WidenToUtf8(bytes); }
+  void SkipBehindApplication(ByteCursor&) const override {}
+  size_t SubclassSize() const override { return m_version <= 3 ? 17 : 22; }
+
+  void SkipToLinkCount(ByteCursor& record) const override {
+    if (m_version > 3) record.ZeroTerminated();
+    record.Skip(kLayout.routePointMiddle.size() - 1);
+  }
+
+  size_t RoutePointTailSize() const override { return 0; }
+  void SkipTrackPointDetails(ByteCursor& record) const override {
+    record.Skip(kTrackPointDetailsSize);
+  }
+
+  int m_version = 0;
+};
+
+}  // namespace
+
+uint32_t ReadMps(const WideString& path, PointLists& lists, bool) {
+  return MpsReader().ReadFile(path, lists);
+}
+
+uint32_t ParseMpsBuffer(const void* data, size_t size, PointLists& lists) {
+  return MpsReader().Read({static_cast<const char*>(data), size}, lists);
+}
+
+uint32_t WriteMps(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteMapSourceFile(path, [&list](ByteSink& sink) { WriteMpsBody(sink, list); });
+}
+
+void WriteMpsBody(ByteSink& sink, const CGpsPointArray& list) {
+  sink.Write(kMagic);
+  WriteMapSourceVersion(sink, kVersionLetter);
+  WriteMapSourceHead(sink, 'A', kApplication.size());
+  sink.Write(kApplication);
+  WriteMapSourceWaypoints(sink, list, kLayout);
+  WriteMapSourceRoute(sink, list, kLayout);
+  WriteMapSourceEnd(sink);
+}

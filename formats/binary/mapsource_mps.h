@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// `.mps` of Garmin MapSource up to 5: waypoints, routes and tracks in one file of records.
+
+/// Reads free waypoints into a first list, and each route and track into one of its own. 0; the
+/// platform's error code when the file cannot be opened, 1 when it is empty, kStatusInvalidArgument
+/// when it is no such file, and kStatusNotImplemented from a version that is not known on.
+uint32_t ReadMps(const WideString& path, PointLists& lists, bool silent);
+/// The same for the `size` bytes at `data`.
+uint32_t ParseMpsBuffer(const void* data, size_t size, PointLists& lists);
+
+/// Writes the list as a route with its waypoints. Always 0: a file that cannot be written is told
+/// by `LastError` alone.
+uint32_t WriteMps(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+void WriteMpsBody(ByteSink& sink, const CGpsPointArray& list);
