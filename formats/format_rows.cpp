@@ -1,5 +1,6 @@
 #include "formats/format_rows.h"
 
+#include "formats/text/navigon_rte.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -34,9 +35,9 @@ FormatTable DefaultFormatTable() {
       {u"rte", 152, nullptr, nullptr, 0},
       {u"upt", 0, nullptr, nullptr, 0},
       {u"mag", 152, nullptr, nullptr, 153},
-      {u"rte", 131, nullptr, nullptr, 0},
-      {u"rte", 165, nullptr, nullptr, 0},
-      {u"rte", 223, nullptr, nullptr, 0},
+      {u"rte", 131, ReadNavigonRte, WriteNavigonMn5, 0},
+      {u"rte", 165, ReadNavigonRte, WriteNavigonMn6, 0},
+      {u"rte", 223, ReadNavigonRte, WriteBecker, 0},
       {u"route", 224, nullptr, nullptr, 0},
       {u"store", 0, nullptr, nullptr, 0},
       {u"freshroute", 245, nullptr, nullptr, 0},
