@@ -1,6 +1,10 @@
 #include "formats/format_rows.h"
 
+#include "formats/text/igo.h"
+#include "formats/text/kompass.h"
+#include "formats/text/mireo.h"
 #include "formats/text/navigon_rte.h"
+#include "formats/text/polstar.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -60,15 +64,15 @@ FormatTable DefaultFormatTable() {
       {u"lmx", 225, nullptr, nullptr, 0},
       {u"tour", 260, nullptr, nullptr, 0},
       {u"krt", 261, nullptr, nullptr, 0},
-      {u"trl", 158, nullptr, nullptr, 0},
-      {u"txt", 273, nullptr, nullptr, 0},
+      {u"trl", 158, ReadPolstar, WritePolstar, 0},
+      {u"txt", 273, ReadMireo, WriteMireoTxt, 0},
       {u"osm", 326, nullptr, nullptr, 0},
-      {u"rt", 300, nullptr, nullptr, 0},
+      {u"rt", 300, ReadMireo, WriteMireoRt, 0},
       {u"loc", 201, nullptr, nullptr, 0},
-      {u"tk", 262, nullptr, nullptr, 0},
-      {u"upoi", 293, nullptr, nullptr, 0},
-      {u"upoi", 294, nullptr, nullptr, 0},
-      {u"upoi", 295, nullptr, nullptr, 0},
+      {u"tk", 262, ReadKompass, WriteKompass, 0},
+      {u"upoi", 293, ReadUpoi, nullptr, 0},
+      {u"upoi", 294, nullptr, WriteUpoi80, 0},
+      {u"upoi", 295, nullptr, WriteUpoi83, 0},
       {u"xml", 319, nullptr, nullptr, 0},
       {u"ggm", 203, nullptr, nullptr, 204},
       {u"here", 332, nullptr, nullptr, 0},
