@@ -1,7 +1,9 @@
 #include "formats/format_rows.h"
 
+#include "formats/text/falk.h"
 #include "formats/text/igo.h"
 #include "formats/text/kompass.h"
+#include "formats/text/marco_polo.h"
 #include "formats/text/mireo.h"
 #include "formats/text/navigon_rte.h"
 #include "formats/text/polstar.h"
@@ -51,7 +53,7 @@ FormatTable DefaultFormatTable() {
       {u"csv", 116, nullptr, nullptr, 0},
       {u"kml", 117, nullptr, nullptr, 0},
       {u"kml", 303, nullptr, nullptr, 0},
-      {u"bcr", 135, nullptr, nullptr, 0},
+      {u"bcr", 135, ReadBcr, WriteBcr, 0},
       {u"xvm", 216, nullptr, nullptr, 0},
       {u"rdn", 134, nullptr, nullptr, 0},
       {u"trp", 219, nullptr, nullptr, 0},
@@ -62,7 +64,7 @@ FormatTable DefaultFormatTable() {
       {u"itf", 328, nullptr, nullptr, 0},
       {u"xml", 259, nullptr, nullptr, 0},
       {u"lmx", 225, nullptr, nullptr, 0},
-      {u"tour", 260, nullptr, nullptr, 0},
+      {u"tour", 260, ReadFalkTour, WriteFalkTour, 0},
       {u"krt", 261, nullptr, nullptr, 0},
       {u"trl", 158, ReadPolstar, WritePolstar, 0},
       {u"txt", 273, ReadMireo, WriteMireoTxt, 0},
