@@ -171,10 +171,6 @@ std::string WidenToUtf8(std::string_view text) {
 
 bool IsValidUtf8(std::string_view text) {
   for (size_t i = 0; i < text.size();) {
-    if (static_cast<unsigned char>(text[i]) < 0x80) {
-      ++i;
-      continue;
-    }
     const DecodedCodePoint decoded = DecodeUtf8(text, i);
     if (!decoded.valid) return false;
     i += decoded.length;

@@ -114,9 +114,8 @@ TEST(KompassReader, ReadsDamagedFiles) {
 
 TEST(KompassReader, ReadsTheExample) {
   PointLists lists;
-  EXPECT_EQ(
-      ReadKompass(WidePath(CORVANE_SOURCE_FOLDER "/examples/zugspitze.tk"), lists, true),
-      kStatusSuccess);
+  EXPECT_EQ(ReadKompass(WidePath(CORVANE_SOURCE_FOLDER "/examples/zugspitze.tk"), lists, true),
+            kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   ASSERT_EQ(lists[0]->Count(), 6u);
   EXPECT_EQ(lists[0]->points[5].latitude, 47.421066);
