@@ -94,34 +94,48 @@ uint8_t ByteAt(std::string_view bytes, size_t index) {
   return index < bytes.size() ? static_cast<uint8_t>(bytes[index]) : uint8_t{0};
 }
 
-// Calls `append` with every character of UTF-16 or UTF-32 text; a cut last unit is dropped.
+template <size_t width>
+uint32_t UnitAt(std::string_view bytes, size_t position, bool bigEndian) {
+  uint32_t unit = 0;
+  for (size_t i = 0; i < width; ++i) {
+    const auto byte = static_cast<uint8_t>(bytes[position + i]);
+    unit |= uint32_t{byte} << (8 * (bigEndian ? width - 1 - i : i));
+  }
+  return unit;
+}
+
+// Call `append` with every character of UTF-16 or UTF-32 text; a cut last unit is dropped.
 template <typename Append>
-void DecodeUnits(std::string_view bytes, size_t width, bool bigEndian, Append append) {
-  WideString pending;  // UTF-16 is gathered first, since pairs of units make a character
-  for (size_t i = 0; i + width <= bytes.size(); i += width) {
-    uint32_t unit = 0;
-    for (size_t j = 0; j < width; ++j)
-      unit |= uint32_t{ByteAt(bytes, i + j)} << (8 * (bigEndian ? width - 1 - j : j));
-    if (width == 2) {
-      pending.push_back(static_cast<char16_t>(unit));
-    } else {
-      const bool valid = unit <= 0x10FFFF && !(unit >= 0xD800 && unit <= 0xDFFF);
-      append(valid ? char32_t{unit} : kReplacement);
+void DecodeUtf16Units(std::string_view bytes, bool bigEndian, Append append) {
+  for (size_t i = 0; i + 2 <= bytes.size(); i += 2) {
+    const uint32_t unit = UnitAt<2>(bytes, i, bigEndian);
+    if (unit < 0xD800 || unit > 0xDFFF) {
+      append(char32_t{unit});
+      continue;
     }
-  }
-  for (size_t i = 0; i < pending.size();) {
-    const DecodedCodePoint decoded = DecodeUtf16(pending, i);
-    append(decoded.valid ? decoded.codePoint : kReplacement);
-    i += decoded.length;
+    const uint32_t next = i + 4 <= bytes.size() ? UnitAt<2>(bytes, i + 2, bigEndian) : 0;
+    const bool isPair = unit < 0xDC00 && next >= 0xDC00 && next <= 0xDFFF;
+    append(isPair ? char32_t{0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00)} : kReplacement);
+    if (isPair) i += 2;
   }
 }
 
-bool IsBigEndian(EFileEncoding encoding) {
-  return encoding == kEncodingUtf16Be || encoding == kEncodingUtf32Be;
+template <typename Append>
+void DecodeUtf32Units(std::string_view bytes, bool bigEndian, Append append) {
+  for (size_t i = 0; i + 4 <= bytes.size(); i += 4) {
+    const uint32_t unit = UnitAt<4>(bytes, i, bigEndian);
+    const bool isValid = unit <= 0x10FFFF && !(unit >= 0xD800 && unit <= 0xDFFF);
+    append(isValid ? char32_t{unit} : kReplacement);
+  }
 }
 
-size_t UnitWidth(EFileEncoding encoding) {
-  return encoding == kEncodingUtf16Be || encoding == kEncodingUtf16Le ? 2 : 4;
+template <typename Append>
+void DecodeUnits(std::string_view bytes, EFileEncoding encoding, Append append) {
+  const bool bigEndian = encoding == kEncodingUtf16Be || encoding == kEncodingUtf32Be;
+  if (encoding == kEncodingUtf16Be || encoding == kEncodingUtf16Le)
+    DecodeUtf16Units(bytes, bigEndian, append);
+  else
+    DecodeUtf32Units(bytes, bigEndian, append);
 }
 
 }  // namespace
@@ -216,7 +230,7 @@ WideString DecodeTextFile(std::string_view bytes) {
   if (detected.encoding == kEncodingNarrow) return WidenAscii(bytes);
   if (detected.encoding == kEncodingUtf8) return Utf8ToWideLossy(bytes);
   WideString wide;
-  DecodeUnits(bytes, UnitWidth(detected.encoding), IsBigEndian(detected.encoding),
+  DecodeUnits(bytes, detected.encoding,
               [&wide](char32_t codePoint) { AppendUtf16(wide, codePoint); });
   return wide;
 }
@@ -241,7 +255,7 @@ std::string DecodeTextFileToUtf8(std::string_view bytes) {
         });
     return utf8;
   }
-  DecodeUnits(bytes, UnitWidth(detected.encoding), IsBigEndian(detected.encoding),
+  DecodeUnits(bytes, detected.encoding,
               [&utf8](char32_t codePoint) { AppendUtf8(utf8, codePoint); });
   return utf8;
 }

@@ -4,9 +4,16 @@
 #include "formats/binary/mapsource_gdb.h"
 #include "formats/binary/mapsource_mps.h"
 #include "formats/binary/sygic.h"
+#include "formats/text/falk.h"
+#include "formats/text/igo.h"
+#include "formats/text/kompass.h"
 #include "formats/text/magellan.h"
+#include "formats/text/marco_polo.h"
+#include "formats/text/mireo.h"
+#include "formats/text/navigon_rte.h"
 #include "formats/text/oziexplorer.h"
 #include "formats/text/pcx5.h"
+#include "formats/text/polstar.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -41,9 +48,9 @@ FormatTable DefaultFormatTable() {
       {u"rte", 152, ReadMagellan, nullptr, 0},
       {u"upt", 0, ReadMagellan, nullptr, 0},
       {u"mag", 152, nullptr, WriteMagellan, 153},
-      {u"rte", 131, nullptr, nullptr, 0},
-      {u"rte", 165, nullptr, nullptr, 0},
-      {u"rte", 223, nullptr, nullptr, 0},
+      {u"rte", 131, ReadNavigonRte, WriteNavigonMn5, 0},
+      {u"rte", 165, ReadNavigonRte, WriteNavigonMn6, 0},
+      {u"rte", 223, ReadNavigonRte, WriteBecker, 0},
       {u"route", 224, nullptr, nullptr, 0},
       {u"store", 0, nullptr, nullptr, 0},
       {u"freshroute", 245, nullptr, nullptr, 0},
@@ -53,7 +60,7 @@ FormatTable DefaultFormatTable() {
       {u"csv", 116, nullptr, nullptr, 0},
       {u"kml", 117, nullptr, nullptr, 0},
       {u"kml", 303, nullptr, nullptr, 0},
-      {u"bcr", 135, nullptr, nullptr, 0},
+      {u"bcr", 135, ReadBcr, WriteBcr, 0},
       {u"xvm", 216, nullptr, nullptr, 0},
       {u"rdn", 134, nullptr, nullptr, 0},
       {u"trp", 219, nullptr, nullptr, 0},
@@ -64,17 +71,17 @@ FormatTable DefaultFormatTable() {
       {u"itf", 328, nullptr, WriteSygic13, 0},
       {u"xml", 259, nullptr, nullptr, 0},
       {u"lmx", 225, nullptr, nullptr, 0},
-      {u"tour", 260, nullptr, nullptr, 0},
+      {u"tour", 260, ReadFalkTour, WriteFalkTour, 0},
       {u"krt", 261, nullptr, nullptr, 0},
-      {u"trl", 158, nullptr, nullptr, 0},
-      {u"txt", 273, nullptr, nullptr, 0},
+      {u"trl", 158, ReadPolstar, WritePolstar, 0},
+      {u"txt", 273, ReadMireo, WriteMireoTxt, 0},
       {u"osm", 326, nullptr, nullptr, 0},
-      {u"rt", 300, nullptr, nullptr, 0},
+      {u"rt", 300, ReadMireo, WriteMireoRt, 0},
       {u"loc", 201, nullptr, nullptr, 0},
-      {u"tk", 262, nullptr, nullptr, 0},
-      {u"upoi", 293, nullptr, nullptr, 0},
-      {u"upoi", 294, nullptr, nullptr, 0},
-      {u"upoi", 295, nullptr, nullptr, 0},
+      {u"tk", 262, ReadKompass, WriteKompass, 0},
+      {u"upoi", 293, ReadUpoi, nullptr, 0},
+      {u"upoi", 294, nullptr, WriteUpoi80, 0},
+      {u"upoi", 295, nullptr, WriteUpoi83, 0},
       {u"xml", 319, nullptr, nullptr, 0},
       {u"ggm", 203, nullptr, nullptr, 204},
       {u"here", 332, nullptr, nullptr, 0},

@@ -59,7 +59,7 @@ TEST(LossCheck, ReadsSplitFilesTogether) {
       {folder.PathTo("a.itn"), "itn", "--split", "2", "-o", folder.PathTo("part.itn")});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors, folder.PathTo("part.itn") +
-                               ": checked: all 4 stops are as they were, within 1.1 m\n");
+                               ": checked: all 4 stops are as they were, within 0.0 m\n");
 }
 
 TEST(LossCheck, PrintsJson) {

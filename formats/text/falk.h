@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// Falk Navigator `.tour`: a profile file with one section for the tour and one for every stop,
+// named by its number from 0. Places are whole metres on the Mercator plane, text is UTF-8.
+
+/// Reads the stops into one new route, up to the first number that is missing. 0, or 1 when the
+/// file cannot be opened.
+uint32_t ReadFalkTour(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseFalkTour(std::string_view bytes, PointLists& lists);
+
+/// 0, or 1 on failure.
+uint32_t WriteFalkTour(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                       bool silent);
+void WriteFalkTourBody(ByteSink& sink, const CGpsPointArray& list);

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// iGo 8 POI `.upoi`: a UTF-16 text file of one point a line, fields separated by "|". The later
+// version has two fields more, which moves the comment.
+
+/// Reads both versions into one new route, in any encoding that `DetectEncoding` tells. 0, or 1
+/// when the file cannot be opened.
+uint32_t ReadUpoi(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseUpoi(std::string_view bytes, PointLists& lists);
+
+/// iGo 8.0. The writers give 0, or 1 on failure.
+uint32_t WriteUpoi80(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                     bool silent);
+void WriteUpoi80Body(ByteSink& sink, const CGpsPointArray& list);
+
+/// iGo 8.3.
+uint32_t WriteUpoi83(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                     bool silent);
+void WriteUpoi83Body(ByteSink& sink, const CGpsPointArray& list);

@@ -1,0 +1,53 @@
+#include "formats/text/kompass.h"
+
+#include <vector>
+
+#include "core/conversion_notes.h"
+#include "core/format_file.h"
+#include "core/numbers.h"
+#include "core/text.h"
+
+namespace {
+
+constexpr int kAngleDecimals = 6;
+constexpr int kAltitudeDecimals = 2;
+
+}  // namespace
+
+uint32_t ReadKompass(const WideString& path, PointLists& lists, bool) {
+  return ReadFormatFile(path,
+                        [&lists](std::string_view bytes) { return ParseKompass(bytes, lists); });
+}
+
+uint32_t ParseKompass(std::string_view bytes, PointLists& lists) {
+  auto& route = AddList<CGpsRoute>(lists);
+  LineSplitter lines(bytes.substr(DetectEncoding(bytes).skipped));
+  std::vector<std::string_view> fields;
+  for (std::string_view line; lines.Next(line);) {
+    SplitFields(line, ',', fields);
+    CGpsPoint point;
+    if (fields.size() < 2 || !TryParseReal(fields[0], point.latitude)) {
+      if (!line.empty()) NoteConversion(EConversionNote::kLinePassedOver);
+      continue;
+    }
+    point.longitude = ParseReal(fields[1]);
+    if (fields.size() > 2) point.altitude = ParseReal(fields[2]);
+    route.points.push_back(std::move(point));
+  }
+  return kStatusSuccess;
+}
+
+uint32_t WriteKompass(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteKompassBody(sink, list); });
+}
+
+void WriteKompassBody(ByteSink& sink, const CGpsPointArray& list) {
+  for (const CGpsPoint& point : list.points) {
+    sink.Fixed(point.latitude, kAngleDecimals);
+    sink.Put(',');
+    sink.Fixed(point.longitude, kAngleDecimals);
+    sink.Put(',');
+    sink.Fixed(point.altitude, kAltitudeDecimals);
+    sink.Write("\r\n");
+  }
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// Kompass `.tk`: a text file of one point a line, its latitude, longitude and altitude with commas
+// between. Files of the vendor often have no altitude.
+
+/// Reads the points into one new route, those at 0, 0 too. 0, or 1 when the file cannot be opened.
+uint32_t ReadKompass(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseKompass(std::string_view bytes, PointLists& lists);
+
+/// 0, or 1 on failure.
+uint32_t WriteKompass(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                      bool silent);
+void WriteKompassBody(ByteSink& sink, const CGpsPointArray& list);

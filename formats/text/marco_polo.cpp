@@ -1,0 +1,101 @@
+#include "formats/text/marco_polo.h"
+
+#include <algorithm>
+#include <string>
+
+#include "core/conversion_notes.h"
+#include "core/file_sink.h"
+#include "core/numbers.h"
+#include "core/projection.h"
+#include "core/status.h"
+#include "core/text.h"
+#include "formats/text/profile_file.h"
+#include "platform/input_file.h"
+
+namespace {
+
+// [CLIENT] has the request, the list's name and, for every station, its kind and how exactly it is
+// placed; [COORDINATES] has "x,y" and [DESCRIPTION] the name of every station. Stations count
+// from 1.
+constexpr std::string_view kClient = "CLIENT";
+constexpr std::string_view kCoordinates = "COORDINATES";
+constexpr std::string_view kDescription = "DESCRIPTION";
+constexpr std::string_view kRequest = "REQUEST";
+constexpr std::string_view kRouteName = "ROUTENAME";
+constexpr std::string_view kStation = "STATION";
+
+std::string StationKey(size_t number) { return std::string(kStation) + std::to_string(number); }
+
+CGridCoordinate ParseGrid(std::string_view text) {
+  const size_t comma = std::min(text.find(','), text.size());
+  const size_t behind = std::min(comma + 1, text.size());
+  return {ParseWhole(text.substr(0, comma)), ParseWhole(text.substr(behind))};
+}
+
+size_t CountStations(const ProfileSection& coordinates) {
+  const auto& keys = coordinates.Keys().Entries();
+  return static_cast<size_t>(std::count_if(keys.begin(), keys.end(), [](const auto& key) {
+    return ToLowerAscii(key.name).starts_with(ToLowerAscii(kStation));
+  }));
+}
+
+void WriteSectionStart(ByteSink& sink, std::string_view name) { sink.Printf("[%s]\r\n", name); }
+
+}  // namespace
+
+uint32_t ReadBcr(const WideString& path, PointLists& lists, bool) {
+  InputFile file;
+  const uint32_t status = file.Open(path);
+  return status == kStatusSuccess ? ParseBcr(file.Bytes(), lists) : status;
+}
+
+uint32_t ParseBcr(std::string_view bytes, PointLists& lists) {
+  const ProfileFile profile(bytes, EProfileText::kNarrow);
+  const ProfileSection client = profile.Section(kClient);
+  if (client.GetText(kRequest) == kProfileError) return kStatusFileNotFound;
+
+  auto& route = AddList<CGpsRoute>(lists);
+  const std::string routeName = client.GetText(kRouteName);
+  if (routeName != kProfileError) route.name = routeName;
+
+  const ProfileSection coordinates = profile.Section(kCoordinates);
+  const ProfileSection description = profile.Section(kDescription);
+  const CMercatorProjection6371 projection;
+  for (size_t number = 1;; ++number) {
+    const std::string key = StationKey(number);
+    const std::string place = coordinates.GetText(key);
+    if (place == kProfileError) break;
+    CGpsPoint& point = route.points.emplace_back();
+    static_cast<CGpsCoordinate&>(point) = projection.Unproject(ParseGrid(place));
+    const std::string name = description.GetText(key);
+    if (name != kProfileError) point.name = name;
+  }
+  // Stations behind a gap in the numbers.
+  NoteConversion(EConversionNote::kLinePassedOver, CountStations(coordinates) - route.Count());
+  return kStatusSuccess;
+}
+
+uint32_t WriteBcr(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFileWith(path, [&list](ByteSink& sink) { WriteBcrBody(sink, list); });
+}
+
+void WriteBcrBody(ByteSink& sink, const CGpsPointArray& list) {
+  WriteSectionStart(sink, kClient);
+  sink.Printf("%s=TRUE\r\n%s=%s\r\n", kRequest, kRouteName, NarrowUtf8(list.name));
+  for (size_t number = 1; number <= list.Count(); ++number)
+    sink.Printf("%s%d=Standort,999999999\r\n", kStation, number);
+  if (list.Count() == 0) return;  // a section comes into being with its first key
+
+  WriteSectionStart(sink, kCoordinates);
+  const CMercatorProjection6371 projection;
+  size_t number = 0;
+  for (const CGpsPoint& point : list.points) {
+    const CGridCoordinate place = projection.Project(point);
+    sink.Printf("%s%d=%d,%d\r\n", kStation, ++number, place.x, place.y);
+  }
+
+  WriteSectionStart(sink, kDescription);
+  number = 0;
+  for (const CGpsPoint& point : list.points)
+    sink.Printf("%s%d=%s\r\n", kStation, ++number, NarrowUtf8(point.name));
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// Marco Polo, MTP and OnRoute `.bcr`: a profile file whose three sections hold the stations'
+// kinds, their places in whole metres on the Mercator plane, and their names.
+
+/// Reads the stations into one new route, up to the first number that is missing. 0;
+/// kStatusFileNotFound for a file without a request, as for a file that isn't there; or the
+/// platform's error code.
+uint32_t ReadBcr(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseBcr(std::string_view bytes, PointLists& lists);
+
+/// 0, or the platform's error code.
+uint32_t WriteBcr(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+void WriteBcrBody(ByteSink& sink, const CGpsPointArray& list);

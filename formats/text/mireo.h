@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// Mireo viaGPS: a text file of one stop a line, 8 bits a character, lines ending in LF:
+//
+//   #NAME="Round trip"
+//   STREET="Paris" PT="2.35222 48.85661"
+//
+// GoClever and viaGPS 3.0 take `.txt` without the first line, GoRider and viaGPS 4.5 `.rt` with it.
+
+/// Reads both kinds into one new route. The words of a line may stand in any order, and a line
+/// with "PT=" makes a point. 0, or 1 when the file cannot be opened.
+uint32_t ReadMireo(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseMireo(std::string_view bytes, PointLists& lists);
+
+/// The device wants file names that begin with "Route ": where `path` ends in another, the word is
+/// put in front of it, in the same folder. 0, or 1 on failure.
+uint32_t WriteMireoTxt(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                       bool silent);
+void WriteMireoTxtBody(ByteSink& sink, const CGpsPointArray& list);
+
+/// 0, or 1 on failure.
+uint32_t WriteMireoRt(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                      bool silent);
+void WriteMireoRtBody(ByteSink& sink, const CGpsPointArray& list);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// Navigon and Becker `.rte`: a text file of one stop a line, fields separated by "|". Three shapes
+// of line are in use, one a generation of devices; one reader takes them all, mixed or not.
+
+/// Reads the stops into one new route. A stop of the oldest shape without a position is looked up
+/// by its address with the geocoder of `kProviderGoogle`, one blocking request a stop; what has no
+/// position then is dropped. 0, or 1 when the file cannot be opened.
+uint32_t ReadNavigonRte(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseNavigonRte(std::string_view bytes, PointLists& lists);
+
+/// Navigon MN 4 and 5, and MioMap 2. The writers give 0, or 1 on failure.
+uint32_t WriteNavigonMn5(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                         bool silent);
+void WriteNavigonMn5Body(ByteSink& sink, const CGpsPointArray& list);
+
+/// Navigon MN 6.
+uint32_t WriteNavigonMn6(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                         bool silent);
+void WriteNavigonMn6Body(ByteSink& sink, const CGpsPointArray& list);
+
+/// Becker Traffic Assist.
+uint32_t WriteBecker(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                     bool silent);
+void WriteBeckerBody(ByteSink& sink, const CGpsPointArray& list);

@@ -1,0 +1,69 @@
+#include "formats/text/polstar.h"
+
+#include <bit>
+#include <string>
+
+#include "core/byte_cursor.h"
+#include "core/conversion_notes.h"
+#include "core/format_file.h"
+#include "core/numbers.h"
+
+namespace {
+
+// A record: int32 zero, int32 longitude, int32 latitude, double zero, double altitude. The whole
+// numbers are little-endian, the doubles big-endian.
+constexpr size_t kRecordSize = 28;
+constexpr size_t kWordSize = 4;
+constexpr size_t kDoubleSize = 8;
+
+// Other than in most formats of this unit, positions are cut toward zero on both sides of it.
+constexpr double kUnitsPerDegree = 100000.0;
+
+double FromBigEndian(std::string_view bytes) {
+  uint64_t value = 0;
+  for (const char byte : bytes) value = value << 8 | static_cast<unsigned char>(byte);
+  return std::bit_cast<double>(value);
+}
+
+std::string ToBigEndian(double number) {
+  auto value = std::bit_cast<uint64_t>(number);
+  std::string bytes(kDoubleSize, '\0');
+  for (size_t i = kDoubleSize; i-- > 0; value >>= 8) bytes[i] = static_cast<char>(value & 0xFF);
+  return bytes;
+}
+
+}  // namespace
+
+uint32_t ReadPolstar(const WideString& path, PointLists& lists, bool) {
+  return ReadFormatFile(path,
+                        [&lists](std::string_view bytes) { return ParsePolstar(bytes, lists); });
+}
+
+uint32_t ParsePolstar(std::string_view bytes, PointLists& lists) {
+  auto& route = AddList<CGpsRoute>(lists);
+  ByteCursor records(bytes);
+  while (records.Remaining() >= kRecordSize) {
+    CGpsPoint& point = route.points.emplace_back();
+    records.Skip(kWordSize);
+    point.longitude = records.Int32() / kUnitsPerDegree;
+    point.latitude = records.Int32() / kUnitsPerDegree;
+    records.Skip(kDoubleSize);
+    point.altitude = FromBigEndian(records.Take(kDoubleSize));
+  }
+  if (!records.AtEnd()) NoteConversion(EConversionNote::kLinePassedOver);
+  return kStatusSuccess;
+}
+
+uint32_t WritePolstar(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WritePolstarBody(sink, list); });
+}
+
+void WritePolstarBody(ByteSink& sink, const CGpsPointArray& list) {
+  for (const CGpsPoint& point : list.points) {
+    sink.Int32(0);
+    sink.Int32(TruncateToInt32(point.longitude * kUnitsPerDegree));
+    sink.Int32(TruncateToInt32(point.latitude * kUnitsPerDegree));
+    sink.Write(ToBigEndian(0.0));
+    sink.Write(ToBigEndian(point.altitude));
+  }
+}
