@@ -1,6 +1,7 @@
 #include "formats/xml/xml_reader.h"
 
 #include <algorithm>
+#include <cstring>
 #include <istream>
 #include <utility>
 
@@ -11,22 +12,22 @@
 
 namespace {
 
-// Documents are handed to Expat in slices, so that the file behind them can go. A slice in which
-// nothing came to an end is followed by one of twice the size: a token of many megabytes would
-// otherwise be scanned from its start with every slice.
-constexpr size_t kSliceSize = size_t{1} << 18;
-constexpr size_t kLargestSlice = size_t{1} << 30;
+// Documents are read into Expat's buffer piece by piece. A piece in which nothing came to an end is
+// followed by one of twice the size: a token of many megabytes would otherwise be scanned from its
+// start with every piece.
+constexpr size_t kPieceSize = size_t{1} << 17;
+constexpr size_t kLargestPiece = size_t{1} << 30;
 
-std::string_view FromFirstTag(std::string_view text) {
-  return text.substr(std::min(text.find('<'), text.size()));
-}
+// Bytes of declarations that a document may bring along. Expat limits what entities expand to, but
+// not how many default attributes it has to put into each element.
+constexpr size_t kMostDeclarations = size_t{1} << 14;
 
-// Runs one parse. False, and a line in the debug log, for a document that is not well-formed.
+// The result of `parse`; false, and a line in the debug log, for a document that is not
+// well-formed.
 template <typename Parse>
 bool ParseLogged(const CXmlReader& reader, Parse&& parse) {
   try {
-    parse();
-    return true;
+    return parse();
   } catch (const XML_Error error) {
     DebugLog(reader.DescribeError(error));
     return false;
@@ -72,7 +73,10 @@ struct CXmlReader::Callbacks {
     Forward(data, [](CXmlReader& reader) { reader.EndCdataSection(); });
   }
   static void Default(void* data, const XML_Char* text, int length) {
-    Forward(data, [=](CXmlReader& reader) { reader.Default(text, length); });
+    Forward(data, [=](CXmlReader& reader) {
+      if (reader.m_inDoctype) reader.CountDeclarations(static_cast<size_t>(length));
+      reader.Default(text, length);
+    });
   }
   static int UnknownEncoding(void* data, const XML_Char* name, XML_Encoding* encoding) {
     bool isKnown = false;
@@ -92,11 +96,15 @@ struct CXmlReader::Callbacks {
   static void StartDoctypeDecl(void* data, const XML_Char* name, const XML_Char* systemId,
                                const XML_Char* publicId, int hasInternalSubset) {
     Forward(data, [=](CXmlReader& reader) {
+      reader.m_inDoctype = true;
       reader.StartDoctypeDecl(name, systemId, publicId, hasInternalSubset != 0);
     });
   }
   static void EndDoctypeDecl(void* data) {
-    Forward(data, [](CXmlReader& reader) { reader.EndDoctypeDecl(); });
+    Forward(data, [](CXmlReader& reader) {
+      reader.m_inDoctype = false;
+      reader.EndDoctypeDecl();
+    });
   }
 };
 
@@ -129,23 +137,34 @@ void CXmlReader::StartDoctypeDecl(const XML_Char*, const XML_Char*, const XML_Ch
 void CXmlReader::EndDoctypeDecl() {}
 
 bool CXmlReader::ParseStream(std::istream& stream) {
-  std::string text;
-  std::string piece(kSliceSize, '\0');
-  do {
-    stream.read(piece.data(), static_cast<std::streamsize>(piece.size()));
-    text.append(piece, 0, static_cast<size_t>(stream.gcount()));
-  } while (stream);
-  if (stream.bad()) return false;
-  ParseBytes(text);
-  return true;
+  return Parse(
+      [&stream](char* data, size_t size) -> std::optional<size_t> {
+        stream.read(data, static_cast<std::streamsize>(size));
+        if (stream.bad()) return std::nullopt;
+        return static_cast<size_t>(stream.gcount());
+      },
+      EStart::kFirstTag);
 }
 
-void CXmlReader::ParseFile(InputFile& file) { Feed(FromFirstTag(file.Bytes()), &file); }
+bool CXmlReader::ParseFile(SequentialFile& file) {
+  return Parse([&file](char* data, size_t size) { return file.Read(data, size); },
+               EStart::kFirstTag);
+}
 
-void CXmlReader::ParseBytes(std::string_view bytes) { Feed(FromFirstTag(bytes), nullptr); }
+void CXmlReader::ParseBytes(std::string_view bytes) {
+  const size_t start = std::min(bytes.find('<'), bytes.size());
+  ParseBuffer(bytes.data() + start, bytes.size() - start);
+}
 
 void CXmlReader::ParseBuffer(const char* data, size_t length) {
-  Feed(std::string_view(data, length), nullptr);
+  std::string_view rest(data, length);
+  Parse(
+      [&rest](char* buffer, size_t size) -> std::optional<size_t> {
+        const size_t count = rest.copy(buffer, size);
+        rest.remove_prefix(count);
+        return count;
+      },
+      EStart::kFirstByte);
 }
 
 int CXmlReader::ErrorCode() const { return XML_GetErrorCode(m_parser.get()); }
@@ -173,37 +192,61 @@ void CXmlReader::Prepare() {
   XML_SetXmlDeclHandler(parser, Callbacks::XmlDecl);
   XML_SetDoctypeDeclHandler(parser, Callbacks::StartDoctypeDecl, Callbacks::EndDoctypeDecl);
   XML_SetDefaultHandler(parser, Callbacks::Default);
+  m_inDoctype = false;
+  m_declarationSize = 0;
   m_initialised = true;
 }
 
-void CXmlReader::Feed(std::string_view document, InputFile* file) {
+void CXmlReader::CountDeclarations(size_t size) {
+  m_declarationSize += size;
+  if (m_declarationSize > kMostDeclarations) throw XML_ERROR_AMPLIFICATION_LIMIT_BREACH;
+}
+
+bool CXmlReader::Parse(const Source& source, EStart start) {
   Prepare();
   const XML_Parser parser = m_parser.get();
-  size_t sliceSize = kSliceSize;
-  while (true) {
-    const std::string_view slice = document.substr(0, sliceSize);
-    document.remove_prefix(slice.size());
-    const XML_Index before = XML_GetCurrentByteIndex(parser);
-    const XML_Status status =
-        XML_Parse(parser, slice.data(), static_cast<int>(slice.size()), document.empty());
+  size_t pieceSize = kPieceSize;
+  XML_Index position = -1;
+  bool hasStarted = start == EStart::kFirstByte;
+  for (bool isAtEnd = false; !isAtEnd;) {
+    auto* const buffer = static_cast<char*>(XML_GetBuffer(parser, static_cast<int>(pieceSize)));
+    if (!buffer) throw XML_GetErrorCode(parser);
+    const std::optional<size_t> count = source(buffer, pieceSize);
+    if (!count) {
+      m_initialised = false;
+      return false;
+    }
+    isAtEnd = *count == 0;
+    std::string_view piece(buffer, *count);
+    if (!hasStarted) {
+      piece.remove_prefix(std::min(piece.find('<'), piece.size()));
+      hasStarted = !piece.empty();
+      if (!hasStarted && !isAtEnd) continue;
+      std::memmove(buffer, piece.data(), piece.size());
+    }
+
+    const XML_Status status = XML_ParseBuffer(parser, static_cast<int>(piece.size()), isAtEnd);
     if (m_failure) std::rethrow_exception(std::exchange(m_failure, nullptr));
     if (status != XML_STATUS_OK) throw XML_GetErrorCode(parser);
-    if (document.empty()) break;
-    if (file) file->DiscardBefore(static_cast<size_t>(document.data() - file->Bytes().data()));
-    if (XML_GetCurrentByteIndex(parser) == before)
-      sliceSize = std::min(2 * sliceSize, kLargestSlice);
+    const XML_Index newPosition = XML_GetCurrentByteIndex(parser);
+    if (newPosition == position) pieceSize = std::min(2 * pieceSize, kLargestPiece);
+    position = newPosition;
   }
   m_initialised = false;
+  return true;
 }
 
 uint32_t ParseXml(CXmlReader& reader, std::string_view bytes) {
-  const bool isWhole = ParseLogged(reader, [&] { reader.ParseBytes(bytes); });
-  return isWhole ? kStatusSuccess : kStatusFailure;
+  const bool isRead = ParseLogged(reader, [&] {
+    reader.ParseBytes(bytes);
+    return true;
+  });
+  return isRead ? kStatusSuccess : kStatusFailure;
 }
 
 uint32_t ReadXmlFile(CXmlReader& reader, const WideString& path) {
-  InputFile file;
+  SequentialFile file;
   if (file.Open(path) != kStatusSuccess) return kStatusFailure;
-  const bool isWhole = ParseLogged(reader, [&] { reader.ParseFile(file); });
-  return isWhole ? kStatusSuccess : kStatusFailure;
+  const bool isRead = ParseLogged(reader, [&] { return reader.ParseFile(file); });
+  return isRead ? kStatusSuccess : kStatusFailure;
 }

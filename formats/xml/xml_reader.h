@@ -3,15 +3,17 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
 #include <expat.h>
 
-#include "platform/input_file.h"
+#include "platform/sequential_file.h"
 #include "platform/wide_string.h"
 
 /// Base of every XML reader: a subclass overrides the callbacks and builds its lists as they come.
@@ -52,17 +54,16 @@ class CXmlReader {
   CXmlReader& operator=(const CXmlReader&) = delete;
 
   // What stands before the first "<" of a stream or a file, such as a byte-order mark, is passed
-  // over. All three throw the XML_Error of a document that is not well-formed.
+  // over. All operations that parse throw the XML_Error of a document that is not well-formed.
 
-  /// Parses the rest of a stream. False, with nothing parsed, when the stream cannot be read.
+  /// Parses the rest of a stream. False when it cannot be read to its end.
   bool ParseStream(std::istream& stream);
-  /// As `ParseStream`. Gives the file's memory back as the parse advances.
-  void ParseFile(InputFile& file);
+  /// As `ParseStream`, for an open file.
+  bool ParseFile(SequentialFile& file);
   /// As `ParseStream`, for bytes in memory.
   void ParseBytes(std::string_view bytes);
 
-  /// Parses one whole document, from its first byte on. Throws the XML_Error of a document that is
-  /// not well-formed.
+  /// Parses one whole document, from its first byte on.
   void ParseBuffer(const char* data, size_t length);
 
   /// Expat's number of the last error.
@@ -82,13 +83,31 @@ class CXmlReader {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
   };
 
+  /// Puts up to `size` of the document's next bytes at `data`. Returns how many, 0 only at the end;
+  /// nothing when they cannot be read.
+  using Source = std::function<std::optional<size_t>(char* data, size_t size)>;
+  enum class EStart { kFirstByte, kFirstTag };
+
   void Prepare();
-  void Feed(std::string_view document, InputFile* file);
+  void CountDeclarations(size_t size);
+  /// False when the source fails.
+  bool Parse(const Source& source, EStart start);
 
   std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> m_parser;
   bool m_initialised = false;
+  bool m_inDoctype = false;
+  size_t m_declarationSize = 0;  ///< of the document type's declarations so far
   std::exception_ptr m_failure;  ///< left a callback during this parse
 };
+
+/// Whether a name that Expat gives is `literal`. Most are told apart by their first character,
+/// which is all that this looks at then.
+inline bool IsName(const XML_Char* name, std::string_view literal) {
+  for (const char character : literal) {
+    if (*name++ != character) return false;
+  }
+  return *name == '\0';
+}
 
 /// The frame of XML formats: parses bytes with `reader`. 0, or 1 for a document that is not
 /// well-formed, whose error goes to the debug log.
