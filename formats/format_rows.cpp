@@ -1,6 +1,7 @@
 #include "formats/format_rows.h"
 
 #include "formats/text/tomtom.h"
+#include "formats/xml/gpx.h"
 
 FormatTable DefaultFormatTable() {
   // clang-format off
@@ -9,7 +10,7 @@ FormatTable DefaultFormatTable() {
       {u"rt2", 901, nullptr, nullptr, 0},
       {u"wpt", 903, nullptr, nullptr, 0},
       {u"plt", 904, nullptr, nullptr, 0},
-      {u"gpx", 900, nullptr, nullptr, 0},
+      {u"gpx", 900, nullptr, WriteGpx, 0},
       {u"axe", 115, nullptr, nullptr, 0},
       {u"axg", 136, nullptr, nullptr, 0},
       {u"est", 138, nullptr, nullptr, 0},
@@ -20,7 +21,7 @@ FormatTable DefaultFormatTable() {
       {u"wpt", 0, nullptr, nullptr, 0},
       {u"gpx", 200, nullptr, nullptr, 0},
       {u"gpx", 376, nullptr, nullptr, 0},
-      {u"gpx", 107, nullptr, nullptr, 120},
+      {u"gpx", 107, ReadGpx, WriteGpx, 120},
       {u"gpx", 370, nullptr, nullptr, 0},
       {u"gpx", 371, nullptr, nullptr, 0},
       {u"gpx", 372, nullptr, nullptr, 0},
