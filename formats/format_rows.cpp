@@ -1,6 +1,7 @@
 #include "formats/format_rows.h"
 
 #include "formats/text/tomtom.h"
+#include "formats/xml/garmin_gpx.h"
 #include "formats/xml/gpx.h"
 
 FormatTable DefaultFormatTable() {
@@ -19,8 +20,8 @@ FormatTable DefaultFormatTable() {
       {u"gdb", 139, nullptr, nullptr, 0},
       {u"rte", 111, nullptr, nullptr, 0},
       {u"wpt", 0, nullptr, nullptr, 0},
-      {u"gpx", 200, nullptr, nullptr, 0},
-      {u"gpx", 376, nullptr, nullptr, 0},
+      {u"gpx", 200, nullptr, WriteNuviGpx, 0},
+      {u"gpx", 376, nullptr, WriteZumoGpx, 0},
       {u"gpx", 107, ReadGpx, WriteGpx, 120},
       {u"gpx", 370, nullptr, nullptr, 0},
       {u"gpx", 371, nullptr, nullptr, 0},
