@@ -1,6 +1,7 @@
 #include "formats/format_rows.h"
 
 #include "formats/text/tomtom.h"
+#include "formats/xml/daimler_gpx.h"
 #include "formats/xml/garmin_gpx.h"
 #include "formats/xml/gpx.h"
 
@@ -23,9 +24,9 @@ FormatTable DefaultFormatTable() {
       {u"gpx", 200, nullptr, WriteNuviGpx, 0},
       {u"gpx", 376, nullptr, WriteZumoGpx, 0},
       {u"gpx", 107, ReadGpx, WriteGpx, 120},
-      {u"gpx", 370, nullptr, nullptr, 0},
-      {u"gpx", 371, nullptr, nullptr, 0},
-      {u"gpx", 372, nullptr, nullptr, 0},
+      {u"gpx", 370, ReadDaimlerGpx, WriteDaimlerGpx50, 0},
+      {u"gpx", 371, nullptr, WriteDaimlerGpx55, 0},
+      {u"gpx", 372, nullptr, WriteDaimlerGpxMbux, 0},
       {u"tth", 0, nullptr, nullptr, 0},
       {u"itn", 106, ReadItn, WriteItn, 0},
       {u"ov2", 298, ReadOv2, WriteOv2, 0},
