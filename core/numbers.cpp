@@ -79,6 +79,32 @@ bool IsTooLarge(std::string_view number) {
   return point - first + exponent > 0;
 }
 
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Reads the numbers that files are full of: up to 15 digits, perhaps with a point among them. These
+// digits and the power of ten below them are exact doubles, and so their quotient is what correct
+// rounding gives. False for all else.
+bool ParseShortDecimal(std::string_view text, double& value) {
+  constexpr double kPowers[] = {1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  constexpr size_t kMostCharacters = 16;  // of the digits and the point
+  const size_t limit = std::min(text.size(), kMostCharacters + 1);
+  uint64_t digits = 0;
+  size_t position = 0;
+  for (; position < limit && IsDigit(text[position]); ++position)
+    digits = digits * 10 + static_cast<uint64_t>(text[position] - '0');
+  const size_t wholeDigits = position;
+  size_t decimals = 0;
+  if (position < limit && text[position] == '.') {
+    for (++position; position < limit && IsDigit(text[position]); ++position, ++decimals)
+      digits = digits * 10 + static_cast<uint64_t>(text[position] - '0');
+  }
+  if (wholeDigits == 0 || wholeDigits + decimals > 15) return false;
+  if (position < text.size() && (text[position] == 'e' || text[position] == 'E')) return false;
+  value = static_cast<double>(digits) / kPowers[decimals];
+  return true;
+}
+
 // Rounds |value| × 10^decimals to a whole number, exactly and with ties to even, for products
 // below 2^52: there the error of the product is itself a double, which the fused operation gives.
 bool ScaleExactly(double magnitude, int decimals, uint64_t& scaled) {
@@ -156,9 +182,13 @@ bool TryParseReal(std::string_view text, double& value) {
     text.remove_prefix(1);
   }
   // Streams know neither "inf" nor "nan", and no second sign.
-  if (text.empty() || !((text[0] >= '0' && text[0] <= '9') || text[0] == '.')) return false;
+  if (text.empty() || !(IsDigit(text[0]) || text[0] == '.')) return false;
 
   double magnitude = 0.0;
+  if (ParseShortDecimal(text, magnitude)) {
+    value = negative ? -magnitude : magnitude;
+    return true;
+  }
   const auto parsed = std::from_chars(text.data(), text.data() + text.size(), magnitude);
   if (parsed.ec == std::errc::invalid_argument) return false;
   if (parsed.ec == std::errc::result_out_of_range) {

@@ -15,6 +15,9 @@
 #include "formats/text/pcx5.h"
 #include "formats/text/polstar.h"
 #include "formats/text/tomtom.h"
+#include "formats/xml/daimler_gpx.h"
+#include "formats/xml/garmin_gpx.h"
+#include "formats/xml/gpx.h"
 
 FormatTable DefaultFormatTable() {
   // clang-format off
@@ -23,7 +26,7 @@ FormatTable DefaultFormatTable() {
       {u"rt2", 901, nullptr, WriteOziRouteCe, 0},
       {u"wpt", 903, nullptr, WriteOziWaypoints, 0},
       {u"plt", 904, nullptr, WriteOziTrack, 0},
-      {u"gpx", 900, nullptr, nullptr, 0},
+      {u"gpx", 900, nullptr, WriteGpx, 0},
       {u"axe", 115, nullptr, nullptr, 0},
       {u"axg", 136, nullptr, nullptr, 0},
       {u"est", 138, nullptr, nullptr, 0},
@@ -32,12 +35,12 @@ FormatTable DefaultFormatTable() {
       {u"gdb", 139, ReadGdb, WriteGdb, 0},
       {u"rte", 111, ReadPcx5, WritePcx5, 0},
       {u"wpt", 0, ReadPcx5, nullptr, 0},
-      {u"gpx", 200, nullptr, nullptr, 0},
-      {u"gpx", 376, nullptr, nullptr, 0},
-      {u"gpx", 107, nullptr, nullptr, 120},
-      {u"gpx", 370, nullptr, nullptr, 0},
-      {u"gpx", 371, nullptr, nullptr, 0},
-      {u"gpx", 372, nullptr, nullptr, 0},
+      {u"gpx", 200, nullptr, WriteNuviGpx, 0},
+      {u"gpx", 376, nullptr, WriteZumoGpx, 0},
+      {u"gpx", 107, ReadGpx, WriteGpx, 120},
+      {u"gpx", 370, ReadDaimlerGpx, WriteDaimlerGpx50, 0},
+      {u"gpx", 371, nullptr, WriteDaimlerGpx55, 0},
+      {u"gpx", 372, nullptr, WriteDaimlerGpxMbux, 0},
       {u"tth", 0, nullptr, nullptr, 0},
       {u"itn", 106, ReadItn, WriteItn, 0},
       {u"ov2", 298, ReadOv2, WriteOv2, 0},

@@ -2,15 +2,11 @@
 
 #include <cerrno>
 
-#include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/last_error.h"
-#include "platform/path_text.h"
 #include "platform/posix/errors.h"
-#include "platform/posix/file_descriptor.h"
+#include "platform/posix/regular_file.h"
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -24,8 +20,6 @@
 #endif
 
 namespace {
-
-constexpr uint32_t kInvalidParameter = 87;
 
 // Builds with the address sanitizer keep some room behind a file's bytes that must not be touched:
 // the sanitizer sees a read past the end of a heap block by itself, but not one of a mapping.
@@ -61,19 +55,11 @@ InputFile::~InputFile() {
 }
 
 uint32_t InputFile::Open(const WideString& path) {
-  // Without O_NONBLOCK, opening a named pipe would wait for somebody to write into it.
-  const FileDescriptor file(open(PathBytes(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!file) return FailWithErrno();
-  struct stat details {};
-  if (fstat(file.Get(), &details) != 0) return FailWithErrno();
-  if (!S_ISREG(details.st_mode)) {
-    const uint32_t status = S_ISDIR(details.st_mode) ? StatusOfErrno(EISDIR) : kInvalidParameter;
-    SetLastError(status);
-    return status;
-  }
-  if (details.st_size == 0) return 0;
+  FileDescriptor file;
+  size_t size = 0;
+  if (const uint32_t status = OpenRegularFile(path, file, size); status != 0) return status;
+  if (size == 0) return 0;
 
-  const auto size = static_cast<size_t>(details.st_size);
   const size_t mapped = size + kGuardSize;
   void* const memory =
       mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// GPX 1.1 with Garmin's extensions, as the maker's devices and desktop programs take it. Read by
+// `ReadGpx`.
+
+/// For Nüvi devices and MapSource: every stop is written as a waypoint and again as a point of the
+/// route. A `splitLimit` other than 0 marks the stops between the first and the last as via points.
+/// 0, or 1 on failure.
+uint32_t WriteNuviGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                      bool silent);
+void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaPoints);
+
+/// For Zumo devices and BaseCamp: a route whose stops are all via points, without elevations. 0, or
+/// 1 on failure.
+uint32_t WriteZumoGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                      bool silent);
+void WriteZumoGpxBody(ByteSink& sink, const CGpsPointArray& list);

@@ -1,0 +1,188 @@
+#include "formats/xml/gpx.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <fmt/printf.h>
+
+#include "core/conversion_notes.h"
+#include "core/format_file.h"
+#include "core/numbers.h"
+#include "core/product.h"
+#include "platform/clock.h"
+
+namespace {
+
+constexpr std::string_view kGpx10Namespace = "http://www.topografix.com/GPX/1/0";
+constexpr std::string_view kTopografixNamespace =
+    "http://www.topografix.com/GPX/Private/TopoGrafix/0/2";
+constexpr std::string_view kGpx10SchemaLocation =
+    "http://www.topografix.com/GPX/1/0 http://www.topografix.com/GPX/1/0/gpx.xsd "
+    "http://www.topografix.com/GPX/Private/TopoGrafix/0/2 "
+    "http://www.topografix.com/GPX/Private/TopoGrafix/0/2/topografix.xsd";
+
+// The elements that make points.
+constexpr std::string_view kWaypoint = "wpt";
+constexpr std::string_view kRoutePoint = "rtept";
+constexpr std::string_view kTrackPoint = "trkpt";
+
+constexpr int kDecimals = 6;
+
+}  // namespace
+
+uint32_t ReadGpx(const WideString& path, PointLists& lists, bool) {
+  CGpxReader reader(lists);
+  return ReadXmlFile(reader, path);
+}
+
+uint32_t ParseGpx(std::string_view bytes, PointLists& lists) {
+  CGpxReader reader(lists);
+  return ParseXml(reader, bytes);
+}
+
+void CGpxReader::StartElement(const XML_Char* name, const XML_Char** attributes) {
+  m_text.clear();
+  if (IsName(name, kWaypoint) && !m_current) OpenWaypoints();
+  if (IsName(name, m_pointElement)) {
+    StartPoint(attributes);
+  } else if (IsName(name, "rte")) {
+    OpenList(std::make_unique<CGpsRoute>(), kRoutePoint);
+  } else if (IsName(name, "trk")) {
+    OpenList(std::make_unique<CGpsTrack>(), kTrackPoint);
+  } else if (IsName(name, kWaypoint) || IsName(name, kRoutePoint) || IsName(name, kTrackPoint)) {
+    NoteConversion(EConversionNote::kLinePassedOver);
+  }
+}
+
+void CGpxReader::EndElement(const XML_Char* name) {
+  if (IsName(name, m_pointElement)) {
+    EndPoint();
+  } else if (IsName(name, "name")) {
+    EndName();
+  } else if (IsName(name, "cmt")) {
+    m_point.comment = m_text;
+  } else if (IsName(name, "desc")) {
+    if (m_point.comment.empty()) m_point.comment = m_text;
+  } else if (IsName(name, "ele")) {
+    m_point.altitude = ParseReal(m_text);
+  } else if (IsName(name, "rte") || IsName(name, "trk")) {
+    EndList();
+  } else if (IsName(name, "gpx")) {
+    EndFile();
+  }
+}
+
+void CGpxReader::OpenWaypoints() {
+  if (!m_waypoints) m_waypoints = std::make_unique<CGpsWaypointList>();
+  m_current = m_waypoints.get();
+  m_pointElement = kWaypoint;
+}
+
+// A route or track inside an open one takes its place.
+void CGpxReader::OpenList(std::unique_ptr<CGpsPointArray> list, std::string_view pointElement) {
+  if (m_open) NoteConversion(EConversionNote::kLinePassedOver, m_open->Count());
+  m_open = std::move(list);
+  m_current = m_open.get();
+  m_pointElement = pointElement;
+}
+
+void CGpxReader::StartPoint(const XML_Char** attributes) {
+  m_point.Reset();
+  m_inPoint = true;
+  for (; *attributes; attributes += 2) {
+    if (IsName(attributes[0], "lat")) m_point.latitude = ParseReal(attributes[1]);
+    if (IsName(attributes[0], "lon")) m_point.longitude = ParseReal(attributes[1]);
+  }
+}
+
+void CGpxReader::EndPoint() {
+  if (m_current) m_current->points.push_back(std::move(m_point));
+  m_point.Reset();
+  m_inPoint = false;
+}
+
+// The first name that stands in a list and outside of its points is the list's.
+void CGpxReader::EndName() {
+  if (m_inPoint) {
+    m_point.name = m_text;
+  } else if (m_current && !m_pointElement.empty() && m_current->name.empty()) {
+    m_current->name = m_text;
+  }
+}
+
+void CGpxReader::EndList() {
+  if (m_open && m_open->Count() > 0) m_results.push_back(std::move(m_open));
+  m_open.reset();
+  m_current = nullptr;
+  m_pointElement = {};
+}
+
+void CGpxReader::EndFile() {
+  if (m_current == m_waypoints.get()) m_current = nullptr;
+  if (m_waypoints && m_waypoints->Count() > 0) m_results.push_back(std::move(m_waypoints));
+  m_waypoints.reset();
+  m_pointElement = {};
+}
+
+uint32_t WriteGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit, bool) {
+  return WriteFormatFile(
+      path, [&](ByteSink& sink) { WriteGpxBody(sink, list, /*removesCommas=*/splitLimit != 0); });
+}
+
+void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas) {
+  CXmlWriter document(sink);
+  document.Declaration("UTF-8", "1.0");
+  CXmlElement root = document.Element("gpx")
+                         .Attribute("version", "1.0")
+                         .Attribute("creator", kCreatorTag)
+                         .Attribute("xmlns:xsi", kXsiNamespace)
+                         .Attribute("xmlns", kGpx10Namespace)
+                         .Attribute("xmlns:topografix", kTopografixNamespace)
+                         .Attribute("xsi:schemaLocation", kGpx10SchemaLocation);
+  root.Child("time").Text(GpxTimeStamp());
+  const GpxBounds bounds(list);
+  root.Child("bounds")
+      .Attribute("minlat", GpxNumber(bounds.minLatitude))
+      .Attribute("minlon", GpxNumber(bounds.minLongitude))
+      .Attribute("maxlat", GpxNumber(bounds.maxLatitude))
+      .Attribute("maxlon", GpxNumber(bounds.maxLongitude));
+
+  std::string withoutCommas;
+  const auto shown = [&](const std::string& text) -> std::string_view {
+    if (!removesCommas) return text;
+    withoutCommas = text;
+    std::erase(withoutCommas, ',');
+    return withoutCommas;
+  };
+  CXmlElement route = root.Child("rte");
+  route.Child("name").Text(list.name);
+  for (const CGpsPoint& point : list.points) {
+    CXmlElement stop = route.Child("rtept");
+    stop.Attribute("lat", GpxNumber(point.latitude)).Attribute("lon", GpxNumber(point.longitude));
+    if (point.altitude != 0.0) stop.Child("ele").Text(GpxNumber(point.altitude));
+    if (const auto name = shown(point.name); !name.empty()) stop.Child("name").Text(name);
+    if (const auto comment = shown(point.comment); !comment.empty())
+      stop.Child("desc").Cdata(comment);
+  }
+}
+
+GpxBounds::GpxBounds(const CGpsPointArray& list) {
+  if (list.points.empty()) return;
+  const CGpsPoint& first = list.points.front();
+  minLatitude = maxLatitude = first.latitude;
+  minLongitude = maxLongitude = first.longitude;
+  for (const CGpsPoint& point : list.points) {
+    minLatitude = std::min(minLatitude, point.latitude);
+    minLongitude = std::min(minLongitude, point.longitude);
+    maxLatitude = std::max(maxLatitude, point.latitude);
+    maxLongitude = std::max(maxLongitude, point.longitude);
+  }
+}
+
+std::string GpxTimeStamp() {
+  const CalendarTime now = UtcNow();
+  return fmt::sprintf("%04d-%02d-%02dT%02d:%02d:%02dZ", now.year, now.month, now.day, now.hour,
+                      now.minute, now.second);
+}
+
+std::string GpxNumber(double value) { return ToFixedString(value, kDecimals); }

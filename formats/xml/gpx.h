@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "formats/xml/xml_reader.h"
+#include "formats/xml/xml_writer.h"
+#include "platform/wide_string.h"
+
+// GPX, the exchange format of routes (`rte`), tracks (`trk`) and free points (`wpt`): one reader
+// for all its versions, and the writer of plain GPX 1.0.
+
+// Namespaces, and the schema of version 1.1, as their publishers spell them.
+inline constexpr std::string_view kXsiNamespace = "http://www.w3.org/2001/XMLSchema-instance";
+inline constexpr std::string_view kGpx11Namespace = "http://www.topografix.com/GPX/1/1";
+inline constexpr std::string_view kGpx11Schema = "http://www.topografix.com/GPX/1/1/gpx.xsd";
+
+/// Reads routes and tracks in the order of the file, each with its segments run together, and then
+/// one list of all waypoints. Lists without points are left out. 0, or 1 when the file cannot be
+/// opened or is not well-formed; the routes and tracks that ended before the fault stay in `lists`.
+uint32_t ReadGpx(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseGpx(std::string_view bytes, PointLists& lists);
+
+/// Writes one route, whatever the list's kind, as GPX 1.0. A `splitLimit` other than 0 removes the
+/// commas from the names and comments of points. 0, or 1 on failure.
+uint32_t WriteGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas);
+
+/// The least and greatest coordinates of a list; all 0 for an empty one.
+struct GpxBounds {
+  explicit GpxBounds(const CGpsPointArray& list);
+
+  double minLatitude = 0.0;
+  double minLongitude = 0.0;
+  double maxLatitude = 0.0;
+  double maxLongitude = 0.0;
+};
+
+/// The present moment as GPX files write it, in UTC.
+std::string GpxTimeStamp();
+
+/// A coordinate or an elevation as GPX files write it.
+std::string GpxNumber(double value);
+
+/// The reader behind `ReadGpx`. Names count exactly as they are: elements with a prefix are
+/// passed over.
+class CGpxReader : public CXmlReader {
+ public:
+  /// Hands its lists to `results`.
+  explicit CGpxReader(PointLists& results) : m_results(results) {}
+
+  void StartElement(const XML_Char* name, const XML_Char** attributes) override;
+  void EndElement(const XML_Char* name) override;
+
+ private:
+  void OpenWaypoints();
+  void OpenList(std::unique_ptr<CGpsPointArray> list, std::string_view pointElement);
+  void StartPoint(const XML_Char** attributes);
+  void EndPoint();
+  void EndName();
+  void EndList();
+  void EndFile();
+
+  PointLists& m_results;
+  CGpsPointArray* m_current = nullptr;  ///< receives points: the open list, the waypoints or none
+  std::unique_ptr<CGpsPointArray> m_open;       ///< the route or track whose end has not come
+  std::unique_ptr<CGpsPointArray> m_waypoints;  ///< made at the first `wpt`
+  CGpsPoint m_point;
+  std::string_view m_pointElement;  ///< what makes a point at present; empty for nothing
+  bool m_inPoint = false;
+};

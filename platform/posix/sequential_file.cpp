@@ -1,0 +1,31 @@
+#include "platform/sequential_file.h"
+
+#include <cerrno>
+
+#include <unistd.h>
+
+#include "platform/posix/errors.h"
+#include "platform/posix/regular_file.h"
+
+SequentialFile::~SequentialFile() {
+  if (m_file >= 0) close(m_file);
+}
+
+uint32_t SequentialFile::Open(const WideString& path) {
+  FileDescriptor file;
+  size_t size = 0;
+  if (const uint32_t status = OpenRegularFile(path, file, size); status != 0) return status;
+  if (m_file >= 0) close(m_file);
+  m_file = file.Release();
+  return 0;
+}
+
+std::optional<size_t> SequentialFile::Read(char* data, size_t size) {
+  ssize_t count = 0;
+  do {
+    count = read(m_file, data, size);
+  } while (count < 0 && errno == EINTR);
+  if (count >= 0) return static_cast<size_t>(count);
+  FailWithErrno();
+  return std::nullopt;
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "platform/wide_string.h"
+
+/// A file that is read once from its start to its end, piece by piece, so that no more of it is in
+/// memory than the piece.
+class SequentialFile {
+ public:
+  SequentialFile() = default;
+  ~SequentialFile();
+  SequentialFile(const SequentialFile&) = delete;
+  SequentialFile& operator=(const SequentialFile&) = delete;
+
+  /// Opens `path`. Returns 0 or the platform's error code; only regular files can be opened.
+  uint32_t Open(const WideString& path);
+
+  /// Puts up to `size` of the next bytes at `data`. Returns how many, 0 only at the file's end;
+  /// nothing when the file cannot be read, with the cause in `LastError`.
+  std::optional<size_t> Read(char* data, size_t size);
+
+ private:
+  int m_file = -1;
+};
