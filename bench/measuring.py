@@ -105,6 +105,18 @@ def print_table(headers, rows):
         print("  ".join(cells).rstrip())
 
 
+def print_notes(notes):
+    """Prints what a table has no room for: pairs of a name and a text of one line or more."""
+    for name, text in notes:
+        print(f"  {name}: {text.splitlines()[0] if text else 'failed'}")
+
+
+def unknown_formats(wanted, rows):
+    """The keys or extensions among `wanted` that no row has."""
+    known = {row["key"] for row in rows} | {row["extension"] for row in rows}
+    return [key for key in wanted if key not in known]
+
+
 def seconds_text(figures):
     """Seconds of Figures; a dash for what failed or was not run."""
     return f"{figures.seconds:.3f}" if isinstance(figures, Figures) else "-"
