@@ -237,7 +237,7 @@ WideString DecodeTextFile(std::string_view bytes) {
 
 std::string Utf16LeToUtf8(std::string_view bytes) {
   std::string utf8;
-  DecodeUnits(bytes, 2, false, [&utf8](char32_t codePoint) { AppendUtf8(utf8, codePoint); });
+  DecodeUtf16Units(bytes, false, [&utf8](char32_t codePoint) { AppendUtf8(utf8, codePoint); });
   return utf8;
 }
 
