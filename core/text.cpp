@@ -74,25 +74,41 @@ uint8_t ByteAt(std::string_view bytes, size_t index) {
   return index < bytes.size() ? static_cast<uint8_t>(bytes[index]) : uint8_t{0};
 }
 
+// The code unit of `width` bytes at `position`, all of which must lie inside.
+uint32_t UnitAt(std::string_view bytes, size_t position, size_t width, bool bigEndian) {
+  uint32_t unit = 0;
+  for (size_t i = 0; i < width; ++i) {
+    const auto byte = static_cast<uint8_t>(bytes[position + i]);
+    unit |= uint32_t{byte} << (8 * (bigEndian ? width - 1 - i : i));
+  }
+  return unit;
+}
+
+// The character of UTF-16 text that begins with `unit` at `position`; one that is no character is
+// replaced. `length` is the number of bytes that it takes.
+char32_t DecodeUtf16Bytes(std::string_view bytes, size_t position, bool bigEndian, uint32_t unit,
+                          size_t& length) {
+  const bool isLast = bytes.size() - position < 4;
+  const uint32_t next = isLast ? 0 : UnitAt(bytes, position + 2, 2, bigEndian);
+  const char16_t units[] = {static_cast<char16_t>(unit), static_cast<char16_t>(next)};
+  const DecodedCodePoint decoded = DecodeUtf16(std::u16string_view(units, isLast ? 1 : 2), 0);
+  length = 2 * size_t{decoded.length};
+  return decoded.valid ? decoded.codePoint : kReplacement;
+}
+
 // Calls `append` with every character of UTF-16 or UTF-32 text; a cut last unit is dropped.
 template <typename Append>
 void DecodeUnits(std::string_view bytes, size_t width, bool bigEndian, Append append) {
-  WideString pending;  // UTF-16 is gathered first, since pairs of units make a character
-  for (size_t i = 0; i + width <= bytes.size(); i += width) {
-    uint32_t unit = 0;
-    for (size_t j = 0; j < width; ++j)
-      unit |= uint32_t{ByteAt(bytes, i + j)} << (8 * (bigEndian ? width - 1 - j : j));
-    if (width == 2) {
-      pending.push_back(static_cast<char16_t>(unit));
+  for (size_t i = 0; i + width <= bytes.size();) {
+    const char32_t unit = UnitAt(bytes, i, width, bigEndian);
+    const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
+    size_t length = width;
+    if (isSurrogate && width == 2) {
+      append(DecodeUtf16Bytes(bytes, i, bigEndian, unit, length));
     } else {
-      const bool valid = unit <= 0x10FFFF && !(unit >= 0xD800 && unit <= 0xDFFF);
-      append(valid ? char32_t{unit} : kReplacement);
+      append(isSurrogate || unit > 0x10FFFF ? kReplacement : unit);
     }
-  }
-  for (size_t i = 0; i < pending.size();) {
-    const DecodedCodePoint decoded = DecodeUtf16(pending, i);
-    append(decoded.valid ? decoded.codePoint : kReplacement);
-    i += decoded.length;
+    i += length;
   }
 }
 
@@ -214,7 +230,13 @@ std::string DecodeTextFileToUtf8(std::string_view bytes) {
     return utf8;
   }
   DecodeUnits(bytes, UnitWidth(detected.encoding), IsBigEndian(detected.encoding),
-              [&utf8](char32_t codePoint) { AppendUtf8(utf8, codePoint); });
+              [&utf8](char32_t codePoint) {
+                if (codePoint < 0x80) {
+                  utf8.push_back(static_cast<char>(codePoint));
+                } else {
+                  AppendUtf8(utf8, codePoint);
+                }
+              });
   return utf8;
 }
 
