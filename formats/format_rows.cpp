@@ -1,5 +1,6 @@
 #include "formats/format_rows.h"
 
+#include "formats/text/copilot.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -49,9 +50,9 @@ FormatTable DefaultFormatTable() {
       {u"bcr", 135, nullptr, nullptr, 0},
       {u"xvm", 216, nullptr, nullptr, 0},
       {u"rdn", 134, nullptr, nullptr, 0},
-      {u"trp", 219, nullptr, nullptr, 0},
-      {u"trp", 263, nullptr, nullptr, 0},
-      {u"trp", 374, nullptr, nullptr, 0},
+      {u"trp", 219, ReadCoPilot6, WriteCoPilot6, 0},
+      {u"trp", 263, nullptr, WriteCoPilot8, 0},
+      {u"trp", 374, ReadCoPilot10, WriteCoPilot10, 0},
       {u"itf", 250, nullptr, nullptr, 0},
       {u"itf", 299, nullptr, nullptr, 0},
       {u"itf", 328, nullptr, nullptr, 0},
