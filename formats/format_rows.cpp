@@ -4,6 +4,7 @@
 #include "formats/binary/mapsource_gdb.h"
 #include "formats/binary/mapsource_mps.h"
 #include "formats/binary/sygic.h"
+#include "formats/text/copilot.h"
 #include "formats/text/falk.h"
 #include "formats/text/igo.h"
 #include "formats/text/kompass.h"
@@ -66,9 +67,9 @@ FormatTable DefaultFormatTable() {
       {u"bcr", 135, ReadBcr, WriteBcr, 0},
       {u"xvm", 216, nullptr, nullptr, 0},
       {u"rdn", 134, nullptr, nullptr, 0},
-      {u"trp", 219, nullptr, nullptr, 0},
-      {u"trp", 263, nullptr, nullptr, 0},
-      {u"trp", 374, nullptr, nullptr, 0},
+      {u"trp", 219, ReadCoPilot6, WriteCoPilot6, 0},
+      {u"trp", 263, nullptr, WriteCoPilot8, 0},
+      {u"trp", 374, ReadCoPilot10, WriteCoPilot10, 0},
       {u"itf", 250, ReadSygic, WriteSygicMcGuider, 0},
       {u"itf", 299, nullptr, WriteSygic11, 0},
       {u"itf", 328, nullptr, WriteSygic13, 0},

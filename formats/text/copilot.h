@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// CoPilot: the trip file `.trp` in two dialects, a keyed text of `Key=Value` lines and, from
+// version 10 on, a JSON document. Both hold positions in millionths of a degree. Version 10 is
+// lopsided: its documents are read, but keyed text is written for it, which `ReadCoPilot6` takes
+// back.
+
+/// Reads keyed text of any version and in any encoding into one new route. 0, or 1 when the file
+/// cannot be opened.
+uint32_t ReadCoPilot6(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseCoPilot6(std::string_view bytes, PointLists& lists);
+
+/// Reads a JSON document into one new route. 0, or 1 when the file cannot be opened. Throws
+/// CJsonException for a document without a trip, and for one that lacks something further on or
+/// has it in another type; the route with the stops so far is then in `lists`.
+uint32_t ReadCoPilot10(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseCoPilot10(std::string_view bytes, PointLists& lists);
+
+/// Writes keyed text in 8 bits. 0, or 1 on failure.
+uint32_t WriteCoPilot6(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                       bool silent);
+void WriteCoPilot6Body(ByteSink& sink, const CGpsPointArray& list);
+
+/// Writes keyed text in UTF-16 as versions 8 and 9 have it. 0, or 1 on failure.
+uint32_t WriteCoPilot8(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                       bool silent);
+void WriteCoPilot8Body(ByteSink& sink, const CGpsPointArray& list);
+
+/// Writes keyed text in UTF-16 as version 10 takes it. 0, or 1 on failure.
+uint32_t WriteCoPilot10(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                        bool silent);
+void WriteCoPilot10Body(ByteSink& sink, const CGpsPointArray& list);
