@@ -1,5 +1,6 @@
 #include "formats/format_rows.h"
 
+#include "formats/binary/autoroute.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -10,10 +11,10 @@ FormatTable DefaultFormatTable() {
       {u"wpt", 903, nullptr, nullptr, 0},
       {u"plt", 904, nullptr, nullptr, 0},
       {u"gpx", 900, nullptr, nullptr, 0},
-      {u"axe", 115, nullptr, nullptr, 0},
-      {u"axg", 136, nullptr, nullptr, 0},
-      {u"est", 138, nullptr, nullptr, 0},
-      {u"ptm", 137, nullptr, nullptr, 0},
+      {u"axe", 115, ReadAutoRoute, WriteAutoRoute, 0},
+      {u"axg", 136, ReadAutoRoute, nullptr, 0},
+      {u"est", 138, ReadAutoRoute, WriteStreetsTrips, 0},
+      {u"ptm", 137, ReadAutoRoute, WriteMapPoint, 0},
       {u"mps", 218, nullptr, nullptr, 0},
       {u"gdb", 139, nullptr, nullptr, 0},
       {u"rte", 111, nullptr, nullptr, 0},
