@@ -1,6 +1,7 @@
 #include "formats/format_rows.h"
 
 #include "formats/binary/autoroute.h"
+#include "formats/binary/navigon_route.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -38,8 +39,8 @@ FormatTable DefaultFormatTable() {
       {u"rte", 131, nullptr, nullptr, 0},
       {u"rte", 165, nullptr, nullptr, 0},
       {u"rte", 223, nullptr, nullptr, 0},
-      {u"route", 224, nullptr, nullptr, 0},
-      {u"store", 0, nullptr, nullptr, 0},
+      {u"route", 224, ReadNavigonRoute, WriteNavigonRoute, 0},
+      {u"store", 0, ReadNavigonRoute, nullptr, 0},
       {u"freshroute", 245, nullptr, nullptr, 0},
       {u"dat", 130, nullptr, nullptr, 0},
       {u"xml", 373, nullptr, nullptr, 0},
