@@ -559,4 +559,19 @@ TEST(PlainJourney, EndsWithTheLastStopThatIsThere) {
   EXPECT_EQ(route.Count(), 1u);
 }
 
+TEST(AutoRouteReader, ReadsTheExample) {
+  PointLists lists;
+  ASSERT_EQ(ReadAutoRoute(WidePath(CORVANE_SOURCE_FOLDER "/examples/trieste_to_thessaloniki.axe"),
+                          lists, true),
+            kStatusSuccess);
+  ASSERT_EQ(lists[0]->Count(), 7u);
+  EXPECT_EQ(lists[0]->At(0).name, "Trieste, Piazza Unit\u00e0 d'Italia");
+  EXPECT_NEAR(lists[0]->At(0).latitude, 45.6496, 4e-6);
+  EXPECT_NEAR(lists[0]->At(0).longitude, 13.7681, 1e-6);
+  EXPECT_EQ(lists[0]->At(5).name,
+            "\u0421\u043a\u043e\u043f\u0458\u0435, \u041a\u0430\u043c\u0435\u043d "
+            "\u043c\u043e\u0441\u0442");
+  EXPECT_NEAR(lists[0]->At(6).latitude, 40.6264, 4e-6);
+}
+
 }  // namespace

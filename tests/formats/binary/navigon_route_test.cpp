@@ -431,4 +431,16 @@ TEST(NavigonRouteReader, IsLinearForRecordsInsideEachOther) {
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
+TEST(NavigonRouteReader, ReadsTheExample) {
+  PointLists lists;
+  ASSERT_EQ(
+      ReadNavigonRoute(WidePath(CORVANE_SOURCE_FOLDER "/examples/trieste_to_thessaloniki.route"),
+                       lists, true),
+      kStatusSuccess);
+  ASSERT_EQ(lists[0]->Count(), 7u);
+  EXPECT_EQ(lists[0]->At(4).name, "Ni\u0161, Tvr\u0111ava");
+  EXPECT_NEAR(lists[0]->At(4).latitude, 43.3253, 1.2e-7);
+  EXPECT_NEAR(lists[0]->At(4).longitude, 21.8955, 1.2e-7);
+}
+
 }  // namespace
