@@ -22,8 +22,7 @@ constexpr int32_t kHeadBehindMagic = 20;  // without the id text
 constexpr size_t kRecordNameLengthOffset = 12;
 constexpr int32_t kSubRecordCount = 2;
 
-// Sub-records: type, 4, length of what follows.
-constexpr size_t kSubRecordHeadSize = 12;
+// Sub-records: type, 4, length of what follows these three.
 constexpr int32_t kPositionType = 0x28;
 constexpr int32_t kPositionTypeB = 0x3C;
 constexpr int32_t kPositionTypeC = 0x8C;

@@ -83,7 +83,7 @@ TEST(CompoundFileCheck, RefusesTableCountsBeyondTheFile) {
 
 TEST(CompoundFileCheck, RefusesSectorsBeyondTheFile) {
   // Table, directory and mini table begin at sectors 0, 1 and 2 of 4.
-  for (const size_t field : {76, 48, 60}) {
+  for (const size_t field : {76u, 48u, 60u}) {
     EXPECT_FALSE(IsSoundWith(SmallFile(), field, 4)) << field;
     EXPECT_FALSE(IsSoundWith(SmallFile(), field, 0x7FFFFFFF)) << field;
     EXPECT_FALSE(IsSoundWith(SmallFile(), field, kFree)) << field;
@@ -148,7 +148,7 @@ TEST(CompoundFileCheck, RefusesDirectoriesThatAreNoTree) {
   const size_t second = CompoundFileReader(file).EntryOffset("Second");
   ASSERT_EQ(Word(file, root + 76), 2u);
   ASSERT_EQ(Word(file, second + 68), 1u);
-  for (const size_t link : {68, 72, 76}) {
+  for (const size_t link : {68u, 72u, 76u}) {
     EXPECT_FALSE(IsSoundWith(file, first + link, 1)) << link;
     EXPECT_FALSE(IsSoundWith(file, first + link, 2)) << link;
     EXPECT_FALSE(IsSoundWith(file, first + link, 0)) << link;

@@ -87,7 +87,8 @@ TEST(CompoundFile, TellsFilesThatAreNone) {
 TEST(CompoundFile, ReplacesOneStreamAndKeepsTheOthers) {
   const std::string file = SampleFile();
   // On both sides of the limit between mini stream and sectors of its own, and of each unit.
-  for (const size_t size : {0, 1, 63, 64, 65, 511, 512, 4095, 4096, 4097, 5120, 100000}) {
+  for (const size_t size :
+       {0u, 1u, 63u, 64u, 65u, 511u, 512u, 4095u, 4096u, 4097u, 5120u, 100000u}) {
     std::string content;
     for (size_t i = 0; i < size; ++i) content += static_cast<char>(i * 31 + i / 256);
     std::string patched;

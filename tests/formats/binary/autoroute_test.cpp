@@ -86,7 +86,7 @@ TEST(AutoRouteTemplates, AreSoundFilesWithTheirStreams) {
   EXPECT_EQ(journey.size(), 428u);
   EXPECT_EQ(journey.substr(0, 32), Words({600}) + "MASM" + Words({800, 0, 0, 0, 0, 48}));
   EXPECT_EQ(journey.substr(416), "\0\0\0\0\x65\0\0\0\0\0\0\0"s);
-  for (const uint32_t number : {129, 130, 131}) {
+  for (const uint32_t number : {129u, 130u, 131u}) {
     auto streams = CompoundFileReader(RouteTemplate(number)).Streams();
     for (const char* name : {"Journey", "Contents", "Annotations", "Highlights", kMapProperties})
       EXPECT_EQ(streams.count(name), 1u) << name << number;
@@ -128,7 +128,7 @@ TEST(AutoRouteTemplates, DifferInTheirSettings) {
 }
 
 TEST(AutoRouteTemplates, AreRoutesWithoutStops) {
-  for (const uint32_t number : {129, 130, 131}) {
+  for (const uint32_t number : {129u, 130u, 131u}) {
     PointLists lists;
     EXPECT_EQ(ParseAutoRoute(RouteTemplate(number), lists), kStatusSuccess);
     ASSERT_EQ(lists.size(), 1u);
@@ -213,7 +213,7 @@ TEST(AutoRouteWriter, FillsTheTemplateAndNothingElse) {
   const auto route = MakeList("Trip", MakePoint(45, -90, "A"), MakePoint(-45, 90, "B"));
   const std::string records = RecordBytes(route, 12);
   ASSERT_EQ(records.size(), 2u * (41 + 1 + 4 + 2 + 76));
-  for (const uint32_t number : {129, 130, 131}) {
+  for (const uint32_t number : {129u, 130u, 131u}) {
     std::string file;
     ASSERT_EQ(FillRouteTemplate(RouteTemplate(number), route, file), kStatusSuccess);
     auto expected = CompoundFileReader(RouteTemplate(number)).Streams();

@@ -396,7 +396,7 @@ TEST(NavigonRouteReader, EndsAtOnceForImpossibleLengths) {
     EXPECT_EQ(Parsed(File(3, good + bad + good)).Count(), 1u) << wrong;
     EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
     // The record's own name, the count of sub-records, the length of one, the name in one.
-    for (const size_t field : {12, 20, 36, 44}) {
+    for (const size_t field : {12u, 20u, 36u, 44u}) {
       bad = good;
       bad.replace(field, 4, Int32(wrong));
       const CGpsRoute route = Parsed(File(2, bad + good));
