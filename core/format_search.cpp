@@ -33,6 +33,9 @@ uint32_t CallReader(FormatReadFn read, const WideString& path, PointLists& lists
     return kStatusOutOfMemory;
   } catch (const std::exception&) {
     return kStatusInvalidData;
+  } catch (...) {
+    // Expat's plain error code, when there is no memory for a parser.
+    return kStatusOutOfMemory;
   }
 }
 

@@ -24,6 +24,8 @@ enum EStatus : uint32_t {
   kStatusStreamNotFound = 0x80030002,      ///< STG_E_FILENOTFOUND
   kStatusStorageSharing = 0x80030020,      ///< STG_E_SHAREVIOLATION: the compound file is locked
   kStatusNotAStorage = 0x80030050,         ///< STG_E_FILEALREADYEXISTS: no compound file
+  kStatusStorageCorrupt = 0x80030109,      ///< STG_E_DOCFILECORRUPT: damaged or cut
   kStatusStorageOutOfMemory = 0x8007000E,  ///< E_OUTOFMEMORY
+  kStatusModuleMissing = 0x8007007E,       ///< a part of the program is not installed
   kStatusInvalidArgument = 0x80070057,     ///< E_INVALIDARG
 };

@@ -1,8 +1,10 @@
 #include "formats/format_rows.h"
 
+#include "formats/binary/autoroute.h"
 #include "formats/binary/destinator.h"
 #include "formats/binary/mapsource_gdb.h"
 #include "formats/binary/mapsource_mps.h"
+#include "formats/binary/navigon_route.h"
 #include "formats/binary/sygic.h"
 #include "formats/text/copilot.h"
 #include "formats/text/falk.h"
@@ -28,10 +30,10 @@ FormatTable DefaultFormatTable() {
       {u"wpt", 903, nullptr, WriteOziWaypoints, 0},
       {u"plt", 904, nullptr, WriteOziTrack, 0},
       {u"gpx", 900, nullptr, WriteGpx, 0},
-      {u"axe", 115, nullptr, nullptr, 0},
-      {u"axg", 136, nullptr, nullptr, 0},
-      {u"est", 138, nullptr, nullptr, 0},
-      {u"ptm", 137, nullptr, nullptr, 0},
+      {u"axe", 115, ReadAutoRoute, WriteAutoRoute, 0},
+      {u"axg", 136, ReadAutoRoute, nullptr, 0},
+      {u"est", 138, ReadAutoRoute, WriteStreetsTrips, 0},
+      {u"ptm", 137, ReadAutoRoute, WriteMapPoint, 0},
       {u"mps", 218, ReadMps, WriteMps, 0},
       {u"gdb", 139, ReadGdb, WriteGdb, 0},
       {u"rte", 111, ReadPcx5, WritePcx5, 0},
@@ -55,8 +57,8 @@ FormatTable DefaultFormatTable() {
       {u"rte", 131, ReadNavigonRte, WriteNavigonMn5, 0},
       {u"rte", 165, ReadNavigonRte, WriteNavigonMn6, 0},
       {u"rte", 223, ReadNavigonRte, WriteBecker, 0},
-      {u"route", 224, nullptr, nullptr, 0},
-      {u"store", 0, nullptr, nullptr, 0},
+      {u"route", 224, ReadNavigonRoute, WriteNavigonRoute, 0},
+      {u"store", 0, ReadNavigonRoute, nullptr, 0},
       {u"freshroute", 245, nullptr, nullptr, 0},
       {u"dat", 130, ReadDestinator, WriteDestinator, 0},
       {u"xml", 373, nullptr, nullptr, 0},

@@ -61,7 +61,7 @@ uint32_t ParseUpoi(std::string_view bytes, PointLists& lists) {
   LineSplitter lines(text);
   std::vector<std::string_view> fields;
   for (std::string_view line; lines.Next(line);) {
-    SplitFields(line, '|', fields);
+    SplitFirstFields(line, '|', 17, fields);
     if (fields.size() < kLeastFieldCount) {
       if (!line.empty()) NoteConversion(EConversionNote::kLinePassedOver);
       continue;

@@ -24,7 +24,7 @@ uint32_t ParseKompass(std::string_view bytes, PointLists& lists) {
   LineSplitter lines(bytes.substr(DetectEncoding(bytes).skipped));
   std::vector<std::string_view> fields;
   for (std::string_view line; lines.Next(line);) {
-    SplitFields(line, ',', fields);
+    SplitFirstFields(line, ',', 3, fields);
     CGpsPoint point;
     if (fields.size() < 2 || !TryParseReal(fields[0], point.latitude)) {
       if (!line.empty()) NoteConversion(EConversionNote::kLinePassedOver);

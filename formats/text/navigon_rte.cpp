@@ -117,7 +117,7 @@ uint32_t ParseNavigonRte(std::string_view bytes, PointLists& lists) {
   LineSplitter lines(bytes.substr(detected.skipped));
   Fields fields;
   for (std::string_view line; lines.Next(line);) {
-    SplitFields(line, '|', fields);
+    SplitFirstFields(line, '|', 16, fields);
     if (fields.size() < 2) {
       if (!line.empty()) NoteConversion(EConversionNote::kLinePassedOver);
       continue;

@@ -52,7 +52,7 @@ uint32_t ParseItn(std::string_view bytes, PointLists& lists) {
   std::vector<std::string_view> fields;
   for (std::string_view line; lines.Next(line);) {
     if (line.empty()) continue;
-    SplitFields(line, '|', fields);
+    SplitFirstFields(line, '|', 4, fields);
     if (fields.size() < 4) {
       NoteConversion(EConversionNote::kLinePassedOver);
       continue;

@@ -1,13 +1,13 @@
 // What every reader must survive, whatever its format: each row of the table is tried by being
 // in the table.
 
-#include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <string>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "core/status.h"
 #include "core/text.h"
@@ -66,8 +66,14 @@ TEST_P(EveryReader, SurvivesEveryByteAlone) {
 
 TEST_P(EveryReader, SurvivesZeroBytes) { PointsOf(std::string(100000, '\0')); }
 
+// A line without an end. Sanitizers make it too slow at full length.
 TEST_P(EveryReader, SurvivesAHundredMegabytesOfOneCharacter) {
-  EXPECT_EQ(PointsOf(std::string(size_t{100} << 20, 'a')), 0u);
+#if defined(NDEBUG)
+  constexpr size_t kSize = size_t{100} << 20;
+#else
+  constexpr size_t kSize = size_t{2} << 20;
+#endif
+  for (const char character : {'a', '|', ','}) PointsOf(std::string(kSize, character));
 }
 
 TEST_P(EveryReader, SurvivesFilesOfOtherFormats) {
@@ -83,7 +89,8 @@ TEST_P(EveryReader, SurvivesFilesOfOtherFormats) {
 }
 
 TEST_P(EveryReader, SurvivesItsSeedsCutAtEveryByte) {
-  const fs::path seeds = fs::path(CORVANE_SOURCE_FOLDER "/fuzz/corpus") / std::to_string(GetParam());
+  const fs::path seeds =
+      fs::path(CORVANE_SOURCE_FOLDER "/fuzz/corpus") / std::to_string(GetParam());
   if (!fs::exists(seeds)) return;
   for (const auto& entry : fs::directory_iterator(seeds)) {
     std::ifstream file(entry.path(), std::ios::binary);

@@ -1,0 +1,77 @@
+#include "platform/compound_file.h"
+
+#include <new>
+
+#include <dlfcn.h>
+#include <limits.h>
+#include <unistd.h>
+
+#include "platform/compound_file_check.h"
+#include "platform/last_error.h"
+#include "platform/posix/compound_files/module.h"
+
+namespace {
+
+constexpr char kModuleName[] = "/corvane_compound_files.so";
+constexpr uint32_t kModuleNotFound = 126;  // ERROR_MOD_NOT_FOUND
+constexpr size_t kLargestStream = 0x70000000;
+
+// The folder of the running program. $ORIGIN in the module's path would do the same, but not in a
+// sanitizer build, where it stands for the folder of the sanitizer's library.
+std::string ProgramFolder() {
+  char path[PATH_MAX];
+  const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+  if (length <= 0) return {};
+  const std::string program(path, static_cast<size_t>(length));
+  return program.substr(0, program.rfind('/'));
+}
+
+// The module stands beside a program that was just built, and in a folder of its own beside an
+// installed one. It stays loaded until the process ends.
+const CompoundFileModule* LoadModule() {
+  const std::string folder = ProgramFolder();
+  if (folder.empty()) return nullptr;
+  void* library = dlopen((folder + kModuleName).c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (!library) {
+    const std::string installed = folder + "/" CORVANE_MODULE_FOLDER;
+    library = dlopen((installed + kModuleName).c_str(), RTLD_NOW | RTLD_LOCAL);
+  }
+  if (!library) return nullptr;
+  const auto entry =
+      reinterpret_cast<CompoundFileModuleEntry>(dlsym(library, kCompoundFileModuleEntry));
+  return entry ? entry() : nullptr;
+}
+
+// Runs an operation of the module on a file that was found sound.
+template <typename Operation>
+uint32_t WithModule(std::string_view storage, Operation&& operation) {
+  if (!HasCompoundFileSignature(storage)) return kStorageNoCompoundFile;
+  if (!IsSoundCompoundFile(storage)) return kStorageCorrupt;
+  static const CompoundFileModule* const module = LoadModule();
+  if (!module) {
+    SetLastError(kModuleNotFound);
+    return kStorageModuleMissing;
+  }
+  return operation(*module);
+}
+
+}  // namespace
+
+uint32_t ReadStorageStream(std::string_view storage, std::string_view streamName,
+                           std::string& content) try {
+  return WithModule(storage, [&](const CompoundFileModule& module) {
+    return module.readStream(storage, streamName, content);
+  });
+} catch (const std::bad_alloc&) {
+  return kStorageOutOfMemory;
+}
+
+uint32_t ReplaceStorageStream(std::string_view storage, std::string_view streamName,
+                              std::string_view content, std::string& patched) try {
+  if (content.size() > kLargestStream) return kStorageFull;
+  return WithModule(storage, [&](const CompoundFileModule& module) {
+    return module.replaceStream(storage, streamName, content, patched);
+  });
+} catch (const std::bad_alloc&) {
+  return kStorageOutOfMemory;
+}

@@ -1,0 +1,197 @@
+// Makes the empty files of the AutoRoute family and turns them into one C++ source.
+//   embed_route_templates OUTPUT
+
+#include <cstdint>
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "resources/compound_file_builder.h"
+
+namespace {
+
+using std::string_view_literals::operator""sv;
+
+void AppendInteger(std::string& bytes, uint64_t value, int width) {
+  for (int i = 0; i < width; ++i) bytes.push_back(static_cast<char>(value >> (8 * i) & 0xFF));
+}
+
+// The empty journey: the head with a count of 0, and the program's own settings for new routes.
+constexpr uint8_t kJourney[] = {
+    // clang-format off
+    0x58, 0x02, 0x00, 0x00, 0x4D, 0x41, 0x53, 0x4D, 0x20, 0x03, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x30, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0xE0, 0x3F, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xE0, 0x3F, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0xE0, 0x3F, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xE0, 0x3F, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0xE0, 0x3F, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xE0, 0x3F, 0x01, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x9A, 0x99, 0x99, 0x99, 0x99, 0x99,
+    0xF1, 0x3F, 0x00, 0x04, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x4E, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0xF0, 0x3F, 0x55, 0x55, 0x55, 0x55, 0x55, 0x55, 0xD5, 0x3F, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x1A, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x1A, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x40, 0x5C, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x59, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x40, 0x50, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x80, 0x4B, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x3E, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x44, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x44, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x3E, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x34, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x24, 0x40, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x09, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x11, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x84, 0x03, 0x00, 0x00, 0xBC, 0x02,
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x84, 0x03, 0x00, 0x00, 0x40, 0x38, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x01, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00, 0x02, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x65, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    // clang-format on
+};
+
+std::string Journey() { return {reinterpret_cast<const char*>(kJourney), sizeof kJourney}; }
+
+// MapPoint starts with other settings.
+std::string MapPointJourney() {
+  std::string journey = Journey();
+  journey.replace(12, 4, "\x19\x25\x02\xA1");
+  journey.replace(90, 8, 8, '\0');
+  for (const auto& [offset, value] : std::vector<std::pair<size_t, int>>{
+           {148, 0x2C}, {164, 0x22}, {180, 0x5E}, {211, 0x00}, {244, 0x3F}, {362, 0x01}})
+    journey[offset] = static_cast<char>(value);
+  return journey;
+}
+
+// Types of property values.
+constexpr uint32_t kTypeInt16 = 2;
+constexpr uint32_t kTypeInt32 = 3;
+constexpr uint32_t kTypeUint32 = 19;
+constexpr uint32_t kTypeWideText = 31;
+
+struct Property {
+  uint32_t id;
+  std::string value;  // with its type, a multiple of four bytes long
+};
+
+Property NumberProperty(uint32_t id, uint32_t type, uint32_t value) {
+  Property property{id, {}};
+  AppendInteger(property.value, type, 4);
+  AppendInteger(property.value, value, 4);
+  return property;
+}
+
+Property TextProperty(uint32_t id, std::string_view text) {
+  Property property = NumberProperty(id, kTypeWideText, static_cast<uint32_t>(text.size() + 1));
+  for (const char c : text) AppendInteger(property.value, static_cast<uint8_t>(c), 2);
+  property.value.resize((property.value.size() + 2 + 3) / 4 * 4);
+  return property;
+}
+
+// A serialized property set of one section.
+std::string PropertySet(std::string_view formatId, const std::vector<Property>& properties) {
+  std::string table;
+  std::string values;
+  for (const Property& property : properties) {
+    AppendInteger(table, property.id, 4);
+    AppendInteger(table, 8 + 8 * properties.size() + values.size(), 4);
+    values += property.value;
+  }
+  std::string set;
+  AppendInteger(set, 0xFFFE, 2);      // little-endian
+  AppendInteger(set, 0, 2);           // version
+  AppendInteger(set, 0x00020005, 4);  // made on Windows
+  set.resize(24);                     // no class id
+  AppendInteger(set, 1, 4);           // sections
+  set += formatId;
+  AppendInteger(set, set.size() + 4, 4);
+  AppendInteger(set, 8 + table.size() + values.size(), 4);
+  AppendInteger(set, properties.size(), 4);
+  return set + table + values;
+}
+
+constexpr uint32_t kCodePageProperty = 1;
+constexpr uint32_t kUtf16CodePage = 1200;
+constexpr uint32_t kMapVersionProperty = 0x60002;
+constexpr uint32_t kMapBuildProperty = 0x60004;
+constexpr uint32_t kLanguageProperty = 0x80000000;
+
+// The stream's name is its format id in base 32.
+constexpr char kMapPropertiesName[] = "\005Olhud5yvVwudb10uAaq5ezn4Ac";
+constexpr auto kMapPropertiesId =
+    "\x6E\x1D\x3A\x3E\xAE\xD5\xD2\x11\xB6\xA6\x00\xC0\x4F\x72\xF3\x40"sv;
+
+constexpr auto kSummaryId = "\xE0\x85\x9F\xF2\xF9\x4F\x68\x10\xAB\x91\x08\x00\x2B\x27\xB3\xD9"sv;
+constexpr auto kDocumentSummaryId =
+    "\x02\xD5\xCD\xD5\x9C\x2E\x1B\x10\x93\x97\x08\x00\x2B\x2C\xF9\xAE"sv;
+
+Property CodePage() { return NumberProperty(kCodePageProperty, kTypeInt16, kUtf16CodePage); }
+
+// The streams that all templates have. The map, its notes and its marks are empty.
+CompoundFileBuilder MapFile(const std::string& journey, uint32_t version, uint32_t language) {
+  CompoundFileBuilder file;
+  file.AddStream("Journey", journey);
+  file.AddStream("Contents", "");
+  file.AddStream("Annotations", "");
+  file.AddStream("Highlights", "");
+  file.AddStream(kMapPropertiesName,
+                 PropertySet(kMapPropertiesId,
+                             {CodePage(), NumberProperty(kMapVersionProperty, kTypeInt32, version),
+                              TextProperty(kMapBuildProperty, "12.00.07.1200"),
+                              NumberProperty(kLanguageProperty, kTypeUint32, language)}));
+  return file;
+}
+
+constexpr uint32_t kFrench = 1036;
+constexpr uint32_t kEnglish = 1033;
+
+std::string AutoRouteTemplate() {
+  CompoundFileBuilder file = MapFile(Journey(), 12, kFrench);
+  file.AddStream("UserData", "");
+  file.AddStream("\005SummaryInformation", PropertySet(kSummaryId, {CodePage()}));
+  file.AddStream("\005DocumentSummaryInformation", PropertySet(kDocumentSummaryId, {CodePage()}));
+  return file.Build();
+}
+
+void EmbedTemplate(std::ostream& output, const char* name, const std::string& bytes) {
+  output << "constexpr unsigned char k" << name << "[] = {";
+  for (size_t i = 0; i < bytes.size(); ++i)
+    output << (i % 24 == 0 ? "\n    " : " ") << int{static_cast<uint8_t>(bytes[i])} << ",";
+  output << "\n};\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) return 2;
+  std::ofstream output(argv[1]);
+  output << "#include \"resources/route_templates.h\"\n\nnamespace {\n\n";
+  EmbedTemplate(output, "AutoRoute", AutoRouteTemplate());
+  EmbedTemplate(output, "MapPoint", MapFile(MapPointJourney(), 9, kEnglish).Build());
+  EmbedTemplate(output, "StreetsTrips", MapFile(Journey(), 12, kEnglish).Build());
+  output << R"(
+template <size_t kSize>
+std::string_view View(const unsigned char (&bytes)[kSize]) {
+  return {reinterpret_cast<const char*>(bytes), kSize};
+}
+
+}  // namespace
+
+std::string_view RouteTemplate(uint32_t number) {
+  switch (number) {
+    case kTemplateAutoRoute:
+      return View(kAutoRoute);
+    case kTemplateMapPoint:
+      return View(kMapPoint);
+    case kTemplateStreetsTrips:
+      return View(kStreetsTrips);
+    default:
+      return {};
+  }
+}
+)";
+  output.close();
+  return output ? 0 : 1;
+}
