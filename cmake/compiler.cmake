@@ -32,6 +32,12 @@ else()
   endif()
 endif()
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # GCC 12 leaves out the rounding to float when it vectorises two conversions from int by way of
+  # float to double, and device formats of single precision depend on it.
+  add_compile_options(-fno-tree-slp-vectorize)
+endif()
+
 if(CORVANE_SANITIZE)
   add_compile_options(-fsanitize=${CORVANE_SANITIZE} -fno-omit-frame-pointer
                       -fno-sanitize-recover=all)

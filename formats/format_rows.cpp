@@ -19,8 +19,20 @@
 #include "formats/text/polstar.h"
 #include "formats/text/tomtom.h"
 #include "formats/xml/daimler_gpx.h"
+#include "formats/xml/fresh_route.h"
 #include "formats/xml/garmin_gpx.h"
+#include "formats/xml/gopal.h"
 #include "formats/xml/gpx.h"
+#include "formats/xml/ign_rando.h"
+#include "formats/xml/klicktel.h"
+#include "formats/xml/kml.h"
+#include "formats/xml/location_xml.h"
+#include "formats/xml/mapfactor.h"
+#include "formats/xml/my_routes.h"
+#include "formats/xml/navman.h"
+#include "formats/xml/nokia_lmx.h"
+#include "formats/xml/osm.h"
+#include "formats/xml/viamichelin.h"
 
 FormatTable DefaultFormatTable() {
   // clang-format off
@@ -59,36 +71,36 @@ FormatTable DefaultFormatTable() {
       {u"rte", 223, ReadNavigonRte, WriteBecker, 0},
       {u"route", 224, ReadNavigonRoute, WriteNavigonRoute, 0},
       {u"store", 0, ReadNavigonRoute, nullptr, 0},
-      {u"freshroute", 245, nullptr, nullptr, 0},
+      {u"freshroute", 245, ReadFreshRoute, WriteFreshRoute, 0},
       {u"dat", 130, ReadDestinator, WriteDestinator, 0},
-      {u"xml", 373, nullptr, nullptr, 0},
-      {u"xml", 249, nullptr, nullptr, 0},
+      {u"xml", 373, ReadMyRoutesXml, WriteMyRoutesXml, 0},
+      {u"xml", 249, ReadNavman, WriteNavman, 0},
       {u"csv", 116, nullptr, nullptr, 0},
-      {u"kml", 117, nullptr, nullptr, 0},
-      {u"kml", 303, nullptr, nullptr, 0},
+      {u"kml", 117, ReadKml, WriteKml, 0},
+      {u"kml", 303, nullptr, WriteNdriveKml, 0},
       {u"bcr", 135, ReadBcr, WriteBcr, 0},
-      {u"xvm", 216, nullptr, nullptr, 0},
-      {u"rdn", 134, nullptr, nullptr, 0},
+      {u"xvm", 216, ReadXvm, WriteXvm, 0},
+      {u"rdn", 134, ReadRdn, WriteRdn, 0},
       {u"trp", 219, ReadCoPilot6, WriteCoPilot6, 0},
       {u"trp", 263, nullptr, WriteCoPilot8, 0},
       {u"trp", 374, ReadCoPilot10, WriteCoPilot10, 0},
       {u"itf", 250, ReadSygic, WriteSygicMcGuider, 0},
       {u"itf", 299, nullptr, WriteSygic11, 0},
       {u"itf", 328, nullptr, WriteSygic13, 0},
-      {u"xml", 259, nullptr, nullptr, 0},
-      {u"lmx", 225, nullptr, nullptr, 0},
+      {u"xml", 259, ReadGoPal, WriteGoPal, 0},
+      {u"lmx", 225, ReadLmx, WriteLmx, 0},
       {u"tour", 260, ReadFalkTour, WriteFalkTour, 0},
-      {u"krt", 261, nullptr, nullptr, 0},
+      {u"krt", 261, ReadKlickTel, WriteKlickTel, 0},
       {u"trl", 158, ReadPolstar, WritePolstar, 0},
       {u"txt", 273, ReadMireo, WriteMireoTxt, 0},
-      {u"osm", 326, nullptr, nullptr, 0},
+      {u"osm", 326, ReadOsm, WriteOsm, 0},
       {u"rt", 300, ReadMireo, WriteMireoRt, 0},
-      {u"loc", 201, nullptr, nullptr, 0},
+      {u"loc", 201, nullptr, WriteLoc, 0},
       {u"tk", 262, ReadKompass, WriteKompass, 0},
       {u"upoi", 293, ReadUpoi, nullptr, 0},
       {u"upoi", 294, nullptr, WriteUpoi80, 0},
       {u"upoi", 295, nullptr, WriteUpoi83, 0},
-      {u"xml", 319, nullptr, nullptr, 0},
+      {u"xml", 319, ReadMapFactor, WriteMapFactor, 0},
       {u"ggm", 203, nullptr, nullptr, 204},
       {u"here", 332, nullptr, nullptr, 0},
       {u"vmm", 367, nullptr, nullptr, 204},

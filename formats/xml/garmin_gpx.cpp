@@ -126,7 +126,7 @@ void WriteAuthorLink(CXmlElement& parent) {
   link.Child("text").Text(kAuthor);
 }
 
-void WriteNuviMetadata(CXmlElement& root, const GpxBounds& bounds, const std::string& stamp) {
+void WriteNuviMetadata(CXmlElement& root, const Bounds& bounds, const std::string& stamp) {
   CXmlElement metadata = root.Child("metadata");
   {
     CXmlElement author = metadata.Child("author");
@@ -141,7 +141,7 @@ void WriteNuviMetadata(CXmlElement& root, const GpxBounds& bounds, const std::st
       .Attribute("maxlon", GpxNumber(bounds.maxLongitude));
 }
 
-void WriteZumoMetadata(CXmlElement& root, const GpxBounds& bounds, const std::string& stamp) {
+void WriteZumoMetadata(CXmlElement& root, const Bounds& bounds, const std::string& stamp) {
   CXmlElement metadata = root.Child("metadata");
   WriteAuthorLink(metadata);
   metadata.Child("time").Text(stamp);
@@ -173,7 +173,7 @@ void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaP
                          .Attribute("version", "1.1")
                          .Attribute("xmlns:xsi", kXsiNamespace)
                          .Attribute("xsi:schemaLocation", kNuviSchemaLocation);
-  WriteNuviMetadata(root, GpxBounds(list), stamp);
+  WriteNuviMetadata(root, Bounds(list), stamp);
 
   for (const CGpsPoint& point : list.points) {
     WriteGarminPoint(root, point, "wpt", stamp, EElevation::kWritten, [](CXmlElement& extensions) {
@@ -210,7 +210,7 @@ void WriteZumoGpxBody(ByteSink& sink, const CGpsPointArray& list) {
                          .Attribute("xmlns", kGpx11Namespace);
   for (const NamespaceBinding& binding : kZumoNamespaces)
     root.Attribute(binding.attribute, binding.uri);
-  WriteZumoMetadata(root, GpxBounds(list), stamp);
+  WriteZumoMetadata(root, Bounds(list), stamp);
 
   CXmlElement route = root.Child("rte");
   route.Child("name").Text(list.name);

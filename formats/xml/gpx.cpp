@@ -140,7 +140,7 @@ void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas
                          .Attribute("xmlns:topografix", kTopografixNamespace)
                          .Attribute("xsi:schemaLocation", kGpx10SchemaLocation);
   root.Child("time").Text(GpxTimeStamp());
-  const GpxBounds bounds(list);
+  const Bounds bounds(list);
   root.Child("bounds")
       .Attribute("minlat", GpxNumber(bounds.minLatitude))
       .Attribute("minlon", GpxNumber(bounds.minLongitude))
@@ -163,19 +163,6 @@ void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas
     if (const auto name = shown(point.name); !name.empty()) stop.Child("name").Text(name);
     if (const auto comment = shown(point.comment); !comment.empty())
       stop.Child("desc").Cdata(comment);
-  }
-}
-
-GpxBounds::GpxBounds(const CGpsPointArray& list) {
-  if (list.points.empty()) return;
-  const CGpsPoint& first = list.points.front();
-  minLatitude = maxLatitude = first.latitude;
-  minLongitude = maxLongitude = first.longitude;
-  for (const CGpsPoint& point : list.points) {
-    minLatitude = std::min(minLatitude, point.latitude);
-    minLongitude = std::min(minLongitude, point.longitude);
-    maxLatitude = std::max(maxLatitude, point.latitude);
-    maxLongitude = std::max(maxLongitude, point.longitude);
   }
 }
 

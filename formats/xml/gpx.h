@@ -7,6 +7,7 @@
 
 #include "core/byte_sink.h"
 #include "core/point_list.h"
+#include "formats/xml/bounds.h"
 #include "formats/xml/xml_reader.h"
 #include "formats/xml/xml_writer.h"
 #include "platform/wide_string.h"
@@ -30,16 +31,6 @@ uint32_t ParseGpx(std::string_view bytes, PointLists& lists);
 uint32_t WriteGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
                   bool silent);
 void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas);
-
-/// The least and greatest coordinates of a list; all 0 for an empty one.
-struct GpxBounds {
-  explicit GpxBounds(const CGpsPointArray& list);
-
-  double minLatitude = 0.0;
-  double minLongitude = 0.0;
-  double maxLatitude = 0.0;
-  double maxLongitude = 0.0;
-};
 
 /// The present moment as GPX files write it, in UTC.
 std::string GpxTimeStamp();

@@ -109,6 +109,14 @@ inline bool IsName(const XML_Char* name, std::string_view literal) {
   return *name == '\0';
 }
 
+/// The value of an attribute; empty when the element has none of this name.
+inline std::string_view AttributeValue(const XML_Char** attributes, std::string_view name) {
+  for (; *attributes; attributes += 2) {
+    if (IsName(attributes[0], name)) return attributes[1];
+  }
+  return {};
+}
+
 /// The frame of XML formats: parses bytes with `reader`. 0, or 1 for a document that is not
 /// well-formed, whose error goes to the debug log.
 uint32_t ParseXml(CXmlReader& reader, std::string_view bytes);

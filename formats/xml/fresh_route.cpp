@@ -1,0 +1,46 @@
+#include "formats/xml/fresh_route.h"
+
+#include "core/format_file.h"
+#include "core/itinerary_hand_off.h"
+#include "core/numbers.h"
+#include "formats/xml/point_element_reader.h"
+#include "formats/xml/xml_writer.h"
+
+namespace {
+
+constexpr int kDecimals = 6;
+
+constexpr PointField kElements[] = {
+    {"Name", TakeName}, {"Latitude", TakeLatitude}, {"Longitude", TakeLongitude}};
+constexpr ElementKey kRoute[] = {{"Route"}};
+constexpr PointFormat kFormat{
+    .containers = kRoute, .listNameElement = "Name", .point = {"Point"}, .elements = kElements};
+
+}  // namespace
+
+uint32_t ReadFreshRoute(const WideString& path, PointLists& lists, bool) {
+  return ReadPoints(path, lists, kFormat);
+}
+
+uint32_t ParseFreshRoute(std::string_view bytes, PointLists& lists) {
+  return ParsePoints(bytes, lists, kFormat);
+}
+
+uint32_t WriteFreshRoute(const WideString& path, const CGpsPointArray& list, uint32_t handOver,
+                         bool) {
+  if (handOver != 0) return HandOverItinerary(list);
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteFreshRouteBody(sink, list); });
+}
+
+void WriteFreshRouteBody(ByteSink& sink, const CGpsPointArray& list) {
+  CXmlWriter writer(sink);
+  writer.Declaration("UTF-8", "1.0");
+  CXmlElement route = writer.Element("Route");
+  route.Child("Name").Text(list.name);
+  for (const CGpsPoint& point : list.points) {
+    CXmlElement stop = route.Child("Point");
+    stop.Child("Name").Text(point.name);
+    stop.Child("Latitude").Text(ToFixedString(point.latitude, kDecimals));
+    stop.Child("Longitude").Text(ToFixedString(point.longitude, kDecimals));
+  }
+}

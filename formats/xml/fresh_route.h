@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// Navigon Fresh: names and positions for the companion program.
+
+/// Reads one route, into `lists` before the file is parsed. 0, or 1 when it cannot be opened or
+/// parsed; the points before a fault stay.
+uint32_t ReadFreshRoute(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseFreshRoute(std::string_view bytes, PointLists& lists);
+
+/// Writes names and positions. 0, or 1 on failure. With `handOver` other than 0 nothing is written:
+/// the list goes to the companion program (core/itinerary_hand_off.h), whose status is the result.
+uint32_t WriteFreshRoute(const WideString& path, const CGpsPointArray& list, uint32_t handOver,
+                         bool silent);
+void WriteFreshRouteBody(ByteSink& sink, const CGpsPointArray& list);

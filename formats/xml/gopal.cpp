@@ -1,0 +1,56 @@
+#include "formats/xml/gopal.h"
+
+#include "core/format_file.h"
+#include "core/numbers.h"
+#include "core/projection.h"
+#include "core/text.h"
+#include "formats/xml/point_element_reader.h"
+
+namespace {
+
+constexpr std::string_view kHead =
+    "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?>\n"
+    "<tour><options VehicleSpeedNonMotorway=\"27\" VehicleSpeedMotorway=\"33\" "
+    "VehicleSpeedInPedestrianArea=\"2\" Type=\"3\" Tunnels=\"1\" TollRoad=\"1\" TTIMode=\"0\" "
+    "PedestrianSpeed=\"1\" MotorWays=\"0\" Mode=\"2\" Ferries=\"1\" CyclistSpeed=\"4\"/>\n";
+
+// The metres of the plane stand in the fields of the degrees until the point is whole.
+void TakeX(CGpsPoint& point, std::string_view text) { point.longitude = ParseWhole(text); }
+void TakeY(CGpsPoint& point, std::string_view text) { point.latitude = ParseWhole(text); }
+
+constexpr PointField kAttributes[] = {
+    {"City", TakeName}, {"Longitude", TakeX}, {"Latitude", TakeY}};
+
+void FromPlane(CGpsPoint& point) {
+  const CGpsCoordinate position = CMercatorProjection6371().Unproject(
+      {TruncateToInt32(point.longitude), TruncateToInt32(point.latitude)});
+  point.latitude = position.latitude;
+  point.longitude = position.longitude;
+}
+
+constexpr PointFormat kFormat{.point = {"dest"}, .attributes = kAttributes, .finish = FromPlane};
+
+}  // namespace
+
+uint32_t ReadGoPal(const WideString& path, PointLists& lists, bool) {
+  return ReadPoints(path, lists, kFormat);
+}
+
+uint32_t ParseGoPal(std::string_view bytes, PointLists& lists) {
+  return ParsePoints(bytes, lists, kFormat);
+}
+
+uint32_t WriteGoPal(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteGoPalBody(sink, list); });
+}
+
+void WriteGoPalBody(ByteSink& sink, const CGpsPointArray& list) {
+  const CMercatorProjection6371 projection;
+  sink.Write(kHead);
+  for (const CGpsPoint& point : list.points) {
+    const CGridCoordinate grid = projection.Project(point);
+    sink.Printf("<dest Longitude=\"%d\" Latitude=\"%d\" Country=\"0\" City=\"%s\"/>\n", grid.x,
+                grid.y, NarrowUtf8(point.name));
+  }
+  sink.Write("</tour>\n");
+}

@@ -1,0 +1,31 @@
+#include "formats/xml/location_xml.h"
+
+#include "core/format_file.h"
+#include "core/numbers.h"
+#include "core/product.h"
+#include "formats/xml/xml_writer.h"
+
+namespace {
+
+constexpr int kDecimals = 6;
+
+}  // namespace
+
+uint32_t WriteLoc(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteLocBody(sink, list); });
+}
+
+void WriteLocBody(ByteSink& sink, const CGpsPointArray& list) {
+  CXmlWriter writer(sink);
+  writer.Declaration("UTF-8", "1.0");
+  CXmlElement root =
+      writer.Element("loc").Attribute("version", "1.0").Attribute("src", kProductName);
+  for (const CGpsPoint& point : list.points) {
+    CXmlElement waypoint = root.Child("waypoint");
+    waypoint.Child("name").Attribute("id", point.name).Cdata(point.name);
+    waypoint.Child("coord")
+        .Attribute("lat", ToFixedString(point.latitude, kDecimals))
+        .Attribute("lon", ToFixedString(point.longitude, kDecimals));
+    waypoint.Child("type").Text("Waypoint");
+  }
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// The plain location list `.loc`.
+
+/// Writes names and positions. 0, or 1 on failure.
+uint32_t WriteLoc(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+void WriteLocBody(ByteSink& sink, const CGpsPointArray& list);

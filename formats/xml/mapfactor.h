@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "formats/xml/xml_reader.h"
+#include "platform/wide_string.h"
+
+// MapFactor navigation: sets of routing points in 1/3600000 degree.
+
+class CMapFactorReader final : public CXmlReader {
+ public:
+  explicit CMapFactorReader(PointLists& results) : m_results(results) {}
+
+  void StartElement(const XML_Char* name, const XML_Char** attributes) override;
+  void EndElement(const XML_Char* name) override;
+
+ private:
+  PointLists& m_results;
+  std::unique_ptr<CGpsRoute> m_current;  ///< the set being filled
+  CGpsPoint m_point;
+  bool m_inRoot = false;
+  bool m_inPoint = false;
+};
+
+/// Reads a route of every set, empty ones too. 0, or 1 when the file cannot be opened or parsed.
+uint32_t ReadMapFactor(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseMapFactor(std::string_view bytes, PointLists& lists);
+
+/// Writes one set; only names and positions are kept. 0, or 1 on failure.
+uint32_t WriteMapFactor(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                        bool silent);
+void WriteMapFactorBody(ByteSink& sink, const CGpsPointArray& list);

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// Nokia's landmark exchange.
+
+/// Reads one route, into `lists` before the file is parsed. 0, or 1 when it cannot be opened or
+/// parsed; the points before a fault stay.
+uint32_t ReadLmx(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseLmx(std::string_view bytes, PointLists& lists);
+
+/// Writes a collection of landmarks. 0, or 1 on failure.
+uint32_t WriteLmx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+void WriteLmxBody(ByteSink& sink, const CGpsPointArray& list);

@@ -1,0 +1,141 @@
+#include "formats/xml/osm.h"
+
+#include "core/conversion_notes.h"
+#include "core/format_file.h"
+#include "core/numbers.h"
+#include "core/product.h"
+#include "formats/xml/bounds.h"
+#include "formats/xml/xml_writer.h"
+
+namespace {
+
+constexpr std::string_view kNode = "node";
+constexpr std::string_view kWay = "way";
+constexpr std::string_view kTag = "tag";
+constexpr std::string_view kReference = "nd";
+
+constexpr std::string_view kName = "name";
+constexpr std::string_view kNote = "note";
+constexpr std::string_view kElevation = "ele";
+
+constexpr int kDecimals = 6;
+
+void WriteTag(CXmlElement& parent, std::string_view key, std::string_view value) {
+  parent.Child(kTag).Attribute("k", key).Attribute("v", value);
+}
+
+// Ids of objects that the map's database doesn't know yet count down from -1.
+std::string NewId(size_t number) { return "-" + std::to_string(number); }
+
+}  // namespace
+
+uint32_t ReadOsm(const WideString& path, PointLists& lists, bool) {
+  COsmReader reader(lists);
+  const uint32_t status = ReadXmlFile(reader, path);
+  if (status == kStatusSuccess) reader.Finish();
+  return status;
+}
+
+uint32_t ParseOsm(std::string_view bytes, PointLists& lists) {
+  COsmReader reader(lists);
+  const uint32_t status = ParseXml(reader, bytes);
+  if (status == kStatusSuccess) reader.Finish();
+  return status;
+}
+
+void COsmReader::StartElement(const XML_Char* name, const XML_Char** attributes) {
+  if (IsName(name, kNode)) {
+    StartNode(attributes);
+  } else if (IsName(name, kWay)) {
+    StartWay(attributes);
+  } else if (IsName(name, kTag)) {
+    TakeTag(attributes);
+  } else if (IsName(name, kReference) && m_way) {
+    TakeReference(attributes);
+  }
+}
+
+void COsmReader::EndElement(const XML_Char* name) {
+  if (IsName(name, kNode)) {
+    m_nodes->points.push_back(std::move(m_point));
+    m_nodeIndex[m_nodeId] = &m_nodes->points.back();
+    m_point.Reset();
+    m_inNode = false;
+  } else if (IsName(name, kWay)) {
+    m_way = nullptr;
+  }
+}
+
+void COsmReader::Finish() {
+  if (!m_nodes->points.empty()) m_results.push_back(std::move(m_nodes));
+}
+
+void COsmReader::StartNode(const XML_Char** attributes) {
+  m_inNode = true;
+  m_nodeId = ParseId(AttributeValue(attributes, "id"));
+  m_point.latitude = ParseReal(AttributeValue(attributes, "lat"));
+  m_point.longitude = ParseReal(AttributeValue(attributes, "lon"));
+}
+
+void COsmReader::StartWay(const XML_Char** attributes) {
+  m_way = &AddList<CGpsRoute>(m_results);
+  m_way->name = AttributeValue(attributes, "id");
+}
+
+void COsmReader::TakeTag(const XML_Char** attributes) {
+  if (!m_inNode && !m_way) return;
+  const std::string_view key = AttributeValue(attributes, "k");
+  const std::string_view value = AttributeValue(attributes, "v");
+  if (!m_inNode) {
+    if (key == kName) m_way->name = value;
+  } else if (key == kName) {
+    m_point.name = value;
+  } else if (key == kNote) {
+    m_point.comment = value;
+  } else if (key == kElevation) {
+    m_point.altitude = ParseReal(value);
+  }
+}
+
+void COsmReader::TakeReference(const XML_Char** attributes) {
+  const auto node = m_nodeIndex.find(ParseId(AttributeValue(attributes, "ref")));
+  if (node == m_nodeIndex.end()) {
+    NoteConversion(EConversionNote::kStopWithoutWaypoint);
+    return;
+  }
+  m_way->points.push_back(*node->second);
+}
+
+uint32_t WriteOsm(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOsmBody(sink, list); });
+}
+
+void WriteOsmBody(ByteSink& sink, const CGpsPointArray& list) {
+  CXmlWriter writer(sink);
+  writer.Declaration("UTF-8", "1.0");
+  CXmlElement root =
+      writer.Element("osm").Attribute("version", "0.6").Attribute("generator", kCreatorTag);
+  const Bounds bounds(list);
+  root.Child("bounds")
+      .Attribute("minlat", ToFixedString(bounds.minLatitude, kDecimals))
+      .Attribute("minlon", ToFixedString(bounds.minLongitude, kDecimals))
+      .Attribute("maxlat", ToFixedString(bounds.maxLatitude, kDecimals))
+      .Attribute("maxlon", ToFixedString(bounds.maxLongitude, kDecimals));
+
+  size_t number = 0;
+  for (const CGpsPoint& point : list.points) {
+    CXmlElement node = root.Child(kNode);
+    node.Attribute("id", NewId(++number))
+        .Attribute("visible", "true")
+        .Attribute("lat", ToFixedString(point.latitude, kDecimals))
+        .Attribute("lon", ToFixedString(point.longitude, kDecimals));
+    if (point.altitude != 0.0) WriteTag(node, kElevation, ToFixedString(point.altitude, kDecimals));
+    if (!point.name.empty()) WriteTag(node, kName, point.name);
+    if (!point.comment.empty()) WriteTag(node, kNote, point.comment);
+  }
+
+  CXmlElement way = root.Child(kWay);
+  way.Attribute("id", NewId(list.Count() + 1)).Attribute("visible", "true");
+  if (!list.name.empty()) WriteTag(way, kName, list.name);
+  for (size_t i = 1; i <= list.Count(); ++i) way.Child(kReference).Attribute("ref", NewId(i));
+}

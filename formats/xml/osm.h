@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "formats/xml/xml_reader.h"
+#include "platform/wide_string.h"
+
+// OpenStreetMap's XML: nodes, and ways that name them.
+
+/// Builds a route of every way, which must follow its nodes in the file, and one waypoint list of
+/// all nodes.
+class COsmReader final : public CXmlReader {
+ public:
+  explicit COsmReader(PointLists& results) : m_results(results) {}
+
+  void StartElement(const XML_Char* name, const XML_Char** attributes) override;
+  void EndElement(const XML_Char* name) override;
+
+  /// Hands the list of all nodes over; to be called after a parse without errors.
+  void Finish();
+
+ private:
+  void StartNode(const XML_Char** attributes);
+  void StartWay(const XML_Char** attributes);
+  void TakeTag(const XML_Char** attributes);
+  void TakeReference(const XML_Char** attributes);
+
+  PointLists& m_results;
+  std::unique_ptr<CGpsWaypointList> m_nodes = std::make_unique<CGpsWaypointList>();
+  std::unordered_map<uint64_t, const CGpsPoint*> m_nodeIndex;  ///< into m_nodes, by id
+  CGpsPoint m_point;
+  uint64_t m_nodeId = 0;
+  CGpsPointArray* m_way = nullptr;  ///< the last list of the results, while a way is open
+  bool m_inNode = false;
+};
+
+/// Reads ways and nodes. 0, or 1 when the file cannot be opened or parsed; of such a file the ways
+/// so far stay.
+uint32_t ReadOsm(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseOsm(std::string_view bytes, PointLists& lists);
+
+/// Writes the points as nodes and one way through them. 0, or 1 on failure.
+uint32_t WriteOsm(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+void WriteOsmBody(ByteSink& sink, const CGpsPointArray& list);

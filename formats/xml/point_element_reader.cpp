@@ -1,0 +1,97 @@
+#include "formats/xml/point_element_reader.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace {
+
+bool IsElement(const ElementKey& key, const XML_Char* name, const XML_Char** attributes) {
+  return IsName(name, key.name) &&
+         (key.className.empty() || AttributeValue(attributes, "class") == key.className);
+}
+
+void StoreField(CGpsPoint& point, std::span<const PointField> fields, const XML_Char* name,
+                std::string_view text) {
+  for (const PointField& field : fields) {
+    if (IsName(name, field.name)) field.store(point, text);
+  }
+}
+
+class CPointElementReader final : public CXmlReader {
+ public:
+  CPointElementReader(PointLists& results, const PointFormat& format)
+      : m_route(AddList<CGpsRoute>(results)), m_format(format) {}
+
+  void StartElement(const XML_Char* name, const XML_Char** attributes) override {
+    m_text.clear();
+    ++m_depth;
+    if (!IsContained()) {
+      if (IsContainer(name, attributes)) StartContainer(attributes);
+    } else if (m_pointDepth == 0 && IsElement(m_format.point, name, attributes)) {
+      StartPoint(attributes);
+    }
+  }
+
+  void EndElement(const XML_Char* name) override {
+    if (m_depth == m_pointDepth) {
+      FinishPoint();
+    } else if (m_pointDepth != 0) {
+      StoreField(m_point, m_format.elements, name, m_text);
+    } else if (IsContained() && IsName(name, m_format.listNameElement) && m_route.name.empty()) {
+      m_route.name = m_text;
+    }
+    if (m_depth == m_containerDepth) m_containerDepth = 0;
+    --m_depth;
+  }
+
+ private:
+  bool IsContained() const { return m_format.containers.empty() || m_containerDepth != 0; }
+
+  bool IsContainer(const XML_Char* name, const XML_Char** attributes) const {
+    return std::any_of(m_format.containers.begin(), m_format.containers.end(),
+                       [&](const ElementKey& key) { return IsElement(key, name, attributes); });
+  }
+
+  void StartContainer(const XML_Char** attributes) {
+    m_containerDepth = m_depth;
+    if (m_route.name.empty()) m_route.name = AttributeValue(attributes, m_format.listNameAttribute);
+  }
+
+  void StartPoint(const XML_Char** attributes) {
+    m_point.Reset();
+    m_pointDepth = m_depth;
+    StoreAttributes(m_point, attributes, m_format.attributes);
+    if (m_format.elements.empty()) FinishPoint();
+  }
+
+  void FinishPoint() {
+    if (m_format.finish) m_format.finish(m_point);
+    m_route.points.push_back(std::move(m_point));
+    m_pointDepth = 0;
+  }
+
+  CGpsRoute& m_route;
+  const PointFormat& m_format;
+  CGpsPoint m_point;
+  size_t m_depth = 0;           ///< of the innermost open element; the root is at 1
+  size_t m_containerDepth = 0;  ///< of the open container, 0 without one
+  size_t m_pointDepth = 0;      ///< of the open point, 0 without one
+};
+
+}  // namespace
+
+void StoreAttributes(CGpsPoint& point, const XML_Char** attributes,
+                     std::span<const PointField> fields) {
+  for (; *attributes; attributes += 2) StoreField(point, fields, attributes[0], attributes[1]);
+}
+
+uint32_t ReadPoints(const WideString& path, PointLists& lists, const PointFormat& format) {
+  CPointElementReader reader(lists, format);
+  return ReadXmlFile(reader, path);
+}
+
+uint32_t ParsePoints(std::string_view bytes, PointLists& lists, const PointFormat& format) {
+  CPointElementReader reader(lists, format);
+  return ParseXml(reader, bytes);
+}

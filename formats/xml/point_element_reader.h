@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "core/numbers.h"
+#include "core/point_list.h"
+#include "formats/xml/xml_reader.h"
+#include "platform/wide_string.h"
+
+// One reader for the small formats, in which an element makes a point: each describes itself in a
+// table.
+
+/// An element, by its name and, unless that is empty, by the value of its attribute "class".
+struct ElementKey {
+  std::string_view name;
+  std::string_view className = {};
+};
+
+/// An element or attribute whose text goes into a point.
+struct PointField {
+  std::string_view name;
+  void (*store)(CGpsPoint& point, std::string_view text);
+};
+
+/// What differs between the small formats.
+struct PointFormat {
+  /// The elements that hold all else; without any it stands anywhere.
+  std::span<const ElementKey> containers = {};
+  /// What names the list: an attribute of the container, or the first element outside of points
+  /// that isn't empty.
+  std::string_view listNameAttribute = {};
+  std::string_view listNameElement = {};
+  ElementKey point = {};
+  /// The attributes of a point and the elements inside it, at any depth. A point without elements
+  /// is whole at its start tag.
+  std::span<const PointField> attributes = {};
+  std::span<const PointField> elements = {};
+  /// Called with a point that is whole.
+  void (*finish)(CGpsPoint& point) = nullptr;
+};
+
+inline void TakeName(CGpsPoint& point, std::string_view text) { point.name = text; }
+inline void TakeComment(CGpsPoint& point, std::string_view text) { point.comment = text; }
+inline void TakeLatitude(CGpsPoint& point, std::string_view text) {
+  point.latitude = ParseReal(text);
+}
+inline void TakeLongitude(CGpsPoint& point, std::string_view text) {
+  point.longitude = ParseReal(text);
+}
+inline void TakeAltitude(CGpsPoint& point, std::string_view text) {
+  point.altitude = ParseReal(text);
+}
+
+/// Stores the attributes that `fields` name.
+void StoreAttributes(CGpsPoint& point, const XML_Char** attributes,
+                     std::span<const PointField> fields);
+
+/// Reads one route, which stands in `lists` before the file is parsed. 0, or 1 when it cannot be
+/// opened or parsed; the points before a fault stay.
+uint32_t ReadPoints(const WideString& path, PointLists& lists, const PointFormat& format);
+uint32_t ParsePoints(std::string_view bytes, PointLists& lists, const PointFormat& format);

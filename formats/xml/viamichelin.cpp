@@ -1,0 +1,101 @@
+#include "formats/xml/viamichelin.h"
+
+#include <memory>
+#include <utility>
+
+#include "core/conversion_notes.h"
+#include "core/format_file.h"
+#include "core/numbers.h"
+#include "formats/xml/point_element_reader.h"
+#include "formats/xml/xml_reader.h"
+#include "formats/xml/xml_writer.h"
+
+namespace {
+
+constexpr std::string_view kDoctype =
+    "poi_list SYSTEM \"http://www.viamichelin.com/dtd/export.dtd\"";
+
+constexpr int kDecimals = 6;
+
+constexpr PointField kAttributes[] = {
+    {"name", TakeName}, {"longitude", TakeLongitude}, {"latitude", TakeLatitude}};
+
+class CXvmReader final : public CXmlReader {
+ public:
+  explicit CXvmReader(PointLists& results) : m_results(results) {}
+
+  void StartElement(const XML_Char* name, const XML_Char** attributes) override {
+    m_text.clear();
+    if (IsName(name, "itinerary")) {
+      m_route = std::make_unique<CGpsRoute>();
+      m_route->name = AttributeValue(attributes, "name");
+    } else if (ListOf(name)) {
+      m_point.Reset();
+      StoreAttributes(m_point, attributes, kAttributes);
+    } else if (IsName(name, "step") || IsName(name, "poi")) {
+      NoteConversion(EConversionNote::kLinePassedOver);
+    }
+  }
+
+  void EndElement(const XML_Char* name) override {
+    if (IsName(name, "description")) {
+      m_point.comment = m_text;
+    } else if (IsName(name, "itinerary")) {
+      HandOver(std::move(m_route));
+    } else if (IsName(name, "poi_list")) {
+      HandOver(std::move(m_waypoints));
+    } else if (CGpsPointArray* list = ListOf(name)) {
+      list->points.push_back(m_point);
+    }
+  }
+
+ private:
+  // The list that a point of this element belongs to: steps stand inside itineraries, free points
+  // outside. Null for every other element.
+  CGpsPointArray* ListOf(const XML_Char* name) {
+    if (m_route) return IsName(name, "step") ? m_route.get() : nullptr;
+    if (!IsName(name, "poi")) return nullptr;
+    if (!m_waypoints) m_waypoints = std::make_unique<CGpsWaypointList>();
+    return m_waypoints.get();
+  }
+
+  void HandOver(std::unique_ptr<CGpsPointArray> list) {
+    if (list) m_results.push_back(std::move(list));
+  }
+
+  PointLists& m_results;
+  std::unique_ptr<CGpsRoute> m_route;             ///< the open itinerary
+  std::unique_ptr<CGpsWaypointList> m_waypoints;  ///< made at the first free point
+  CGpsPoint m_point;
+};
+
+}  // namespace
+
+uint32_t ReadXvm(const WideString& path, PointLists& lists, bool) {
+  CXvmReader reader(lists);
+  return ReadXmlFile(reader, path);
+}
+
+uint32_t ParseXvm(std::string_view bytes, PointLists& lists) {
+  CXvmReader reader(lists);
+  return ParseXml(reader, bytes);
+}
+
+uint32_t WriteXvm(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
+  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteXvmBody(sink, list); });
+}
+
+void WriteXvmBody(ByteSink& sink, const CGpsPointArray& list) {
+  CXmlWriter writer(sink);
+  writer.Declaration("UTF-8", "1.0");
+  writer.Doctype(kDoctype);
+  CXmlElement root = writer.Element("poi_list").Attribute("version", "2.0").Attribute("folder", "");
+  CXmlElement itinerary = root.Child("itinerary").Attribute("name", list.name);
+  for (const CGpsPoint& point : list.points) {
+    itinerary.Child("step")
+        .Attribute("name", point.name)
+        .Attribute("longitude", ToFixedString(point.longitude, kDecimals))
+        .Attribute("latitude", ToFixedString(point.latitude, kDecimals));
+  }
+  itinerary.Child("description").Text(list.name);
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// ViaMichelin's exports: itineraries and points of interest.
+
+/// Reads a route of every itinerary, and one waypoint list of all points outside of them. 0, or 1
+/// when the file cannot be opened or parsed.
+uint32_t ReadXvm(const WideString& path, PointLists& lists, bool silent);
+uint32_t ParseXvm(std::string_view bytes, PointLists& lists);
+
+/// Writes one itinerary of names and positions. 0, or 1 on failure.
+uint32_t WriteXvm(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+void WriteXvmBody(ByteSink& sink, const CGpsPointArray& list);

@@ -1,0 +1,52 @@
+// Four formats share the extension "xml": a file is tried with their readers in turn, so each must
+// find no points in the files of the others.
+
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "core/status.h"
+#include "formats/xml/gopal.h"
+#include "formats/xml/mapfactor.h"
+#include "formats/xml/my_routes.h"
+#include "formats/xml/navman.h"
+#include "tests/list_builder.h"
+
+namespace {
+
+struct XmlFormat {
+  std::string_view name;
+  uint32_t (*parse)(std::string_view bytes, PointLists& lists);
+  void (*writeBody)(ByteSink& sink, const CGpsPointArray& list);
+};
+
+const XmlFormat kFormats[] = {
+    {"MyRoutes", ParseMyRoutesXml, WriteMyRoutesXmlBody},
+    {"Navman", ParseNavman, WriteNavmanBody},
+    {"GoPal", ParseGoPal, WriteGoPalBody},
+    {"MapFactor", ParseMapFactor, WriteMapFactorBody},
+};
+
+TEST(SharedXmlExtension, EachReaderFindsPointsInItsOwnFilesOnly) {
+  const auto list = MakeList("Tour", MakePoint(48.85661, 2.35222, "Paris"),
+                             MakePoint(47.394144, 0.68484, "Tours"));
+  for (const XmlFormat& written : kFormats) {
+    StringSink sink;
+    written.writeBody(sink, list);
+    for (const XmlFormat& read : kFormats) {
+      PointLists lists;
+      EXPECT_EQ(read.parse(sink.Bytes(), lists), kStatusSuccess) << written.name << read.name;
+      size_t count = 0;
+      for (const auto& found : lists) count += found->Count();
+      if (written.name == read.name) {
+        EXPECT_GE(count, 2u) << read.name;
+      } else {
+        EXPECT_EQ(count, 0u) << written.name << " read as " << read.name;
+      }
+    }
+  }
+}
+
+}  // namespace
