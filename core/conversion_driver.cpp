@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "core/format_search.h"
+#include "core/localized_text.h"
+#include "core/lookup_cache.h"
 #include "core/status.h"
 #include "core/text.h"
 
@@ -15,13 +17,27 @@ namespace {
 constexpr uint32_t kTextCannotBeRead = 108;
 constexpr uint32_t kTextCannotBeWritten = 109;
 constexpr uint32_t kTextNoItinerary = 110;
+constexpr uint32_t kTextExport = 112;
+constexpr uint32_t kTextOpen = 113;
 constexpr uint32_t kTextUnknownFormat = 164;
+constexpr uint32_t kTextItinerary = 175;
 constexpr uint32_t kTextChangesWillBeLost = 205;
 constexpr uint32_t kTextAlreadyOpened = 220;
 constexpr uint32_t kTextManyPoints = 271;
+constexpr uint32_t kTextLinkDetected = 296;
 
 // More points than this make the editor slow.
 constexpr size_t kManyPoints = 300;
+// Longer names are cut when an itinerary is exported.
+constexpr size_t kLongestName = 250;
+constexpr size_t kLongestDroppedPath = 260;
+
+// A button's text as the title of the dialog behind it.
+WideString TitleOf(uint32_t textId) {
+  WideString title = LoadText(textId);
+  std::erase(title, u'&');
+  return title;
+}
 
 // The message for a status of a read; 0 for none.
 uint32_t ReadFailureText(uint32_t status) {
@@ -106,6 +122,7 @@ uint32_t CConversionDriver::Report(uint32_t status, const WideString& path, bool
 }
 
 uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
+  LookupCache::Instance().Clear();
   if (current.points.empty()) {
     m_front.ShowMessage(EMessageIcon::kWarning, kTextNoItinerary);
     return kStatusFailure;
@@ -131,6 +148,68 @@ uint32_t CConversionDriver::ExportTo(const WideString& path, const CItineraryFor
     m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
   }
   return status;
+}
+
+void CConversionDriver::OpenCommand() {
+  if (!ConfirmDiscard()) return;
+  FileDialog dialog;
+  dialog.title = TitleOf(kTextOpen);
+  dialog.filter = OpenFilter(table);
+  dialog.offersAppend = !current.points.empty();
+  if (const auto chosen = m_front.AskOpenFile(dialog))
+    OpenFile(chosen->path, chosen->append, false);
+}
+
+void CConversionDriver::DropFiles(const std::vector<WideString>& paths) {
+  if (paths.empty() || paths.front().size() > kLongestDroppedPath) return;
+  OpenFile(paths.front(), false, false);
+}
+
+void CConversionDriver::ExportCommand(const CItineraryFormat* row) {
+  if (!row) return;
+  NameFromField();
+  if (IsPseudoFormat(*row)) {
+    ExportTo(DefaultExportName(), *row, false);
+    return;
+  }
+  FileDialog dialog;
+  dialog.title = TitleOf(kTextExport);
+  dialog.filter = SaveFilter(*row);
+  dialog.defaultName = DefaultExportName();
+  dialog.defaultExtension = row->extension;
+  if (const auto chosen = m_front.AskSaveFile(dialog)) ExportTo(chosen->path, *row, false);
+}
+
+void CConversionDriver::NameFromField() {
+  current.name = WideToUtf8Lossy(m_front.NameFieldText().substr(0, kLongestName));
+  if (current.name.empty()) current.name = LoadTextUtf8(kTextItinerary);
+}
+
+WideString CConversionDriver::DefaultExportName() const {
+  const WideString fromSource(FileTitleOfPath(sourcePath));
+  if (!fromSource.empty()) return fromSource;
+  const WideString name = Utf8ToWideLossy(current.name);
+  return WideString(FileTitleOfPath(name));
+}
+
+void CConversionDriver::InterpretLink(const WideString& text) {
+  const auto accepts = [&text](const LinkReader& reader) { return reader.accepts(text); };
+  if (std::none_of(linkReaders.begin(), linkReaders.end(), accepts)) return;
+  if (!m_front.AskYesNo(EMessageIcon::kQuestion, kTextLinkDetected) || !ConfirmDiscard()) return;
+  uint32_t status = kStatusBadFormat;
+  for (const LinkReader& reader : linkReaders) {
+    if (!reader.accepts(text)) continue;
+    {
+      const BusyScope busy(m_front);
+      status = ReadWithRow(
+          reader.row, text, false,
+          [this](const CItineraryFormat&, PointLists& lists) { return MergeLists(lists, false); });
+    }
+    status = Report(status, text, false);
+  }
+  if (status != kStatusSuccess) return;
+  sourcePath.clear();
+  m_front.NameChanged();
 }
 
 bool CConversionDriver::ConfirmDiscard() {

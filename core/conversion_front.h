@@ -2,12 +2,29 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "core/point_list.h"
+#include "platform/wide_string.h"
 
 /// The sign beside a message.
 enum class EMessageIcon { kError, kWarning, kQuestion };
+
+/// What a file dialog shows.
+struct FileDialog {
+  WideString title;
+  WideString filter;          ///< labels and patterns in turn, joined by bars
+  bool offersAppend = false;  ///< with a check box for appending to what is there
+  WideString defaultName;     ///< without extension
+  WideString defaultExtension;
+};
+
+/// What the user has chosen in a file dialog.
+struct ChosenFile {
+  WideString path;
+  bool append = false;
+};
 
 /// What the conversion needs of whoever stands in front of it: a window with its boxes, or the
 /// console. Texts are numbers of string resources.
@@ -27,4 +44,14 @@ class IConversionFront {
   virtual void ItineraryCleared() = 0;
   /// A new itinerary stands: show its name, list and map.
   virtual void ItineraryLoaded() = 0;
+
+  // What only a window has: dialogs, and a field with the itinerary's name.
+
+  /// Asks for an existing file to open, or for one to save in, with a question before it is
+  /// overwritten. Nothing when the user cancels.
+  virtual std::optional<ChosenFile> AskOpenFile(const FileDialog&) { return std::nullopt; }
+  virtual std::optional<ChosenFile> AskSaveFile(const FileDialog&) { return std::nullopt; }
+  virtual WideString NameFieldText() const { return {}; }
+  /// The itinerary has a new name.
+  virtual void NameChanged() {}
 };

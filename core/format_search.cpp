@@ -107,6 +107,15 @@ WideString SaveFilter(const CItineraryFormat& row) {
   return LoadText(row.textId) + LoadText(kTextAllFiles);
 }
 
+uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool silent,
+                     const AcceptLists& accept) {
+  PointLists lists;
+  const uint32_t status = CallReader(row.read, path, lists, silent);
+  if (status != kStatusSuccess) return status;
+  std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
+  return lists.empty() ? uint32_t{kStatusBadFormat} : accept(row, lists);
+}
+
 uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool silent,
                        const AcceptLists& accept) {
   const std::u16string_view extension = ExtensionOfPath(path);
@@ -114,12 +123,7 @@ uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool si
   if (extension.empty()) return result;
   for (const CItineraryFormat& row : table) {
     if (!row.read || !EqualsIgnoringCase(row.extension, extension)) continue;
-    PointLists lists;
-    result = CallReader(row.read, path, lists, silent);
-    if (result == kStatusSuccess) {
-      std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
-      result = lists.empty() ? uint32_t{kStatusBadFormat} : accept(row, lists);
-    }
+    result = ReadWithRow(row, path, silent, accept);
     if (EndsSearch(result)) break;
   }
   return result;

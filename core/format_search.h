@@ -39,6 +39,11 @@ WideString SaveFilter(const CItineraryFormat& row);
 /// result of that reader's call.
 using AcceptLists = std::function<uint32_t(const CItineraryFormat& row, PointLists& lists)>;
 
+/// Calls the reader of a row, drops lists without points, and offers the others to `accept`.
+/// kStatusBadFormat when none is left.
+uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool silent,
+                     const AcceptLists& accept);
+
 /// Tries the readers of the path's extension in table order until one ends with success, with a
 /// file that is locked, or with the user's cancelling; returns the last result. A file that no
 /// reader knows gives kStatusBadFormat. Lists that the user declines do not end the search: the

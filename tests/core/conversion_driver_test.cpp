@@ -5,10 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include "core/lookup_cache.h"
 #include "core/status.h"
 #include "tests/list_builder.h"
 
 namespace {
+
+// Where the last write went.
+WideString writtenPath;
 
 // The lists that the next read gives, and what it and the next write answer.
 std::vector<CGpsTrack> nextLists;
@@ -21,7 +25,8 @@ uint32_t Read(const WideString&, PointLists& lists, bool) {
   return nextStatus;
 }
 
-uint32_t Write(const WideString&, const CGpsPointArray& list, uint32_t splitLimit, bool) {
+uint32_t Write(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit, bool) {
+  writtenPath = path;
   written.clear();
   for (const CGpsPoint& point : list.points) written.push_back(point.name);
   writtenLimit = splitLimit;
@@ -44,6 +49,16 @@ class ScriptedFront : public IConversionFront {
   void SetBusy(bool busy) override { diary += busy ? '(' : ')'; }
   void ItineraryCleared() override { diary += 'c'; }
   void ItineraryLoaded() override { diary += 'l'; }
+  std::optional<ChosenFile> AskOpenFile(const FileDialog& shown) override {
+    dialog = shown;
+    return file;
+  }
+  std::optional<ChosenFile> AskSaveFile(const FileDialog& shown) override {
+    dialog = shown;
+    return file;
+  }
+  WideString NameFieldText() const override { return nameField; }
+  void NameChanged() override { diary += 'n'; }
 
   std::vector<uint32_t> messages;
   std::vector<uint32_t> questions;
@@ -51,11 +66,15 @@ class ScriptedFront : public IConversionFront {
   std::vector<size_t> chosen{0};
   bool answer = true;
   std::string diary;
+  std::optional<FileDialog> dialog;
+  std::optional<ChosenFile> file;
+  WideString nameField;
 };
 
 class ConversionDriver : public testing::Test {
  protected:
-  ConversionDriver() : driver({{u"x", 106, Read, Write, 0}}, front) {
+  ConversionDriver()
+      : driver({{u"x", 106, Read, Write, 0}, {u"ggm", 203, nullptr, Write, 0}}, front) {
     nextLists = {MakeList<CGpsTrack>("Track", MakePoint(1, 1, "a"), MakePoint(2, 2, "b")),
                  MakeList<CGpsTrack>("Other", MakePoint(3, 3, "c"))};
     nextStatus = 0;
@@ -197,6 +216,138 @@ TEST_F(ConversionDriver, KeepsNoStateWhenNobodyWillBeAsked) {
   unattended.OpenFile(u"/one.x", false, true);
   EXPECT_EQ(unattended.current.Count(), 2u);
   EXPECT_EQ(unattended.current.snapshot.Count(), 0u);
+}
+
+TEST_F(ConversionDriver, OpenCommandOffersToAppendWhereThereArePoints) {
+  driver.OpenCommand();
+  ASSERT_TRUE(front.dialog.has_value());
+  EXPECT_EQ(front.dialog->title, u"Open");
+  EXPECT_EQ(front.dialog->filter,
+            u"All formats|*.itn|TomTom Itinerary (*.itn)|*.itn|All files (*.*)|*.*||");
+  EXPECT_FALSE(front.dialog->offersAppend);
+  EXPECT_EQ(driver.current.Count(), 0u);
+
+  front.file = ChosenFile{u"/one.x", false};
+  driver.OpenCommand();
+  EXPECT_EQ(Names(), "ab");
+  front.file = ChosenFile{u"/two.x", true};
+  driver.OpenCommand();
+  EXPECT_TRUE(front.dialog->offersAppend);
+  EXPECT_EQ(Names(), "abab");
+  EXPECT_EQ(driver.sourcePath, u"/one.x");
+}
+
+TEST_F(ConversionDriver, OpenCommandStopsWhereChangesWouldBeLost) {
+  driver.current.points.push_back(MakePoint(1, 1));
+  front.answer = false;
+  front.file = ChosenFile{u"/one.x", false};
+  driver.OpenCommand();
+  EXPECT_FALSE(front.dialog.has_value());
+  EXPECT_EQ(driver.current.Count(), 1u);
+}
+
+TEST_F(ConversionDriver, TakesTheFirstDroppedFileWithoutAQuestion) {
+  driver.current.points.push_back(MakePoint(1, 1));
+  driver.DropFiles({u"/one.x", u"/two.x"});
+  EXPECT_EQ(Names(), "ab");
+  EXPECT_EQ(driver.sourcePath, u"/one.x");
+  EXPECT_TRUE(front.questions.empty());
+  driver.DropFiles({});
+  driver.DropFiles({WideString(259, u'd') + u".x"});
+  EXPECT_EQ(driver.sourcePath, u"/one.x");
+  driver.DropFiles({WideString(258, u'd') + u".x"});
+  EXPECT_EQ(driver.sourcePath.size(), 260u);
+}
+
+TEST_F(ConversionDriver, ExportCommandNamesTheItineraryAndTheFile) {
+  driver.OpenFile(u"/trips/day.one.x", false, false);
+  front.nameField = u"Holiday";
+  front.file = ChosenFile{u"/out/day.x", false};
+  driver.ExportCommand(&driver.table[0]);
+  EXPECT_EQ(driver.current.name, "Holiday");
+  EXPECT_EQ(front.dialog->title, u"Export");
+  EXPECT_EQ(front.dialog->filter, u"TomTom Itinerary (*.itn)|*.itn|All files (*.*)|*.*||");
+  EXPECT_EQ(front.dialog->defaultName, u"day.one");
+  EXPECT_EQ(front.dialog->defaultExtension, u"x");
+  EXPECT_EQ(writtenPath, u"/out/day.x");
+}
+
+TEST_F(ConversionDriver, ExportCommandDerivesTheFileNameFromTheItinerary) {
+  front.nameField = u"C:/x\\My trip.v2.end";
+  driver.ExportCommand(&driver.table[0]);
+  EXPECT_EQ(front.dialog->defaultName, u"My trip.v2");
+  front.nameField.clear();
+  driver.ExportCommand(&driver.table[0]);
+  EXPECT_EQ(driver.current.name, "Itinerary");
+  EXPECT_EQ(front.dialog->defaultName, u"Itinerary");
+}
+
+TEST_F(ConversionDriver, ExportCommandCutsLongNames) {
+  front.nameField = WideString(300, u'n');
+  driver.ExportCommand(&driver.table[0]);
+  EXPECT_EQ(driver.current.name, std::string(250, 'n'));
+}
+
+TEST_F(ConversionDriver, ExportCommandWritesNothingWithoutARowOrAFile) {
+  writtenPath = u"none";
+  driver.ExportCommand(nullptr);
+  EXPECT_FALSE(front.dialog.has_value());
+  driver.ExportCommand(&driver.table[0]);
+  EXPECT_EQ(writtenPath, u"none");
+}
+
+TEST_F(ConversionDriver, ExportCommandAsksForNoFileWhereTheTargetIsNone) {
+  front.nameField = u"Trip";
+  driver.ExportCommand(&driver.table[1]);
+  EXPECT_FALSE(front.dialog.has_value());
+  EXPECT_EQ(writtenPath, u"Trip");
+}
+
+TEST_F(ConversionDriver, EmptiesTheCacheOfLookUpsWithANewItinerary) {
+  LookupCache::Instance().Keep("question", "answer");
+  nextStatus = 11;
+  driver.OpenFile(u"/one.x", false, false);
+  EXPECT_EQ(LookupCache::Instance().Find("question"), "answer");
+  nextStatus = 0;
+  driver.OpenFile(u"/one.x", false, false);
+  EXPECT_FALSE(LookupCache::Instance().Find("question").has_value());
+}
+
+bool AcceptsHttp(const WideString& text) { return text.starts_with(u"http"); }
+bool AcceptsAll(const WideString&) { return true; }
+bool AcceptsNone(const WideString&) { return false; }
+uint32_t Refuse(const WideString&, PointLists&, bool) { return 11; }
+
+TEST_F(ConversionDriver, ReadsALinkWithEveryDetectorThatAccepts) {
+  driver.linkReaders = {{AcceptsNone, {u"", 0, Refuse, nullptr, 0}},
+                        {AcceptsHttp, {u"", 0, Refuse, nullptr, 0}},
+                        {AcceptsAll, {u"", 0, Read, nullptr, 0}}};
+  driver.sourcePath = u"/old.x";
+  driver.InterpretLink(u"https://maps/a.b");
+  EXPECT_EQ(front.questions, std::vector<uint32_t>{296});
+  EXPECT_EQ(front.icons.front(), EMessageIcon::kQuestion);
+  EXPECT_EQ(front.messages, std::vector<uint32_t>{164});
+  EXPECT_EQ(Names(), "ab");
+  EXPECT_EQ(driver.sourcePath, u"");
+  EXPECT_EQ(front.diary, "()(c)ln");
+}
+
+TEST_F(ConversionDriver, LeavesTextAloneThatIsNoLinkOrNotWanted) {
+  driver.linkReaders = {{AcceptsHttp, {u"", 0, Read, nullptr, 0}}};
+  driver.InterpretLink(u"Holiday");
+  EXPECT_TRUE(front.questions.empty());
+  front.answer = false;
+  driver.InterpretLink(u"http://maps");
+  EXPECT_EQ(front.questions, std::vector<uint32_t>{296});
+  EXPECT_EQ(driver.current.Count(), 0u);
+}
+
+TEST_F(ConversionDriver, KeepsTheSourceWhereALinkCannotBeRead) {
+  driver.linkReaders = {{AcceptsHttp, {u"", 0, Refuse, nullptr, 0}}};
+  driver.sourcePath = u"/old.x";
+  driver.InterpretLink(u"http://maps");
+  EXPECT_EQ(driver.sourcePath, u"/old.x");
+  EXPECT_EQ(front.diary, "()");
 }
 
 }  // namespace

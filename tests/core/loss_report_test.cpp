@@ -16,11 +16,11 @@ TEST(LossReport, FindsNothingWhereNothingIsLost) {
 }
 
 TEST(LossReport, CountsNamesCommentsAndAltitudes) {
-  const LossReport report = CompareLists(
-      MakeList("", MakePoint(1, 1, "\u0141\u00f3d\u017a", "note", 35), MakePoint(2, 2, "B"),
-               MakePoint(3, 3, "\u6771\u4eac", "other")),
-      MakeList("", MakePoint(1, 1, "?\u00f3d?"), MakePoint(2, 2, " B ", "WPT002"),
-               MakePoint(3, 3, "??", "other")));
+  const LossReport report =
+      CompareLists(MakeList("", MakePoint(1, 1, "\u0141\u00f3d\u017a", "note", 35),
+                            MakePoint(2, 2, "B"), MakePoint(3, 3, "\u6771\u4eac", "other")),
+                   MakeList("", MakePoint(1, 1, "?\u00f3d?"), MakePoint(2, 2, " B ", "WPT002"),
+                            MakePoint(3, 3, "??", "other")));
   EXPECT_EQ(report.namesChanged, 2u);
   EXPECT_EQ(report.nameBefore, "\u0141\u00f3d\u017a");
   EXPECT_EQ(report.nameAfter, "?\u00f3d?");
@@ -42,8 +42,8 @@ TEST(LossReport, MeasuresTheLargestShift) {
 }
 
 TEST(LossReport, FindsLostStopsByPlaceOrName) {
-  const auto before = MakeList("", MakePoint(1, 1, "A"), MakePoint(2, 2, "B"),
-                               MakePoint(3, 3, "C"), MakePoint(4, 4, "D"));
+  const auto before = MakeList("", MakePoint(1, 1, "A"), MakePoint(2, 2, "B"), MakePoint(3, 3, "C"),
+                               MakePoint(4, 4, "D"));
   const LossReport lost =
       CompareLists(before, MakeList("", MakePoint(1, 1, "A"), MakePoint(30, 3, "C")));
   EXPECT_EQ(lost.stopsLost, 2u);
