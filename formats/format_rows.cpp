@@ -1,5 +1,6 @@
 #include "formats/format_rows.h"
 
+#include "formats/text/csv.h"
 #include "formats/text/tomtom.h"
 
 FormatTable DefaultFormatTable() {
@@ -43,7 +44,7 @@ FormatTable DefaultFormatTable() {
       {u"dat", 130, nullptr, nullptr, 0},
       {u"xml", 373, nullptr, nullptr, 0},
       {u"xml", 249, nullptr, nullptr, 0},
-      {u"csv", 116, nullptr, nullptr, 0},
+      {u"csv", 116, ReadCsv, WriteCsv, 0},
       {u"kml", 117, nullptr, nullptr, 0},
       {u"kml", 303, nullptr, nullptr, 0},
       {u"bcr", 135, nullptr, nullptr, 0},
