@@ -104,11 +104,14 @@ std::vector<std::optional<SettingsValue>> ValuesOf(const storage::SFolder& root)
   std::vector<std::optional<SettingsValue>> values;
   CSettings scratch;
   for (const SettingRow& row : SettingTable()) {
+    values.emplace_back();
     try {
-      DecodeSetting(scratch, row, root.OpenValue(row.key));
-      values.push_back(EncodeSetting(scratch, row));
+      const storage::SValue value = root.OpenValue(row.key);
+      if (!value.Exists()) continue;
+      DecodeSetting(scratch, row, value);
+      values.back() = EncodeSetting(scratch, row);
     } catch (const storage::Exception&) {
-      values.emplace_back();  // not there or of another kind: written anew
+      continue;  // of another kind: written anew
     }
   }
   return values;
@@ -161,7 +164,8 @@ uint32_t CSettings::Load(std::string_view rootPath, const IRouteProviders* provi
   m_known.clear();
   for (const SettingRow& row : SettingTable()) {
     try {
-      DecodeSetting(*this, row, root.OpenValue(row.key));
+      const storage::SValue value = root.OpenValue(row.key);
+      if (value.Exists()) DecodeSetting(*this, row, value);
     } catch (const storage::Exception& failure) {
       if (failure.reason == storage::EReason::kOther) status = failure.status;
     }

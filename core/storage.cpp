@@ -51,6 +51,11 @@ SettingsValue SValue::Read() const {
   return value;
 }
 
+bool SValue::Exists() const {
+  SettingsValue value;
+  return m_backend && m_backend->Read(m_folder, m_name, value) != kStatusFileNotFound;
+}
+
 void SValue::Write(const SettingsValue& value) {
   if (!m_backend) throw Exception("SValue", kInvalidHandle);
   ThrowUnlessDone(m_name, m_backend->Write(m_folder, m_name, value));

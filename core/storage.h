@@ -43,6 +43,9 @@ class SValue {
  public:
   SValue() = default;
 
+  /// False when a read would not find the value.
+  bool Exists() const;
+
   /// The value as bytes; a number gives its bytes, the lowest first. Reads throw `Exception`.
   std::string ReadBytes() const;
   /// The value as a number. Of other sizes the lowest four bytes count, and missing ones are 0.

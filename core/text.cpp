@@ -149,6 +149,7 @@ void AppendNarrowUtf8(std::string& output, std::string_view text) {
 }
 
 std::string WidenToUtf8(std::string_view text) {
+  if (IsAscii(text)) return std::string(text);
   std::string utf8;
   utf8.reserve(text.size());
   for (const char c : text) AppendUtf8(utf8, static_cast<unsigned char>(c));

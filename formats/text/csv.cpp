@@ -87,17 +87,19 @@ class LineReader {
 
   void Read(std::string_view line) {
     Split(line);
-    CGpsPoint point;
-    const bool hasLatitude = TakeNumber(kLatitude, point.latitude);
-    const bool hasLongitude = TakeNumber(kLongitude, point.longitude);
-    if (!point.IsValid()) {
+    CGpsCoordinate position;
+    const bool hasLatitude = TakeNumber(kLatitude, position.latitude);
+    const bool hasLongitude = TakeNumber(kLongitude, position.longitude);
+    if (!position.IsValid()) {
       NoteDropped(line, hasLatitude || hasLongitude);
       return;
     }
+    CGpsPoint& point = m_route.points.emplace_back();
+    point.latitude = position.latitude;
+    point.longitude = position.longitude;
     TakeNumber(kElevation, point.altitude);
     TakeText(kName, point.name);
     TakeText(kComment, point.comment);
-    m_route.points.push_back(std::move(point));
   }
 
  private:
@@ -126,26 +128,28 @@ class LineReader {
           break;
         }
       }
-      const std::string_view field =
-          TrimRight(TrimLeft(line.substr(start, end - start), kTrimmedLeft), kTrimmedRight);
       for (size_t content = 0; content < kContentCount; ++content) {
-        if (m_columns[content] == column) m_fields[content] = field;
+        if (m_columns[content] == column) m_fields[content] = line.substr(start, end - start);
       }
       if (end >= line.size()) return;
       start = end + length;
     }
   }
 
+  std::string_view FieldOf(EContent content) const {
+    return TrimRight(TrimLeft(m_fields[content], kTrimmedLeft), kTrimmedRight);
+  }
+
   // False when the field does not begin with a number; `value` is left alone then.
   bool TakeNumber(EContent content, double& value) const {
-    const std::string_view field = m_fields[content];
+    const std::string_view field = FieldOf(content);
     const bool isPlain =
         m_decimal == "." || m_decimal.empty() || field.find(m_decimal) == std::string_view::npos;
     return TryParseReal(isPlain ? field : ReplaceEvery(field, m_decimal, "."), value);
   }
 
   void TakeText(EContent content, std::string& text) const {
-    const std::string_view field = m_fields[content];
+    const std::string_view field = FieldOf(content);
     if (!m_isUtf8) {
       text = WidenToUtf8(field);
     } else if (IsValidUtf8(field)) {

@@ -237,6 +237,8 @@ uint32_t SqliteSettings::ReadFile(std::string_view folder, FolderValues& values)
     SqliteDatabase database;
     values.clear();
     status = StatusOf(database.Open(m_path, mode));
+    // One lock for all that is asked.
+    if (status == 0) status = StatusOf(database.Execute("BEGIN"));
     if (status == 0) status = ReadValues(database, folder, values);
     if (status != kAccessDenied) break;
   }

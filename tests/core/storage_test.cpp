@@ -114,6 +114,20 @@ TEST(Storage, AMissingValueIsNotFound) {
   EXPECT_THAT(folder.ValueNames(), testing::IsEmpty());
 }
 
+TEST(Storage, TellsWhetherAValueExists) {
+  const SettingsHome home;
+  storage::Storage user = storage::OpenUserStorage();
+  EXPECT_FALSE(user.OpenFolder("F").OpenValue("v").Exists());
+  EXPECT_FALSE(storage::SValue().Exists());
+  storage::SValue value = user.CreateFolder("F").CreateValue("v");
+  EXPECT_FALSE(value.Exists());
+  value.WriteText(u"");
+  EXPECT_TRUE(value.Exists());
+  // What cannot be found out must show in the read.
+  const storage::Storage broken(std::make_shared<BrokenBackend>(kStatusAccessDenied));
+  EXPECT_TRUE(broken.OpenFolder("F").OpenValue("v").Exists());
+}
+
 TEST(Storage, AFolderThatWasOnlyOpenedCannotBeWritten) {
   const SettingsHome home;
   const storage::Storage user = storage::OpenUserStorage();
