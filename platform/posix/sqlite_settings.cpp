@@ -237,7 +237,7 @@ uint32_t SqliteSettings::ReadFile(std::string_view folder, FolderValues& values)
     SqliteDatabase database;
     values.clear();
     status = StatusOf(database.Open(m_path, mode));
-    // One lock for all that is asked.
+    // All that is asked must be of one moment, and costs one lock.
     if (status == 0) status = StatusOf(database.Execute("BEGIN"));
     if (status == 0) status = ReadValues(database, folder, values);
     if (status != kAccessDenied) break;
@@ -374,6 +374,8 @@ bool SqliteSettings::IsFileDamaged() const {
   SqliteDatabase database;
   int64_t version = 0;
   int result = database.Open(m_path, SqliteDatabase::EMode::kReadWrite);
+  // Version and tables must be of one moment: another program may be making them.
+  if (result == SQLITE_OK) result = database.Execute("BEGIN");
   if (result == SQLITE_OK) result = database.Query("PRAGMA user_version", version);
   if (result == SQLITE_OK) return IsDamaged(database, version);
   return StatusOf(result) == kFileCorrupt;
