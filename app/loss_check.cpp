@@ -5,6 +5,7 @@
 #include "app/console_text.h"
 #include "app/list_selection.h"
 #include "app/output_sink.h"
+#include "core/csv_layout_question.h"
 #include "core/status.h"
 
 namespace {
@@ -28,6 +29,12 @@ bool ReadBack(const CItineraryFormat& row, const WideString& file, CGpsRoute& in
   return true;
 }
 
+void ReadCsvAsWritten() {
+  CCsvLayout layout;
+  AskCsvLayout(ECsvUse::kWrite, /*silent=*/true, layout);
+  SetCsvLayoutForRun(ECsvUse::kRead, layout);
+}
+
 }  // namespace
 
 bool ConversionCheck::HasLosses() const {
@@ -43,15 +50,19 @@ void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check) {
 }
 
 void CheckWrittenFiles(const CItineraryFormat& row, const std::vector<WideString>& files,
-                       const CGpsPointArray& list, ConversionCheck& check) {
+                       const CGpsPointArray& list, const std::optional<CCsvLayout>& csvRead,
+                       ConversionCheck& check) {
   if (!row.read) {
     check.outcome = ConversionCheck::EOutcome::kOnlyWritten;
     return;
   }
+  const bool isCsv = std::u16string_view(row.extension) == u"csv";
+  if (isCsv) ReadCsvAsWritten();
   CGpsRoute written;
   for (const WideString& file : files) {
     if (!ReadBack(row, file, written)) check.outcome = ConversionCheck::EOutcome::kNotReadable;
   }
+  if (isCsv) SetCsvLayoutForRun(ECsvUse::kRead, csvRead);
   if (check.outcome == ConversionCheck::EOutcome::kChecked)
     check.losses = CompareLists(list, written);
 }

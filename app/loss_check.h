@@ -2,11 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/byte_sink.h"
 #include "core/conversion_notes.h"
+#include "core/csv_layout.h"
 #include "core/format_table.h"
 #include "core/loss_report.h"
 #include "platform/wide_string.h"
@@ -31,9 +33,11 @@ struct ConversionCheck {
 /// Takes what the reader of the source has told.
 void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check);
 
-/// Reads the written files back with the row's reader and compares them with `list`.
+/// Reads the written files back with the row's reader and compares them with `list`. CSV is read
+/// in the layout in which it was written; `csvRead` is the layout of this run to go back to.
 void CheckWrittenFiles(const CItineraryFormat& row, const std::vector<WideString>& files,
-                       const CGpsPointArray& list, ConversionCheck& check);
+                       const CGpsPointArray& list, const std::optional<CCsvLayout>& csvRead,
+                       ConversionCheck& check);
 
 /// One to five lines for the user.
 std::string DescribeCheck(const ConversionCheck& check);

@@ -5,9 +5,11 @@
 #include "app/format_listing.h"
 #include "app/inspection.h"
 #include "app/options.h"
+#include "app/settings_command.h"
 #include "app/unattended_conversion.h"
 #include "core/command_line.h"
 #include "core/product.h"
+#include "core/settings.h"
 #include "formats/format_rows.h"
 #include "platform/console.h"
 #include "platform/locale.h"
@@ -24,6 +26,8 @@ int Run(Options& options) {
     WriteOutput(std::string(kProductName) + "\n");
     return kExitConverted;
   }
+  if (options.settings || !options.assignments.empty()) return RunSettings(options);
+  if (!ApplyCsvLayouts(options)) return kExitFailed;
   const FormatTable table = DefaultFormatTable();
   if (options.formats) {
     ListFormats(table, options.json);
@@ -43,7 +47,12 @@ int main(int argumentCount, char** arguments) {
   PrepareConsoleProcess();
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));
-  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), 0, PrimaryLanguage()));
+  // Messages about the settings themselves are in the language of the user's locale.
+  const WideString languageToken = FindLanguageToken(tokens);
+  SetLanguage(ChooseLanguage(languageToken, 0, PrimaryLanguage()));
+  LoadUserSettings();
+  SetLanguage(ChooseLanguage(languageToken, static_cast<uint32_t>(CSettings::Instance().language),
+                             PrimaryLanguage()));
 
   std::string error;
   std::optional<Options> options = ParseOptions(argumentCount, arguments, error);

@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include "app/console_text.h"
+#include "core/csv_layout_text.h"
 #include "core/text.h"
 #include "platform/path_text.h"
 
@@ -37,6 +38,16 @@ bool ParseNumbers(std::string_view text, std::vector<size_t>& numbers) {
   return true;
 }
 
+// Understands the layout that an option gives, if it was given. False, and why, if not.
+bool TakeCsvLayout(const CLI::Option& option, const std::string& text,
+                   std::optional<CCsvLayout>& layout, std::string& error) {
+  if (option.count() == 0) return true;
+  CsvLayoutText parsed = ParseCsvLayoutText(text);
+  error = parsed.refusal;
+  layout = parsed.layout;
+  return layout.has_value();
+}
+
 struct OptionHelp {
   std::string_view option;
   uint32_t textId;
@@ -54,6 +65,11 @@ constexpr OptionHelp kOptionHelp[] = {
     {"    --formats", kTextHelpFormats},
     {"    --inspect FILE", kTextHelpInspect},
     {"    --json", kTextHelpJson},
+    {"    --csv-read LAYOUT", kTextHelpCsvRead},
+    {"    --csv-write LAYOUT", kTextHelpCsvWrite},
+    {"    --remember", kTextHelpRemember},
+    {"    --settings", kTextHelpSettings},
+    {"    --set KEY=VALUE", kTextHelpSet},
     {"-h, --help", kTextHelpHelp},
     {"    --version", kTextHelpVersion},
 };
@@ -93,6 +109,13 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_option("-o,--output", output);
   const CLI::Option* listOption = parser.add_option("--list", lists);
   parser.add_option("--split", options.split);
+  std::string csvRead;
+  std::string csvWrite;
+  const CLI::Option* csvReadOption = parser.add_option("--csv-read", csvRead);
+  const CLI::Option* csvWriteOption = parser.add_option("--csv-write", csvWrite);
+  parser.add_flag("--remember", options.remember);
+  parser.add_flag("--settings", options.settings);
+  parser.add_option("--set", options.assignments)->expected(1)->take_all();
   try {
     parser.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& failure) {
@@ -110,6 +133,10 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
     }
     options.lists = *choice;
   }
+  if (!TakeCsvLayout(*csvReadOption, csvRead, options.csvRead, error) ||
+      !TakeCsvLayout(*csvWriteOption, csvWrite, options.csvWrite, error)) {
+    return std::nullopt;
+  }
   return options;
 }
 
@@ -117,6 +144,6 @@ std::string HelpText() {
   std::string text = Text(kTextUsage) + "\n" + Text(kTextPurpose) + "\n\n" + Text(kTextOptions);
   text += "\n";
   for (const OptionHelp& row : kOptionHelp)
-    text += fmt::format("  {:<20}  {}\n", row.option, LoadTextUtf8(row.textId));
+    text += fmt::format("  {:<22}  {}\n", row.option, LoadTextUtf8(row.textId));
   return text;
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/csv_layout.h"
 #include "platform/wide_string.h"
 
 /// Which lists of a file become the itinerary.
@@ -33,6 +34,11 @@ struct Options {
   WideString output;
   ListChoice lists;
   uint32_t split = 0;
+  bool settings = false;
+  std::vector<std::string> assignments;  ///< KEY=VALUE
+  std::optional<CCsvLayout> csvRead;
+  std::optional<CCsvLayout> csvWrite;
+  bool remember = false;  ///< store the CSV layouts
 };
 
 /// Reads the arguments of the program. When they cannot be understood, nothing is returned and

@@ -167,7 +167,7 @@ EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
   }
 
   if (m_options.quiet && !m_options.strict && !m_options.check) return EOutcome::kConverted;
-  CheckWrittenFiles(m_row, notes.WrittenFiles(), m_driver.current, check);
+  CheckWrittenFiles(m_row, notes.WrittenFiles(), m_driver.current, m_options.csvRead, check);
   Tell(check);
   return check.HasLosses() ? EOutcome::kWithLosses : EOutcome::kConverted;
 }

@@ -7,6 +7,7 @@
 #include "formats/binary/navigon_route.h"
 #include "formats/binary/sygic.h"
 #include "formats/text/copilot.h"
+#include "formats/text/csv.h"
 #include "formats/text/falk.h"
 #include "formats/text/igo.h"
 #include "formats/text/kompass.h"
@@ -75,7 +76,7 @@ FormatTable DefaultFormatTable() {
       {u"dat", 130, ReadDestinator, WriteDestinator, 0},
       {u"xml", 373, ReadMyRoutesXml, WriteMyRoutesXml, 0},
       {u"xml", 249, ReadNavman, WriteNavman, 0},
-      {u"csv", 116, nullptr, nullptr, 0},
+      {u"csv", 116, ReadCsv, WriteCsv, 0},
       {u"kml", 117, ReadKml, WriteKml, 0},
       {u"kml", 303, nullptr, WriteNdriveKml, 0},
       {u"bcr", 135, ReadBcr, WriteBcr, 0},

@@ -48,10 +48,11 @@ inline std::string Quoted(const std::string& word) {
   return quoted + "'";
 }
 
-/// Runs the converter in English with these arguments.
+/// Runs the converter in English with these arguments, by default without any settings.
 inline ProgramResult RunConverter(const std::vector<std::string>& arguments,
                                   const std::string& environment = "LC_ALL=C") {
-  std::string command = environment + " " + Quoted(CORVANE_BINARY_FOLDER "/bin/corvanemap");
+  std::string command = "export XDG_CONFIG_HOME=/nonexistent/corvane; " + environment + " " +
+                        Quoted(CORVANE_BINARY_FOLDER "/bin/corvanemap");
   for (const std::string& argument : arguments) command += " " + Quoted(argument);
   return RunShell(command);
 }

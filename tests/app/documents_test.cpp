@@ -1,12 +1,12 @@
 // What the documents show is what the program does.
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "tests/run_program.h"
 

@@ -1,0 +1,95 @@
+#include "app/settings_command.h"
+
+#include <string>
+
+#include "app/console_text.h"
+#include "app/output_sink.h"
+#include "app/unattended_conversion.h"
+#include "core/csv_layout_question.h"
+#include "core/settings.h"
+#include "core/settings_list.h"
+#include "core/storage.h"
+
+namespace {
+
+void TellOfDamage() {
+  const std::string message = TakeDamageMessage();
+  if (!message.empty()) Complain(message);
+}
+
+void StoreLayout(ECsvUse use, const std::optional<CCsvLayout>& layout) {
+  if (!layout) return;
+  storage::Storage storage = storage::OpenUserStorage();
+  StoreCsvLayout(storage, use, *layout);
+}
+
+void WriteListing(ByteSink& sink, const SettingListing& setting, bool asJson) {
+  if (!asJson) {
+    sink.Write(fmt::format("{:<22} {:<8} {:<12} {:<8} {}\n", setting.key, setting.kind,
+                           setting.value, setting.defaultValue, setting.meaning));
+    return;
+  }
+  const struct {
+    const char* name;
+    const std::string& text;
+  } kMembers[] = {{"{\"key\": ", setting.key},
+                  {", \"kind\": ", setting.kind},
+                  {", \"value\": ", setting.value},
+                  {", \"default\": ", setting.defaultValue},
+                  {", \"meaning\": ", setting.meaning}};
+  for (const auto& member : kMembers) {
+    sink.Write(member.name);
+    WriteJsonString(sink, member.text);
+  }
+  sink.Put('}');
+}
+
+void WriteListings(const CSettings& settings, bool asJson) {
+  OutputSink sink;
+  const char* separator = asJson ? "[" : "";
+  for (const SettingListing& setting : ListSettings(settings)) {
+    sink.Write(separator);
+    WriteListing(sink, setting, asJson);
+    separator = asJson ? ",\n " : "";
+  }
+  if (asJson) sink.Write("]\n");
+}
+
+}  // namespace
+
+void LoadUserSettings() {
+  CSettings::Instance().Load();
+  TellOfDamage();
+}
+
+bool ApplyCsvLayouts(const Options& options) {
+  SetCsvLayoutForRun(ECsvUse::kRead, options.csvRead);
+  SetCsvLayoutForRun(ECsvUse::kWrite, options.csvWrite);
+  if (!options.remember) return true;
+  try {
+    StoreLayout(ECsvUse::kRead, options.csvRead);
+    StoreLayout(ECsvUse::kWrite, options.csvWrite);
+  } catch (const storage::Exception&) {
+    Complain(Text(kTextSettingsNotStored));
+    return false;
+  }
+  return true;
+}
+
+int RunSettings(const Options& options) {
+  CSettings& settings = CSettings::Instance();
+  for (const std::string& assignment : options.assignments) {
+    const SettingResult result = SetSetting(settings, assignment);
+    if (result.outcome == ESettingOutcome::kChanged) continue;
+    Complain(DescribeRefusal(result));
+    // What stood before the wrong assignment is not stored either.
+    settings.Load();
+    return kExitWrongUsage;
+  }
+  if (!options.assignments.empty() && settings.Save() != 0) {
+    Complain(Text(kTextSettingsNotStored));
+    return kExitFailed;
+  }
+  if (options.settings) WriteListings(settings, options.json);
+  return kExitConverted;
+}

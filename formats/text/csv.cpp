@@ -1,0 +1,289 @@
+#include "formats/text/csv.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+#include "core/conversion_notes.h"
+#include "core/csv_layout_question.h"
+#include "core/file_sink.h"
+#include "core/localized_text.h"
+#include "core/numbers.h"
+#include "core/status.h"
+#include "core/text.h"
+#include "platform/input_file.h"
+
+namespace {
+
+// What a column can hold, in the order of CCsvLayout::Columns.
+enum EContent : size_t { kLatitude, kLongitude, kElevation, kName, kComment, kContentCount };
+
+// Labels of the header line, in the same order.
+constexpr std::array<uint32_t, kContentCount> kLabelTexts = {103, 102, 226, 104, 227};
+
+constexpr int kDecimals = 6;
+constexpr char kQuote = '"';
+
+// What belongs to a field's quotes and line end rather than to its text.
+constexpr std::string_view kTrimmedLeft = "\" ";
+constexpr std::string_view kTrimmedRight = "\" \r";
+
+std::string ReplaceEvery(std::string_view text, std::string_view from, std::string_view to) {
+  std::string replaced;
+  size_t start = 0;
+  for (;;) {
+    const size_t found = text.find(from, start);
+    if (found == std::string_view::npos) break;
+    replaced.append(text.substr(start, found - start)).append(to);
+    start = found + from.size();
+  }
+  return replaced.append(text.substr(start));
+}
+
+// Finds quotes and column separators in the bytes of a text. In UTF-8 a separator above U+007F is
+// a pair of bytes, whose first one never stands inside another character.
+class SeparatorFinder {
+ public:
+  SeparatorFinder(std::string_view separators, bool isUtf8) : m_isUtf8(isUtf8) {
+    for (const char separator : separators) {
+      const std::string bytes = isUtf8 ? WidenToUtf8({&separator, 1}) : std::string(1, separator);
+      m_isFirst[Index(bytes[0])] = true;
+      if (bytes.size() == 2) m_pairs.push_back(bytes);
+    }
+    m_isFirst[Index(kQuote)] = true;
+  }
+
+  // The next significant character from `position` on: its offset, the size of the line if there
+  // is none, and in `length` how many bytes it takes.
+  size_t Find(std::string_view line, size_t position, size_t& length) const {
+    for (; position < line.size(); ++position) {
+      if (!m_isFirst[Index(line[position])]) continue;
+      length = LengthAt(line, position);
+      if (length != 0) break;
+    }
+    return position;
+  }
+
+ private:
+  static size_t Index(char byte) { return static_cast<unsigned char>(byte); }
+
+  size_t LengthAt(std::string_view line, size_t position) const {
+    if (!m_isUtf8 || Index(line[position]) < 0x80) return 1;
+    const std::string_view pair = line.substr(position, 2);
+    return std::find(m_pairs.begin(), m_pairs.end(), pair) == m_pairs.end() ? 0 : 2;
+  }
+
+  bool m_isUtf8;
+  std::array<bool, 256> m_isFirst{};
+  std::vector<std::string> m_pairs;
+};
+
+// Turns the lines of a text into points, without keeping more of a line than the fields in use.
+class LineReader {
+ public:
+  LineReader(const CCsvLayout& layout, bool isUtf8, CGpsPointArray& route)
+      : LineReader(layout.Columns(), CsvSeparators(layout), isUtf8, route) {}
+
+  void Read(std::string_view line) {
+    Split(line);
+    CGpsCoordinate position;
+    const bool hasLatitude = TakeNumber(kLatitude, position.latitude);
+    const bool hasLongitude = TakeNumber(kLongitude, position.longitude);
+    if (!position.IsValid()) {
+      NoteDropped(line, hasLatitude || hasLongitude);
+      return;
+    }
+    CGpsPoint& point = m_route.points.emplace_back();
+    point.latitude = position.latitude;
+    point.longitude = position.longitude;
+    TakeNumber(kElevation, point.altitude);
+    TakeText(kName, point.name);
+    TakeText(kComment, point.comment);
+  }
+
+ private:
+  LineReader(const std::array<uint32_t, kContentCount>& columns, const NumberSeparators& separators,
+             bool isUtf8, CGpsPointArray& route)
+      : m_columns(columns),
+        m_lastColumn(*std::max_element(columns.begin(), columns.end())),
+        m_isUtf8(isUtf8),
+        m_decimal(isUtf8 ? WidenToUtf8(separators.decimal) : separators.decimal),
+        m_finder(separators.list, isUtf8),
+        m_route(route) {}
+
+  // Finds the fields of the columns in use; a missing one is empty. Separators inside quotes don't
+  // count, that is behind an odd number of quotes since the field's start.
+  void Split(std::string_view line) {
+    m_fields.fill({});
+    size_t start = 0;
+    for (uint64_t column = 1; column <= m_lastColumn; ++column) {
+      bool isQuoted = false;
+      size_t length = 0;
+      size_t end = m_finder.Find(line, start, length);
+      for (; end < line.size(); end = m_finder.Find(line, end + length, length)) {
+        if (line[end] == kQuote) {
+          isQuoted = !isQuoted;
+        } else if (!isQuoted) {
+          break;
+        }
+      }
+      for (size_t content = 0; content < kContentCount; ++content) {
+        if (m_columns[content] == column) m_fields[content] = line.substr(start, end - start);
+      }
+      if (end >= line.size()) return;
+      start = end + length;
+    }
+  }
+
+  std::string_view FieldOf(EContent content) const {
+    return TrimRight(TrimLeft(m_fields[content], kTrimmedLeft), kTrimmedRight);
+  }
+
+  // False when the field does not begin with a number; `value` is left alone then.
+  bool TakeNumber(EContent content, double& value) const {
+    const std::string_view field = FieldOf(content);
+    const bool isPlain =
+        m_decimal == "." || m_decimal.empty() || field.find(m_decimal) == std::string_view::npos;
+    return TryParseReal(isPlain ? field : ReplaceEvery(field, m_decimal, "."), value);
+  }
+
+  void TakeText(EContent content, std::string& text) const {
+    const std::string_view field = FieldOf(content);
+    if (!m_isUtf8) {
+      text = WidenToUtf8(field);
+    } else if (IsValidUtf8(field)) {
+      text = field;
+    } else {
+      text = WideToUtf8(Utf8ToWideLossy(field));
+    }
+  }
+
+  // Tells of a line that gave no point, unless it is empty or may be the header.
+  void NoteDropped(std::string_view line, bool hasPosition) {
+    const bool isFirst = m_route.points.empty() && !m_hadData;
+    size_t length = 0;
+    bool isEmpty = true;
+    for (size_t i = 0; i < line.size() && isEmpty; i += length == 0 ? 1 : length) {
+      const bool isTrimmed = kTrimmedRight.find(line[i]) != std::string_view::npos;
+      length = 0;
+      if (!isTrimmed) isEmpty = m_finder.Find(line.substr(i, 2), 0, length) == 0;
+    }
+    if (isEmpty) return;
+    m_hadData = true;
+    if (hasPosition) {
+      NoteConversion(EConversionNote::kPointWithoutPosition);
+    } else if (!isFirst) {
+      NoteConversion(EConversionNote::kLinePassedOver);
+    }
+  }
+
+  std::array<uint32_t, kContentCount> m_columns;
+  uint32_t m_lastColumn;
+  bool m_isUtf8;
+  std::string m_decimal;
+  SeparatorFinder m_finder;
+  CGpsPointArray& m_route;
+  std::array<std::string_view, kContentCount> m_fields{};
+  bool m_hadData = false;  // a line with data has been dropped
+};
+
+// The lines of a file: one cell a column.
+class LineWriter {
+ public:
+  LineWriter(ByteSink& sink, const CCsvLayout& layout)
+      : m_sink(sink), m_separators(CsvSeparators(layout)) {
+    const auto columns = layout.Columns();
+    m_cells.resize(*std::max_element(columns.begin(), columns.end()), kContentCount);
+    // Of two contents in one column the later one stands.
+    for (size_t content = 0; content < kContentCount; ++content) {
+      if (columns[content] != 0) m_cells[columns[content] - 1] = static_cast<EContent>(content);
+    }
+  }
+
+  // The labels stand in UTF-8 in a file whose other texts are 8-bit: programs know them like this.
+  void WriteHeader() {
+    WriteLine([this](EContent content) { m_sink.Write(LoadTextUtf8(kLabelTexts[content])); });
+  }
+
+  void WritePoint(const CGpsPoint& point) {
+    WriteLine([this, &point](EContent content) {
+      if (content == kLatitude) WriteNumber(point.latitude);
+      if (content == kLongitude) WriteNumber(point.longitude);
+      if (content == kElevation) WriteNumber(point.altitude);
+      if (content == kName) WriteText(point.name);
+      if (content == kComment) WriteText(point.comment);
+    });
+  }
+
+ private:
+  template <typename WriteCell>
+  void WriteLine(WriteCell writeCell) {
+    bool isFirst = true;
+    for (const EContent content : m_cells) {
+      if (!isFirst) m_sink.Write(m_separators.list);
+      isFirst = false;
+      if (content != kContentCount) writeCell(content);
+    }
+    m_sink.Write("\r\n");
+  }
+
+  void WriteNumber(double value) {
+    if (m_separators.decimal == ".") {
+      m_sink.Fixed(value, kDecimals);
+    } else {
+      m_sink.Write(ReplaceEvery(ToFixedString(value, kDecimals), ".", m_separators.decimal));
+    }
+  }
+
+  // Quotes inside stay as they are: readers of this format don't know doubled ones.
+  void WriteText(std::string_view utf8) {
+    m_sink.Put(kQuote);
+    m_sink.Narrow(utf8);
+    m_sink.Put(kQuote);
+  }
+
+  ByteSink& m_sink;
+  NumberSeparators m_separators;
+  std::vector<EContent> m_cells;
+};
+
+}  // namespace
+
+uint32_t ReadCsv(const WideString& path, PointLists& lists, bool silent) {
+  CCsvLayout layout;
+  if (const uint32_t status = AskCsvLayout(ECsvUse::kRead, silent, layout)) return status;
+  InputFile file;
+  if (const uint32_t status = file.Open(path)) return status;
+  return ParseCsv(file.Bytes(), lists, layout);
+}
+
+uint32_t ParseCsv(std::string_view bytes, PointLists& lists, const CCsvLayout& layout) {
+  const DetectedEncoding detected = DetectEncoding(bytes);
+  std::string decoded;
+  std::string_view text = bytes.substr(detected.skipped);
+  if (detected.encoding != kEncodingNarrow && detected.encoding != kEncodingUtf8) {
+    decoded = DecodeTextFileToUtf8(bytes);
+    text = decoded;
+  }
+  LineReader reader(layout, detected.encoding != kEncodingNarrow, AddList<CGpsRoute>(lists));
+  LineSplitter lines(text);
+  for (std::string_view line; lines.Next(line);) reader.Read(line);
+  return kStatusSuccess;
+}
+
+uint32_t WriteCsv(const WideString& path, const CGpsPointArray& list, uint32_t, bool silent) {
+  CCsvLayout layout;
+  if (const uint32_t status = AskCsvLayout(ECsvUse::kWrite, silent, layout)) return status;
+  const auto columns = layout.Columns();
+  if (*std::max_element(columns.begin(), columns.end()) > kMostCsvColumns)
+    return kStatusInvalidParameter;
+  return WriteFileWith(path,
+                       [&list, &layout](ByteSink& sink) { WriteCsvBody(sink, list, layout); });
+}
+
+void WriteCsvBody(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout) {
+  LineWriter writer(sink, layout);
+  writer.WriteHeader();
+  for (const CGpsPoint& point : list.points) writer.WritePoint(point);
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/byte_sink.h"
+#include "core/csv_layout.h"
+#include "core/point_list.h"
+#include "platform/wide_string.h"
+
+// CSV: a line a point, in columns that the user's layout describes. Reading and writing have a
+// layout each, which unless `silent` the user is asked for (core/csv_layout_question.h).
+
+/// Reads a file into one new route. 0, kStatusCancelled when the user does not want to go on, or
+/// the platform's error code for a file that cannot be opened.
+uint32_t ReadCsv(const WideString& path, PointLists& lists, bool silent);
+
+/// Always 0; bytes that are no table give an empty route.
+uint32_t ParseCsv(std::string_view bytes, PointLists& lists, const CCsvLayout& layout = {});
+
+/// Writes a file. 0, kStatusCancelled, kStatusInvalidParameter for a layout of more than
+/// kMostCsvColumns columns, or the platform's error code.
+uint32_t WriteCsv(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                  bool silent);
+
+/// The header line and the lines of the points. `layout` has at most kMostCsvColumns columns.
+void WriteCsvBody(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout = {});

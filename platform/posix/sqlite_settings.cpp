@@ -1,0 +1,410 @@
+#include "platform/posix/sqlite_settings.h"
+
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+#include "platform/known_folders.h"
+#include "platform/path_text.h"
+#include "platform/posix/settings_file.h"
+#include "platform/posix/sqlite_database.h"
+#include "platform/unicode.h"
+
+namespace {
+
+// Version of the tables below, kept in the file as SQLite's user_version. 0 is a file without any.
+constexpr int64_t kVersion = 1;
+
+// Numbers and texts stand in the file as such, so that a person can read and change them there.
+constexpr const char* kMakeTables =
+    "CREATE TABLE folder(id INTEGER PRIMARY KEY, path TEXT NOT NULL UNIQUE COLLATE NOCASE);"
+    "CREATE TABLE value(folder INTEGER NOT NULL REFERENCES folder(id),"
+    " name TEXT NOT NULL COLLATE NOCASE, kind INTEGER NOT NULL, data NOT NULL,"
+    " PRIMARY KEY(folder, name)) WITHOUT ROWID;"
+    "PRAGMA user_version = 1;";
+constexpr std::string_view kAddFolder = "INSERT OR IGNORE INTO folder(path) VALUES(?1)";
+constexpr std::string_view kWriteValue =
+    "INSERT INTO value(folder, name, kind, data) SELECT id, ?2, ?3, ?4 FROM folder WHERE path = ?1"
+    " ON CONFLICT(folder, name) DO UPDATE SET kind = excluded.kind, data = excluded.data";
+constexpr std::string_view kReadValues =
+    "SELECT value.name, value.kind, value.data FROM folder JOIN value ON value.folder = folder.id"
+    " WHERE folder.path = ?1 AND length(value.data) <= ?2";
+
+// The column `kind`.
+enum EKind : int64_t { kKindBinary = 1, kKindNumber = 2, kKindNumber64 = 3, kKindText = 4 };
+
+constexpr uint32_t kNotFound = 2;
+constexpr uint32_t kAccessDenied = 5;
+constexpr uint32_t kInvalidHandle = 6;
+constexpr uint32_t kOutOfMemory = 8;
+constexpr uint32_t kBadLength = 24;
+constexpr uint32_t kSharingViolation = 32;
+constexpr uint32_t kNotSupported = 50;
+constexpr uint32_t kDiskFull = 112;
+constexpr uint32_t kInternalError = 1359;
+constexpr uint32_t kFileCorrupt = 1392;
+
+std::mutex damagedFileMutex;
+WideString damagedFile;
+
+uint32_t StatusOf(int result) {
+  switch (result & 0xFF) {
+    case SQLITE_OK:
+    case SQLITE_ROW:
+    case SQLITE_DONE:
+      return 0;
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+      return kFileCorrupt;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return kSharingViolation;
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
+      return kAccessDenied;
+    case SQLITE_NOMEM:
+      return kOutOfMemory;
+    case SQLITE_FULL:
+      return kDiskFull;
+    case SQLITE_TOOBIG:
+      return kBadLength;
+    default:
+      return kInternalError;
+  }
+}
+
+struct LessIgnoringCase {
+  bool operator()(std::string_view left, std::string_view right) const {
+    return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
+                                        [](char a, char b) { return Lower(a) < Lower(b); });
+  }
+  static int Lower(char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; }
+};
+
+using FolderValues = std::map<std::string, SettingsValue, LessIgnoringCase>;
+
+// Text is kept as UTF-8; half a character becomes U+FFFD.
+std::string ToUtf8(const WideString& text) {
+  constexpr char32_t kReplacement = 0xFFFD;
+  std::string utf8;
+  for (size_t i = 0; i < text.size();) {
+    const DecodedCodePoint decoded = DecodeUtf16(text, i);
+    AppendUtf8(utf8, decoded.valid ? decoded.codePoint : kReplacement);
+    i += decoded.length;
+  }
+  return utf8;
+}
+
+WideString ToWide(std::string_view utf8) {
+  constexpr char32_t kReplacement = 0xFFFD;
+  WideString text;
+  for (size_t i = 0; i < utf8.size();) {
+    const DecodedCodePoint decoded = DecodeUtf8(utf8, i);
+    AppendUtf16(text, decoded.valid ? decoded.codePoint : kReplacement);
+    i += decoded.length;
+  }
+  return text;
+}
+
+// The value in the columns `kind` and `data` of a row; none when its kind is not one of ours.
+std::optional<SettingsValue> ValueOf(const SqliteStatement& row, int kind, int data) {
+  switch (row.Number(kind)) {
+    case kKindBinary:
+      return std::string(row.Bytes(data));
+    case kKindNumber:
+      return static_cast<uint32_t>(row.Number(data));
+    case kKindNumber64:
+      return static_cast<uint64_t>(row.Number(data));
+    case kKindText:
+      return ToWide(row.Text(data));
+    default:
+      return std::nullopt;
+  }
+}
+
+// Whether the tables are not what their version says.
+bool IsDamaged(SqliteDatabase& database, int64_t version) {
+  if (version == 0) {
+    // Tables without a version are somebody else's.
+    int64_t tables = 0;
+    const int result = database.Query("SELECT count(*) FROM sqlite_schema", tables);
+    return tables != 0 || StatusOf(result) == kFileCorrupt;
+  }
+  if (version == kVersion) {
+    for (const std::string_view statement : {kAddFolder, kWriteValue, kReadValues}) {
+      const SqliteStatement probe(database, statement);
+      if ((probe.Failure() & 0xFF) == SQLITE_ERROR) return true;
+    }
+  }
+  std::string report;
+  const int result = database.Query("PRAGMA quick_check(1)", report);
+  if (result == SQLITE_OK) return report != "ok";
+  // A plain error is a file of a format that does not exist.
+  return StatusOf(result) == kFileCorrupt || (result & 0xFF) == SQLITE_ERROR;
+}
+
+class SqliteSettings final : public ISettingsBackend {
+ public:
+  explicit SqliteSettings(std::string path) : m_path(std::move(path)) {}
+
+  uint32_t CreateFolder(std::string_view path) override;
+  uint32_t Read(std::string_view folder, std::string_view name, SettingsValue& value) override;
+  uint32_t Write(std::string_view folder, std::string_view name,
+                 const SettingsValue& value) override;
+  uint32_t ListValues(std::string_view folder, std::vector<std::string>& names) override;
+  uint32_t BeginSave() override;
+  uint32_t CommitSave() override;
+  void AbandonSave() override;
+
+ private:
+  // The values of one folder as they were read.
+  struct Snapshot {
+    std::string folder;
+    uint32_t status;
+    FolderValues values;
+  };
+
+  const Snapshot& SnapshotOf(std::string_view folder);
+  uint32_t ReadFile(std::string_view folder, FolderValues& values);
+  uint32_t ReadValues(SqliteDatabase& database, std::string_view folder, FolderValues& values);
+  uint32_t OpenForSave();
+  uint32_t PrepareTables();
+  bool IsFileDamaged() const;
+  uint32_t RemoveDamage();
+  // Runs `write` in the save that is under way, or in one of its own.
+  template <typename WriteFn>
+  uint32_t InSave(WriteFn write);
+
+  std::string m_path;
+  SqliteDatabase m_saving;  // open from BeginSave to its end
+  std::optional<Snapshot> m_snapshot;
+};
+
+// Reading
+
+uint32_t SqliteSettings::Read(std::string_view folder, std::string_view name,
+                              SettingsValue& value) {
+  const Snapshot& snapshot = SnapshotOf(folder);
+  if (snapshot.status != 0) return snapshot.status;
+  const auto found = snapshot.values.find(std::string(name));
+  if (found == snapshot.values.end()) return kNotFound;
+  value = found->second;
+  return 0;
+}
+
+uint32_t SqliteSettings::ListValues(std::string_view folder, std::vector<std::string>& names) {
+  const Snapshot& snapshot = SnapshotOf(folder);
+  for (const auto& [name, value] : snapshot.values) names.push_back(name);
+  return snapshot.status;
+}
+
+const SqliteSettings::Snapshot& SqliteSettings::SnapshotOf(std::string_view folder) {
+  if (m_snapshot && m_snapshot->folder == folder) return *m_snapshot;
+  m_snapshot.emplace(Snapshot{std::string(folder), 0, {}});
+  Snapshot& snapshot = *m_snapshot;
+  if (m_saving.IsOpen()) {
+    snapshot.status = ReadValues(m_saving, folder, snapshot.values);
+    return snapshot;
+  }
+  snapshot.status = ReadFile(folder, snapshot.values);
+  if (snapshot.status == kFileCorrupt) {
+    snapshot.values.clear();
+    snapshot.status = RemoveDamage();
+    // Another program may have made a sound file meanwhile.
+    if (snapshot.status == 0) snapshot.status = ReadFile(folder, snapshot.values);
+  }
+  if (snapshot.status != 0) snapshot.values.clear();
+  return snapshot;
+}
+
+uint32_t SqliteSettings::ReadFile(std::string_view folder, FolderValues& values) {
+  struct stat details {};
+  if (stat(m_path.c_str(), &details) != 0) return kNotFound;
+  if (!S_ISREG(details.st_mode)) return kAccessDenied;
+  uint32_t status = 0;
+  // A save that was killed is taken back by the next program that opens the file, which has to
+  // write for that.
+  for (const auto mode : {SqliteDatabase::EMode::kReadOnly, SqliteDatabase::EMode::kReadWrite}) {
+    SqliteDatabase database;
+    values.clear();
+    status = StatusOf(database.Open(m_path, mode));
+    // All that is asked must be of one moment, and costs one lock.
+    if (status == 0) status = StatusOf(database.Execute("BEGIN"));
+    if (status == 0) status = ReadValues(database, folder, values);
+    if (status != kAccessDenied) break;
+  }
+  return status;
+}
+
+uint32_t SqliteSettings::ReadValues(SqliteDatabase& database, std::string_view folder,
+                                    FolderValues& values) {
+  int64_t version = 0;
+  if (const int result = database.Query("PRAGMA user_version", version)) return StatusOf(result);
+  if (version != kVersion) {
+    if (IsDamaged(database, version)) return kFileCorrupt;
+    return version == 0 ? kNotFound : kNotSupported;
+  }
+
+  SqliteStatement rows(database, kReadValues);
+  rows.BindText(1, folder);
+  rows.BindNumber(2, kLargestSettingsValue);
+  int result = rows.Step();
+  for (; result == SQLITE_ROW; result = rows.Step()) {
+    if (std::optional<SettingsValue> value = ValueOf(rows, 1, 2))
+      values.insert_or_assign(std::string(rows.Text(0)), std::move(*value));
+  }
+  // With this version the tables must be there.
+  return (result & 0xFF) == SQLITE_ERROR ? kFileCorrupt : StatusOf(result);
+}
+
+// Writing
+
+template <typename WriteFn>
+uint32_t SqliteSettings::InSave(WriteFn write) {
+  const bool isWhole = !m_saving.IsOpen();
+  if (isWhole) {
+    if (const uint32_t status = BeginSave()) return status;
+  }
+  m_snapshot.reset();
+  const uint32_t status = write();
+  if (!isWhole) return status;
+  if (status == 0) return CommitSave();
+  AbandonSave();
+  return status;
+}
+
+uint32_t SqliteSettings::CreateFolder(std::string_view path) {
+  return InSave([this, path] {
+    for (size_t end = path.find(kSettingsPathSeparator);;
+         end = path.find(kSettingsPathSeparator, end + 1)) {
+      SqliteStatement add(m_saving, kAddFolder);
+      add.BindText(1, path.substr(0, end));
+      if (const uint32_t status = StatusOf(add.Step())) return status;
+      if (end == std::string_view::npos) return uint32_t{0};
+    }
+  });
+}
+
+uint32_t SqliteSettings::Write(std::string_view folder, std::string_view name,
+                               const SettingsValue& value) {
+  return InSave([this, folder, name, &value] {
+    std::string bytes;
+    SqliteStatement write(m_saving, kWriteValue);
+    write.BindText(1, folder);
+    write.BindText(2, name);
+    if (const auto* const binary = std::get_if<std::string>(&value)) {
+      bytes = *binary;
+      write.BindNumber(3, kKindBinary);
+      write.BindBytes(4, bytes);
+    } else if (const auto* const number = std::get_if<uint32_t>(&value)) {
+      write.BindNumber(3, kKindNumber);
+      write.BindNumber(4, static_cast<int32_t>(*number));
+    } else if (const auto* const large = std::get_if<uint64_t>(&value)) {
+      write.BindNumber(3, kKindNumber64);
+      write.BindNumber(4, static_cast<int64_t>(*large));
+    } else {
+      bytes = ToUtf8(std::get<WideString>(value));
+      write.BindNumber(3, kKindText);
+      write.BindText(4, bytes);
+    }
+    if (bytes.size() > kLargestSettingsValue) return kBadLength;
+    if (const uint32_t status = StatusOf(write.Step())) return status;
+    return m_saving.Changes() == 0 ? kInvalidHandle : uint32_t{0};
+  });
+}
+
+uint32_t SqliteSettings::BeginSave() {
+  m_snapshot.reset();
+  // Again after a damaged file has been put aside, by this program or meanwhile by another one,
+  // which looks like a file that cannot be opened.
+  constexpr int kAttempts = 10;
+  uint32_t status = 0;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    status = OpenForSave();
+    if (status == 0 && !m_saving.HasMoved()) return 0;
+    m_saving.Close();
+    if (status == kFileCorrupt) {
+      if (const uint32_t failure = RemoveDamage()) return failure;
+    } else if (status != 0 && status != kAccessDenied) {
+      return status;
+    }
+  }
+  return status != 0 ? status : kSharingViolation;
+}
+
+uint32_t SqliteSettings::OpenForSave() {
+  if (const uint32_t status = EnsurePrivateFile(m_path)) return status;
+  int result = m_saving.Open(m_path, SqliteDatabase::EMode::kReadWrite);
+  if (result == SQLITE_OK) result = m_saving.Execute("BEGIN IMMEDIATE");
+  return result == SQLITE_OK ? PrepareTables() : StatusOf(result);
+}
+
+uint32_t SqliteSettings::PrepareTables() {
+  int64_t version = 0;
+  if (const int result = m_saving.Query("PRAGMA user_version", version)) return StatusOf(result);
+  if (IsDamaged(m_saving, version)) return kFileCorrupt;
+  if (version == 0) return StatusOf(m_saving.Execute(kMakeTables));
+  return version == kVersion ? 0 : kNotSupported;
+}
+
+uint32_t SqliteSettings::CommitSave() {
+  m_snapshot.reset();
+  const uint32_t status = StatusOf(m_saving.Execute("COMMIT"));
+  m_saving.Close();
+  return status;
+}
+
+void SqliteSettings::AbandonSave() {
+  m_snapshot.reset();
+  m_saving.Close();  // takes the open transaction back
+}
+
+// Damage
+
+bool SqliteSettings::IsFileDamaged() const {
+  SqliteDatabase database;
+  int64_t version = 0;
+  int result = database.Open(m_path, SqliteDatabase::EMode::kReadWrite);
+  // Version and tables must be of one moment: another program may be making them.
+  if (result == SQLITE_OK) result = database.Execute("BEGIN");
+  if (result == SQLITE_OK) result = database.Query("PRAGMA user_version", version);
+  if (result == SQLITE_OK) return IsDamaged(database, version);
+  return StatusOf(result) == kFileCorrupt;
+}
+
+uint32_t SqliteSettings::RemoveDamage() {
+  std::string aside;
+  if (const uint32_t status = PutAside(
+          m_path, [this] { return IsFileDamaged(); }, aside))
+    return status;
+  if (!aside.empty()) {
+    const std::lock_guard lock(damagedFileMutex);
+    damagedFile = WidePath(aside);
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::unique_ptr<ISettingsBackend> OpenSqliteSettings(const WideString& path) {
+  return std::make_unique<SqliteSettings>(PathBytes(path));
+}
+
+std::unique_ptr<ISettingsBackend> OpenUserSettings() {
+  const WideString folder = SettingsFolder();
+  return folder.empty() ? nullptr : OpenSqliteSettings(folder + u"/settings.db");
+}
+
+WideString TakeDamagedSettingsFile() {
+  const std::lock_guard lock(damagedFileMutex);
+  return std::exchange(damagedFile, {});
+}

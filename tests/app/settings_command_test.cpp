@@ -1,0 +1,117 @@
+// Settings and CSV layouts from the command line.
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "core/storage.h"
+#include "tests/run_program.h"
+#include "tests/temporary_folder.h"
+
+namespace {
+
+const std::string kItinerary = "235222|4885661|Paris|4|\r\n435000|5085045|Brussels|2|\r\n";
+
+class SettingsCommand : public testing::Test {
+ protected:
+  ProgramResult Run(const std::vector<std::string>& arguments) const {
+    return RunConverter(arguments, "XDG_CONFIG_HOME=" + folder.PathTo("config") + " LC_ALL=C");
+  }
+
+  const TemporaryFolder folder;
+};
+
+TEST_F(SettingsCommand, ListsDefaultsWithoutMakingAFile) {
+  const ProgramResult result = Run({"--settings"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_NE(result.output.find("DisplayNumber"), std::string::npos);
+  EXPECT_NE(result.output.find("Show waypoint numbers"), std::string::npos);
+  EXPECT_FALSE(folder.Has("config"));
+}
+
+TEST_F(SettingsCommand, ChangesAndRemembers) {
+  EXPECT_EQ(Run({"--set", "coordinates=2", "--set", "TruckHeight=40"}).status, 0);
+  const ProgramResult result = Run({"--settings", "--json"});
+  EXPECT_NE(result.output.find("{\"key\": \"Coordinates\", \"kind\": \"number\", \"value\": \"2\", "
+                               "\"default\": \"0\""),
+            std::string::npos);
+  EXPECT_NE(result.output.find("{\"key\": \"TruckHeight\", \"kind\": \"number\", "
+                               "\"value\": \"40\", \"default\": \"20\""),
+            std::string::npos);
+}
+
+TEST_F(SettingsCommand, RefusesUnknownKeysAndWrongValues) {
+  const ProgramResult key = Run({"--set", "TruckHeight=40", "--set", "Colour=1"});
+  EXPECT_EQ(key.status, 2);
+  EXPECT_NE(key.errors.find("The setting \"Colour\" does not exist. Settings: ConverterPosition, "),
+            std::string::npos);
+  const ProgramResult value = Run({"--set", "Coordinates=7"});
+  EXPECT_EQ(value.status, 2);
+  EXPECT_EQ(value.errors, "The value \"7\" of Coordinates is not allowed. Allowed: 0 to 2\n");
+  EXPECT_EQ(Run({"--set", "Coordinates"}).status, 2);
+  EXPECT_NE(Run({"--settings"}).output.find("TruckHeight            number   20"),
+            std::string::npos);
+}
+
+TEST_F(SettingsCommand, UsesCsvLayoutsForOneRunOrRemembersThem) {
+  folder.Put("a.itn", kItinerary);
+  const std::string layout = "lat=1,lon=2,name=3,decimal=,,separator=;";
+  EXPECT_EQ(Run({folder.PathTo("a.itn"), "csv", "--csv-write", layout}).status, 0);
+  const std::string inforad =
+      "Latitude;Longitude;Name\r\n48,856610;2,352220;\"Paris\"\r\n50,850450;4,350000;"
+      "\"Brussels\"\r\n";
+  EXPECT_EQ(folder.Get("a.csv"), inforad);
+  EXPECT_EQ(Run({folder.PathTo("a.itn"), "csv"}).status, 0);
+  EXPECT_EQ(folder.Get("a.csv"),
+            "Longitude,Latitude,Name\r\n2.352220,48.856610,\"Paris\"\r\n4.350000,50.850450,"
+            "\"Brussels\"\r\n");
+
+  const ProgramResult remembered =
+      Run({folder.PathTo("a.itn"), "csv", "--csv-write", "Inforad", "--remember"});
+  EXPECT_EQ(remembered.status, 0);
+  EXPECT_EQ(remembered.errors,
+            folder.PathTo("a.csv") + ": checked: all 2 stops are as they were, within 0.0 m\n");
+  EXPECT_EQ(Run({folder.PathTo("a.itn"), "csv"}).status, 0);
+  EXPECT_EQ(folder.Get("a.csv"), inforad);
+  EXPECT_EQ(
+      Run({folder.PathTo("a.csv"), "itn", "--csv-read", "Inforad", "-o", folder.PathTo("b.itn")})
+          .status,
+      0);
+  EXPECT_EQ(folder.Get("b.itn"), "235222|4885661|Paris|4|\r\n434999|5085045|Brussels|2|\r\n");
+}
+
+TEST_F(SettingsCommand, RefusesACsvLayoutThatMeansNothing) {
+  folder.Put("a.itn", kItinerary);
+  const ProgramResult result = Run({folder.PathTo("a.itn"), "csv", "--csv-write", "Nonsense"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_NE(result.errors.find("The CSV layout \"Nonsense\" does not exist."), std::string::npos);
+  EXPECT_FALSE(folder.Has("a.csv"));
+}
+
+TEST_F(SettingsCommand, PutsADamagedFileAsideAndGoesOn) {
+  std::filesystem::create_directories(folder.PathTo("config/CorvaneMap"));
+  folder.Put("config/CorvaneMap/settings.db", std::string(5000, 'x'));
+  folder.Put("a.itn", kItinerary);
+  const ProgramResult first = Run({folder.PathTo("a.itn"), "ov2"});
+  EXPECT_EQ(first.status, 0);
+  EXPECT_NE(first.errors.find("The settings file was damaged and has been put aside as"),
+            std::string::npos);
+  EXPECT_EQ(Run({folder.PathTo("a.itn"), "ov2"}).errors.find("damaged"), std::string::npos);
+}
+
+TEST_F(SettingsCommand, HonoursALanguageStoredByHand) {
+  setenv("XDG_CONFIG_HOME", folder.PathTo("config").c_str(), 1);
+  storage::OpenUserStorage().CreateFolder(kSettingsRoot).CreateValue("Language").WriteNumber(7);
+  unsetenv("XDG_CONFIG_HOME");
+  EXPECT_EQ(Run({"a.itn", "xyz", "LANG_ENGLISH"}).errors,
+            "Unknown format key \"xyz\". \"corvanemap --formats\" lists the keys.\n");
+  const ProgramResult german = Run({"a.itn", "itn"});
+  EXPECT_EQ(german.status, 2);
+  EXPECT_EQ(german.errors, "Die Quelle \u201ea.itn\u201c existiert nicht.\n");
+  ASSERT_EQ(Run({"--set", "Coordinates=1"}).status, 0);
+  EXPECT_EQ(Run({"a.itn", "itn"}).errors, german.errors);
+}
+
+}  // namespace
