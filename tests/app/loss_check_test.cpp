@@ -1,9 +1,9 @@
 // What the program tells of losses, as its users see it.
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "tests/run_program.h"
 #include "tests/temporary_folder.h"
@@ -58,8 +58,8 @@ TEST(LossCheck, ReadsSplitFilesTogether) {
   const ProgramResult result = RunConverter(
       {folder.PathTo("a.itn"), "itn", "--split", "2", "-o", folder.PathTo("part.itn")});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.errors, folder.PathTo("part.itn") +
-                               ": checked: all 4 stops are as they were, within 0.0 m\n");
+  EXPECT_EQ(result.errors,
+            folder.PathTo("part.itn") + ": checked: all 4 stops are as they were, within 0.0 m\n");
 }
 
 TEST(LossCheck, PrintsJson) {
