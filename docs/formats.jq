@@ -18,8 +18,8 @@ def holds:
     | split(" ") | map($words[.]) | join(", ") | "positions, " + . end;
 
 def letters:
-  if . == "none" then "" elif . == "all" then "; all letters"
-  else "; letters up to U+00FF, others become \"?\" when written" end;
+  if .letters == "none" then "" elif .letters == "all" then "; all letters"
+  else "; letters up to U+00FF" + (if .writes then ", others become \"?\"" else "" end) end;
 
 def section:
   "## \(.label)\n\n"
@@ -34,7 +34,7 @@ def section:
      else "" end)
   + "- positions: \(.precision)"
   + (if .metres == "0" then "" else "; they move by up to \(.metres) m" end) + "\n"
-  + "- text: \(.encoding)\(.letters | letters)\n"
+  + "- text: \(.encoding)\(letters)\n"
   + "- limits: \(.limits)\n"
   + "- lost: \(.lost)\n";
 
