@@ -1,0 +1,48 @@
+# fish completion for corvanemap. The keys come from the program itself, which lists them in a few
+# milliseconds, so that they are always those of the program at hand.
+
+# The keys that can be written, each with its label.
+function __corvanemap_keys
+    set -l program (commandline -opc)[1]
+    env LC_ALL=C $program --formats 2>/dev/null |
+        string match -r '^\S+ +(?:read and )?write .*' |
+        string replace -r '^(\S+) +(?:read and )?write +(.*)$' '$1\t$2'
+end
+
+# Succeeds when this many tokens stand in front of the word that is completed.
+function __corvanemap_tokens
+    set -l count 0
+    set -l skip 0
+    for word in (commandline -opc)[2..]
+        if test $skip = 1
+            set skip 0
+            continue
+        end
+        switch $word
+            case -o --output --list --split
+                set skip 1
+            case '-*' '*LANG_*'
+            case '*'
+                set count (math $count + 1)
+        end
+    end
+    test $count -eq $argv[1]
+end
+
+complete -c corvanemap -n 'not __corvanemap_tokens 0' -f
+complete -c corvanemap -n '__corvanemap_tokens 1; and not __fish_contains_opt inspect' \
+    -a '(__corvanemap_keys)'
+complete -c corvanemap -n '__corvanemap_tokens 2; and not __fish_contains_opt inspect' \
+    -a 'LANG_ENGLISH LANG_FRENCH LANG_GERMAN LANG_DUTCH'
+complete -c corvanemap -s o -l output -r -F -d 'Write to this file or folder'
+complete -c corvanemap -l list -x -a 'all routes tracks waypoints pois' \
+    -d 'Which lists become the itinerary'
+complete -c corvanemap -l split -x -d 'The most points in one file'
+complete -c corvanemap -l check -d 'Tell what the target cannot hold'
+complete -c corvanemap -l strict -d 'Exit with status 3 when something was lost'
+complete -c corvanemap -l quiet -d 'Print errors only'
+complete -c corvanemap -l formats -d 'List the formats'
+complete -c corvanemap -l inspect -d 'Show what a file holds'
+complete -c corvanemap -l json -d 'Print as JSON'
+complete -c corvanemap -s h -l help -d 'Show the help'
+complete -c corvanemap -l version -d 'Show the version'

@@ -1,0 +1,37 @@
+#compdef corvanemap
+# zsh completion for corvanemap. The keys come from the program itself, which lists them in a few
+# milliseconds, so that they are always those of the program at hand.
+
+_corvanemap_keys() {
+  local line key ability label
+  local -a keys
+  # Key, ability and label stand in columns, two blanks apart.
+  for line in ${(f)"$(LC_ALL=C _call_program keys $words[1] --formats 2>/dev/null)"}; do
+    key=${line%% *}
+    ability=${${line#$key}##[[:space:]]#}
+    label=${ability##*  }
+    [[ $ability == (write|read and write)\ * ]] && keys+=("${key//:/\\:}:$label")
+  done
+  _describe -t keys 'format to write' keys
+}
+
+_corvanemap() {
+  emulate -L zsh -o extended_glob
+  _arguments -s \
+    '(-o --output)'{-o,--output}'[write to this file or folder]:target:_files' \
+    '--list[which lists become the itinerary]:lists:(all routes tracks waypoints pois)' \
+    "--split[the writer's option, for itn the most points in one file]:number:" \
+    '--check[tell what the target cannot hold, without keeping it]' \
+    '--strict[exit with status 3 when something was lost]' \
+    '--quiet[print errors only]' \
+    '(: -)--formats[list the formats]' \
+    '--inspect[show what a file holds]' \
+    '--json[print as JSON]' \
+    '(: -)'{-h,--help}'[show the help]' \
+    '(: -)--version[show the version]' \
+    '1:source:_files' \
+    '2:format:_corvanemap_keys' \
+    '3:language:(LANG_ENGLISH LANG_FRENCH LANG_GERMAN LANG_DUTCH)'
+}
+
+_corvanemap "$@"
