@@ -109,7 +109,7 @@ TEST_F(SettingsCommand, HonoursALanguageStoredByHand) {
             "Unknown format key \"xyz\". \"corvanemap --formats\" lists the keys.\n");
   const ProgramResult german = Run({"a.itn", "itn"});
   EXPECT_EQ(german.status, 2);
-  EXPECT_EQ(german.errors, "Die Quelle \u201ea.itn\u201c existiert nicht.\n");
+  EXPECT_EQ(german.errors, "Die Quelle \u201ea.itn\u201c ist nicht vorhanden.\n");
   ASSERT_EQ(Run({"--set", "Coordinates=1"}).status, 0);
   EXPECT_EQ(Run({"a.itn", "itn"}).errors, german.errors);
 }
