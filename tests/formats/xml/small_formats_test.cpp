@@ -14,6 +14,7 @@
 #include "formats/xml/gopal.h"
 #include "formats/xml/ign_rando.h"
 #include "formats/xml/klicktel.h"
+#include "formats/xml/mapfactor.h"
 #include "formats/xml/my_routes.h"
 #include "formats/xml/navman.h"
 #include "formats/xml/nokia_lmx.h"
@@ -129,6 +130,17 @@ const SmallFormat kFormats[] = {
      .exampleName = "",
      .exampleCount = 6,
      .lastStop = "Ulm, M\u00fcnster"},
+    {.name = "MapFactor",
+     .read = ReadMapFactor,
+     .write = WriteMapFactor,
+     .parse = ParseMapFactor,
+     .writeBody = WriteMapFactorBody,
+     .root = "routing_points",
+     .example = "moravian-castles-mapfactor.xml",
+     .exampleName = "Moravsk\u00e9 hrady",
+     .exampleCount = 6,
+     .lastStop = "Olomouc",
+     .keepsUnfinished = false},
 };
 
 void PrintTo(const SmallFormat& format, std::ostream* stream) { *stream << format.name; }
