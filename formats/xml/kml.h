@@ -23,13 +23,14 @@ class CKmlReader final : public CXmlReader {
   void EndElement(const XML_Char* name) override;
 
  private:
-  /// A folder, document or tour that is still open.
+  /// A folder, document or tour that is still open. An empty list takes half a kilobyte, which
+  /// files with many levels of folders must not cost.
   struct Container {
-    std::string name;
-    std::unique_ptr<CGpsPointArray> list;
+    std::string element;
+    std::string listName;
+    std::unique_ptr<CGpsPointArray> list;  ///< made with the first point
   };
 
-  void Open(const XML_Char* name, std::unique_ptr<CGpsPointArray> list);
   void CloseContainer();
   void EndInLineString(const XML_Char* name);
   void EndInPlacemark(const XML_Char* name);

@@ -58,13 +58,15 @@ void COsmReader::StartElement(const XML_Char* name, const XML_Char** attributes)
 void COsmReader::EndElement(const XML_Char* name) {
   if (IsName(name, kNode)) {
     m_nodes->points.push_back(std::move(m_point));
-    m_nodeIndex[m_nodeId] = &m_nodes->points.back();
+    m_nodeIndex.Set(m_nodeId, m_nodes->points.back());
     m_point.Reset();
     m_inNode = false;
   } else if (IsName(name, kWay)) {
     m_way = nullptr;
   }
 }
+
+void COsmReader::CharacterData(const XML_Char*, int) {}
 
 void COsmReader::Finish() {
   if (!m_nodes->points.empty()) m_results.push_back(std::move(m_nodes));
@@ -98,12 +100,12 @@ void COsmReader::TakeTag(const XML_Char** attributes) {
 }
 
 void COsmReader::TakeReference(const XML_Char** attributes) {
-  const auto node = m_nodeIndex.find(ParseId(AttributeValue(attributes, "ref")));
-  if (node == m_nodeIndex.end()) {
+  const CGpsPoint* node = m_nodeIndex.Find(ParseId(AttributeValue(attributes, "ref")));
+  if (node) {
+    m_way->points.push_back(*node);
+  } else {
     NoteConversion(EConversionNote::kStopWithoutWaypoint);
-    return;
   }
-  m_way->points.push_back(*node->second);
 }
 
 uint32_t WriteOsm(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {

@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "core/byte_sink.h"
 #include "core/point_list.h"
+#include "formats/xml/node_index.h"
 #include "formats/xml/xml_reader.h"
 #include "platform/wide_string.h"
 
@@ -21,6 +21,8 @@ class COsmReader final : public CXmlReader {
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override;
   void EndElement(const XML_Char* name) override;
+  /// Does nothing: all that counts stands in attributes.
+  void CharacterData(const XML_Char* text, int length) override;
 
   /// Hands the list of all nodes over; to be called after a parse without errors.
   void Finish();
@@ -33,7 +35,7 @@ class COsmReader final : public CXmlReader {
 
   PointLists& m_results;
   std::unique_ptr<CGpsWaypointList> m_nodes = std::make_unique<CGpsWaypointList>();
-  std::unordered_map<uint64_t, const CGpsPoint*> m_nodeIndex;  ///< into m_nodes, by id
+  NodeIndex m_nodeIndex;  ///< into m_nodes
   CGpsPoint m_point;
   uint64_t m_nodeId = 0;
   CGpsPointArray* m_way = nullptr;  ///< the last list of the results, while a way is open

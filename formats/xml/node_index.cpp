@@ -1,0 +1,57 @@
+#include "formats/xml/node_index.h"
+
+#include <random>
+
+namespace {
+
+struct Key {
+  uint64_t offset;
+  uint64_t first;  // the factors are odd, so that no two ids become the same number
+  uint64_t second;
+};
+
+const Key& RunKey() {
+  static const Key key = [] {
+    std::random_device device;
+    const auto draw = [&device] { return uint64_t{device()} << 32 | device(); };
+    return Key{draw(), draw() | 1, draw() | 1};
+  }();
+  return key;
+}
+
+// The upper half of the result depends on every bit of the id.
+uint64_t Mix(uint64_t id) {
+  const Key& key = RunKey();
+  uint64_t mixed = (id ^ key.offset) * key.first;
+  mixed ^= mixed >> 32;
+  return mixed * key.second;
+}
+
+}  // namespace
+
+void NodeIndex::Set(uint64_t id, const CGpsPoint& node) {
+  if (3 * (m_count + 1) > 2 * m_slots.size()) Grow();
+  Slot& slot = m_slots[PlaceOf(id)];
+  if (!slot.node) ++m_count;
+  slot = {id, &node};
+}
+
+const CGpsPoint* NodeIndex::Find(uint64_t id) const {
+  return m_slots.empty() ? nullptr : m_slots[PlaceOf(id)].node;
+}
+
+size_t NodeIndex::PlaceOf(uint64_t id) const {
+  const size_t mask = m_slots.size() - 1;
+  size_t place = static_cast<size_t>(Mix(id) >> 32) & mask;
+  while (m_slots[place].node && m_slots[place].id != id) place = (place + 1) & mask;
+  return place;
+}
+
+void NodeIndex::Grow() {
+  constexpr size_t kFewest = 16;
+  std::vector<Slot> former(m_slots.empty() ? kFewest : 2 * m_slots.size());
+  former.swap(m_slots);
+  for (const Slot& slot : former) {
+    if (slot.node) m_slots[PlaceOf(slot.id)] = slot;
+  }
+}
