@@ -1,12 +1,14 @@
 #include "core/format_search.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <iterator>
 #include <new>
 
 #include <fmt/printf.h>
 
+#include "core/conversion_notes.h"
 #include "core/localized_text.h"
 #include "core/numbers.h"
 #include "core/status.h"
@@ -25,8 +27,8 @@ bool EndsSearch(uint32_t status) {
          status == kStatusCancelled || status == kStatusStorageSharing;
 }
 
-// Calls a reader. What it throws is a fault of the file, and the next reader may do better.
-uint32_t CallReader(FormatReadFn read, const WideString& path, PointLists& lists, bool silent) {
+// What a reader throws is a fault of the file.
+uint32_t CallAnyway(FormatReadFn read, const WideString& path, PointLists& lists, bool silent) {
   try {
     return read(path, lists, silent);
   } catch (const std::bad_alloc&) {
@@ -40,6 +42,27 @@ uint32_t CallReader(FormatReadFn read, const WideString& path, PointLists& lists
 }
 
 }  // namespace
+
+uint32_t CallReader(const CItineraryFormat& row, const WideString& path, PointLists& lists,
+                    bool silent) {
+  std::array<uint64_t, static_cast<size_t>(EConversionNote::kCount)> counts{};
+  uint32_t status = kStatusSuccess;
+  {
+    const ConversionNotes notes;
+    status = CallAnyway(row.read, path, lists, silent);
+    for (size_t i = 0; i < counts.size(); ++i)
+      counts[i] = notes.Count(static_cast<EConversionNote>(i));
+  }
+  std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
+  if (status == kStatusSuccess && lists.empty()) status = kStatusBadFormat;
+  for (size_t i = 0; i < counts.size(); ++i) {
+    const auto note = static_cast<EConversionNote>(i);
+    const bool isLookup =
+        note == EConversionNote::kStopLookedUp || note == EConversionNote::kStopNotFound;
+    if (status == kStatusSuccess || isLookup) NoteConversion(note, counts[i]);
+  }
+  return status;
+}
 
 std::string FormatLabel(const CItineraryFormat& row) {
   const std::string_view text = LoadTextUtf8(row.textId);
@@ -115,11 +138,8 @@ uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool si
   for (const CItineraryFormat& row : table) {
     if (!row.read || !EqualsIgnoringCase(row.extension, extension)) continue;
     PointLists lists;
-    result = CallReader(row.read, path, lists, silent);
-    if (result == kStatusSuccess) {
-      std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
-      result = lists.empty() ? uint32_t{kStatusBadFormat} : accept(row, lists);
-    }
+    result = CallReader(row, path, lists, silent);
+    if (result == kStatusSuccess) result = accept(row, lists);
     if (EndsSearch(result)) break;
   }
   return result;
