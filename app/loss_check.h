@@ -24,16 +24,19 @@ struct ConversionCheck {
   uint64_t stopsWithoutWaypoint = 0;
   uint64_t pointsWithoutPosition = 0;
 
-  /// True when something is known to be lost on the way from the source to the target.
+  /// True when something is known to be lost on the way from the source to the target, and when
+  /// nothing can be found in the target.
   bool HasLosses() const;
 };
 
 /// Takes what the reader of the source has told.
 void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check);
 
-/// Reads the written files back with the row's reader and compares them with `list`.
-void CheckWrittenFiles(const CItineraryFormat& row, const std::vector<WideString>& files,
-                       const CGpsPointArray& list, ConversionCheck& check);
+/// Reads the written files back and compares them with `list`: with the row's reader, or where it
+/// has none, with those of the same extension or text.
+void CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
+                       const std::vector<WideString>& files, const CGpsPointArray& list,
+                       ConversionCheck& check);
 
 /// One to five lines for the user.
 std::string DescribeCheck(const ConversionCheck& check);

@@ -15,19 +15,20 @@
 
 namespace {
 
+void SetLanguageOf(const std::vector<WideString>& tokens) {
+  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), 0, PrimaryLanguage()));
+}
+
 int Run(Options& options) {
   if (options.help) {
-    WriteOutput(HelpText());
-    return kExitConverted;
+    return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
   }
   if (options.version) {
-    WriteOutput(std::string(kProductName) + "\n");
-    return kExitConverted;
+    return WriteOutput(std::string(kProductName) + "\n") ? kExitConverted : kExitFailed;
   }
   const FormatTable table = DefaultFormatTable();
   if (options.formats) {
-    ListFormats(table, options.json);
-    return kExitConverted;
+    return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
   }
   DropLanguageTokens(options.tokens);
   if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table);
@@ -43,7 +44,8 @@ int main(int argumentCount, char** arguments) {
   PrepareConsoleProcess();
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));
-  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), 0, PrimaryLanguage()));
+  // For what is wrong with the options; their values are no tokens.
+  SetLanguageOf(tokens);
 
   std::string error;
   std::optional<Options> options = ParseOptions(argumentCount, arguments, error);
@@ -51,5 +53,6 @@ int main(int argumentCount, char** arguments) {
     Complain(error);
     return kExitWrongUsage;
   }
+  SetLanguageOf(options->tokens);
   return Run(*options);
 }

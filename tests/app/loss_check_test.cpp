@@ -1,9 +1,9 @@
 // What the program tells of losses, as its users see it.
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "tests/run_program.h"
 #include "tests/temporary_folder.h"
@@ -27,6 +27,17 @@ TEST(LossCheck, TellsNamesThatLostLetters) {
   EXPECT_EQ(quiet.status, 3);
   EXPECT_EQ(quiet.errors, "");
   EXPECT_EQ(RunConverter({folder.PathTo("a.itn"), "ov2", "--quiet"}).status, 0);
+}
+
+TEST(LossCheck, ReadsWhatARowWithoutAReaderWroteWithItsKin) {
+  const TemporaryFolder folder;
+  folder.Put("a.itn", "235222|4885661|A|4|\r\n434870|5085045|B|2|\r\n");
+  for (const std::string key : {"gpx", "rte", "gpx:376", "rt2:901"}) {
+    const ProgramResult result = RunConverter({folder.PathTo("a.itn"), key});
+    EXPECT_EQ(result.status, 0) << key;
+    EXPECT_NE(result.errors.find(": checked: all 2 stops are as they were"), std::string::npos)
+        << key << ": " << result.errors;
+  }
 }
 
 TEST(LossCheck, TellsWhatTheReaderPassedOver) {
@@ -58,8 +69,8 @@ TEST(LossCheck, ReadsSplitFilesTogether) {
   const ProgramResult result = RunConverter(
       {folder.PathTo("a.itn"), "itn", "--split", "2", "-o", folder.PathTo("part.itn")});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.errors, folder.PathTo("part.itn") +
-                               ": checked: all 4 stops are as they were, within 0.0 m\n");
+  EXPECT_EQ(result.errors,
+            folder.PathTo("part.itn") + ": checked: all 4 stops are as they were, within 0.0 m\n");
 }
 
 TEST(LossCheck, PrintsJson) {
