@@ -9,10 +9,16 @@
 
 namespace {
 
-// The rows whose readers understand what `row` writes.
+// Texts of rows whose files are for the device alone: no reader of the table follows their layout.
+constexpr uint32_t kDestinator = 130;
+constexpr uint32_t kSygic11 = 299;
+constexpr uint32_t kSygic13 = 328;
+
+// The rows whose readers may understand what `row` writes, its own first.
 FormatTable ReadersOf(const FormatTable& table, const CItineraryFormat& row) {
-  if (row.read) return {row};
+  if (row.textId == kDestinator || row.textId == kSygic11 || row.textId == kSygic13) return {};
   FormatTable readers;
+  if (row.read) readers.push_back(row);
   for (const CItineraryFormat& other : table) {
     const bool isKin = EqualsIgnoringCase(other.extension, row.extension) ||
                        (row.textId != 0 && other.textId == row.textId);

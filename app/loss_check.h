@@ -32,8 +32,8 @@ struct ConversionCheck {
 /// Takes what the reader of the source has told.
 void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check);
 
-/// Reads the written files back and compares them with `list`: with the row's reader, or where it
-/// has none, with those of the same extension or text.
+/// Reads the written files back and compares them with `list`: with the row's reader, or else with
+/// those of the same extension or text.
 void CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
                        const std::vector<WideString>& files, const CGpsPointArray& list,
                        ConversionCheck& check);

@@ -32,10 +32,22 @@ TEST(LossCheck, TellsNamesThatLostLetters) {
 TEST(LossCheck, ReadsWhatARowWithoutAReaderWroteWithItsKin) {
   const TemporaryFolder folder;
   folder.Put("a.itn", "235222|4885661|A|4|\r\n434870|5085045|B|2|\r\n");
-  for (const std::string key : {"gpx", "rte", "gpx:376", "rt2:901"}) {
+  for (const std::string key : {"gpx", "rte", "gpx:376", "rt2:901", "trp:374"}) {
     const ProgramResult result = RunConverter({folder.PathTo("a.itn"), key});
     EXPECT_EQ(result.status, 0) << key;
     EXPECT_NE(result.errors.find(": checked: all 2 stops are as they were"), std::string::npos)
+        << key << ": " << result.errors;
+  }
+}
+
+TEST(LossCheck, LeavesAloneWhatOnlyDevicesRead) {
+  const TemporaryFolder folder;
+  folder.Put("a.itn", "235222|4885661|A|4|\r\n434870|5085045|B|2|\r\n");
+  for (const std::string key : {"dat", "itf:299", "itf:328"}) {
+    const ProgramResult result = RunConverter({folder.PathTo("a.itn"), key, "--strict"});
+    EXPECT_EQ(result.status, 0) << key;
+    EXPECT_NE(result.errors.find(": cannot be checked: this format is only written\n"),
+              std::string::npos)
         << key << ": " << result.errors;
   }
 }
