@@ -83,7 +83,8 @@ int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) c
 int Conversion::ConvertFolder(const WideString& folder) {
   std::vector<WideString> names;
   if (ListFolder(folder, names) != kStatusSuccess) {
-    Complain(folder, std::string(LoadTextUtf8(kTextCannotBeRead)) + FailureReason(folder));
+    // That it is a folder is no reason here.
+    Complain(folder, std::string(LoadTextUtf8(kTextCannotBeRead)) + FailureReason(WideString()));
     return kExitFailed;
   }
   if (!m_options.output.empty() && CreateFolders(m_options.output) != kStatusSuccess) {

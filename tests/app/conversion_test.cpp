@@ -126,6 +126,18 @@ TEST(Conversion, TellsOfTripsOfAFolderThatReplaceOthers) {
   EXPECT_EQ(RunConverter({folder.PathTo(""), "ov2", "--quiet"}).errors, "");
 }
 
+TEST(Conversion, TellsWhyAFolderCannotBeListed) {
+  if (geteuid() == 0) GTEST_SKIP() << "root may list every folder";
+  const TemporaryFolder folder;
+  fs::permissions(folder.Path(), fs::perms::none);
+  const ProgramResult result = RunConverter({folder.Path().string(), "ov2"});
+  fs::permissions(folder.Path(), fs::perms::owner_all);
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors, folder.Path().string() +
+                               ": The file cannot be read. Reason: access denied; check the "
+                               "permissions of the file and its folder\n");
+}
+
 TEST(Conversion, FilesThatAreNoTripsAreNoFailureOfAFolder) {
   const TemporaryFolder folder;
   folder.Put("a.itn", kItinerary);
