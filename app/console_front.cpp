@@ -54,13 +54,18 @@ std::vector<size_t> ConsoleFront::ChooseLists(const PointLists& lists) {
 
 void ConsoleFront::TellWhatWasTaken(const PointLists& lists,
                                     const std::vector<size_t>& chosen) const {
+  // Of a file with thousands of lists the first few will do.
+  constexpr size_t kMostOthers = 8;
   std::string taken;
   std::string others;
+  size_t otherCount = 0;
   for (size_t i = 0; i < lists.size(); ++i) {
     const bool isTaken = std::find(chosen.begin(), chosen.end(), i) != chosen.end();
+    if (!isTaken && ++otherCount > kMostOthers) continue;
     std::string& text = isTaken ? taken : others;
     if (!text.empty()) text += ", ";
     text += DescribeList(*lists[i]);
   }
+  if (otherCount > kMostOthers) others += fmt::format(", … (+{})", otherCount - kMostOthers);
   Complain(Text(kTextListsTaken, ShownPath(m_subject), taken, others));
 }

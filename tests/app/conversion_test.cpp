@@ -246,6 +246,20 @@ TEST(Conversion, TakesTheLanguageFromTokensOnly) {
             target + ": checked: all 2 stops are as they were, within 0.0 m\n");
 }
 
+TEST(Conversion, TellsTheFirstOfManyOtherLists) {
+  const TemporaryFolder folder;
+  std::string gpx = "<gpx version=\"1.0\">";
+  for (int i = 1; i <= 11; ++i) {
+    gpx += "<rte><name>R" + std::to_string(i) +
+           "</name><rtept lat=\"1\" lon=\"2\"><name>A</name></rtept></rte>";
+  }
+  folder.Put("a.gpx", gpx + "</gpx>");
+  const std::string errors = RunConverter({folder.PathTo("a.gpx"), "itn"}).errors;
+  EXPECT_NE(errors.find("taken: route \"R1\" (1 points)."), std::string::npos) << errors;
+  EXPECT_NE(errors.find("route \"R9\" (1 points), \u2026 (+2). Choose"), std::string::npos)
+      << errors;
+}
+
 TEST(Conversion, TellsOnceOfAListThatIsNotThere) {
   const TemporaryFolder folder;
   fs::copy_file(CORVANE_SOURCE_FOLDER "/examples/balkan-ring.gpx", folder.PathTo("a.gpx"));
