@@ -75,6 +75,16 @@ TEST(LossCheck, ChecksWithoutKeepingTheTarget) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
+TEST(LossCheck, TellsThatThereIsNoRoomForACheck) {
+  const TemporaryFolder folder;
+  folder.Put("a.itn", "1|2|A|4|\r\n");
+  const ProgramResult result = RunConverter({"--check", folder.PathTo("a.itn"), "ov2"},
+                                            "TMPDIR=" + folder.PathTo("none") + " LC_ALL=C");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors, folder.PathTo("a.ov2") +
+                               ": The file cannot be write. Reason: no such file or folder\n");
+}
+
 TEST(LossCheck, ReadsSplitFilesTogether) {
   const TemporaryFolder folder;
   folder.Put("a.itn", "1|2|A|4|\r\n100003|4|B|0|\r\n200005|6|C|0|\r\n300007|8|D|2|\r\n");

@@ -221,10 +221,9 @@ TEST(Ov2Writer, WritesRecordsOfTypeTwo) {
 }
 
 TEST(Ov2Writer, CountsTheNarrowedName) {
-  StringSink sink;
-  WriteOv2Body(sink, MakeList("", MakePoint(-0.00001, 0, "\u0141\u00e9\U0001F600")));
-  // -1 lies half a unit above its floor: it comes out as 0.
-  EXPECT_EQ(sink.Bytes(), "\x02\x12\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00?\xE9??\x00"s);
+  const auto list = MakeList("", MakePoint(-0.00001, 0, "\u0141\u00e9\U0001F600"));
+  // A whole number below zero comes out one higher: -1 as 0.
+  EXPECT_EQ(Ov2Bytes(list), "\x02\x12\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00?\xE9??\x00"s);
 }
 
 TEST(Ov2Reader, ReadsPoiRecordsAndSkipsTheOthers) {
