@@ -17,7 +17,7 @@ bool BeginsLike(const std::string& answer, std::string_view word) {
 }  // namespace
 
 void ConsoleFront::ShowMessage(EMessageIcon, uint32_t textId) {
-  if (textId == kTextUnknownFormat && !m_reportsUnknown) return;
+  if (textId == kTextUnknownFormat && (!m_reportsUnknown || m_declined)) return;
   Complain(m_subject, std::string(LoadTextUtf8(textId)) + FailureReason(m_subject));
 }
 
@@ -32,7 +32,7 @@ bool ConsoleFront::AskYesNo(EMessageIcon, uint32_t textId) {
     return true;
   }
   for (;;) {
-    WriteError(fmt::format("{}: {} [{}/{}] ", ShownPath(m_subject), question, yes, no));
+    WriteError(fmt::format("{}: {} [{}/{}] ", Printable(ShownPath(m_subject)), question, yes, no));
     std::string answer;
     if (!ReadInputLine(answer)) return false;
     if (answer.empty() || BeginsLike(answer, yes)) return true;
@@ -44,10 +44,9 @@ std::vector<size_t> ConsoleFront::ChooseLists(const PointLists& lists) {
   std::vector<size_t> chosen = SelectLists(lists, m_options.lists);
   m_listsTaken = chosen.size();
   m_leftListsBehind = chosen.size() < lists.size();
-  if (chosen.empty()) {
-    Complain(Text(kTextNoSuchList, m_options.lists.text, ShownPath(m_subject)));
-  } else if (m_leftListsBehind && m_options.lists.which == ListChoice::EWhich::kDefault &&
-             !m_options.quiet) {
+  m_declined = chosen.empty();
+  if (!m_declined && m_leftListsBehind && m_options.lists.which == ListChoice::EWhich::kDefault &&
+      !m_options.quiet) {
     TellWhatWasTaken(lists, chosen);
   }
   return chosen;
@@ -55,13 +54,18 @@ std::vector<size_t> ConsoleFront::ChooseLists(const PointLists& lists) {
 
 void ConsoleFront::TellWhatWasTaken(const PointLists& lists,
                                     const std::vector<size_t>& chosen) const {
+  // Of a file with thousands of lists the first few will do.
+  constexpr size_t kMostOthers = 8;
   std::string taken;
   std::string others;
+  size_t otherCount = 0;
   for (size_t i = 0; i < lists.size(); ++i) {
     const bool isTaken = std::find(chosen.begin(), chosen.end(), i) != chosen.end();
+    if (!isTaken && ++otherCount > kMostOthers) continue;
     std::string& text = isTaken ? taken : others;
     if (!text.empty()) text += ", ";
     text += DescribeList(*lists[i]);
   }
+  if (otherCount > kMostOthers) others += fmt::format(", … (+{})", otherCount - kMostOthers);
   Complain(Text(kTextListsTaken, ShownPath(m_subject), taken, others));
 }

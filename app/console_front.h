@@ -12,9 +12,14 @@ class ConsoleFront final : public IConversionFront {
   explicit ConsoleFront(const Options& options) : m_options(options) {}
 
   /// The file that messages are about from now on.
-  void SetSubject(const WideString& path) { m_subject = path; }
+  void SetSubject(const WideString& path) {
+    m_subject = path;
+    m_declined = false;
+  }
   /// False to keep "Unknown file format." to oneself, for files of a folder that are no trips.
   void SetReportsUnknown(bool reports) { m_reportsUnknown = reports; }
+  /// True when no reader has found the lists that the user asks for in the subject.
+  bool Declined() const { return m_declined; }
   /// How many lists were chosen last.
   size_t ListsTaken() const { return m_listsTaken; }
   /// True when the lists chosen last were not all that the file holds.
@@ -35,4 +40,5 @@ class ConsoleFront final : public IConversionFront {
   bool m_reportsUnknown = true;
   size_t m_listsTaken = 0;
   bool m_leftListsBehind = false;
+  bool m_declined = false;
 };

@@ -4,6 +4,7 @@
 #include "core/text.h"
 #include "platform/folder.h"
 #include "platform/last_error.h"
+#include "platform/unicode.h"
 
 namespace {
 
@@ -30,12 +31,24 @@ uint32_t ReasonText(uint32_t status, const WideString& path) {
 
 }  // namespace
 
+std::string Printable(std::string_view text) {
+  std::string shown;
+  for (size_t i = 0; i < text.size();) {
+    const DecodedCodePoint decoded = DecodeUtf8(text, i);
+    const bool isControl =
+        decoded.codePoint < 0x20 || (decoded.codePoint >= 0x7F && decoded.codePoint < 0xA0);
+    shown.append(decoded.valid && !isControl ? text.substr(i, decoded.length) : "\uFFFD");
+    i += decoded.length;
+  }
+  return shown;
+}
+
 std::string ShownPath(const WideString& path) { return WideToUtf8Lossy(path); }
 
 void Complain(const std::string& message) { WriteError(message + "\n"); }
 
 void Complain(const WideString& path, const std::string& message) {
-  Complain(ShownPath(path) + ": " + message);
+  Complain(Printable(ShownPath(path)) + ": " + message);
 }
 
 std::string FailureReason(const WideString& path) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include <fmt/printf.h>
 
@@ -78,13 +79,27 @@ enum EConsoleText : uint32_t {
   kTextHelpCheck = 1108,
   kTextHelpStrict = 1109,
   kTextNotReadBack = 1110,
+  kTextReplacedInFolder = 1111,
 };
+
+/// Text that is safe to show: control characters, with which a file could command the terminal, and
+/// bytes that are no text come out as U+FFFD.
+std::string Printable(std::string_view text);
+
+/// An argument of a text as it may be shown.
+template <typename Value>
+auto ShownValue(const Value& value) {
+  if constexpr (std::is_convertible_v<Value, std::string_view>)
+    return Printable(value);
+  else
+    return value;
+}
 
 /// The text of a number, filled in as printf does.
 template <typename... Args>
 std::string Text(uint32_t id, const Args&... args) {
   const std::string_view format = LoadTextUtf8(id);
-  return fmt::sprintf(fmt::string_view(format.data(), format.size()), args...);
+  return fmt::sprintf(fmt::string_view(format.data(), format.size()), ShownValue(args)...);
 }
 
 /// A path for the user: bytes that are no text come out as U+FFFD.

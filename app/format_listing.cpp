@@ -30,7 +30,7 @@ void WriteJsonRow(ByteSink& sink, const FormatTable& table, const CItineraryForm
 
 }  // namespace
 
-void ListFormats(const FormatTable& table, bool asJson) {
+bool ListFormats(const FormatTable& table, bool asJson) {
   OutputSink sink;
   const char* separator = "[";
   for (const CItineraryFormat& row : table) {
@@ -45,4 +45,5 @@ void ListFormats(const FormatTable& table, bool asJson) {
     }
   }
   if (asJson) sink.Write("]\n");
+  return sink.Finish();
 }

@@ -3,4 +3,4 @@
 #include "core/format_table.h"
 
 /// Lists the formats that are read or written, with their keys and labels, to standard output.
-void ListFormats(const FormatTable& table, bool asJson);
+bool ListFormats(const FormatTable& table, bool asJson);

@@ -101,9 +101,10 @@ void WriteText(ByteSink& sink, const Inspected& inspected) {
   for (const auto& list : inspected.lists) {
     sink.Printf("%d. %s\n", ++number, DescribeList(*list));
     for (const CGpsPoint& point : list->points) {
-      sink.Printf(
-          "   %11s %12s  %s\n", FormatCoordinate(point.latitude, true, ECoordinateFormat::kDegrees),
-          FormatCoordinate(point.longitude, false, ECoordinateFormat::kDegrees), point.name);
+      sink.Printf("   %11s %12s  %s\n",
+                  FormatCoordinate(point.latitude, true, ECoordinateFormat::kDegrees),
+                  FormatCoordinate(point.longitude, false, ECoordinateFormat::kDegrees),
+                  Printable(point.name));
     }
   }
 }
@@ -118,6 +119,11 @@ int RunInspection(const Options& options, const FormatTable& table) {
     Complain(Text(kTextNoSource, ShownPath(path)));
     return kExitWrongUsage;
   }
+  if (FileAttributes(path) == kAttributeDirectory) {
+    Complain(path, std::string(LoadTextUtf8(kTextCannotBeRead)) + " " +
+                       Text(kTextReason, LoadTextUtf8(kTextReasonFolder)));
+    return kExitFailed;
+  }
   SetLastError(kStatusSuccess);
   const Inspected inspected = Inspect(path, table);
   OutputSink sink;
@@ -126,7 +132,8 @@ int RunInspection(const Options& options, const FormatTable& table) {
   } else if (inspected.status == kStatusSuccess) {
     WriteText(sink, inspected);
   }
-  if (inspected.status == kStatusSuccess) return kExitConverted;
+  const bool isWritten = sink.Finish();
+  if (inspected.status == kStatusSuccess) return isWritten ? kExitConverted : kExitFailed;
   const uint32_t message =
       inspected.status == kStatusBadFormat ? kTextUnknownFormat : kTextCannotBeRead;
   Complain(path, std::string(LoadTextUtf8(message)) + FailureReason(path));

@@ -63,6 +63,6 @@ std::string_view KindName(unsigned kind) {
 
 std::string DescribeList(const CGpsPointArray& list) {
   std::string text(LoadTextUtf8(kKindTexts[std::min<size_t>(list.GetKind(), 3)]));
-  if (!list.name.empty()) text += " \"" + list.name + "\"";
+  if (!list.name.empty()) text += " \"" + Printable(list.name) + "\"";
   return text + " (" + Text(kTextPointCount, list.Count()) + ")";
 }

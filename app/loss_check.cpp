@@ -1,25 +1,47 @@
 #include "app/loss_check.h"
 
-#include <exception>
-
 #include "app/console_text.h"
 #include "app/list_selection.h"
 #include "app/output_sink.h"
 #include "core/csv_layout_question.h"
+#include "core/format_search.h"
 #include "core/status.h"
+#include "core/text.h"
 
 namespace {
 
+// Texts of rows whose files are for the device alone: no reader of the table follows their layout.
+constexpr uint32_t kDestinator = 130;
+constexpr uint32_t kSygic11 = 299;
+constexpr uint32_t kSygic13 = 328;
+
+// The rows whose readers may understand what `row` writes, its own first.
+FormatTable ReadersOf(const FormatTable& table, const CItineraryFormat& row) {
+  if (row.textId == kDestinator || row.textId == kSygic11 || row.textId == kSygic13) return {};
+  FormatTable readers;
+  if (row.read) readers.push_back(row);
+  for (const CItineraryFormat& other : table) {
+    const bool isKin = EqualsIgnoringCase(other.extension, row.extension) ||
+                       (row.textId != 0 && other.textId == row.textId);
+    if (other.read && isKin) readers.push_back(other);
+  }
+  return readers;
+}
+
+// The lists of the first reader that understands the file; none when there is no such reader.
+PointLists ListsOf(const FormatTable& readers, const WideString& file) {
+  for (const CItineraryFormat& row : readers) {
+    PointLists lists;
+    if (CallReader(row, file, lists, true) == kStatusSuccess) return lists;
+  }
+  return {};
+}
+
 // Reads one file back; false when that fails. Without a choice, the list is taken that a
 // conversion of the file would take.
-bool ReadBack(const CItineraryFormat& row, const WideString& file, CGpsRoute& into) {
-  PointLists lists;
-  try {
-    if (row.read(file, lists, true) != kStatusSuccess) return false;
-  } catch (const std::exception&) {
-    return false;
-  }
-  std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
+bool ReadBack(const FormatTable& readers, const WideString& file, CGpsRoute& into) {
+  const PointLists lists = ListsOf(readers, file);
+  if (lists.empty()) return false;
   for (const size_t index : SelectLists(lists, ListChoice())) {
     CGpsPointArray& list = *lists[index];
     // A part of a split itinerary begins with the last stop of the one before.
@@ -38,8 +60,8 @@ void ReadCsvAsWritten() {
 }  // namespace
 
 bool ConversionCheck::HasLosses() const {
-  return losses.HasLosses() || listsMerged > 0 || linesPassedOver > 0 || stopsWithoutWaypoint > 0 ||
-         pointsWithoutPosition > 0;
+  return outcome == EOutcome::kNotReadable || losses.HasLosses() || listsMerged > 0 ||
+         linesPassedOver > 0 || stopsWithoutWaypoint > 0 || pointsWithoutPosition > 0;
 }
 
 void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check) {
@@ -49,10 +71,11 @@ void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check) {
                                 notes.Count(EConversionNote::kStopNotFound);
 }
 
-void CheckWrittenFiles(const CItineraryFormat& row, const std::vector<WideString>& files,
-                       const CGpsPointArray& list, const std::optional<CCsvLayout>& csvRead,
-                       ConversionCheck& check) {
-  if (!row.read) {
+void CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
+                       const std::vector<WideString>& files, const CGpsPointArray& list,
+                       const std::optional<CCsvLayout>& csvRead, ConversionCheck& check) {
+  const FormatTable readers = ReadersOf(table, row);
+  if (readers.empty()) {
     check.outcome = ConversionCheck::EOutcome::kOnlyWritten;
     return;
   }
@@ -60,7 +83,7 @@ void CheckWrittenFiles(const CItineraryFormat& row, const std::vector<WideString
   if (isCsv) ReadCsvAsWritten();
   CGpsRoute written;
   for (const WideString& file : files) {
-    if (!ReadBack(row, file, written)) check.outcome = ConversionCheck::EOutcome::kNotReadable;
+    if (!ReadBack(readers, file, written)) check.outcome = ConversionCheck::EOutcome::kNotReadable;
   }
   if (isCsv) SetCsvLayoutForRun(ECsvUse::kRead, csvRead);
   if (check.outcome == ConversionCheck::EOutcome::kChecked)

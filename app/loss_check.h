@@ -26,18 +26,20 @@ struct ConversionCheck {
   uint64_t stopsWithoutWaypoint = 0;
   uint64_t pointsWithoutPosition = 0;
 
-  /// True when something is known to be lost on the way from the source to the target.
+  /// True when something is known to be lost on the way from the source to the target, and when
+  /// nothing can be found in the target.
   bool HasLosses() const;
 };
 
 /// Takes what the reader of the source has told.
 void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check);
 
-/// Reads the written files back with the row's reader and compares them with `list`. CSV is read
-/// in the layout in which it was written; `csvRead` is the layout of this run to go back to.
-void CheckWrittenFiles(const CItineraryFormat& row, const std::vector<WideString>& files,
-                       const CGpsPointArray& list, const std::optional<CCsvLayout>& csvRead,
-                       ConversionCheck& check);
+/// Reads the written files back and compares them with `list`: with the row's reader, or else with
+/// those of the same extension or text. CSV is read in the layout in which it was written;
+/// `csvRead` is the layout of this run to go back to.
+void CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
+                       const std::vector<WideString>& files, const CGpsPointArray& list,
+                       const std::optional<CCsvLayout>& csvRead, ConversionCheck& check);
 
 /// One to five lines for the user.
 std::string DescribeCheck(const ConversionCheck& check);

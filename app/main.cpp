@@ -17,21 +17,26 @@
 
 namespace {
 
+constexpr uint32_t kSystemLanguage = 0;
+
+void SetLanguageOf(const std::vector<WideString>& tokens, uint32_t storedLanguage) {
+  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), storedLanguage, PrimaryLanguage()));
+}
+
+uint32_t StoredLanguage() { return static_cast<uint32_t>(CSettings::Instance().language); }
+
 int Run(Options& options) {
   if (options.help) {
-    WriteOutput(HelpText());
-    return kExitConverted;
+    return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
   }
   if (options.version) {
-    WriteOutput(std::string(kProductName) + "\n");
-    return kExitConverted;
+    return WriteOutput(std::string(kProductName) + "\n") ? kExitConverted : kExitFailed;
   }
   if (options.settings || !options.assignments.empty()) return RunSettings(options);
   if (!ApplyCsvLayouts(options)) return kExitFailed;
   const FormatTable table = DefaultFormatTable();
   if (options.formats) {
-    ListFormats(table, options.json);
-    return kExitConverted;
+    return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
   }
   DropLanguageTokens(options.tokens);
   if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table);
@@ -47,12 +52,10 @@ int main(int argumentCount, char** arguments) {
   PrepareConsoleProcess();
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));
-  // Messages about the settings themselves are in the language of the user's locale.
-  const WideString languageToken = FindLanguageToken(tokens);
-  SetLanguage(ChooseLanguage(languageToken, 0, PrimaryLanguage()));
+  // For what is wrong with the settings and the options; the options' values are no tokens.
+  SetLanguageOf(tokens, kSystemLanguage);
   LoadUserSettings();
-  SetLanguage(ChooseLanguage(languageToken, static_cast<uint32_t>(CSettings::Instance().language),
-                             PrimaryLanguage()));
+  SetLanguageOf(tokens, StoredLanguage());
 
   std::string error;
   std::optional<Options> options = ParseOptions(argumentCount, arguments, error);
@@ -60,5 +63,6 @@ int main(int argumentCount, char** arguments) {
     Complain(error);
     return kExitWrongUsage;
   }
+  SetLanguageOf(options->tokens, StoredLanguage());
   return Run(*options);
 }

@@ -25,6 +25,24 @@ constexpr NamedChoice kNamedChoices[] = {
     {"pois", ListChoice::EWhich::kPois},
 };
 
+// The tokens among what the parser made of no option. It is not asked for them itself because it
+// would take a name in square brackets for a list.
+std::vector<WideString> TakeTokens(const std::vector<std::string>& remaining) {
+  std::vector<WideString> tokens;
+  bool onlyTokens = false;
+  for (const std::string& argument : remaining) {
+    if (argument == "--" && !onlyTokens) {
+      onlyTokens = true;
+      continue;
+    }
+    const bool isOption =
+        argument.size() > 1 && argument[0] == '-' && (argument[1] < '0' || argument[1] > '9');
+    if (isOption && !onlyTokens) throw CLI::ExtrasError({argument});
+    tokens.push_back(WidePath(argument));
+  }
+  return tokens;
+}
+
 bool ParseNumbers(std::string_view text, std::vector<size_t>& numbers) {
   std::vector<std::string_view> fields;
   SplitFields(text, ',', fields);
@@ -92,12 +110,11 @@ std::optional<ListChoice> ParseListChoice(const std::string& text) {
 
 std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::string& error) {
   Options options;
-  std::vector<std::string> tokens;
   std::string output;
   std::string lists;
   CLI::App parser;
   parser.set_help_flag();
-  parser.add_option("tokens", tokens);
+  parser.allow_extras();
   parser.add_flag("-h,--help", options.help);
   parser.add_flag("--version", options.version);
   parser.add_flag("--formats", options.formats);
@@ -106,7 +123,7 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--quiet", options.quiet);
   parser.add_flag("--check", options.check);
   parser.add_flag("--strict", options.strict);
-  parser.add_option("-o,--output", output);
+  const CLI::Option* outputOption = parser.add_option("-o,--output", output);
   const CLI::Option* listOption = parser.add_option("--list", lists);
   parser.add_option("--split", options.split);
   std::string csvRead;
@@ -118,12 +135,13 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_option("--set", options.assignments)->expected(1)->take_all();
   try {
     parser.parse(argumentCount, arguments);
+    options.tokens = TakeTokens(parser.remaining());
+    if (outputOption->count() > 0 && output.empty()) throw CLI::ArgumentMismatch("--output \"\"");
   } catch (const CLI::ParseError& failure) {
     error = Text(kTextWrongUsage, std::string(failure.what())) + "\n" + Text(kTextUsage);
     return std::nullopt;
   }
 
-  for (const std::string& token : tokens) options.tokens.push_back(WidePath(token));
   options.output = WidePath(output);
   if (listOption->count() > 0) {
     const std::optional<ListChoice> choice = ParseListChoice(lists);

@@ -6,10 +6,18 @@
 /// A sink that fills standard output.
 class OutputSink final : public ByteSink {
  public:
-  ~OutputSink() override { Drain(); }
+  /// Writes the last bytes. False when not everything could be written.
+  bool Finish() {
+    Drain();
+    return m_complete;
+  }
 
  private:
-  void Consume(std::string_view bytes) override { WriteOutput(bytes); }
+  void Consume(std::string_view bytes) override {
+    m_complete = m_complete && (bytes.empty() || WriteOutput(bytes));
+  }
+
+  bool m_complete = true;
 };
 
 /// Appends `text` as a JSON string. Bytes that are no UTF-8 come out as U+FFFD.

@@ -1,5 +1,6 @@
 #include "app/unattended_conversion.h"
 
+#include <set>
 #include <string>
 
 #include "app/console_front.h"
@@ -17,6 +18,7 @@
 
 namespace {
 
+constexpr uint32_t kTextCannotBeRead = 108;
 constexpr uint32_t kTextCannotBeWritten = 109;
 
 enum class EOutcome { kConverted, kWithLosses, kNotRecognised, kFailed };
@@ -52,6 +54,7 @@ class Conversion {
   ConsoleFront m_front;
   CConversionDriver m_driver;
   bool m_inFolder = false;
+  bool m_outputFailed = false;
 };
 
 // The source's path up to its last dot, and the key's extension. A path without a dot stays whole.
@@ -73,14 +76,15 @@ int Conversion::ConvertFile(const WideString& source) {
 }
 
 int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) const {
-  if (failed > 0 || converted == 0) return kExitFailed;
+  if (failed > 0 || converted == 0 || m_outputFailed) return kExitFailed;
   return m_options.strict && withLosses > 0 ? kExitLosses : kExitConverted;
 }
 
 int Conversion::ConvertFolder(const WideString& folder) {
   std::vector<WideString> names;
   if (ListFolder(folder, names) != kStatusSuccess) {
-    Complain(folder, std::string(LoadTextUtf8(kTextReasonSystem)) + FailureReason(folder));
+    // That it is a folder is no reason here.
+    Complain(folder, std::string(LoadTextUtf8(kTextCannotBeRead)) + FailureReason(WideString()));
     return kExitFailed;
   }
   if (!m_options.output.empty() && CreateFolders(m_options.output) != kStatusSuccess) {
@@ -95,12 +99,19 @@ int Conversion::ConvertFolder(const WideString& folder) {
   size_t withLosses = 0;
   size_t unknown = 0;
   size_t failed = 0;
+  // Trips of several formats may have one name, which then leads them to one target.
+  std::set<WideString> taken;
+  for (const WideString& name : names) taken.insert(JoinedPath(folder, name));
   for (size_t i = 0; i < names.size(); ++i) {
     ShowProgress(i + 1, names.size());
     const WideString source = JoinedPath(folder, names[i]);
     WideString target = TargetBeside(source);
     if (!m_options.output.empty()) target = JoinedPath(m_options.output, FileNameOfPath(target));
-    switch (Convert(source, target)) {
+    const EOutcome outcome = Convert(source, target);
+    const bool isConverted = outcome == EOutcome::kConverted || outcome == EOutcome::kWithLosses;
+    if (isConverted && target != source && !taken.insert(target).second && !m_options.quiet)
+      Complain(Text(kTextReplacedInFolder, ShownPath(target), ShownPath(source)));
+    switch (outcome) {
       case EOutcome::kWithLosses:
         ++withLosses;
         [[fallthrough]];
@@ -129,9 +140,13 @@ EOutcome Conversion::Convert(const WideString& source, const WideString& target)
   const ConversionNotes notes;
   const uint32_t status = m_driver.OpenFile(source, false, true);
   const uint64_t lookedUp = notes.Count(EConversionNote::kStopLookedUp);
-  if (lookedUp > 0) {
+  if (lookedUp > 0 && !m_options.quiet) {
     Complain(Text(kTextStopsLookedUp, ShownPath(source), lookedUp,
                   notes.Count(EConversionNote::kStopNotFound)));
+  }
+  if (status != kStatusSuccess && m_front.Declined()) {
+    Complain(Text(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
+    return EOutcome::kFailed;
   }
   if (status == kStatusBadFormat) return EOutcome::kNotRecognised;
   if (status != kStatusSuccess) return EOutcome::kFailed;
@@ -144,6 +159,11 @@ EOutcome Conversion::Convert(const WideString& source, const WideString& target)
   if (!m_options.check) return Write(target, check);
   // Nothing of the target is to stay: it is written into a folder of its own that goes again.
   const ScratchFolder scratch;
+  if (scratch.Path().empty()) {
+    m_front.SetSubject(target);
+    m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
+    return EOutcome::kFailed;
+  }
   return Write(JoinedPath(scratch.Path(), FileNameOfPath(target)), check);
 }
 
@@ -158,7 +178,8 @@ EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
   const ConversionNotes notes;
   const uint32_t status = m_driver.ExportTo(target, m_row, true, m_options.split);
   const uint64_t countries = notes.Count(EConversionNote::kCountryNotFound);
-  if (countries > 0) Complain(Text(kTextCountriesNotFound, ShownPath(target), countries));
+  if (countries > 0 && !m_options.quiet)
+    Complain(Text(kTextCountriesNotFound, ShownPath(target), countries));
   if (status != kStatusSuccess) return EOutcome::kFailed;
   // Some devices' writers call it a success when a file could not be made. We don't.
   if (LastError() != kStatusSuccess) {
@@ -167,7 +188,8 @@ EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
   }
 
   if (m_options.quiet && !m_options.strict && !m_options.check) return EOutcome::kConverted;
-  CheckWrittenFiles(m_row, notes.WrittenFiles(), m_driver.current, m_options.csvRead, check);
+  CheckWrittenFiles(m_driver.table, m_row, notes.WrittenFiles(), m_driver.current,
+                    m_options.csvRead, check);
   Tell(check);
   return check.HasLosses() ? EOutcome::kWithLosses : EOutcome::kConverted;
 }
@@ -177,6 +199,7 @@ void Conversion::Tell(const ConversionCheck& check) {
     OutputSink sink;
     WriteJsonCheck(sink, check);
     sink.Put('\n');
+    m_outputFailed = !sink.Finish() || m_outputFailed;
   } else if (!m_options.quiet && (!m_inFolder || check.HasLosses())) {
     WriteError(DescribeCheck(check));
   }
@@ -184,7 +207,7 @@ void Conversion::Tell(const ConversionCheck& check) {
 
 void Conversion::ShowProgress(size_t done, size_t count) const {
   if (m_options.quiet || !IsErrorTerminal()) return;
-  WriteError(count == 0 ? std::string("\r\x1B[K") : fmt::format("\r\x1B[K{}/{} ", done, count));
+  WriteError(count == 0 ? std::string("\r\x1B[K") : fmt::format("\r\x1B[K{}/{}\r", done, count));
 }
 
 }  // namespace

@@ -1,12 +1,14 @@
 #include "core/format_search.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <iterator>
 #include <new>
 
 #include <fmt/printf.h>
 
+#include "core/conversion_notes.h"
 #include "core/localized_text.h"
 #include "core/numbers.h"
 #include "core/status.h"
@@ -25,8 +27,8 @@ bool EndsSearch(uint32_t status) {
          status == kStatusCancelled || status == kStatusStorageSharing;
 }
 
-// Calls a reader. What it throws is a fault of the file, and the next reader may do better.
-uint32_t CallReader(FormatReadFn read, const WideString& path, PointLists& lists, bool silent) {
+// What a reader throws is a fault of the file.
+uint32_t CallAnyway(FormatReadFn read, const WideString& path, PointLists& lists, bool silent) {
   try {
     return read(path, lists, silent);
   } catch (const std::bad_alloc&) {
@@ -40,6 +42,27 @@ uint32_t CallReader(FormatReadFn read, const WideString& path, PointLists& lists
 }
 
 }  // namespace
+
+uint32_t CallReader(const CItineraryFormat& row, const WideString& path, PointLists& lists,
+                    bool silent) {
+  std::array<uint64_t, static_cast<size_t>(EConversionNote::kCount)> counts{};
+  uint32_t status = kStatusSuccess;
+  {
+    const ConversionNotes notes;
+    status = CallAnyway(row.read, path, lists, silent);
+    for (size_t i = 0; i < counts.size(); ++i)
+      counts[i] = notes.Count(static_cast<EConversionNote>(i));
+  }
+  std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
+  if (status == kStatusSuccess && lists.empty()) status = kStatusBadFormat;
+  for (size_t i = 0; i < counts.size(); ++i) {
+    const auto note = static_cast<EConversionNote>(i);
+    const bool isLookup =
+        note == EConversionNote::kStopLookedUp || note == EConversionNote::kStopNotFound;
+    if (status == kStatusSuccess || isLookup) NoteConversion(note, counts[i]);
+  }
+  return status;
+}
 
 std::string FormatLabel(const CItineraryFormat& row) {
   const std::string_view text = LoadTextUtf8(row.textId);
@@ -110,10 +133,8 @@ WideString SaveFilter(const CItineraryFormat& row) {
 uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool silent,
                      const AcceptLists& accept) {
   PointLists lists;
-  const uint32_t status = CallReader(row.read, path, lists, silent);
-  if (status != kStatusSuccess) return status;
-  std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
-  return lists.empty() ? uint32_t{kStatusBadFormat} : accept(row, lists);
+  const uint32_t status = CallReader(row, path, lists, silent);
+  return status == kStatusSuccess ? accept(row, lists) : status;
 }
 
 uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool silent,

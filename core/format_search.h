@@ -35,6 +35,13 @@ WideString OpenFilter(const FormatTable& table);
 /// Filter of the save dialog for one row.
 WideString SaveFilter(const CItineraryFormat& row);
 
+/// Calls the reader of a row, which must have one. An exception is a status like any other; lists
+/// without points are removed, and kStatusBadFormat is the result when none remains. What a reader
+/// notes counts only with the result 0, for the notes of one that the file was not for mean
+/// nothing; what was asked of a service is told in any case.
+uint32_t CallReader(const CItineraryFormat& row, const WideString& path, PointLists& lists,
+                    bool silent);
+
 /// Takes the lists of a successful reader, none of them without points. What it returns is the
 /// result of that reader's call.
 using AcceptLists = std::function<uint32_t(const CItineraryFormat& row, PointLists& lists)>;

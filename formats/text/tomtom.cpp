@@ -9,6 +9,7 @@
 #include "core/format_file.h"
 #include "core/numbers.h"
 #include "core/text.h"
+#include "platform/last_error.h"
 
 namespace {
 
@@ -68,7 +69,10 @@ uint32_t ParseItn(std::string_view bytes, PointLists& lists) {
 uint32_t WriteItn(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit, bool) {
   const size_t count = list.Count();
   if (splitLimit == 0 || splitLimit >= count) return WriteItnFile(path, list);
-  if (splitLimit == 1) return kStatusInvalidParameter;
+  if (splitLimit == 1) {
+    SetLastError(kStatusInvalidParameter);
+    return kStatusInvalidParameter;
+  }
 
   uint32_t part = 0;
   for (size_t start = 0; start < count;) {

@@ -8,6 +8,10 @@
 
 namespace {
 
+// The years 0 to 9999, which every calendar of the formats can show.
+constexpr int64_t kEarliestMoment = -62167219200;
+constexpr int64_t kLatestMoment = 253402300799;
+
 // The moment at which all clocks stand, if the user wants reproducible files.
 std::optional<int64_t> FixedMoment() {
   const char* text = std::getenv("SOURCE_DATE_EPOCH");
@@ -16,6 +20,7 @@ std::optional<int64_t> FixedMoment() {
   const char* end = text + std::strlen(text);
   const auto parsed = std::from_chars(text, end, moment);
   if (parsed.ec != std::errc() || parsed.ptr != end) return std::nullopt;
+  if (moment < kEarliestMoment || moment > kLatestMoment) return std::nullopt;
   return moment;
 }
 

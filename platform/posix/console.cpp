@@ -1,5 +1,6 @@
 #include "platform/console.h"
 
+#include <cerrno>
 #include <csignal>
 
 #include <unistd.h>
@@ -15,7 +16,9 @@ bool IsInteractive() { return isatty(STDIN_FILENO) && isatty(STDERR_FILENO); }
 
 bool IsErrorTerminal() { return isatty(STDERR_FILENO); }
 
-bool WriteOutput(std::string_view text) { return WriteFully(STDOUT_FILENO, text); }
+bool WriteOutput(std::string_view text) {
+  return WriteFully(STDOUT_FILENO, text) || errno == EPIPE;
+}
 
 bool WriteError(std::string_view text) { return WriteFully(STDERR_FILENO, text); }
 

@@ -20,7 +20,8 @@ std::string_view LocaleName(const char* category) {
 }  // namespace
 
 uint32_t PrimaryLanguage() {
-  const std::string_view name = LocaleName("LC_MESSAGES").substr(0, 2);
+  const std::string_view locale = LocaleName("LC_MESSAGES");
+  const std::string_view name = locale.substr(0, locale.find_first_of("_.@"));
   if (name == "de") return 0x07;
   if (name == "en") return 0x09;
   if (name == "fr") return 0x0C;

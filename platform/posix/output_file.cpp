@@ -43,19 +43,28 @@ std::string TemporaryName(const std::string& target, int attempt) {
   return target.substr(0, nameStart) + "." + name + suffix;
 }
 
+// Whether a temporary file may be emptied: ours alone. In a folder that others may write to, they
+// could have put a second name of another file there, or a file that they keep open.
+bool IsOursAlone(const struct stat& file) {
+  return S_ISREG(file.st_mode) && file.st_nlink == 1 && file.st_uid == geteuid();
+}
+
 // Opens a temporary file that no other process is writing: locked, and still under its name once
-// the lock is ours (its former owner may have given it the target's name meanwhile).
+// the lock is ours (its former owner may have given it the target's name meanwhile). EBUSY for a
+// name that is taken.
 int OpenLocked(const std::string& temporary, mode_t mode) {
-  FileDescriptor file(open(temporary.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, mode));
-  if (!file) return -1;
   struct stat opened {};
   struct stat named {};
-  if (flock(file.Get(), LOCK_EX | LOCK_NB) != 0) {
-    errno = EBUSY;
+  FileDescriptor file(
+      open(temporary.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, mode));
+  if (!file) {
+    const int error = errno;
+    errno = lstat(temporary.c_str(), &named) == 0 ? EBUSY : error;
     return -1;
   }
-  if (fstat(file.Get(), &opened) != 0 || lstat(temporary.c_str(), &named) != 0 ||
-      opened.st_ino != named.st_ino || opened.st_dev != named.st_dev) {
+  if (flock(file.Get(), LOCK_EX | LOCK_NB) != 0 || fstat(file.Get(), &opened) != 0 ||
+      lstat(temporary.c_str(), &named) != 0 || opened.st_ino != named.st_ino ||
+      opened.st_dev != named.st_dev || !IsOursAlone(opened)) {
     errno = EBUSY;
     return -1;
   }
@@ -65,9 +74,14 @@ int OpenLocked(const std::string& temporary, mode_t mode) {
 
 }  // namespace
 
-OutputFile::OutputFile(const WideString& path) : m_target(FollowLinks(PathBytes(path))) {
+OutputFile::OutputFile(const WideString& path) : m_target(PathBytes(path)) {
   struct stat existing {};
   const bool exists = stat(m_target.c_str(), &existing) == 0;
+  // Links in a circle, or a file in place of a folder on the way.
+  if (!exists && errno != ENOENT) {
+    m_status = FailWithErrno();
+    return;
+  }
   if (exists && S_ISDIR(existing.st_mode)) {
     errno = EISDIR;
     m_status = FailWithErrno();
@@ -79,6 +93,7 @@ OutputFile::OutputFile(const WideString& path) : m_target(FollowLinks(PathBytes(
     if (m_file < 0) m_status = FailWithErrno();
     return;
   }
+  m_target = FollowLinks(m_target);
   if (exists && access(m_target.c_str(), W_OK) != 0) {
     m_status = FailWithErrno();
     return;
@@ -132,7 +147,14 @@ uint32_t OutputFile::Commit() {
     OverwriteTarget();
     return m_status;
   }
-  // The lock goes with the descriptor, so the name is changed first.
+  // The lock goes with the descriptor, so the name is changed first. Network folders tell of a
+  // write that failed only when a descriptor is closed: a second one is, before the old file goes.
+  const int second = dup(m_file);
+  if (second < 0 || close(second) != 0) {
+    m_status = FailWithErrno();
+    Discard();
+    return m_status;
+  }
   if (m_mode == EMode::kReplace && rename(m_temporary.c_str(), m_target.c_str()) != 0) {
     m_status = FailWithErrno();
     Discard();

@@ -72,7 +72,8 @@ TEST(Conversion, SplitsOnRequest) {
   const ProgramResult refused =
       RunConverter({folder.PathTo("a.itn"), "itn", "--split", "1", "-o", folder.PathTo("x.itn")});
   EXPECT_EQ(refused.status, 1);
-  EXPECT_EQ(refused.errors, folder.PathTo("x.itn") + ": The file cannot be write.\n");
+  EXPECT_EQ(refused.errors, folder.PathTo("x.itn") +
+                                ": The file cannot be write. Reason: a wrong value was given\n");
 }
 
 TEST(Conversion, TellsAPartThatCouldNotBeWritten) {
@@ -106,6 +107,37 @@ TEST(Conversion, ConvertsAFolder) {
                                "2 converted, 1 not recognised, 2 failed\n");
 }
 
+TEST(Conversion, TellsOfTripsOfAFolderThatReplaceOthers) {
+  const TemporaryFolder folder;
+  folder.Put("a.itn", kItinerary);
+  folder.Put("a.ov2", kPois);
+  folder.Put("b.itn", kItinerary);
+  const ProgramResult beside = RunConverter({folder.PathTo(""), "ov2"});
+  EXPECT_EQ(beside.status, 0);
+  EXPECT_EQ(beside.errors,
+            folder.PathTo("a.ov2") + ": this file of the folder is replaced by the conversion of " +
+                folder.PathTo("a.itn") + "\n3 converted, 0 not recognised, 0 failed\n");
+  const ProgramResult elsewhere =
+      RunConverter({folder.Path().string(), "itn", "-o", folder.PathTo("out")});
+  EXPECT_NE(elsewhere.errors.find(folder.PathTo("out/a.itn") +
+                                  ": this file of the folder is replaced by the conversion of " +
+                                  folder.PathTo("a.ov2") + "\n"),
+            std::string::npos);
+  EXPECT_EQ(RunConverter({folder.PathTo(""), "ov2", "--quiet"}).errors, "");
+}
+
+TEST(Conversion, TellsWhyAFolderCannotBeListed) {
+  if (geteuid() == 0) GTEST_SKIP() << "root may list every folder";
+  const TemporaryFolder folder;
+  fs::permissions(folder.Path(), fs::perms::none);
+  const ProgramResult result = RunConverter({folder.Path().string(), "ov2"});
+  fs::permissions(folder.Path(), fs::perms::owner_all);
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors, folder.Path().string() +
+                               ": The file cannot be read. Reason: access denied; check the "
+                               "permissions of the file and its folder\n");
+}
+
 TEST(Conversion, FilesThatAreNoTripsAreNoFailureOfAFolder) {
   const TemporaryFolder folder;
   folder.Put("a.itn", kItinerary);
@@ -135,6 +167,8 @@ TEST(Conversion, RefusesWrongUsage) {
   EXPECT_EQ(RunConverter({source, "ov2", "--list", "0"}).status, 2);
   EXPECT_EQ(RunConverter({source, "ov2", "--list", "1,"}).status, 2);
   EXPECT_EQ(RunConverter({source, "ov2", "--list", "everything"}).status, 2);
+  EXPECT_EQ(RunConverter({source, "ov2", "--output", ""}).status, 2);
+  EXPECT_NE(RunConverter({source, "ov2", "--wrong"}).errors.find("--wrong"), std::string::npos);
   const ProgramResult unknownKey = RunConverter({source, "xyz"});
   EXPECT_EQ(unknownKey.status, 2);
   EXPECT_EQ(unknownKey.errors,
@@ -204,6 +238,47 @@ TEST(Conversion, SpeaksTheChosenLanguage) {
             source + ": Unknown file format.\n");
 }
 
+TEST(Conversion, TakesTheLanguageFromTokensOnly) {
+  const TemporaryFolder folder;
+  folder.Put("a.itn", kItinerary);
+  const std::string target = folder.PathTo("LANG_GERMAN.ov2");
+  EXPECT_EQ(RunConverter({folder.PathTo("a.itn"), "ov2", "-o", target}).errors,
+            target + ": checked: all 2 stops are as they were, within 0.0 m\n");
+}
+
+TEST(Conversion, TellsTheFirstOfManyOtherLists) {
+  const TemporaryFolder folder;
+  std::string gpx = "<gpx version=\"1.0\">";
+  for (int i = 1; i <= 11; ++i) {
+    gpx += "<rte><name>R" + std::to_string(i) +
+           "</name><rtept lat=\"1\" lon=\"2\"><name>A</name></rtept></rte>";
+  }
+  folder.Put("a.gpx", gpx + "</gpx>");
+  const std::string errors = RunConverter({folder.PathTo("a.gpx"), "itn"}).errors;
+  EXPECT_NE(errors.find("taken: route \"R1\" (1 points)."), std::string::npos) << errors;
+  EXPECT_NE(errors.find("route \"R9\" (1 points), \u2026 (+2). Choose"), std::string::npos)
+      << errors;
+}
+
+TEST(Conversion, TellsOnceOfAListThatIsNotThere) {
+  const TemporaryFolder folder;
+  fs::copy_file(CORVANE_SOURCE_FOLDER "/examples/balkan-ring.gpx", folder.PathTo("a.gpx"));
+  const ProgramResult result = RunConverter({folder.PathTo("a.gpx"), "itn", "--list", "9"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors, "The list \"9\" does not exist in " + folder.PathTo("a.gpx") +
+                               ". \"corvanemap --inspect\" shows what there is.\n");
+}
+
+TEST(Conversion, ShowsNoControlCharacters) {
+  const TemporaryFolder folder;
+  folder.Put("\x1B[31m.itn", "");
+  EXPECT_EQ(RunConverter({folder.PathTo("\x1B[31m.itn"), "ov2"}).errors,
+            folder.PathTo("\uFFFD[31m.itn") + ": Unknown file format.\n");
+  folder.Put("a.itn", "1|2|Bell\x07\x9B|4|\r\n");
+  const std::string shown = RunConverter({"--inspect", folder.PathTo("a.itn")}).output;
+  EXPECT_NE(shown.find("Bell\uFFFD\uFFFD\n"), std::string::npos);
+}
+
 TEST(Conversion, TakesPathsOfEveryKind) {
   const TemporaryFolder folder;
   for (const std::string name : {"caf\xE9.itn", "-dash.itn", "a \"quoted\" $HOME.itn",
@@ -218,6 +293,20 @@ TEST(Conversion, TakesPathsOfEveryKind) {
                " && rm -- -dash.ov2 && " CORVANE_BINARY_FOLDER "/bin/corvanemap -- -dash.itn ov2");
   EXPECT_EQ(dash.status, 0);
   EXPECT_TRUE(folder.Has("-dash.ov2"));
+}
+
+TEST(Conversion, TakesBracketsAsTheyStand) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder.PathTo("[trips]"));
+  fs::create_directory(folder.PathTo("trips"));
+  folder.Put("[trips]/a.itn", kItinerary);
+  folder.Put("trips/b.itn", kItinerary);
+  const ProgramResult result =
+      RunShell("cd " + Quoted(folder.Path().string()) +
+               " && " CORVANE_BINARY_FOLDER "/bin/corvanemap '[trips]' ov2 -- LANG_ENGLISH");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_TRUE(folder.Has("[trips]/a.ov2"));
+  EXPECT_FALSE(folder.Has("trips/b.ov2"));
 }
 
 TEST(Inspection, ShowsListsAndPoints) {
@@ -258,6 +347,20 @@ TEST(Inspection, TellsWhatItCannotRead) {
   EXPECT_EQ(json.errors, folder.PathTo("a.itn") + ": Unknown file format.\n");
   EXPECT_EQ(RunConverter({"--inspect", folder.PathTo("none.itn")}).status, 2);
   EXPECT_EQ(RunConverter({"--inspect"}).status, 2);
+  const ProgramResult of = RunConverter({"--inspect", folder.PathTo("")});
+  EXPECT_EQ(of.status, 1);
+  EXPECT_EQ(of.errors,
+            folder.PathTo("") + ": The file cannot be read. Reason: it is a folder, not a file\n");
+}
+
+TEST(Information, ThatCannotBePrintedIsAFailure) {
+  const std::string program = CORVANE_BINARY_FOLDER "/bin/corvanemap ";
+  for (const std::string option :
+       {"--help", "--version", "--formats", "--formats --json",
+        "--inspect " CORVANE_SOURCE_FOLDER "/examples/dolomites-passes.itn"}) {
+    EXPECT_EQ(RunShell(program + option + " >/dev/full").status, 1) << option;
+    EXPECT_EQ(RunShell(program + option + " | true; exit ${PIPESTATUS[0]}").status, 0) << option;
+  }
 }
 
 TEST(Information, IsPrintedOnRequest) {

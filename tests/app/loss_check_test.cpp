@@ -29,6 +29,29 @@ TEST(LossCheck, TellsNamesThatLostLetters) {
   EXPECT_EQ(RunConverter({folder.PathTo("a.itn"), "ov2", "--quiet"}).status, 0);
 }
 
+TEST(LossCheck, ReadsWhatARowWithoutAReaderWroteWithItsKin) {
+  const TemporaryFolder folder;
+  folder.Put("a.itn", "235222|4885661|A|4|\r\n434870|5085045|B|2|\r\n");
+  for (const std::string key : {"gpx", "rte", "gpx:376", "rt2:901", "trp:374"}) {
+    const ProgramResult result = RunConverter({folder.PathTo("a.itn"), key});
+    EXPECT_EQ(result.status, 0) << key;
+    EXPECT_NE(result.errors.find(": checked: all 2 stops are as they were"), std::string::npos)
+        << key << ": " << result.errors;
+  }
+}
+
+TEST(LossCheck, LeavesAloneWhatOnlyDevicesRead) {
+  const TemporaryFolder folder;
+  folder.Put("a.itn", "235222|4885661|A|4|\r\n434870|5085045|B|2|\r\n");
+  for (const std::string key : {"dat", "itf:299", "itf:328"}) {
+    const ProgramResult result = RunConverter({folder.PathTo("a.itn"), key, "--strict"});
+    EXPECT_EQ(result.status, 0) << key;
+    EXPECT_NE(result.errors.find(": cannot be checked: this format is only written\n"),
+              std::string::npos)
+        << key << ": " << result.errors;
+  }
+}
+
 TEST(LossCheck, TellsWhatTheReaderPassedOver) {
   const TemporaryFolder folder;
   folder.Put("a.itn", "1|2|A|4|\r\nbroken\r\n");
@@ -50,6 +73,16 @@ TEST(LossCheck, ChecksWithoutKeepingTheTarget) {
   EXPECT_EQ(result.errors,
             folder.PathTo("a.ov2") + ": checked: all 1 stops are as they were, within 0.0 m\n");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+}
+
+TEST(LossCheck, TellsThatThereIsNoRoomForACheck) {
+  const TemporaryFolder folder;
+  folder.Put("a.itn", "1|2|A|4|\r\n");
+  const ProgramResult result = RunConverter({"--check", folder.PathTo("a.itn"), "ov2"},
+                                            "TMPDIR=" + folder.PathTo("none") + " LC_ALL=C");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors, folder.PathTo("a.ov2") +
+                               ": The file cannot be write. Reason: no such file or folder\n");
 }
 
 TEST(LossCheck, ReadsSplitFilesTogether) {

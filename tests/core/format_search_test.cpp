@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/conversion_notes.h"
 #include "core/localized_text.h"
 #include "core/status.h"
 #include "tests/list_builder.h"
@@ -22,6 +23,14 @@ uint32_t Reader(const WideString&, PointLists& lists, bool) {
   auto& route = AddList<CGpsRoute>(lists);
   for (int i = 0; i < kPoints; ++i) route.points.push_back(MakePoint(1, 1));
   return kStatus;
+}
+
+// Notes a line that it passes over, and answers as above.
+template <char kName, uint32_t kStatus, int kPoints>
+uint32_t NotingReader(const WideString& path, PointLists& lists, bool silent) {
+  NoteConversion(EConversionNote::kLinePassedOver);
+  NoteConversion(EConversionNote::kStopLookedUp);
+  return Reader<kName, kStatus, kPoints>(path, lists, silent);
 }
 
 uint32_t ThrowingReader(const WideString&, PointLists&, bool) {
@@ -84,6 +93,16 @@ TEST(SearchReaders, GoesOnWhenTheUserDeclines) {
   EXPECT_EQ(calls, "ab");
   const FormatTable last{Row(u"gpx", Reader<'a', 0, 1>)};
   EXPECT_EQ(Search(last, u"a.gpx", kStatusDeclined), kStatusDeclined);
+}
+
+TEST(SearchReaders, ForgetsTheNotesOfReadersThatTheFileWasNotFor) {
+  const ConversionNotes notes;
+  const FormatTable table{Row(u"x", NotingReader<'a', 11, 1>), Row(u"x", NotingReader<'b', 0, 0>),
+                          Row(u"x", NotingReader<'c', 0, 1>)};
+  EXPECT_EQ(Search(table, u"f.x"), 0u);
+  EXPECT_EQ(calls, "abc");
+  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
+  EXPECT_EQ(notes.Count(EConversionNote::kStopLookedUp), 3u);
 }
 
 TEST(SearchReaders, KnowsNoFileWithoutAnExtensionOfTheTable) {

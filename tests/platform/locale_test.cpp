@@ -12,8 +12,16 @@ TEST(Locale, TellsTheLanguageOfTheEnvironment) {
   const struct {
     const char* name;
     uint32_t language;
-  } kCases[] = {{"fr_CH.UTF-8", 0x0C}, {"de", 0x07}, {"nl_BE", 0x13}, {"en_GB.UTF-8", 0x09},
-                {"ja_JP.UTF-8", 0},    {"C", 0},     {"", 0}};
+  } kCases[] = {{"fr_CH.UTF-8", 0x0C},
+                {"de", 0x07},
+                {"nl_BE", 0x13},
+                {"en_GB.UTF-8", 0x09},
+                {"ja_JP.UTF-8", 0},
+                {"nld@euro", 0},
+                {"nl@euro", 0x13},
+                {"den_CA", 0},
+                {"C", 0},
+                {"", 0}};
   for (const auto& expected : kCases) {
     setenv("LC_ALL", expected.name, 1);
     EXPECT_EQ(PrimaryLanguage(), expected.language) << expected.name;

@@ -105,6 +105,47 @@ TEST(OutputFile, UsesUpWhatAKilledRunLeft) {
   EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
+TEST(OutputFile, LeavesAloneWhatStandsUnderTheTemporaryName) {
+  const TemporaryFolder folder;
+  folder.Put("precious", "precious");
+  fs::create_hard_link(folder.PathTo("precious"), folder.PathTo(".a.corvane-tmp"));
+  fs::create_symlink("precious", folder.PathTo(".b.corvane-tmp"));
+  fs::create_directory(folder.PathTo(".c.corvane-tmp"));
+  ASSERT_EQ(mkfifo(folder.PathTo(".d.corvane-tmp").c_str(), 0666), 0);
+  for (const char* name : {"a", "b", "c", "d"}) {
+    OutputFile file(folder.WidePathTo(name));
+    file.Write("new");
+    EXPECT_EQ(file.Commit(), 0u) << name;
+    EXPECT_EQ(folder.Get(name), "new") << name;
+  }
+  EXPECT_EQ(folder.Get("precious"), "precious");
+  EXPECT_EQ(folder.Get(".a.corvane-tmp"), "precious");
+}
+
+TEST(OutputFile, LeavesLinksInACircle) {
+  const TemporaryFolder folder;
+  fs::create_symlink("b", folder.PathTo("a"));
+  fs::create_symlink("a", folder.PathTo("b"));
+  OutputFile file(folder.WidePathTo("a"));
+  EXPECT_NE(file.Status(), 0u);
+  EXPECT_NE(file.Commit(), 0u);
+  EXPECT_TRUE(fs::is_symlink(folder.PathTo("a")));
+  EXPECT_TRUE(fs::is_symlink(folder.PathTo("b")));
+}
+
+TEST(OutputFile, WritesToAPipeThroughTheLinksThatLeadToIt) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  OutputFile file(WidePath("/dev/fd/" + std::to_string(ends[1])));
+  file.Write("new");
+  EXPECT_EQ(file.Commit(), 0u);
+  char read[4] = {};
+  EXPECT_EQ(::read(ends[0], read, 3), 3);
+  EXPECT_STREQ(read, "new");
+  close(ends[0]);
+  close(ends[1]);
+}
+
 TEST(OutputFile, TwoWritersOfOneTargetDoNotMix) {
   const TemporaryFolder folder;
   OutputFile first(folder.WidePathTo("a"));

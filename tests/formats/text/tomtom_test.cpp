@@ -166,6 +166,40 @@ TEST(ItnReader, WidensNamesWithoutAMarkAndKeepsThemBehindOne) {
   EXPECT_EQ(lists[2]->points[0].name, "Caf\u00c3\u00a9");
 }
 
+TEST(ItnReader, ReadsOtherEncodingsAsBytesBehindTheirMark) {
+  PointLists lists;
+  EXPECT_EQ(ParseItn("\xFF\xFE"
+                     "1|2|\xC3\xA9|4|\r\n",
+                     lists),
+            kStatusSuccess);
+  ASSERT_EQ(lists[0]->Count(), 1u);
+  EXPECT_EQ(lists[0]->points[0].longitude, 0.00001);
+  EXPECT_EQ(lists[0]->points[0].name, "\u00c3\u00a9");
+}
+
+TEST(ItnReader, ClampsNumbersThatAreTooLarge) {
+  PointLists lists;
+  EXPECT_EQ(ParseItn("99999999999|-99999999999|A|0|\n", lists), kStatusSuccess);
+  ASSERT_EQ(lists[0]->Count(), 1u);
+  EXPECT_EQ(lists[0]->points[0].longitude, 21474.83647);
+  EXPECT_EQ(lists[0]->points[0].latitude, -21474.83648);
+}
+
+TEST(ItnReader, TakesCutFilesAndLongLines) {
+  const std::string whole = "1|2|A|4|\r\n3|4|B|2|\r\n";
+  // A stop counts from the bar behind its name on, at the 6th and at the 16th byte.
+  for (size_t length = 0; length <= whole.size(); ++length) {
+    PointLists lists;
+    EXPECT_EQ(ParseItn(whole.substr(0, length), lists), kStatusSuccess);
+    EXPECT_EQ(lists[0]->Count(), length >= 16 ? 2u : length >= 6 ? 1u : 0u) << length;
+  }
+  PointLists lists;
+  EXPECT_EQ(ParseItn("1|2|" + std::string(1000000, 'x') + "|4|" + std::string(1000000, '|'), lists),
+            kStatusSuccess);
+  ASSERT_EQ(lists[0]->Count(), 1u);
+  EXPECT_EQ(lists[0]->points[0].name.size(), 1000000u);
+}
+
 TEST(ItnReader, GivesAnEmptyRouteForAnEmptyFileAndOneForNone) {
   const TemporaryFolder folder;
   PointLists lists;
@@ -184,6 +218,12 @@ TEST(Ov2Writer, WritesRecordsOfTypeTwo) {
             "\x02\x11\x00\x00\x00\xD6\x96\x03\x00\x26\x1B\x4A\x00"
             "A?\xE9\x00"
             "\x02\x0E\x00\x00\x00\x00\x00\x00\x00\x61\x79\xFE\xFF\x00"s);
+}
+
+TEST(Ov2Writer, CountsTheNarrowedName) {
+  const auto list = MakeList("", MakePoint(-0.00001, 0, "\u0141\u00e9\U0001F600"));
+  // A whole number below zero comes out one higher: -1 as 0.
+  EXPECT_EQ(Ov2Bytes(list), "\x02\x12\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00?\xE9??\x00"s);
 }
 
 TEST(Ov2Reader, ReadsPoiRecordsAndSkipsTheOthers) {
@@ -226,6 +266,20 @@ TEST(Ov2Reader, EndsAtARecordThatLeadsNowhere) {
   EXPECT_EQ(ParseOv2("\x00\x00\x00\x00\x00\x02"s, lists), kStatusSuccess);
   EXPECT_EQ(ParseOv2("\x00\xFB\xFF\xFF\xFF\x02"s, lists), kStatusSuccess);
   EXPECT_EQ(lists[0]->Count() + lists[1]->Count(), 0u);
+}
+
+TEST(Ov2Reader, KeepsAPointWhoseRecordLeadsNowhereOrPastTheEnd) {
+  for (const std::string& length :
+       {"\x00\x00\x00\x00"s, "\xFF\xFF\xFF\xFF"s, "\xFF\xFF\xFF\x7F"s}) {
+    PointLists lists;
+    EXPECT_EQ(ParseOv2("\x02" + length +
+                           "\x01\x00\x00\x00\x02\x00\x00\x00"
+                           "A\x00\x09"s,
+                       lists),
+              kStatusSuccess);
+    ASSERT_EQ(lists[0]->Count(), 1u);
+    EXPECT_EQ(lists[0]->points[0].name, "A");
+  }
 }
 
 TEST(Ov2Reader, DropsARecordWhoseNameIsCutByTheEnd) {
