@@ -42,7 +42,9 @@ const CGpsPoint* NodeIndex::Find(uint64_t id) const {
 
 size_t NodeIndex::PlaceOf(uint64_t id) const {
   const size_t mask = m_slots.size() - 1;
-  size_t place = static_cast<size_t>(Mix(id) >> 32) & mask;
+  // The nodes of a way mostly have ids in a row: eight of these stand in a row here too, so that
+  // few cache lines are touched.
+  size_t place = static_cast<size_t>((Mix(id >> 3) >> 32 << 3) + (id & 7)) & mask;
   while (m_slots[place].node && m_slots[place].id != id) place = (place + 1) & mask;
   return place;
 }
