@@ -1,7 +1,7 @@
 #include "core/localized_text.h"
 
+#include <algorithm>
 #include <map>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -14,13 +14,22 @@ namespace {
 const std::map<std::string, const StringTable*> kTables = {
     {"en", &kStringsEn}, {"fr", &kStringsFr}, {"de", &kStringsDe}, {"nl", &kStringsNl}};
 
+// The conversions of printf: a "%", flags, width and precision, and a letter or another "%".
 std::vector<std::string> Placeholders(std::string_view text) {
-  static const std::regex pattern("%[-+ 0]*[0-9]*(?:\\.[0-9]+)?[a-zA-Z%]");
-  const std::string owned(text);
   std::vector<std::string> found;
-  for (std::sregex_iterator i(owned.begin(), owned.end(), pattern), end; i != end; ++i)
-    found.push_back(i->str());
+  for (size_t start = text.find('%'); start < text.size(); start = text.find('%', start)) {
+    const size_t end =
+        std::min(text.find_first_not_of("-+ 0123456789.", start + 1), text.size() - 1);
+    found.emplace_back(text.substr(start, end + 1 - start));
+    start = end + 1;
+  }
   return found;
+}
+
+TEST(Placeholders, AreFoundWhole) {
+  EXPECT_EQ(Placeholders("%02d:%s 5 %% of %.1f%"),
+            (std::vector<std::string>{"%02d", "%s", "%%", "%.1f", "%"}));
+  EXPECT_TRUE(Placeholders("none").empty());
 }
 
 // What stands between the bars, where a text has bars: file patterns must be the same everywhere.
