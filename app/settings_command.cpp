@@ -44,7 +44,8 @@ void WriteListing(ByteSink& sink, const SettingListing& setting, bool asJson) {
   sink.Put('}');
 }
 
-void WriteListings(const CSettings& settings, bool asJson) {
+// False when not everything could be written.
+bool WriteListings(const CSettings& settings, bool asJson) {
   OutputSink sink;
   const char* separator = asJson ? "[" : "";
   for (const SettingListing& setting : ListSettings(settings)) {
@@ -53,6 +54,7 @@ void WriteListings(const CSettings& settings, bool asJson) {
     separator = asJson ? ",\n " : "";
   }
   if (asJson) sink.Write("]\n");
+  return sink.Finish();
 }
 
 }  // namespace
@@ -90,6 +92,6 @@ int RunSettings(const Options& options) {
     Complain(Text(kTextSettingsNotStored));
     return kExitFailed;
   }
-  if (options.settings) WriteListings(settings, options.json);
+  if (options.settings && !WriteListings(settings, options.json)) return kExitFailed;
   return kExitConverted;
 }

@@ -51,12 +51,13 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
-        --split)
+        --split | --csv-read | --csv-write | --set)
             return
             ;;
     esac
     if [[ $word == -* ]]; then
         COMPREPLY=($(compgen -W "--output --list --split --check --strict --quiet --formats
+            --csv-read --csv-write --remember --settings --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
     fi

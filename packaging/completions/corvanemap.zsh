@@ -24,6 +24,11 @@ _corvanemap() {
     '--check[tell what the target cannot hold, without keeping it]' \
     '--strict[exit with status 3 when something was lost]' \
     '--quiet[print errors only]' \
+    '--csv-read[how the columns of a CSV file are read]:layout:' \
+    '--csv-write[how the columns of a CSV file are written]:layout:' \
+    '--remember[keep the given CSV layouts]' \
+    '(: -)--settings[list the settings]' \
+    '*--set[change a setting]:key=value:' \
     '(: -)--formats[list the formats]' \
     '--inspect[show what a file holds]' \
     '--json[print as JSON]' \
