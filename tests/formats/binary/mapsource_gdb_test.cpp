@@ -333,7 +333,7 @@ TEST(GdbReader, GoesOnBehindTheProgramsName) {
   const std::string start = Text("MsRcf") + Record('D', Hex("6C 00")) + Record('A', Hex("5D 02"));
   const std::string waypoint = Waypoint("A", 0, Place(kNorth45, kEast90));
   for (const std::string& program :
-       {Text("MapSource"), Text("BaseCamp"), Text(""), std::string("TenLetters")}) {
+       {Text("MapSource"), Text("BaseCamp"), std::string("TenLetters"), Repeat(10, 0)}) {
     PointLists lists;
     EXPECT_EQ(Parse(start + program + waypoint, lists), kStatusSuccess);
     EXPECT_EQ(NamesOf(*lists[0]), "A;") << program;
