@@ -55,7 +55,7 @@ class GdbReader final : public MapSourceReader {
   }
 
   std::string Text(std::string_view bytes) const override {
-    return m_version < kFirstVersionInUtf8 ? WidenToUtf8(bytes) : std::string(bytes);
+    return m_version < kFirstVersionInUtf8 ? WidenToUtf8(bytes) : MendUtf8(bytes);
   }
 
   void SkipBehindApplication(ByteCursor& file) const override {
