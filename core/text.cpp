@@ -200,6 +200,17 @@ bool IsValidUtf8(std::string_view text) {
   return true;
 }
 
+std::string MendUtf8(std::string_view text) {
+  std::string utf8;
+  utf8.reserve(text.size());
+  WalkUtf8(
+      text, [&](std::string_view ascii) { utf8.append(ascii); },
+      [&](const DecodedCodePoint& decoded) {
+        AppendUtf8(utf8, decoded.valid ? decoded.codePoint : kReplacement);
+      });
+  return utf8;
+}
+
 DetectedEncoding DetectEncoding(std::string_view bytes) {
   const uint8_t first = ByteAt(bytes, 0);
   const uint8_t second = ByteAt(bytes, 1);
@@ -245,16 +256,8 @@ std::string DecodeTextFileToUtf8(std::string_view bytes) {
   const DetectedEncoding detected = DetectEncoding(bytes);
   bytes.remove_prefix(detected.skipped);
   if (detected.encoding == kEncodingNarrow) return WidenToUtf8(bytes);
+  if (detected.encoding == kEncodingUtf8) return MendUtf8(bytes);
   std::string utf8;
-  if (detected.encoding == kEncodingUtf8) {
-    utf8.reserve(bytes.size());
-    WalkUtf8(
-        bytes, [&](std::string_view ascii) { utf8.append(ascii); },
-        [&](const DecodedCodePoint& decoded) {
-          AppendUtf8(utf8, decoded.valid ? decoded.codePoint : kReplacement);
-        });
-    return utf8;
-  }
   DecodeUnits(bytes, detected.encoding,
               [&utf8](char32_t codePoint) { AppendUtf8(utf8, codePoint); });
   return utf8;

@@ -42,6 +42,9 @@ void AppendNarrowUtf8(std::string& output, std::string_view text);
 /// 8-bit text to UTF-8. Never fails.
 std::string WidenToUtf8(std::string_view text);
 
+/// The text with U+FFFD for every byte that starts no character, and so valid UTF-8.
+std::string MendUtf8(std::string_view text);
+
 /// True when `text` is valid UTF-8 throughout.
 bool IsValidUtf8(std::string_view text);
 

@@ -26,7 +26,7 @@ constexpr std::string_view kApplicationDate = "Sep 21 2020\0"sv;
 constexpr std::string_view kApplicationTime = "14:30:32\0"sv;
 
 // The desktop program's name stands behind the application record without being counted. Its
-// successor has a shorter one.
+// successor has a shorter one, but nothing at all is no name.
 constexpr std::string_view kProgram = "MapSource\0"sv;
 
 constexpr MapSourceLayout kLayout{
@@ -55,14 +55,14 @@ class GdbReader final : public MapSourceReader {
   }
 
   std::string Text(std::string_view bytes) const override {
-    return m_version < kFirstVersionInUtf8 ? WidenToUtf8(bytes) : std::string(bytes);
+    return m_version < kFirstVersionInUtf8 ? WidenToUtf8(bytes) : MendUtf8(bytes);
   }
 
   void SkipBehindApplication(ByteCursor& file) const override {
     ByteCursor ahead = file;
-    ByteCursor name(ahead.Take(kProgram.size()));
-    name.ZeroTerminated();
-    file.Skip(name.Overrun() ? kProgram.size() : name.Position());
+    ByteCursor text(ahead.Take(kProgram.size()));
+    const bool isName = !text.ZeroTerminated().empty() && !text.Overrun();
+    file.Skip(isName ? text.Position() : kProgram.size());
   }
 
   size_t SubclassSize() const override { return 22; }

@@ -22,11 +22,13 @@ constexpr int32_t kUserWaypoint = 0;
 constexpr size_t kTrackHeadGap = 5;
 constexpr size_t kRoutePointClassSize = 4;
 
-// Bodies are read by their fields, which may lead further than the length of the record, and each
-// stop takes a copy of its waypoint. So that a hostile file cannot grow without end, both together
-// may cost this many times its own size, and a small one so much anyway. Real files stay far below.
+// Bodies are read by their fields, which may lead further than the length of the record, each stop
+// takes a copy of its waypoint, and a list without points takes a hundred times the memory of its
+// record. So that a hostile file cannot grow without end, these together may cost this many times
+// its own size, and a small one so much anyway. Real files stay far below.
 constexpr size_t kAllowedRepeats = 4;
 constexpr size_t kSmallAllowance = size_t{1} << 20;
+constexpr size_t kEmptyListCost = 1024;
 
 // Positions have single precision here, although the file carries more.
 double FromSemicircles(int32_t value) {
@@ -73,8 +75,10 @@ uint32_t MapSourceReader::Read(std::string_view bytes, PointLists& lists) {
       ReadWaypoint(record, userWaypoints);
     } else if (type == kTrackRecord) {
       ReadTrack(record, AddList<CGpsTrack>(lists));
+      SpendIfEmpty(*lists.back());
     } else if (type == kRouteRecord) {
       ReadRoute(record, AddList<CGpsRoute>(lists));
+      SpendIfEmpty(*lists.back());
     }
     if (record.Position() > file.Position()) {
       offFrame = true;
@@ -199,6 +203,10 @@ MapSourceReader::Position MapSourceReader::ReadPosition(ByteCursor& record) cons
 void MapSourceReader::SkipBox(ByteCursor& record) const {
   ReadPosition(record);
   ReadPosition(record);
+}
+
+void MapSourceReader::SpendIfEmpty(const CGpsPointArray& list) {
+  if (list.points.empty()) Spend(kEmptyListCost);
 }
 
 void MapSourceReader::Spend(size_t bytes) { m_allowance -= std::min(bytes, m_allowance); }

@@ -77,6 +77,7 @@ class MapSourceReader {
   void AppendPosition(CGpsPointArray& list, const Position& position) const;
   Position ReadPosition(ByteCursor& record) const;
   void SkipBox(ByteCursor& record) const;
+  void SpendIfEmpty(const CGpsPointArray& list);
   void Spend(size_t bytes);
 
   const std::string_view m_magic;
@@ -84,6 +85,6 @@ class MapSourceReader {
   std::vector<Waypoint> m_pool;  ///< the waypoints that belong to routes
   NameIndex<NameInPool> m_poolIndex{NameInPool{m_pool}};
   uint32_t m_indexed = 0;  ///< points of the pool that the index knows
-  /// Bytes that may still be gone through or copied a second time.
+  /// Bytes that may still be gone through or copied a second time, or be spent on empty lists.
   size_t m_allowance = 0;
 };

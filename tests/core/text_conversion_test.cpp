@@ -58,6 +58,13 @@ TEST(Utf8ToWide, DecodesBetweenRunsOfAscii) {
   });
 }
 
+TEST(MendUtf8, ReplacesWhatStartsNoCharacterAndKeepsTheRest) {
+  EXPECT_EQ(MendUtf8(""), "");
+  EXPECT_EQ(MendUtf8("Caf\u00E9 \u0141 \U0001F600"), "Caf\u00E9 \u0141 \U0001F600");
+  EXPECT_EQ(MendUtf8("Caf\xE9!"), "Caf\uFFFD!");
+  EXPECT_EQ(MendUtf8("\xFF\x80\u00E9\xC3"), "\uFFFD\uFFFD\u00E9\uFFFD");
+}
+
 TEST(IsValidUtf8, FindsOneWrongByteAnywhere) {
   AtEveryPlace([](const std::string& before, const std::string& after) {
     EXPECT_TRUE(IsValidUtf8(before + "\u00E9" + after));

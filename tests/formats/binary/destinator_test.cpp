@@ -1,5 +1,7 @@
 #include "formats/binary/destinator.h"
 
+#include <cmath>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -133,6 +135,17 @@ TEST(DestinatorReader, ReadsTextOfEveryPlane) {
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].name, "\u0141\U0001F600");
   EXPECT_EQ(lists[0]->points[0].longitude, -1.5);
+}
+
+TEST(DestinatorReader, KeepsNumbersThatAreNone) {
+  PointLists lists;
+  EXPECT_EQ(
+      ParseDestinator(
+          Saved("Poi...", "A", "", "00 00 00 00 00 00 F0 FF", "00 00 00 00 00 00 F8 7F"), lists),
+      kStatusSuccess);
+  ASSERT_EQ(lists[0]->Count(), 1u);
+  EXPECT_EQ(lists[0]->points[0].longitude, -std::numeric_limits<double>::infinity());
+  EXPECT_TRUE(std::isnan(lists[0]->points[0].latitude));
 }
 
 TEST(DestinatorReader, UnknownKindEndsTheWalk) {

@@ -329,11 +329,38 @@ TEST(GdbReader, TextIsUtf8FromVersionThreeOn) {
   }
 }
 
+TEST(GdbReader, ReplacesBytesThatAreNoUtf8) {
+  // Stops are found by the bytes of the file all the same.
+  const std::string place = Place(kNorth45, kEast90);
+  PointLists lists;
+  EXPECT_EQ(Parse(HeadOfVersion('m') + Waypoint("Caf\xE9", 8, place, "\xC3\xA9\x80") +
+                      Waypoint("Caf\xE8", 8, Place(kSouth45, kEast90)) +
+                      Record('R', RouteHead("\xFFx", 2) + LastStop("Caf\xE8", 3) +
+                                      LastStop("Caf\xE9", 3)),
+                  lists),
+            kStatusSuccess);
+  ASSERT_EQ(lists.size(), 2u);
+  EXPECT_EQ(lists[1]->name, "\uFFFDx");
+  EXPECT_EQ(NamesOf(*lists[1]), "Caf\uFFFD;Caf\uFFFD;");
+  EXPECT_EQ(lists[1]->points[0].latitude, -45.0);
+  EXPECT_EQ(lists[1]->points[1].latitude, 45.0);
+  EXPECT_EQ(lists[1]->points[1].comment, "\u00e9\uFFFD");
+}
+
+TEST(GdbReader, AnyFlagButZeroStandsForAnAltitude) {
+  const std::string flagged = Hex(kNorth45) + Hex(kEast90) + Hex("80") + Hex(kAltitude100);
+  PointLists lists;
+  EXPECT_EQ(Parse(HeadOfVersion('l') + Waypoint("A", 0, flagged, "note"), lists), kStatusSuccess);
+  ASSERT_EQ(lists[0]->Count(), 1u);
+  EXPECT_EQ(lists[0]->points[0].altitude, 100.0);
+  EXPECT_EQ(lists[0]->points[0].comment, "note");
+}
+
 TEST(GdbReader, GoesOnBehindTheProgramsName) {
   const std::string start = Text("MsRcf") + Record('D', Hex("6C 00")) + Record('A', Hex("5D 02"));
   const std::string waypoint = Waypoint("A", 0, Place(kNorth45, kEast90));
   for (const std::string& program :
-       {Text("MapSource"), Text("BaseCamp"), Text(""), std::string("TenLetters")}) {
+       {Text("MapSource"), Text("BaseCamp"), std::string("TenLetters"), Repeat(10, 0)}) {
     PointLists lists;
     EXPECT_EQ(Parse(start + program + waypoint, lists), kStatusSuccess);
     EXPECT_EQ(NamesOf(*lists[0]), "A;") << program;

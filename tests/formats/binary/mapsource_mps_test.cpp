@@ -355,6 +355,17 @@ TEST(Mps, RoundTripKeepsOrderAndNames) {
   EXPECT_EQ(lists[1]->points[3].altitude, 574.0);
 }
 
+TEST(Mps, EmptyListComesBackAsNoWaypoints) {
+  const std::string bytes = Bytes(CGpsRoute());
+  PointLists lists;
+  const ConversionNotes notes;
+  EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
+  ASSERT_EQ(lists.size(), 1u);
+  EXPECT_EQ(lists[0]->GetKind(), kKindWaypoints);
+  EXPECT_EQ(lists[0]->Count(), 0u);
+  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
+}
+
 TEST(Mps, ReadsTheExample) {
   PointLists lists;
   EXPECT_EQ(ReadMps(WidePath(CORVANE_SOURCE_FOLDER "/examples/norwegian-fjords.mps"), lists, true),

@@ -160,6 +160,29 @@ TEST(MapSourceReader, CommentsAreNotCopiedWithoutEnd) {
   EXPECT_LT(lists[1]->Count(), 40u);
 }
 
+TEST(MapSourceReader, ListsWithoutPointsAreNotMadeWithoutEnd) {
+  // 12 and 15 bytes a record, and no point in any of them.
+  const std::string route = Record('R', RouteHead("", 0));
+  const std::string track = Record('T', Text("") + Repeat(5, 0) + Int32(0));
+  ASSERT_EQ(route.size() + track.size(), 27u);
+  std::string bytes = HeadOfVersion('l');
+  for (int i = 0; i < 50000; ++i) bytes += route + track;
+  PointLists lists;
+  const ConversionNotes notes;
+  EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
+  // 4 * (50000 * 27 + 30) + 2^20 bytes at 1024 a list are 6297.6 lists; the waypoints come before.
+  EXPECT_EQ(lists.size(), 6298u + 1u);
+  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
+
+  // A thousand of them are no harm, and what follows is read.
+  bytes = HeadOfVersion('l');
+  for (int i = 0; i < 500; ++i) bytes += route + track;
+  lists.clear();
+  EXPECT_EQ(Parse(bytes + Waypoint("A", 0, Place(kNorth45, kEast90)), lists), kStatusSuccess);
+  EXPECT_EQ(lists.size(), 1001u);
+  EXPECT_EQ(NamesOf(*lists[0]), "A;");
+}
+
 TEST(MapSourceReader, FindsStopsAmongVeryManyNames) {
   CGpsRoute route;
   for (int i = 0; i < 200000; ++i)

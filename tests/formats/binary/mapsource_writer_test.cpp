@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/conversion_notes.h"
 #include "core/status.h"
 #include "formats/binary/mapsource_gdb.h"
 #include "tests/formats/binary/mapsource_bytes.h"
@@ -101,6 +102,25 @@ TEST(MapSourceWriter, WritesNearPointsOnce) {
   EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
   EXPECT_EQ(NamesOf(*lists[1]), "B;A;B;");
   EXPECT_EQ(route.points.size(), 3u);
+}
+
+TEST(MapSourceWriter, NearStopsOfOtherNamesHaveOneWaypoint) {
+  // Half the tolerance apart. The route names both, and only the first is there to be found.
+  const std::string bytes =
+      Bytes(MakeList("", MakePoint(1, 1, "Platform 1"), MakePoint(1.00005, 1, "Platform 2"),
+                     MakePoint(2, 2, "C")));
+  // 10 + 68 = 78 and 1 + 68 = 69, with nothing between them.
+  const std::string tail = Hex("00 00 01") + Repeat(7, 0) + Hex("12") + Repeat(20, 0);
+  EXPECT_NE(bytes.find(Text("MapSource") + Hex("4E 00 00 00") + "W" + Text("Platform 1") +
+                       Int32(8) + Subclass() + Hex("60 0B B6 00 60 0B B6 00 00") + tail +
+                       Hex("45 00 00 00") + "W" + Text("C")),
+            std::string::npos);
+  PointLists lists;
+  const ConversionNotes notes;
+  EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
+  ASSERT_EQ(lists.size(), 2u);
+  EXPECT_EQ(NamesOf(*lists[1]), "Platform 1;C;");
+  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 1u);
 }
 
 }  // namespace
