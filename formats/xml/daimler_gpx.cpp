@@ -50,9 +50,9 @@ CXmlElement PrefixedRoot(CXmlWriter& document, std::string_view daimlerNamespace
 }
 
 CXmlElement OpenStop(CXmlElement& route, const CGpsPoint& point) {
-  return route.Child("gpx:rtept")
-      .Attribute("lat", GpxNumber(point.latitude))
-      .Attribute("lon", GpxNumber(point.longitude));
+  CXmlElement stop = route.Child("gpx:rtept");
+  WriteGpxPosition(stop, point);
+  return stop;
 }
 
 void WriteTexts(CXmlElement& stop, const CGpsPoint& point) {

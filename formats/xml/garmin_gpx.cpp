@@ -111,8 +111,9 @@ void WriteGarminPoint(CXmlElement& parent, const CGpsPoint& point, std::string_v
                       const std::string& stamp, EElevation elevation,
                       WriteExtensions&& writeExtensions) {
   CXmlElement element = parent.Child(elementName);
-  element.Attribute("lat", GpxNumber(point.latitude)).Attribute("lon", GpxNumber(point.longitude));
-  if (elevation == EElevation::kWritten) element.Child("ele").Text(GpxNumber(point.altitude));
+  WriteGpxPosition(element, point);
+  if (elevation == EElevation::kWritten)
+    element.Child("ele").NumberText(point.altitude, kGpxDecimals);
   element.Child("time").Text(stamp);
   if (!point.name.empty()) element.Child("name").Text(point.name);
   if (!point.comment.empty()) element.Child("desc").Cdata(point.comment);
@@ -135,10 +136,10 @@ void WriteNuviMetadata(CXmlElement& root, const Bounds& bounds, const std::strin
   }
   metadata.Child("time").Text(stamp);
   metadata.Child("bounds")
-      .Attribute("minlat", GpxNumber(bounds.minLatitude))
-      .Attribute("minlon", GpxNumber(bounds.minLongitude))
-      .Attribute("maxlat", GpxNumber(bounds.maxLatitude))
-      .Attribute("maxlon", GpxNumber(bounds.maxLongitude));
+      .NumberAttribute("minlat", bounds.minLatitude, kGpxDecimals)
+      .NumberAttribute("minlon", bounds.minLongitude, kGpxDecimals)
+      .NumberAttribute("maxlat", bounds.maxLatitude, kGpxDecimals)
+      .NumberAttribute("maxlon", bounds.maxLongitude, kGpxDecimals);
 }
 
 void WriteZumoMetadata(CXmlElement& root, const Bounds& bounds, const std::string& stamp) {
@@ -146,10 +147,10 @@ void WriteZumoMetadata(CXmlElement& root, const Bounds& bounds, const std::strin
   WriteAuthorLink(metadata);
   metadata.Child("time").Text(stamp);
   metadata.Child("bounds")
-      .Attribute("maxlat", GpxNumber(bounds.maxLatitude))
-      .Attribute("maxlon", GpxNumber(bounds.maxLongitude))
-      .Attribute("minlat", GpxNumber(bounds.minLatitude))
-      .Attribute("minlon", GpxNumber(bounds.minLongitude));
+      .NumberAttribute("maxlat", bounds.maxLatitude, kGpxDecimals)
+      .NumberAttribute("maxlon", bounds.maxLongitude, kGpxDecimals)
+      .NumberAttribute("minlat", bounds.minLatitude, kGpxDecimals)
+      .NumberAttribute("minlon", bounds.minLongitude, kGpxDecimals);
 }
 
 }  // namespace

@@ -26,8 +26,6 @@ constexpr std::string_view kWaypoint = "wpt";
 constexpr std::string_view kRoutePoint = "rtept";
 constexpr std::string_view kTrackPoint = "trkpt";
 
-constexpr int kDecimals = 6;
-
 }  // namespace
 
 uint32_t ReadGpx(const WideString& path, PointLists& lists, bool) {
@@ -142,10 +140,10 @@ void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas
   root.Child("time").Text(GpxTimeStamp());
   const Bounds bounds(list);
   root.Child("bounds")
-      .Attribute("minlat", GpxNumber(bounds.minLatitude))
-      .Attribute("minlon", GpxNumber(bounds.minLongitude))
-      .Attribute("maxlat", GpxNumber(bounds.maxLatitude))
-      .Attribute("maxlon", GpxNumber(bounds.maxLongitude));
+      .NumberAttribute("minlat", bounds.minLatitude, kGpxDecimals)
+      .NumberAttribute("minlon", bounds.minLongitude, kGpxDecimals)
+      .NumberAttribute("maxlat", bounds.maxLatitude, kGpxDecimals)
+      .NumberAttribute("maxlon", bounds.maxLongitude, kGpxDecimals);
 
   std::string withoutCommas;
   const auto shown = [&](const std::string& text) -> std::string_view {
@@ -158,8 +156,8 @@ void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas
   route.Child("name").Text(list.name);
   for (const CGpsPoint& point : list.points) {
     CXmlElement stop = route.Child("rtept");
-    stop.Attribute("lat", GpxNumber(point.latitude)).Attribute("lon", GpxNumber(point.longitude));
-    if (point.altitude != 0.0) stop.Child("ele").Text(GpxNumber(point.altitude));
+    WriteGpxPosition(stop, point);
+    if (point.altitude != 0.0) stop.Child("ele").NumberText(point.altitude, kGpxDecimals);
     if (const auto name = shown(point.name); !name.empty()) stop.Child("name").Text(name);
     if (const auto comment = shown(point.comment); !comment.empty())
       stop.Child("desc").Cdata(comment);
@@ -172,4 +170,7 @@ std::string GpxTimeStamp() {
                       now.minute, now.second);
 }
 
-std::string GpxNumber(double value) { return ToFixedString(value, kDecimals); }
+void WriteGpxPosition(CXmlElement& element, const CGpsCoordinate& position) {
+  element.NumberAttribute("lat", position.latitude, kGpxDecimals)
+      .NumberAttribute("lon", position.longitude, kGpxDecimals);
+}

@@ -35,8 +35,11 @@ void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas
 /// The present moment as GPX files write it, in UTC.
 std::string GpxTimeStamp();
 
-/// A coordinate or an elevation as GPX files write it.
-std::string GpxNumber(double value);
+/// Of the coordinates and elevations that GPX files write.
+inline constexpr int kGpxDecimals = 6;
+
+/// Writes the attributes "lat" and "lon".
+void WriteGpxPosition(CXmlElement& element, const CGpsCoordinate& position);
 
 /// The reader behind `ReadGpx`. Names count exactly as they are: elements with a prefix are
 /// passed over.

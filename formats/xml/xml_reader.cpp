@@ -22,6 +22,11 @@ constexpr size_t kLargestPiece = size_t{1} << 30;
 // not how many default attributes it has to put into each element.
 constexpr size_t kMostDeclarations = size_t{1} << 14;
 
+// Default attributes that its elements may have in all, and for each of its bytes: these
+// declarations are room for a thousand in every element of four bytes.
+constexpr uint64_t kSpareDefaultAttributes = 1000000;
+constexpr uint64_t kDefaultAttributesPerByte = 4;
+
 // The result of `parse`; false, and a line in the debug log, for a document that is not
 // well-formed.
 template <typename Parse>
@@ -52,7 +57,10 @@ struct CXmlReader::Callbacks {
   }
 
   static void StartElement(void* data, const XML_Char* name, const XML_Char** attributes) {
-    Forward(data, [=](CXmlReader& reader) { reader.StartElement(name, attributes); });
+    Forward(data, [=](CXmlReader& reader) {
+      if (reader.m_declarationSize > 0) reader.CountDefaultAttributes(attributes);
+      reader.StartElement(name, attributes);
+    });
   }
   static void EndElement(void* data, const XML_Char* name) {
     Forward(data, [=](CXmlReader& reader) { reader.EndElement(name); });
@@ -194,12 +202,22 @@ void CXmlReader::Prepare() {
   XML_SetDefaultHandler(parser, Callbacks::Default);
   m_inDoctype = false;
   m_declarationSize = 0;
+  m_defaultAttributes = 0;
   m_initialised = true;
 }
 
 void CXmlReader::CountDeclarations(size_t size) {
   m_declarationSize += size;
   if (m_declarationSize > kMostDeclarations) throw XML_ERROR_AMPLIFICATION_LIMIT_BREACH;
+}
+
+// Those that stand in the tag itself come first.
+void CXmlReader::CountDefaultAttributes(const XML_Char** attributes) {
+  attributes += XML_GetSpecifiedAttributeCount(m_parser.get());
+  for (; *attributes; attributes += 2) ++m_defaultAttributes;
+  const auto bytes = static_cast<uint64_t>(XML_GetCurrentByteIndex(m_parser.get()));
+  if (m_defaultAttributes > kSpareDefaultAttributes + kDefaultAttributesPerByte * bytes)
+    throw XML_ERROR_AMPLIFICATION_LIMIT_BREACH;
 }
 
 bool CXmlReader::Parse(const Source& source, EStart start) {

@@ -90,14 +90,16 @@ class CXmlReader {
 
   void Prepare();
   void CountDeclarations(size_t size);
+  void CountDefaultAttributes(const XML_Char** attributes);
   /// False when the source fails.
   bool Parse(const Source& source, EStart start);
 
   std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> m_parser;
   bool m_initialised = false;
   bool m_inDoctype = false;
-  size_t m_declarationSize = 0;  ///< of the document type's declarations so far
-  std::exception_ptr m_failure;  ///< left a callback during this parse
+  size_t m_declarationSize = 0;      ///< of the document type's declarations so far
+  uint64_t m_defaultAttributes = 0;  ///< of all elements so far, from these declarations
+  std::exception_ptr m_failure;      ///< left a callback during this parse
 };
 
 /// Whether a name that Expat gives is `literal`. Most are told apart by their first character,

@@ -1,5 +1,6 @@
 #include "formats/xml/xml_writer.h"
 
+#include <array>
 #include <stdexcept>
 #include <utility>
 
@@ -22,13 +23,20 @@ std::string_view Escape(char character) {
   }
 }
 
+// Whether `Escape` has something for a byte.
+constexpr auto kIsEscaped = [] {
+  std::array<bool, 256> isEscaped{};
+  for (const char character : std::string_view("\"&'<>"))
+    isEscaped[static_cast<unsigned char>(character)] = true;
+  return isEscaped;
+}();
+
 void WriteEscaped(ByteSink& sink, std::string_view text) {
   size_t written = 0;
   for (size_t i = 0; i < text.size(); ++i) {
-    const std::string_view escape = Escape(text[i]);
-    if (escape.empty()) continue;
+    if (!kIsEscaped[static_cast<unsigned char>(text[i])]) continue;
     sink.Write(text.substr(written, i - written));
-    sink.Write(escape);
+    sink.Write(Escape(text[i]));
     written = i + 1;
   }
   sink.Write(text.substr(written));
@@ -62,10 +70,7 @@ CXmlElement::~CXmlElement() {
 }
 
 CXmlElement& CXmlElement::Attribute(std::string_view name, std::string_view value) & {
-  RequireOpenTag();
-  m_sink.Put(' ');
-  m_sink.Write(name);
-  m_sink.Write("=\"");
+  OpenAttribute(name);
   WriteEscaped(m_sink, value);
   m_sink.Put('"');
   return *this;
@@ -75,12 +80,27 @@ CXmlElement CXmlElement::Attribute(std::string_view name, std::string_view value
   return std::move(Attribute(name, value));
 }
 
+CXmlElement& CXmlElement::NumberAttribute(std::string_view name, double value, int decimals) & {
+  OpenAttribute(name);
+  m_sink.Fixed(value, decimals);
+  m_sink.Put('"');
+  return *this;
+}
+
+CXmlElement CXmlElement::NumberAttribute(std::string_view name, double value, int decimals) && {
+  return std::move(NumberAttribute(name, value, decimals));
+}
+
 CXmlElement CXmlElement::Child(std::string_view name) { return {m_sink, m_tagOpen, name}; }
 
 void CXmlElement::Text(std::string_view value) {
-  if (m_tagOpen) m_sink.Put('>');
-  m_tagOpen = false;
+  FinishStartTag();
   WriteEscaped(m_sink, value);
+}
+
+void CXmlElement::NumberText(double value, int decimals) {
+  FinishStartTag();
+  m_sink.Fixed(value, decimals);
 }
 
 void CXmlElement::Cdata(std::string_view value) {
@@ -94,6 +114,18 @@ void CXmlElement::Cdata(std::string_view value) {
 
 void CXmlElement::RequireOpenTag() const {
   if (!m_tagOpen) throw std::invalid_argument("Not empty");
+}
+
+void CXmlElement::FinishStartTag() {
+  if (m_tagOpen) m_sink.Put('>');
+  m_tagOpen = false;
+}
+
+void CXmlElement::OpenAttribute(std::string_view name) {
+  RequireOpenTag();
+  m_sink.Put(' ');
+  m_sink.Write(name);
+  m_sink.Write("=\"");
 }
 
 void CXmlWriter::Declaration(std::string_view encoding, std::string_view version) {

@@ -20,12 +20,18 @@ class CXmlElement {
   CXmlElement& Attribute(std::string_view name, std::string_view value) &;
   CXmlElement Attribute(std::string_view name, std::string_view value) &&;
 
+  /// The same with a number as "%.*f", which holds nothing to escape.
+  CXmlElement& NumberAttribute(std::string_view name, double value, int decimals) &;
+  CXmlElement NumberAttribute(std::string_view name, double value, int decimals) &&;
+
   /// Opens an element inside this one.
   CXmlElement Child(std::string_view name);
 
   /// Writes text, escaped. Even an empty text finishes the start tag, and the element then has an
   /// end tag of its own.
   void Text(std::string_view value);
+  /// The same with a number as "%.*f".
+  void NumberText(double value, int decimals);
 
   /// Writes text as a CDATA section as it stands, and nothing for an empty one. Throws
   /// std::invalid_argument, "Not empty", once the start tag is finished.
@@ -38,6 +44,8 @@ class CXmlElement {
   CXmlElement(ByteSink& sink, bool& tagOpen, std::string_view name);
 
   void RequireOpenTag() const;
+  void FinishStartTag();
+  void OpenAttribute(std::string_view name);
 
   ByteSink& m_sink;
   bool& m_tagOpen;

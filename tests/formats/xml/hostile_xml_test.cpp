@@ -84,6 +84,33 @@ TEST(HostileXml, FloodOfDefaultAttributesIsAnError) {
   EXPECT_EQ(reader.elements, 0u);
 }
 
+// A document of `elements` empty elements, each of which gets `attributes` default attributes.
+std::string WithDefaults(int attributes, int elements) {
+  std::string document = "<!DOCTYPE a [<!ATTLIST e";
+  for (int i = 0; i < attributes; ++i) document += " a" + std::to_string(i) + " CDATA 'x'";
+  document += ">]><a>";
+  for (int i = 0; i < elements; ++i) document += "<e/>";
+  return document + "</a>";
+}
+
+// Four for each byte are allowed, besides a million: 1000 in elements of four bytes reach that
+// after 1000000 / (1000 - 16) elements and those for some 15000 bytes of declarations.
+TEST(HostileXml, DefaultAttributesMayNotOutgrowTheDocument) {
+  CountingReader reader;
+  EXPECT_EQ(ErrorOf(reader, WithDefaults(1000, 1000000)), XML_ERROR_AMPLIFICATION_LIMIT_BREACH);
+  EXPECT_GT(reader.elements, 1000u);
+  EXPECT_LT(reader.elements, 1100u);
+}
+
+TEST(HostileXml, DefaultAttributesInProportionAreGiven) {
+  CountingReader few;
+  EXPECT_EQ(ErrorOf(few, WithDefaults(16, 100000)), XML_ERROR_NONE);
+  EXPECT_EQ(few.attributeBytes, 1600000u);
+  CountingReader twice;
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(ErrorOf(twice, WithDefaults(900, 1000)), XML_ERROR_NONE);
+  EXPECT_EQ(twice.attributeBytes, 1800000u);  // each document counts for itself
+}
+
 TEST(HostileXml, DeclarationsMayTakeSixteenKilobytes) {
   const auto withEntityOf = [](size_t size) {
     return "<!DOCTYPE a [<!ENTITY e \"" + std::string(size, 'x') + "\">]><a b=\"&e;\"/>";

@@ -178,6 +178,17 @@ TEST(XmlReader, ReadsUtf16OfEitherOrder) {
   EXPECT_THAT(EventsOf(bigEndian), ElementsAre("<a", "text \u0141", ">a"));
 }
 
+TEST(XmlReader, ReadsUtf16WithAMarkAndADeclaration) {
+  std::string document = "\xFF\xFE";
+  for (const char character : "<?xml version='1.0' encoding='UTF-16'?><a>"s)
+    document += {character, '\0'};
+  document += "\x41\x01";
+  for (const char character : "</a>"s) document += {character, '\0'};
+  RecordingReader reader;
+  reader.ParseBytes(document);
+  EXPECT_THAT(reader.events, ElementsAre("xml 1.0 UTF-16 -1", "<a", "text \u0141", ">a"));
+}
+
 // Junk is dropped byte by byte: of a big-endian character the first byte goes with it, and what
 // is left looks little-endian and lacks its last byte.
 TEST(XmlReader, JunkBeforeBigEndianTextEndsInAnErrorAtTheLastTag) {

@@ -91,6 +91,19 @@ TEST(XmlWriter, LeavesAllOtherBytesAlone) {
             "<a b=\"" + value + "\">" + value + "</a>");
 }
 
+TEST(XmlWriter, NumbersHaveTheirDecimals) {
+  EXPECT_EQ(Written([](CXmlWriter& document) {
+              CXmlElement element = document.Element("a")
+                                        .NumberAttribute("b", -0.5, 6)
+                                        .NumberAttribute("c", 2.25, 1)
+                                        .Attribute("d", "&");
+              element.NumberAttribute("e", 1e21, 0);
+              element.NumberText(35.0, 6);
+              element.NumberText(7.0, 0);
+            }),
+            "<a b=\"-0.500000\" c=\"2.2\" d=\"&amp;\" e=\"1000000000000000000000\">35.0000007</a>");
+}
+
 TEST(XmlWriter, CdataStandsAsItIs) {
   EXPECT_EQ(Written([](CXmlWriter& document) { document.Element("a").Cdata("x]]>y & <z>"); }),
             "<a><![CDATA[x]]>y & <z>]]></a>");
@@ -128,11 +141,16 @@ TEST(XmlWriter, RefusesAttributesAndCdataBehindTheStartTag) {
   const auto child = [](CXmlElement& element) { element.Child("b"); };
   const auto cdata = [](CXmlElement& element) { element.Cdata("x"); };
   const auto addAttribute = [](CXmlElement& element) { element.Attribute("b", "c"); };
+  const auto addNumber = [](CXmlElement& element) { element.NumberAttribute("b", 1.0, 6); };
+  const auto number = [](CXmlElement& element) { element.NumberText(1.0, 6); };
   const auto addCdata = [](CXmlElement& element) { element.Cdata("y"); };
   const auto addEmptyCdata = [](CXmlElement& element) { element.Cdata(""); };
   ExpectRefused(text, addAttribute);
   ExpectRefused(child, addAttribute);
   ExpectRefused(cdata, addAttribute);
+  ExpectRefused(number, addAttribute);
+  ExpectRefused(text, addNumber);
+  ExpectRefused(child, addNumber);
   ExpectRefused(text, addCdata);
   ExpectRefused(child, addEmptyCdata);
 }
