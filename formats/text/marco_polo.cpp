@@ -26,10 +26,26 @@ constexpr std::string_view kStation = "STATION";
 
 std::string StationKey(size_t number) { return std::string(kStation) + std::to_string(number); }
 
-CGridCoordinate ParseGrid(std::string_view text) {
-  const size_t comma = std::min(text.find(','), text.size());
-  const size_t behind = std::min(comma + 1, text.size());
-  return {ParseWhole(text.substr(0, comma)), ParseWhole(text.substr(behind))};
+// Takes a decimal number off the front of a text. False, and both untouched, when there is none.
+bool TakeWhole(std::string_view& text, int32_t& number) {
+  const std::string_view start = TrimLeft(text, " \t\n\v\f\r");
+  const size_t sign = start.starts_with('-') || start.starts_with('+') ? 1 : 0;
+  const size_t end = std::min(start.find_first_not_of("0123456789", sign), start.size());
+  if (end <= sign) return false;
+  number = ParseWhole(start.substr(0, end));
+  text = start.substr(end);
+  return true;
+}
+
+// The result of scanf's "%d,%d": the comma stands right behind the first number, and what is
+// behind the first thing that doesn't fit stays 0.
+CGridCoordinate ScanGrid(std::string_view text) {
+  CGridCoordinate place;
+  if (TakeWhole(text, place.x) && text.starts_with(',')) {
+    text.remove_prefix(1);
+    TakeWhole(text, place.y);
+  }
+  return place;
 }
 
 size_t CountStations(const ProfileSection& coordinates) {
@@ -66,7 +82,7 @@ uint32_t ParseBcr(std::string_view bytes, PointLists& lists) {
     const std::string place = coordinates.GetText(key);
     if (place == kProfileError) break;
     CGpsPoint& point = route.points.emplace_back();
-    static_cast<CGpsCoordinate&>(point) = projection.Unproject(ParseGrid(place));
+    static_cast<CGpsCoordinate&>(point) = projection.Unproject(ScanGrid(place));
     const std::string name = description.GetText(key);
     if (name != kProfileError) point.name = name;
   }
