@@ -24,6 +24,10 @@ constexpr std::string_view kRequest = "REQUEST";
 constexpr std::string_view kRouteName = "ROUTENAME";
 constexpr std::string_view kStation = "STATION";
 
+// Every station is a place, and placed as exactly as can be.
+constexpr std::string_view kPlacedExactly = "Standort,999999999\r\n";
+constexpr std::string_view kLineEnd = "\r\n";
+
 std::string StationKey(size_t number) { return std::string(kStation) + std::to_string(number); }
 
 // Takes a decimal number off the front of a text. False, and both untouched, when there is none.
@@ -56,6 +60,12 @@ size_t CountStations(const ProfileSection& coordinates) {
 }
 
 void WriteSectionStart(ByteSink& sink, std::string_view name) { sink.Printf("[%s]\r\n", name); }
+
+void WriteStationKey(ByteSink& sink, size_t number) {
+  sink.Write(kStation);
+  sink.Whole(static_cast<int64_t>(number));
+  sink.Put('=');
+}
 
 }  // namespace
 
@@ -98,8 +108,10 @@ uint32_t WriteBcr(const WideString& path, const CGpsPointArray& list, uint32_t, 
 void WriteBcrBody(ByteSink& sink, const CGpsPointArray& list) {
   WriteSectionStart(sink, kClient);
   sink.Printf("%s=TRUE\r\n%s=%s\r\n", kRequest, kRouteName, NarrowUtf8(list.name));
-  for (size_t number = 1; number <= list.Count(); ++number)
-    sink.Printf("%s%d=Standort,999999999\r\n", kStation, number);
+  for (size_t number = 1; number <= list.Count(); ++number) {
+    WriteStationKey(sink, number);
+    sink.Write(kPlacedExactly);
+  }
   if (list.Count() == 0) return;  // a section comes into being with its first key
 
   WriteSectionStart(sink, kCoordinates);
@@ -107,11 +119,18 @@ void WriteBcrBody(ByteSink& sink, const CGpsPointArray& list) {
   size_t number = 0;
   for (const CGpsPoint& point : list.points) {
     const CGridCoordinate place = projection.Project(point);
-    sink.Printf("%s%d=%d,%d\r\n", kStation, ++number, place.x, place.y);
+    WriteStationKey(sink, ++number);
+    sink.Whole(place.x);
+    sink.Put(',');
+    sink.Whole(place.y);
+    sink.Write(kLineEnd);
   }
 
   WriteSectionStart(sink, kDescription);
   number = 0;
-  for (const CGpsPoint& point : list.points)
-    sink.Printf("%s%d=%s\r\n", kStation, ++number, NarrowUtf8(point.name));
+  for (const CGpsPoint& point : list.points) {
+    WriteStationKey(sink, ++number);
+    sink.Narrow(point.name);
+    sink.Write(kLineEnd);
+  }
 }
