@@ -28,6 +28,7 @@ std::string_view WithoutBlanks(std::string_view text) {
 int Compare(std::string_view first, std::string_view second) {
   if (first.size() != second.size()) return first.size() < second.size() ? -1 : 1;
   for (size_t i = 0; i < first.size(); ++i) {
+    if (first[i] == second[i]) continue;
     const char a = Lower(first[i]);
     const char b = Lower(second[i]);
     if (a != b) return a < b ? -1 : 1;

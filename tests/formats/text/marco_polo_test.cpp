@@ -223,6 +223,24 @@ TEST(BcrReader, ReadsDamagedFiles) {
   EXPECT_EQ(Parse("[CLIENT]\nREQUEST=" + std::string(1 << 20, 'x')).status, kStatusSuccess);
 }
 
+TEST(BcrReader, ReadsManyStationsInAnyOrder) {
+  constexpr int kStations = 20000;
+  std::string places = "[COORDINATES]\n";
+  std::string names = "[DESCRIPTION]\n";
+  for (int i = kStations; i > 0; --i) {
+    const std::string key = "STATION" + std::to_string(i) + "=";
+    places += key + "1000000,0\nUNIT" + key + "\n";
+    names += key + "n" + std::to_string(i) + "\n" + key + "again\n";
+  }
+  const Reading reading = Parse(names + "[CLIENT]\nREQUEST=TRUE\n" + places);
+  ASSERT_EQ(reading.Count(), size_t{kStations});
+  EXPECT_EQ(reading[0].name, "n1");
+  EXPECT_EQ(reading[99].name, "n100");
+  EXPECT_EQ(reading[kStations - 1].name, "n20000");
+  EXPECT_NEAR(reading[kStations - 1].longitude, 8.993216059187306, 1e-12);
+  EXPECT_EQ(reading.passedOver, 0u);
+}
+
 TEST(BcrReader, ReadsTheExample) {
   PointLists lists;
   const WideString path = WidePath(CORVANE_SOURCE_FOLDER "/examples/romantic-road.bcr");
