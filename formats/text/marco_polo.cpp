@@ -24,12 +24,32 @@ constexpr std::string_view kRequest = "REQUEST";
 constexpr std::string_view kRouteName = "ROUTENAME";
 constexpr std::string_view kStation = "STATION";
 
+// Every station is a place, and placed as exactly as can be.
+constexpr std::string_view kPlacedExactly = "Standort,999999999\r\n";
+constexpr std::string_view kLineEnd = "\r\n";
+
 std::string StationKey(size_t number) { return std::string(kStation) + std::to_string(number); }
 
-CGridCoordinate ParseGrid(std::string_view text) {
-  const size_t comma = std::min(text.find(','), text.size());
-  const size_t behind = std::min(comma + 1, text.size());
-  return {ParseWhole(text.substr(0, comma)), ParseWhole(text.substr(behind))};
+// Takes a decimal number off the front of a text. False, and both untouched, when there is none.
+bool TakeWhole(std::string_view& text, int32_t& number) {
+  const std::string_view start = TrimLeft(text, " \t\n\v\f\r");
+  const size_t sign = start.starts_with('-') || start.starts_with('+') ? 1 : 0;
+  const size_t end = std::min(start.find_first_not_of("0123456789", sign), start.size());
+  if (end <= sign) return false;
+  number = ParseWhole(start.substr(0, end));
+  text = start.substr(end);
+  return true;
+}
+
+// The result of scanf's "%d,%d": the comma stands right behind the first number, and what is
+// behind the first thing that doesn't fit stays 0.
+CGridCoordinate ScanGrid(std::string_view text) {
+  CGridCoordinate place;
+  if (TakeWhole(text, place.x) && text.starts_with(',')) {
+    text.remove_prefix(1);
+    TakeWhole(text, place.y);
+  }
+  return place;
 }
 
 size_t CountStations(const ProfileSection& coordinates) {
@@ -40,6 +60,12 @@ size_t CountStations(const ProfileSection& coordinates) {
 }
 
 void WriteSectionStart(ByteSink& sink, std::string_view name) { sink.Printf("[%s]\r\n", name); }
+
+void WriteStationKey(ByteSink& sink, size_t number) {
+  sink.Write(kStation);
+  sink.Whole(static_cast<int64_t>(number));
+  sink.Put('=');
+}
 
 }  // namespace
 
@@ -66,7 +92,7 @@ uint32_t ParseBcr(std::string_view bytes, PointLists& lists) {
     const std::string place = coordinates.GetText(key);
     if (place == kProfileError) break;
     CGpsPoint& point = route.points.emplace_back();
-    static_cast<CGpsCoordinate&>(point) = projection.Unproject(ParseGrid(place));
+    static_cast<CGpsCoordinate&>(point) = projection.Unproject(ScanGrid(place));
     const std::string name = description.GetText(key);
     if (name != kProfileError) point.name = name;
   }
@@ -82,8 +108,10 @@ uint32_t WriteBcr(const WideString& path, const CGpsPointArray& list, uint32_t, 
 void WriteBcrBody(ByteSink& sink, const CGpsPointArray& list) {
   WriteSectionStart(sink, kClient);
   sink.Printf("%s=TRUE\r\n%s=%s\r\n", kRequest, kRouteName, NarrowUtf8(list.name));
-  for (size_t number = 1; number <= list.Count(); ++number)
-    sink.Printf("%s%d=Standort,999999999\r\n", kStation, number);
+  for (size_t number = 1; number <= list.Count(); ++number) {
+    WriteStationKey(sink, number);
+    sink.Write(kPlacedExactly);
+  }
   if (list.Count() == 0) return;  // a section comes into being with its first key
 
   WriteSectionStart(sink, kCoordinates);
@@ -91,11 +119,18 @@ void WriteBcrBody(ByteSink& sink, const CGpsPointArray& list) {
   size_t number = 0;
   for (const CGpsPoint& point : list.points) {
     const CGridCoordinate place = projection.Project(point);
-    sink.Printf("%s%d=%d,%d\r\n", kStation, ++number, place.x, place.y);
+    WriteStationKey(sink, ++number);
+    sink.Whole(place.x);
+    sink.Put(',');
+    sink.Whole(place.y);
+    sink.Write(kLineEnd);
   }
 
   WriteSectionStart(sink, kDescription);
   number = 0;
-  for (const CGpsPoint& point : list.points)
-    sink.Printf("%s%d=%s\r\n", kStation, ++number, NarrowUtf8(point.name));
+  for (const CGpsPoint& point : list.points) {
+    WriteStationKey(sink, ++number);
+    sink.Narrow(point.name);
+    sink.Write(kLineEnd);
+  }
 }

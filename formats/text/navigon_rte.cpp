@@ -131,9 +131,12 @@ uint32_t ParseNavigonRte(std::string_view bytes, PointLists& lists) {
       route.points.pop_back();
       continue;
     }
-    stop.name = isUtf8 ? std::string(name) : WidenToUtf8(name);
+    // Dropped at once: a file of bars alone would hold millions of them.
+    if (stop.IsNull())
+      route.points.pop_back();
+    else
+      stop.name = isUtf8 ? std::string(name) : WidenToUtf8(name);
   }
-  route.RemoveNullPoints();
   return kStatusSuccess;
 }
 

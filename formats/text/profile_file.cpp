@@ -28,6 +28,7 @@ std::string_view WithoutBlanks(std::string_view text) {
 int Compare(std::string_view first, std::string_view second) {
   if (first.size() != second.size()) return first.size() < second.size() ? -1 : 1;
   for (size_t i = 0; i < first.size(); ++i) {
+    if (first[i] == second[i]) continue;
     const char a = Lower(first[i]);
     const char b = Lower(second[i]);
     if (a != b) return a < b ? -1 : 1;
@@ -100,10 +101,20 @@ ProfileIndex::ProfileIndex(std::vector<Entry> entries) : m_entries(std::move(ent
 }
 
 const Entry* ProfileIndex::Find(std::string_view name) const {
-  const auto found = std::lower_bound(
-      m_entries.begin(), m_entries.end(), name,
-      [](const Entry& entry, std::string_view wanted) { return Compare(entry.name, wanted) < 0; });
-  return found != m_entries.end() && Compare(found->name, name) == 0 ? &*found : nullptr;
+  const auto isAt = [this, name](size_t index) {
+    return index < m_entries.size() && Compare(m_entries[index].name, name) == 0;
+  };
+  size_t index = m_next;
+  if (!isAt(index)) {
+    const auto found = std::lower_bound(m_entries.begin(), m_entries.end(), name,
+                                        [](const Entry& entry, std::string_view wanted) {
+                                          return Compare(entry.name, wanted) < 0;
+                                        });
+    index = static_cast<size_t>(found - m_entries.begin());
+    if (!isAt(index)) return nullptr;
+  }
+  m_next = index + 1;
+  return &m_entries[index];
 }
 
 ProfileSection::ProfileSection(std::string_view body, bool isUtf8)

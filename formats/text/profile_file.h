@@ -21,7 +21,8 @@ enum class EProfileText {
 };
 
 /// Names with a text each: the sections of a file, or the keys of a section. A look-up takes
-/// logarithmic time.
+/// logarithmic time, or constant time for the name behind the one found last: so numbered names
+/// are walked. Look-ups of one index are made on one thread.
 class ProfileIndex {
  public:
   /// A name and what belongs to it, views into the file.
@@ -41,6 +42,7 @@ class ProfileIndex {
 
  private:
   std::vector<Entry> m_entries;
+  mutable size_t m_next = 0;  ///< the entry behind the one found last
 };
 
 /// The keys of one section. It lives no longer than its file.

@@ -167,6 +167,21 @@ TEST(FalkReader, ReadsDamagedFiles) {
   EXPECT_EQ(Parse("[0]\nPositionInList=0\nName=" + longName)[0].name, longName);
 }
 
+TEST(FalkReader, ReadsManySectionsInAnyOrder) {
+  constexpr int kStops = 50000;
+  std::string file;
+  for (int i = kStops; i-- > 0;) {
+    const std::string number = std::to_string(i);
+    file += "[]\n[" + number + "]\nName=n" + number + "\nPositionInList=0\n[" + number + "]\n";
+  }
+  const Reading reading = Parse(file);
+  ASSERT_EQ(reading.Count(), size_t{kStops});
+  EXPECT_EQ(reading[0].name, "n0");
+  EXPECT_EQ(reading[9].name, "n9");
+  EXPECT_EQ(reading[kStops - 1].name, "n49999");
+  EXPECT_EQ(reading.passedOver, 0u);
+}
+
 TEST(FalkReader, ReadsTheExample) {
   PointLists lists;
   const WideString path = WidePath(CORVANE_SOURCE_FOLDER "/examples/elbe-valley.tour");

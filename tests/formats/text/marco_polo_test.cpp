@@ -158,6 +158,30 @@ TEST(BcrReader, KeepsStationsWhosePlaceIsNoNumber) {
   EXPECT_EQ(reading[2].latitude, 0.0);
 }
 
+TEST(BcrReader, ScansPlacesUpToTheFirstThingThatDoesNotFit) {
+  const Reading reading = Parse(
+      "[CLIENT]\nREQUEST=TRUE\n[COORDINATES]\n"
+      "STATION1=+1000000,\t-2000000,7\n"
+      "STATION2=1000000 ,-2000000\n"
+      "STATION3=1000000.5,-2000000\n"
+      "STATION4=1000000;-2000000\n"
+      "STATION5=1000000,x\n"
+      "STATION6=0xF4240,-2000000\n"
+      "STATION7=,-2000000\n"
+      "STATION8=-,-2000000\n"
+      "STATION9=99999999999,-99999999999\n");
+  ASSERT_EQ(reading.Count(), 9u);
+  EXPECT_NEAR(reading[0].longitude, 8.993216059187306, 1e-12);
+  EXPECT_NEAR(reading[0].latitude, -17.69808914616073, 1e-12);
+  for (size_t i = 1; i < 5; ++i) {
+    EXPECT_NEAR(reading[i].longitude, 8.993216059187306, 1e-12) << i;
+    EXPECT_EQ(reading[i].latitude, 0.0) << i;
+  }
+  for (size_t i = 5; i < 8; ++i) EXPECT_TRUE(reading[i].IsNull()) << i;
+  EXPECT_EQ(reading[8].longitude, 180.0);
+  EXPECT_NEAR(reading[8].latitude, -90.0, 1e-9);
+}
+
 TEST(BcrReader, ReadsEightBitAndMarkedText) {
   const std::string file =
       "[CLIENT]\nREQUEST=TRUE\nROUTENAME=Stra\xDF"
@@ -197,6 +221,24 @@ TEST(BcrReader, ReadsDamagedFiles) {
   ASSERT_EQ(reading.Count(), 1u);
   EXPECT_NEAR(reading[0].longitude, 8.993216059187306, 1e-12);
   EXPECT_EQ(Parse("[CLIENT]\nREQUEST=" + std::string(1 << 20, 'x')).status, kStatusSuccess);
+}
+
+TEST(BcrReader, ReadsManyStationsInAnyOrder) {
+  constexpr int kStations = 20000;
+  std::string places = "[COORDINATES]\n";
+  std::string names = "[DESCRIPTION]\n";
+  for (int i = kStations; i > 0; --i) {
+    const std::string key = "STATION" + std::to_string(i) + "=";
+    places += key + "1000000,0\nUNIT" + key + "\n";
+    names += key + "n" + std::to_string(i) + "\n" + key + "again\n";
+  }
+  const Reading reading = Parse(names + "[CLIENT]\nREQUEST=TRUE\n" + places);
+  ASSERT_EQ(reading.Count(), size_t{kStations});
+  EXPECT_EQ(reading[0].name, "n1");
+  EXPECT_EQ(reading[99].name, "n100");
+  EXPECT_EQ(reading[kStations - 1].name, "n20000");
+  EXPECT_NEAR(reading[kStations - 1].longitude, 8.993216059187306, 1e-12);
+  EXPECT_EQ(reading.passedOver, 0u);
 }
 
 TEST(BcrReader, ReadsTheExample) {

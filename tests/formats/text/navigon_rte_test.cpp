@@ -358,6 +358,15 @@ TEST(NavigonReader, ReadsDamagedFiles) {
   EXPECT_EQ(Parse(std::string(1 << 20, '|')).Count(), 0u);
 }
 
+TEST(NavigonReader, FindsAStopAmongManyWithoutAPosition) {
+  std::string bars;
+  for (int i = 0; i < 100000; ++i) bars += "|\n[||||||\n";
+  const Reading reading = Parse(bars + "[A|][0][10]|||1.5|2.5\n" + bars);
+  ASSERT_EQ(reading.Count(), 1u);
+  EXPECT_EQ(reading[0].name, "A");
+  EXPECT_EQ(reading.withoutPosition, 400000u);
+}
+
 TEST(NavigonReader, ReadsTheExample) {
   PointLists lists;
   const WideString path = WidePath(CORVANE_SOURCE_FOLDER "/examples/strasbourg-to-colmar.rte");

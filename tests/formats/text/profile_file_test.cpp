@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -85,6 +86,16 @@ TEST(ProfileFile, FindsNamesInAnyOrder) {
   ASSERT_EQ(section.Keys().Entries().size(), 5u);
   EXPECT_EQ(section.Keys().Entries()[0].name, "a");
   EXPECT_EQ(section.Keys().Entries()[4].name, "b10");
+}
+
+TEST(ProfileFile, FindsNamesWhateverWasLookedUpBefore) {
+  const ProfileFile file("[s]\nk1=a\nk2=b\nk3=c\n", EProfileText::kNarrow);
+  const ProfileSection section = file.Section("s");
+  const std::pair<const char*, const char*> lookUps[] = {
+      {"k1", "a"}, {"k2", "b"},      {"K3", "c"}, {"k4", "R_ERROR"}, {"k3", "c"},
+      {"k3", "c"}, {"k2", "b"},      {"k1", "a"}, {"k3", "c"},       {"k0", "R_ERROR"},
+      {"k1", "a"}, {"k", "R_ERROR"}, {"k2", "b"}};
+  for (const auto& [key, value] : lookUps) EXPECT_EQ(section.GetText(key), value) << key;
 }
 
 TEST(ProfileFile, WidensTextWithoutAMark) {
