@@ -516,6 +516,32 @@ TEST(OziReaders, TakeLongLines) {
   EXPECT_TRUE(waypoints.lists[0]->points[0].IsNull());
 }
 
+TEST(OziReaders, RoutesWithoutPointsCannotFillTheMemory) {
+  std::string routes(kRteHead);
+  std::string ceRoutes(kRt2Head);
+  for (int i = 0; i < 100000; ++i) {
+    routes += "R,1,x,\n";
+    ceRoutes += "H3,x,\n";
+  }
+  const Parsed empty(ParseOziRoute, routes);
+  EXPECT_EQ(empty.status, kStatusSuccess);
+  EXPECT_EQ(empty.lists.size(), 1000u);
+
+  // The number and the name of the line that comes last are those that count.
+  const Parsed route(ParseOziRoute, routes + "R,2,y,\nW,2,1,1,a,1,2,\nR\nW,-1,1,1,b,1,2,\n");
+  ASSERT_EQ(route.lists.size(), 1001u);
+  EXPECT_EQ(route.lists[999]->name, "y");
+  ASSERT_EQ(route.lists[999]->Count(), 1u);
+  EXPECT_EQ(route.lists[1000]->name, "");
+  EXPECT_EQ(route.lists[1000]->points.at(0).name, "b");
+
+  const Parsed ceRoute(ParseOziRouteCe, ceRoutes + "H3\nW,a,1,2,0\n");
+  ASSERT_EQ(ceRoute.lists.size(), 1000u);
+  EXPECT_EQ(ceRoute.lists[998]->name, "x");
+  EXPECT_EQ(ceRoute.lists[999]->name, "");
+  EXPECT_EQ(ceRoute.lists[999]->Count(), 1u);
+}
+
 using ReadFn = uint32_t (*)(const WideString&, PointLists&, bool);
 
 TEST(OziReaders, TellEmptyTinyAndMissingFiles) {
