@@ -400,6 +400,17 @@ TEST(OziWaypointsWriter, WritesHeaderAndWaypoints) {
   EXPECT_EQ(BytesOf(WriteOziWaypointsBody, CGpsWaypointList()), kWptHead);
 }
 
+TEST(OziWriters, NeverCutNames) {
+  const std::string fifty = "12345678901234567890123456789012345678901234567890";
+  const auto list = MakeList("", MakePoint(1, 2, fifty));
+  EXPECT_EQ(BytesOf(WriteOziRouteCeBody, list),
+            Joined(kRt2Head, "H3,,,0\r\nW," + fifty + ",1.0000000,2.0000000,0\r\n"));
+  EXPECT_EQ(BytesOf(WriteOziWaypointsBody, list),
+            Joined(kWptHead, "1, " + fifty +
+                                 ", +01.0000000, +002.0000000,, 18, 1, 3, 0, 65535, , 0, 0, 0, "
+                                 "0.00000\r\n"));
+}
+
 TEST(OziWaypointsReader, SkipsThreeLinesAndKeepsTheBlankOfTexts) {
   const Parsed parsed(ParseOziWaypoints,
                       Joined(kWptHead,
