@@ -5,13 +5,12 @@
 #include <string>
 #include <utility>
 
-#include <fmt/printf.h>
-
 #include "core/conversion_notes.h"
 #include "core/format_file.h"
 #include "core/numbers.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "formats/text/padded_number.h"
 
 namespace {
 
@@ -25,11 +24,9 @@ constexpr std::string_view kTrackSentence = "$PMGNTRK";
 constexpr size_t kFewestWaypointFields = 10;
 constexpr size_t kFewestRouteFields = 6;
 
-// How much text the copies of waypoints that are named again and again may hold beyond the texts
-// of the pool itself. A small file could fill any memory otherwise.
+// How much text the copies of waypoints that are named again and again may hold. A small file could
+// fill any memory otherwise.
 constexpr size_t kRepeatedTextLimit = size_t{64} << 20;
-
-size_t TextSize(const CGpsPoint& point) { return point.name.size() + point.comment.size(); }
 
 // Both "," and "*" end a field, so that the checksum is the last one.
 void SplitSentence(std::string_view sentence, Fields& fields) {
@@ -57,48 +54,59 @@ double DegreesAndMinutes(double angle) {
   return std::abs(degrees * 100.0 + (angle - degrees) * 60.0);
 }
 
-std::string WithoutCommas(std::string text) {
-  std::erase(text, ',');
-  return text;
+// Removes the commas from `start` on.
+void RemoveCommas(std::string& text, size_t start = 0) {
+  text.erase(std::remove(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(), ','),
+             text.end());
 }
 
-// The checksum covers what stands between "$" and "*".
-void WriteSentence(ByteSink& sink, std::string_view sentence) {
+// "WPT001"
+void AppendId(std::string& sentence, size_t index) {
+  sentence += "WPT";
+  AppendWhole(sentence, static_cast<int64_t>(index), 3);
+}
+
+// Closes the sentence with its checksum, which covers what stands between "$" and "*".
+void WriteSentence(ByteSink& sink, std::string& sentence) {
+  constexpr std::string_view kHexDigits = "0123456789ABCDEF";
   uint8_t checksum = 0;
-  for (const char c : sentence.substr(1)) checksum ^= static_cast<uint8_t>(c);
+  for (const char c : std::string_view(sentence).substr(1)) checksum ^= static_cast<uint8_t>(c);
+  sentence += {'*', kHexDigits[checksum >> 4], kHexDigits[checksum & 0xF], '\r', '\n'};
   sink.Write(sentence);
-  sink.Printf("*%02X\r\n", checksum);
 }
 
 }  // namespace
 
-void MagellanPool::Add(CGpsPoint waypoint) {
-  m_textSize += TextSize(waypoint);
-  m_waypoints.points.push_back(std::move(waypoint));
+CGpsPoint& MagellanPool::Add(std::string_view id) {
+  m_ids.push_back(id);
+  CGpsPoint& waypoint = m_waypoints.points.emplace_back();
+  waypoint.comment = WidenToUtf8(id);
+  return waypoint;
 }
 
-bool MagellanPool::AppendTo(CGpsPointArray& list, const std::string& id) {
+bool MagellanPool::AppendTo(CGpsPointArray& list, std::string_view id) {
   IndexNewWaypoints();
-  const auto found = m_firstById.find(id);
-  if (found == m_firstById.end() || m_copiedSize > m_textSize + kRepeatedTextLimit) return false;
-  list.points.push_back(*found->second);
-  m_copiedSize += TextSize(*found->second);
+  const uint32_t number = m_index.Find(id);
+  if (number == m_index.kNone) return false;
+  const CGpsPoint*& stop = m_stops[number];
+  if (!stop) {
+    stop = &list.points.emplace_back(std::move(m_waypoints.points[number]));
+    return true;
+  }
+  if (m_copiedSize > kRepeatedTextLimit) return false;
+  m_copiedSize += stop->name.size() + stop->comment.size();
+  list.points.push_back(*stop);
   return true;
 }
 
-void MagellanPool::MoveTo(CGpsPointArray& list) {
-  m_firstById.clear();
-  m_indexed = 0;
-  list.TakePoints(m_waypoints);
-}
+void MagellanPool::MoveTo(CGpsPointArray& list) { list.TakePoints(m_waypoints); }
 
 void MagellanPool::IndexNewWaypoints() {
-  const size_t count = m_waypoints.Count();
-  if (m_indexed == 0) m_firstById.reserve(count);
-  for (; m_indexed < count; ++m_indexed) {
-    const CGpsPoint& waypoint = m_waypoints.points[m_indexed];
-    m_firstById.try_emplace(waypoint.comment, &waypoint);
-  }
+  const size_t indexed = m_stops.size();
+  if (indexed == m_ids.size()) return;
+  if (indexed == 0) m_index.Reserve(m_ids.size());
+  m_stops.resize(m_ids.size());
+  for (size_t i = indexed; i < m_ids.size(); ++i) m_index.Add(static_cast<uint32_t>(i));
 }
 
 uint32_t ReadMagellan(const WideString& path, PointLists& lists, bool) {
@@ -137,14 +145,12 @@ void ParseMagellanWaypoint(const Fields& fields, MagellanPool& pool) {
     NoteConversion(EConversionNote::kLinePassedOver);
     return;
   }
-  CGpsPoint point;
+  CGpsPoint& point = pool.Add(fields[7]);
   point.latitude = ParseAngle(fields[1], fields[2], 'S');
   point.longitude = ParseAngle(fields[3], fields[4], 'W');
   point.altitude = ParseReal(fields[5]);
   if (fields[6].starts_with('F')) point.altitude *= kMetresPerFoot;
-  point.comment = WidenToUtf8(fields[7]);
   point.name = fields[8].empty() ? point.comment : WidenToUtf8(fields[8]);
-  pool.Add(std::move(point));
 }
 
 void ParseMagellanRoute(const Fields& fields, MagellanPool& pool, CGpsRoute& route,
@@ -162,37 +168,64 @@ void ParseMagellanRoute(const Fields& fields, MagellanPool& pool, CGpsRoute& rou
   if (nameShift == 1 && route.name.empty()) route.name = WidenToUtf8(fields[5]);
   // An id and an icon in turn.
   for (size_t i = nameShift + 5; i + 1 < fields.size(); i += 2) {
-    if (!pool.AppendTo(route, WidenToUtf8(fields[i])))
-      NoteConversion(EConversionNote::kStopWithoutWaypoint);
+    if (!pool.AppendTo(route, fields[i])) NoteConversion(EConversionNote::kStopWithoutWaypoint);
   }
 }
 
 uint32_t WriteMagellan(const WideString& path, const CGpsPointArray& list, uint32_t explorist,
                        bool) {
   std::optional<std::string> routeName;
-  if (explorist != 0) routeName = WithoutCommas(NarrowForFile(FileTitleOfPath(path)));
+  if (explorist != 0) {
+    routeName = NarrowForFile(FileTitleOfPath(path));
+    RemoveCommas(*routeName);
+  }
   return WriteFormatFile(path, [&](ByteSink& sink) { WriteMagellanBody(sink, list, routeName); });
 }
 
 void WriteMagellanBody(ByteSink& sink, const CGpsPointArray& list,
                        const std::optional<std::string>& routeName) {
+  std::string sentence;
   size_t index = 0;
   for (const CGpsPoint& point : list.points) {
-    WriteSentence(
-        sink, fmt::sprintf("$PMGNWPL,%08.03f,%c,%09.03f,%c,%07.f,M,WPT%03d,%s,a",
-                           DegreesAndMinutes(point.latitude), point.latitude < 0.0 ? 'S' : 'N',
-                           DegreesAndMinutes(point.longitude), point.longitude < 0.0 ? 'W' : 'E',
-                           point.altitude, ++index, WithoutCommas(NarrowUtf8(point.name))));
+    // "$PMGNWPL,%08.03f,%c,%09.03f,%c,%07.f,M,WPT%03d,%s,a"
+    sentence = kWaypointSentence;
+    sentence += ',';
+    AppendPaddedFixed(sentence, DegreesAndMinutes(point.latitude), 3, 8);
+    sentence += point.latitude < 0.0 ? ",S," : ",N,";
+    AppendPaddedFixed(sentence, DegreesAndMinutes(point.longitude), 3, 9);
+    sentence += point.longitude < 0.0 ? ",W," : ",E,";
+    AppendPaddedFixed(sentence, point.altitude, 0, 7);
+    sentence += ",M,";
+    AppendId(sentence, ++index);
+    sentence += ',';
+    const size_t nameStart = sentence.size();
+    AppendNarrowUtf8(sentence, point.name);
+    RemoveCommas(sentence, nameStart);
+    sentence += ",a";
+    WriteSentence(sink, sentence);
   }
 
   const size_t count = list.Count();
   const size_t total = (count + 1) / 2;
   for (size_t i = 1; i <= total; ++i) {
-    std::string sentence = fmt::sprintf("$PMGNRTE,%d,%d,c,1", total, i);
-    if (routeName) sentence += ',' + *routeName;
+    // "$PMGNRTE,%d,%d,c,1", the name, and ",WPT%03d,a" for each stop
+    sentence = kRouteSentence;
+    sentence += ',';
+    AppendWhole(sentence, static_cast<int64_t>(total));
+    sentence += ',';
+    AppendWhole(sentence, static_cast<int64_t>(i));
+    sentence += ",c,1";
+    if (routeName) {
+      sentence += ',';
+      sentence += *routeName;
+    }
     const size_t first = 2 * i - 1;
     const size_t last = std::min(first + 1, count);
-    for (size_t k = first; k <= last; ++k) sentence += fmt::sprintf(",WPT%03d,a", k);
+    for (size_t k = first; k <= last; ++k) {
+      sentence += ',';
+      AppendId(sentence, k);
+      sentence += ",a";
+    }
     WriteSentence(sink, sentence);
   }
 }

@@ -5,37 +5,47 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "core/byte_sink.h"
+#include "core/name_index.h"
 #include "core/point_list.h"
 #include "platform/wide_string.h"
 
 // Magellan SD: 8-bit text of the vendor's NMEA-style sentences, "$" to "*" and a checksum. First
 // the waypoints, then the sentences of the route, which name the waypoints by their ids.
 
-/// The waypoints of a file, found by id.
+/// The waypoints of a file, found by id. The bytes of the file must outlive it.
 class MagellanPool {
  public:
-  /// Adds a waypoint, whose id is its comment. Of equal ids the first is found.
-  void Add(CGpsPoint waypoint);
+  MagellanPool() : m_index(IdAt{m_ids}) {}
+  MagellanPool(const MagellanPool&) = delete;
+  MagellanPool& operator=(const MagellanPool&) = delete;
 
-  /// Appends a copy of the waypoint with this id. False when there is none, or when copies of the
-  /// same waypoints would fill the memory with their texts.
-  bool AppendTo(CGpsPointArray& list, const std::string& id);
+  /// Adds a waypoint with this id, which becomes its comment. Of equal ids the first is found.
+  CGpsPoint& Add(std::string_view id);
 
-  /// Moves all waypoints to the end of `list`.
+  /// Appends the waypoint with this id: the first time itself, then copies of that point, which
+  /// must stay in its place. False when there is none, or when copies would fill the memory with
+  /// their texts.
+  bool AppendTo(CGpsPointArray& list, std::string_view id);
+
+  /// Moves all waypoints to the end of `list`; for a pool of which no stop has been appended.
   void MoveTo(CGpsPointArray& list);
 
  private:
+  struct IdAt {
+    std::string_view operator()(uint32_t number) const { return ids[number]; }
+    const std::vector<std::string_view>& ids;
+  };
+
   void IndexNewWaypoints();
 
   CGpsWaypointList m_waypoints;
-  std::unordered_map<std::string_view, const CGpsPoint*> m_firstById;  ///< views of the comments
-  size_t m_indexed = 0;     ///< waypoints that stand in the index
-  size_t m_textSize = 0;    ///< bytes in names and comments
-  size_t m_copiedSize = 0;  ///< the same of the copies handed out
+  std::vector<std::string_view> m_ids;    ///< of all waypoints, as they stand in the file
+  std::vector<const CGpsPoint*> m_stops;  ///< where the first stop stands; of those in the index
+  NameIndex<IdAt> m_index;
+  size_t m_copiedSize = 0;  ///< bytes in names and comments of the copies
 };
 
 /// Reads a file into one new route: the stops of its route sentences, or all its waypoints when it

@@ -8,6 +8,7 @@
 #include "core/numbers.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "formats/text/padded_number.h"
 
 namespace {
 
@@ -37,6 +38,10 @@ constexpr int32_t kNoRouteNumber = -1;
 
 constexpr size_t kLongestComment = 40;
 
+// Past so many routes one without points gives way to the next: a list takes several hundred times
+// the memory of its line.
+constexpr size_t kMostEmptyRoutes = 1000;
+
 void NotePassedOver() { NoteConversion(EConversionNote::kLinePassedOver); }
 
 // Calls `addPoint` with the fields of every line behind the first `skippedLines` that has enough of
@@ -61,17 +66,45 @@ void ReadPointLines(std::string_view bytes, size_t skippedLines, size_t headLine
 
 double FeetToMetres(std::string_view feet) { return ParseReal(feet) * kMetresPerFoot; }
 
-// A text of a point in 8 bits and without commas.
-std::string FieldText(std::string_view utf8) {
-  std::string text = NarrowUtf8(utf8);
-  std::replace(text.begin(), text.end(), ',', ' ');
-  return text;
+// Appends a text of a point in 8 bits and without commas.
+void AppendFieldText(std::string& line, std::string_view utf8) {
+  const size_t start = line.size();
+  AppendNarrowUtf8(line, utf8);
+  std::replace(line.begin() + static_cast<std::ptrdiff_t>(start), line.end(), ',', ' ');
 }
 
-std::string CommentText(std::string_view utf8) {
-  std::string text = FieldText(utf8);
-  if (text.size() > kLongestComment) text.resize(kLongestComment);
-  return text;
+void AppendCommentText(std::string& line, std::string_view utf8) {
+  const size_t start = line.size();
+  AppendFieldText(line, utf8);
+  if (line.size() - start > kLongestComment) line.resize(start + kLongestComment);
+}
+
+void AppendIndex(std::string& line, size_t index) {
+  AppendWhole(line, static_cast<int64_t>(index));
+}
+
+// "%.7f,%.7f"
+void AppendPosition(std::string& line, const CGpsPoint& point) {
+  AppendFixed(line, point.latitude, 7);
+  line += ',';
+  AppendFixed(line, point.longitude, 7);
+}
+
+// "%+011.7f, %+012.7f"
+void AppendSignedPosition(std::string& line, const CGpsPoint& point) {
+  AppendSignedFixed(line, point.latitude, 7, 11);
+  line += ", ";
+  AppendSignedFixed(line, point.longitude, 7, 12);
+}
+
+// "%.5f"
+void AppendFeet(std::string& line, double metres) { AppendFixed(line, metres / kMetresPerFoot, 5); }
+
+CGpsRoute& NextRoute(CGpsRoute* last, PointLists& lists) {
+  if (!last || !last->points.empty() || lists.size() < kMostEmptyRoutes)
+    return AddList<CGpsRoute>(lists);
+  last->name.clear();
+  return *last;
 }
 
 }  // namespace
@@ -93,7 +126,7 @@ uint32_t ParseOziRoute(std::string_view bytes, PointLists& lists) {
     if (!headerSeen) {
       headerSeen = fields[0] == kRteHeader;
     } else if (fields[0] == "R") {
-      route = &AddList<CGpsRoute>(lists);
+      route = &NextRoute(route, lists);
       routeNumber = ParseOziRteRouteLine(fields, *route);
     } else if (fields[0] == "W") {
       if (!route || fields.size() < kFewestRteFields || ParseWhole(fields[1]) != routeNumber) {
@@ -119,11 +152,23 @@ int32_t ParseOziRteRouteLine(const Fields& fields, CGpsPointArray& list) {
 void WriteOziRouteBody(ByteSink& sink, const CGpsPointArray& list) {
   sink.Printf("%s\r\nWGS 84\r\nReserved 1\r\nReserved 2\r\n", kRteHeader);
   sink.Printf("R,1,%s,,\r\n", NarrowUtf8(list.name));
+  std::string line;
   size_t index = 0;
   for (const CGpsPoint& point : list.points) {
     ++index;
-    sink.Printf("W,1,%d,%d,%s,%.7f,%.7f,,0,1,3,0,65535,%s,0,0\r\n", index, index,
-                FieldText(point.name), point.latitude, point.longitude, CommentText(point.comment));
+    // "W,1,%d,%d,%s,%.7f,%.7f,,0,1,3,0,65535,%s,0,0\r\n"
+    line = "W,1,";
+    AppendIndex(line, index);
+    line += ',';
+    AppendIndex(line, index);
+    line += ',';
+    AppendFieldText(line, point.name);
+    line += ',';
+    AppendPosition(line, point);
+    line += ",,0,1,3,0,65535,";
+    AppendCommentText(line, point.comment);
+    line += ",0,0\r\n";
+    sink.Write(line);
   }
 }
 
@@ -147,7 +192,7 @@ uint32_t ParseOziRouteCe(std::string_view bytes, PointLists& lists) {
     if (!headerSeen) {
       headerSeen = fields[0] == "H1";
     } else if (fields[0] == "H3") {
-      route = &AddList<CGpsRoute>(lists);
+      route = &NextRoute(route, lists);
       ParseOziRt2RouteLine(fields, *route);
     } else if (fields[0] == "W") {
       if (!route || fields.size() < kFewestRt2Fields) {
@@ -170,8 +215,15 @@ void ParseOziRt2RouteLine(const Fields& fields, CGpsPointArray& list) {
 void WriteOziRouteCeBody(ByteSink& sink, const CGpsPointArray& list) {
   sink.Write("H1,OziExplorer CE Route2 File Version 1.0\r\nH2,WGS 84\r\n");
   sink.Printf("H3,%s,,0\r\n", NarrowUtf8(list.name));
+  std::string line;
   for (const CGpsPoint& point : list.points) {
-    sink.Printf("W,%s,%.7f,%.7f,0\r\n", FieldText(point.name), point.latitude, point.longitude);
+    // "W,%s,%.7f,%.7f,0\r\n"
+    line = "W,";
+    AppendFieldText(line, point.name);
+    line += ',';
+    AppendPosition(line, point);
+    line += ",0\r\n";
+    sink.Write(line);
   }
 }
 
@@ -201,9 +253,15 @@ void WriteOziTrackBody(ByteSink& sink, const CGpsPointArray& list) {
       "Altitude is in Feet\r\nReserved 3\r\n");
   sink.Printf("0, 2, 65280, %s, 1, 0, 0, 65280\r\n", NarrowUtf8(list.name));
   sink.Printf(" %d\r\n", list.Count());
+  std::string line;
   for (const CGpsPoint& point : list.points) {
-    sink.Printf("%+011.7f, %+012.7f, 0, %.5f, , ,\r\n", point.latitude, point.longitude,
-                point.altitude / kMetresPerFoot);
+    // "%+011.7f, %+012.7f, 0, %.5f, , ,\r\n"
+    line.clear();
+    AppendSignedPosition(line, point);
+    line += ", 0, ";
+    AppendFeet(line, point.altitude);
+    line += ", , ,\r\n";
+    sink.Write(line);
   }
 }
 
@@ -232,11 +290,22 @@ uint32_t ParseOziWaypoints(std::string_view bytes, PointLists& lists) {
 
 void WriteOziWaypointsBody(ByteSink& sink, const CGpsPointArray& list) {
   sink.Write("OziExplorer Waypoint File Version 1.0\r\nWGS 84\r\nReserved 2\r\nReserved 3\r\n");
+  std::string line;
   size_t index = 0;
   for (const CGpsPoint& point : list.points) {
-    sink.Printf("%d, %s, %+011.7f, %+012.7f,, 18, 1, 3, 0, 65535, %s, 0, 0, 0, %.5f\r\n", ++index,
-                FieldText(point.name), point.latitude, point.longitude, CommentText(point.comment),
-                point.altitude / kMetresPerFoot);
+    // "%d, %s, %+011.7f, %+012.7f,, 18, 1, 3, 0, 65535, %s, 0, 0, 0, %.5f\r\n"
+    line.clear();
+    AppendIndex(line, ++index);
+    line += ", ";
+    AppendFieldText(line, point.name);
+    line += ", ";
+    AppendSignedPosition(line, point);
+    line += ",, 18, 1, 3, 0, 65535, ";
+    AppendCommentText(line, point.comment);
+    line += ", 0, 0, 0, ";
+    AppendFeet(line, point.altitude);
+    line += "\r\n";
+    sink.Write(line);
   }
 }
 

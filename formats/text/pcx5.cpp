@@ -13,6 +13,7 @@
 #include "core/numbers.h"
 #include "core/product.h"
 #include "core/text.h"
+#include "formats/text/padded_number.h"
 
 namespace {
 
@@ -150,14 +151,24 @@ double ParseAngle(std::string_view text, char positive, char negative, size_t de
   return isNegative ? -value : value;
 }
 
-std::string AltitudeText(double altitude) {
-  return altitude == 0.0 ? std::string(kNoAltitudeText) : fmt::sprintf("%05.f", altitude);
+// The letter of the hemisphere where the sign would stand.
+void AppendAngle(std::string& line, double angle, char positive, char negative, size_t width) {
+  line += std::signbit(angle) ? negative : positive;
+  AppendPaddedFixed(line, std::abs(angle), 7, width);
 }
 
-std::string DescriptionText(std::string_view name) {
-  std::string text = NarrowUtf8(name);
-  text.resize(kDescriptionLength, ' ');
-  return text;
+void AppendAltitude(std::string& line, double altitude) {
+  if (altitude == 0.0) {
+    line += kNoAltitudeText;
+  } else {
+    AppendPaddedFixed(line, altitude, 0, 5);
+  }
+}
+
+void AppendDescription(std::string& line, std::string_view name) {
+  const size_t start = line.size();
+  AppendNarrowUtf8(line, name);
+  line.resize(start + kDescriptionLength, ' ');
 }
 
 }  // namespace
@@ -246,12 +257,23 @@ void WritePcx5Body(ByteSink& sink, const CGpsPointArray& list, const CalendarTim
   sink.Write(
       "\r\nH  IDNT     LATITUDE    LONGITUDE    DATE      TIME     ALT   "
       "DESCRIPTION                              PROXIMITY     SYMBOL ;waypts\r\n");
+  std::string line;
   size_t index = 0;
   for (const CGpsPoint& point : list.points) {
-    // The letters stand where the signs of the angles would.
-    sink.Printf("W  WPT%05d %c%010.7f %c%011.7f %s %s %s 0.00000e+000  00018\r\n", ++index,
-                std::signbit(point.latitude) ? 'S' : 'N', std::abs(point.latitude),
-                std::signbit(point.longitude) ? 'W' : 'E', std::abs(point.longitude), stamp,
-                AltitudeText(point.altitude), DescriptionText(point.name));
+    // "W  WPT%05d %s %s %s %s %s %s 0.00000e+000  00018\r\n"
+    line = "W  WPT";
+    AppendWhole(line, static_cast<int64_t>(++index), 5);
+    line += ' ';
+    AppendAngle(line, point.latitude, 'N', 'S', 10);
+    line += ' ';
+    AppendAngle(line, point.longitude, 'E', 'W', 11);
+    line += ' ';
+    line += stamp;
+    line += ' ';
+    AppendAltitude(line, point.altitude);
+    line += ' ';
+    AppendDescription(line, point.name);
+    line += " 0.00000e+000  00018\r\n";
+    sink.Write(line);
   }
 }

@@ -272,6 +272,18 @@ TEST(MagellanReader, FindsTheFirstWaypointOfAnIdAmongThoseReadSoFar) {
   EXPECT_EQ(parsed.Missing(), 1u);
 }
 
+TEST(MagellanReader, FindsWaypointsThatStandBetweenTheRouteSentences) {
+  const Parsed parsed = WithPool(
+      "$PMGNRTE,2,1,c,1,WPT002,a,WPT001,a*00\r\n"
+      "$PMGNWPL,0100.000,N,00100.000,E,0000000,M,late,Late,a*00\r\n"
+      "$PMGNWPL,0200.000,N,00200.000,E,0000000,M,WPT001,Second of its id,a*00\r\n"
+      "$PMGNRTE,2,2,c,1,late,a,WPT001,a,WPT003,a,late,a*00\r\n");
+  EXPECT_EQ(Names(parsed.Route()), "Middle Start Late Start End Late ");
+  EXPECT_EQ(parsed.Route().points[3], parsed.Route().points[1]);
+  EXPECT_EQ(parsed.Route().points[5].comment, "late");
+  EXPECT_EQ(parsed.Missing(), 0u);
+}
+
 TEST(MagellanReader, FindsIdsWithAccentsAndEmptyOnes) {
   const Parsed parsed(
       "$PMGNWPL,0100.000,N,00100.000,E,0000000,M,caf\xE9,Accent,a*00\r\n"
@@ -378,8 +390,8 @@ TEST(MagellanReader, FindsManyIdsInLinearTime) {
 }
 
 TEST(MagellanReader, LongTextsCannotFillTheMemory) {
-  // One waypoint with a text of one megabyte and its id of one letter. A copy is handed out as long
-  // as those before hold no more than the text itself and 64 megabytes.
+  // One waypoint with a text of one megabyte and its id of one letter. It is handed out once
+  // itself, and then in copies as long as those before hold no more than 64 megabytes.
   const std::string megabyte((1 << 20) - 1, 'x');
   std::string bytes =
       "$PMGNWPL,0100.000,N,00100.000,E,0,M,A," + megabyte + ",a*00\n$PMGNRTE,9,9,c,1";

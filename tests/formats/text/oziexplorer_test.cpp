@@ -400,6 +400,17 @@ TEST(OziWaypointsWriter, WritesHeaderAndWaypoints) {
   EXPECT_EQ(BytesOf(WriteOziWaypointsBody, CGpsWaypointList()), kWptHead);
 }
 
+TEST(OziWriters, NeverCutNames) {
+  const std::string fifty = "12345678901234567890123456789012345678901234567890";
+  const auto list = MakeList("", MakePoint(1, 2, fifty));
+  EXPECT_EQ(BytesOf(WriteOziRouteCeBody, list),
+            Joined(kRt2Head, "H3,,,0\r\nW," + fifty + ",1.0000000,2.0000000,0\r\n"));
+  EXPECT_EQ(BytesOf(WriteOziWaypointsBody, list),
+            Joined(kWptHead, "1, " + fifty +
+                                 ", +01.0000000, +002.0000000,, 18, 1, 3, 0, 65535, , 0, 0, 0, "
+                                 "0.00000\r\n"));
+}
+
 TEST(OziWaypointsReader, SkipsThreeLinesAndKeepsTheBlankOfTexts) {
   const Parsed parsed(ParseOziWaypoints,
                       Joined(kWptHead,
@@ -514,6 +525,32 @@ TEST(OziReaders, TakeLongLines) {
   const Parsed waypoints(ParseOziWaypoints, "\n\n\n" + commas + "\n" + std::string(1 << 20, ' '));
   ASSERT_EQ(waypoints.lists[0]->Count(), 1u);
   EXPECT_TRUE(waypoints.lists[0]->points[0].IsNull());
+}
+
+TEST(OziReaders, RoutesWithoutPointsCannotFillTheMemory) {
+  std::string routes(kRteHead);
+  std::string ceRoutes(kRt2Head);
+  for (int i = 0; i < 100000; ++i) {
+    routes += "R,1,x,\n";
+    ceRoutes += "H3,x,\n";
+  }
+  const Parsed empty(ParseOziRoute, routes);
+  EXPECT_EQ(empty.status, kStatusSuccess);
+  EXPECT_EQ(empty.lists.size(), 1000u);
+
+  // The number and the name of the line that comes last are those that count.
+  const Parsed route(ParseOziRoute, routes + "R,2,y,\nW,2,1,1,a,1,2,\nR\nW,-1,1,1,b,1,2,\n");
+  ASSERT_EQ(route.lists.size(), 1001u);
+  EXPECT_EQ(route.lists[999]->name, "y");
+  ASSERT_EQ(route.lists[999]->Count(), 1u);
+  EXPECT_EQ(route.lists[1000]->name, "");
+  EXPECT_EQ(route.lists[1000]->points.at(0).name, "b");
+
+  const Parsed ceRoute(ParseOziRouteCe, ceRoutes + "H3\nW,a,1,2,0\n");
+  ASSERT_EQ(ceRoute.lists.size(), 1000u);
+  EXPECT_EQ(ceRoute.lists[998]->name, "x");
+  EXPECT_EQ(ceRoute.lists[999]->name, "");
+  EXPECT_EQ(ceRoute.lists[999]->Count(), 1u);
 }
 
 using ReadFn = uint32_t (*)(const WideString&, PointLists&, bool);

@@ -278,6 +278,20 @@ TEST(Pcx5Reader, TitleLineEndsAtAMissingTitle) {
   EXPECT_EQ(point.name, "WPT00001");
 }
 
+TEST(Pcx5Reader, LaterTitleLineMovesOnlyTheTitlesThatItHolds) {
+  const Parsed parsed(std::string(kSoftware) +
+                      "H  IDNT LATITUDE LONGITUDE DATE TIME ALT DESCRIPTION PROXIMITY SYMBOL\n"
+                      "H IDNT  LATITUDE      LONG\n"
+                      "W ab cd 48.5     -7.25     date time 12.5            far\n");
+  EXPECT_EQ(parsed.status, kStatusSuccess);
+  ASSERT_EQ(parsed.Route().Count(), 1u);
+  const CGpsPoint& point = parsed.Route().points[0];
+  EXPECT_EQ(point.latitude, 0.0) << "the last title found has no length";
+  EXPECT_EQ(point.longitude, -7.25);
+  EXPECT_EQ(point.altitude, 12.5);
+  EXPECT_EQ(point.name, "ab cd");
+}
+
 TEST(Pcx5Reader, TitlesOutOfOrderLeaveTheColumnEmpty) {
   const Parsed parsed(std::string(kSoftware) +
                       "H  LATITUDE IDNT LONGITUDE DATE TIME ALT DESCRIPTION PROXIMITY SYMBOL\n"
