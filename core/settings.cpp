@@ -201,8 +201,13 @@ uint32_t CSettings::Save() {
     } catch (const storage::Exception& thrown) {
       failure = thrown;  // what stands before the key that failed is kept
     }
-    transaction.Commit();
-    m_known = std::move(known);
+    try {
+      transaction.Commit();
+      m_known = std::move(known);
+    } catch (const storage::Exception&) {
+      // A store that is full has given up the whole save; why is told by the write.
+      if (!failure) throw;
+    }
     if (failure) throw storage::Exception(*failure);
   });
 }

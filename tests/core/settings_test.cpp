@@ -359,12 +359,13 @@ class FailingBackend : public ISettingsBackend {
   uint32_t BeginSave() override { return 0; }
   uint32_t CommitSave() override {
     ++commits;
-    return 0;
+    return commitStatus;
   }
   void AbandonSave() override {}
 
   std::vector<std::string> written;
   int commits = 0;
+  uint32_t commitStatus = 0;
 
  private:
   std::string m_key;
@@ -378,6 +379,19 @@ TEST_F(Settings, AWriteThatFailsEndsTheSaveAtItsKey) {
   EXPECT_EQ(settings.Save(), kStatusDiskFull);
   EXPECT_THAT(backend->written, testing::ElementsAre("EditorPosition", "AUTO_CALC"));
   EXPECT_EQ(backend->commits, 1);
+}
+
+TEST_F(Settings, AFailedSaveTellsWhatFailedFirst) {
+  constexpr uint32_t kNoSaveUnderWay = 1359;
+  const auto backend = std::make_shared<FailingBackend>("DIST_MILES", kStatusDiskFull);
+  backend->commitStatus = kNoSaveUnderWay;
+  CSettings settings([&backend] { return storage::Storage(backend); });
+  EXPECT_EQ(settings.Save(), kStatusDiskFull);
+  EXPECT_EQ(backend->commits, 1);
+  const auto other = std::make_shared<FailingBackend>("none", kStatusDiskFull);
+  other->commitStatus = kNoSaveUnderWay;
+  CSettings whole([&other] { return storage::Storage(other); });
+  EXPECT_EQ(whole.Save(), kNoSaveUnderWay);
 }
 
 TEST_F(Settings, AStoreThatCannotBeReadIsToldAndGivesDefaults) {
