@@ -78,7 +78,8 @@ bool ApplyCsvLayouts(const Options& options) {
   return true;
 }
 
-int RunSettings(const Options& options) {
+int ChangeSettings(const Options& options) {
+  if (options.assignments.empty()) return kExitConverted;
   CSettings& settings = CSettings::Instance();
   for (const std::string& assignment : options.assignments) {
     const SettingResult result = SetSetting(settings, assignment);
@@ -88,10 +89,12 @@ int RunSettings(const Options& options) {
     settings.Load();
     return kExitWrongUsage;
   }
-  if (!options.assignments.empty() && settings.Save() != 0) {
-    Complain(Text(kTextSettingsNotStored));
-    return kExitFailed;
-  }
-  if (options.settings && !WriteListings(settings, options.json)) return kExitFailed;
-  return kExitConverted;
+  if (settings.Save() == 0) return kExitConverted;
+  Complain(Text(kTextSettingsNotStored));
+  settings.Load();  // else they would be saved once more at the end of the process
+  return kExitFailed;
+}
+
+int RunSettings(const Options& options) {
+  return WriteListings(CSettings::Instance(), options.json) ? kExitConverted : kExitFailed;
 }

@@ -9,6 +9,8 @@ void LoadUserSettings();
 /// they could not be stored; the user has been told.
 bool ApplyCsvLayouts(const Options& options);
 
-/// Changes the settings that --set names, stores them, and lists all with --settings. Returns the
-/// exit status.
+/// Changes the settings that --set names and stores them, all or none. Returns the exit status.
+int ChangeSettings(const Options& options);
+
+/// Lists all settings. Returns the exit status.
 int RunSettings(const Options& options);
