@@ -12,6 +12,7 @@
 
 namespace {
 
+// Damage shows when a store is read, or only when it is looked through before it is written.
 void TellOfDamage() {
   const std::string message = TakeDamageMessage();
   if (!message.empty()) Complain(message);
@@ -72,9 +73,11 @@ bool ApplyCsvLayouts(const Options& options) {
     StoreLayout(ECsvUse::kRead, options.csvRead);
     StoreLayout(ECsvUse::kWrite, options.csvWrite);
   } catch (const storage::Exception&) {
+    TellOfDamage();
     Complain(Text(kTextSettingsNotStored));
     return false;
   }
+  TellOfDamage();
   return true;
 }
 
@@ -89,7 +92,9 @@ int ChangeSettings(const Options& options) {
     settings.Load();
     return kExitWrongUsage;
   }
-  if (settings.Save() == 0) return kExitConverted;
+  const uint32_t status = settings.Save();
+  TellOfDamage();
+  if (status == 0) return kExitConverted;
   Complain(Text(kTextSettingsNotStored));
   settings.Load();  // else they would be saved once more at the end of the process
   return kExitFailed;

@@ -2,7 +2,7 @@
 
 #include "app/options.h"
 
-/// Loads the settings of the user; a damaged store is told of once.
+/// Loads the settings of the user. Here and below, a damaged store is told of once.
 void LoadUserSettings();
 
 /// Takes the CSV layouts of the options for this run, and stores them with --remember. False when

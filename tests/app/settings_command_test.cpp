@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include "core/settings.h"
 #include "core/storage.h"
+#include "tests/list_builder.h"
 #include "tests/run_program.h"
 #include "tests/temporary_folder.h"
 
@@ -133,6 +135,33 @@ TEST_F(SettingsCommand, PutsADamagedFileAsideAndGoesOn) {
   EXPECT_NE(first.errors.find("The settings file was damaged and has been put aside as"),
             std::string::npos);
   EXPECT_EQ(Run({folder.PathTo("a.itn"), "ov2"}).errors.find("damaged"), std::string::npos);
+}
+
+TEST_F(SettingsCommand, TellsOfDamageThatOnlyASaveFinds) {
+  const std::vector<std::vector<std::string>> saves{{"--set", "TruckHeight=40"},
+                                                    {"--csv-write", "Inforad", "--remember"}};
+  for (const std::vector<std::string>& save : saves) {
+    std::filesystem::remove_all(folder.PathTo("config"));
+    ASSERT_EQ(Run({"--set", "Coordinates=2"}).status, 0);
+    // Many pages of favourites, the last of them overwritten: the settings can still be read.
+    setenv("XDG_CONFIG_HOME", folder.PathTo("config").c_str(), 1);
+    CGpsRoute favorites;
+    for (int i = 0; i < 2000; ++i) favorites.points.push_back(MakePoint(1, 2, "place"));
+    EXPECT_EQ(CSettings().SaveFavorites(favorites), 0u);
+    unsetenv("XDG_CONFIG_HOME");
+    std::string store = folder.Get("config/CorvaneMap/settings.db");
+    ASSERT_GT(store.size(), 10u * 4096);
+    store.replace(store.size() - 4096, 4096, 4096, '\xFF');
+    folder.Put("config/CorvaneMap/settings.db", store);
+    ASSERT_EQ(Run({"--settings"}).errors, "");
+
+    const ProgramResult result = Run(save);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.errors.find("The settings file was damaged and has been put aside as"),
+              std::string::npos);
+    EXPECT_TRUE(folder.Has("config/CorvaneMap/settings.db.damaged"));
+    EXPECT_EQ(Run({"--settings"}).errors, "");
+  }
 }
 
 TEST_F(SettingsCommand, TellsWhatCannotBeStored) {
