@@ -238,10 +238,11 @@ uint32_t CSettings::LoadFavorites(CGpsPointArray& list) const {
                   point.name = bytes.substr(kFavoriteHeadSize);
                 });
   });
+  if (status != kStatusSuccess) return status;
   favorites.SortByName();
   list.points.clear();
   list.TakePoints(favorites);
-  return status;
+  return kStatusSuccess;
 }
 
 uint32_t CSettings::SaveFavorites(const CGpsPointArray& list) const {
@@ -257,14 +258,16 @@ uint32_t CSettings::SaveFavorites(const CGpsPointArray& list) const {
 }
 
 uint32_t CSettings::LoadMaps(MapSources& maps) const {
-  maps.clear();
-  return WithStorage([this, &maps](storage::Storage& storage) {
+  MapSources stored;
+  const uint32_t status = WithStorage([this, &stored](storage::Storage& storage) {
     ReadIndexed(storage.OpenFolder(SubFolder(m_rootPath, kMaps)),
-                [&maps](const std::string& bytes) {
+                [&stored](const std::string& bytes) {
                   if (bytes.size() <= kMapHeadSize) return;
-                  maps[bytes.substr(kMapHeadSize)] = ByteCursor(bytes).Uint32();
+                  stored[bytes.substr(kMapHeadSize)] = ByteCursor(bytes).Uint32();
                 });
   });
+  if (status == kStatusSuccess) maps = std::move(stored);
+  return status;
 }
 
 uint32_t CSettings::SaveMaps(const MapSources& maps) const {

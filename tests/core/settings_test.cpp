@@ -401,6 +401,25 @@ TEST_F(Settings, AStoreThatCannotBeReadIsToldAndGivesDefaults) {
   EXPECT_EQ(settings.coordinates, 0);
 }
 
+TEST_F(Settings, ListsThatCannotBeReadStayAsTheyAre) {
+  const auto backend = std::make_shared<FailingBackend>("Number", kStatusAccessDenied);
+  const CSettings settings([&backend] { return storage::Storage(backend); });
+  CGpsRoute favorites = MakeList("", MakePoint(1, 2, "kept"));
+  EXPECT_EQ(settings.LoadFavorites(favorites), kStatusAccessDenied);
+  ASSERT_EQ(favorites.Count(), 1u);
+  EXPECT_EQ(favorites.At(0).name, "kept");
+  MapSources maps{{"kept", 3}};
+  EXPECT_EQ(settings.LoadMaps(maps), kStatusAccessDenied);
+  EXPECT_EQ(maps, (MapSources{{"kept", 3}}));
+  // A store without them is no failure: they are empty.
+  const auto fresh = std::make_shared<FailingBackend>("none", kStatusAccessDenied);
+  const CSettings first([&fresh] { return storage::Storage(fresh); });
+  EXPECT_EQ(first.LoadFavorites(favorites), kStatusSuccess);
+  EXPECT_EQ(favorites.Count(), 0u);
+  EXPECT_EQ(first.LoadMaps(maps), kStatusSuccess);
+  EXPECT_TRUE(maps.empty());
+}
+
 TEST_F(Settings, WithoutAStoreThereAreDefaultsAndNoSave) {
   CSettings settings([] { return storage::Storage(); });
   EXPECT_EQ(settings.Load(), kStatusSuccess);
