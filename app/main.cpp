@@ -25,6 +25,12 @@ void SetLanguageOf(const std::vector<WideString>& tokens, uint32_t storedLanguag
 
 uint32_t StoredLanguage() { return static_cast<uint32_t>(CSettings::Instance().language); }
 
+// Whether the options keep something for the next time; then nothing else needs to be asked for.
+bool KeepsSomething(const Options& options) {
+  const bool keepsLayouts = options.remember && (options.csvRead || options.csvWrite);
+  return keepsLayouts || !options.assignments.empty();
+}
+
 int Run(Options& options) {
   if (options.help) {
     return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
@@ -32,8 +38,9 @@ int Run(Options& options) {
   if (options.version) {
     return WriteOutput(std::string(kProductName) + "\n") ? kExitConverted : kExitFailed;
   }
-  if (options.settings || !options.assignments.empty()) return RunSettings(options);
+  if (const int status = ChangeSettings(options)) return status;
   if (!ApplyCsvLayouts(options)) return kExitFailed;
+  if (options.settings) return RunSettings(options);
   const FormatTable table = DefaultFormatTable();
   if (options.formats) {
     return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
@@ -41,6 +48,7 @@ int Run(Options& options) {
   DropLanguageTokens(options.tokens);
   if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table);
   if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table);
+  if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;
   Complain(Text(options.inspect ? kTextUsage : kTextNoWindow));
   if (!options.inspect) Complain(Text(kTextUsage));
   return kExitWrongUsage;

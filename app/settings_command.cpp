@@ -12,6 +12,7 @@
 
 namespace {
 
+// Damage shows when a store is read, or only when it is looked through before it is written.
 void TellOfDamage() {
   const std::string message = TakeDamageMessage();
   if (!message.empty()) Complain(message);
@@ -72,13 +73,16 @@ bool ApplyCsvLayouts(const Options& options) {
     StoreLayout(ECsvUse::kRead, options.csvRead);
     StoreLayout(ECsvUse::kWrite, options.csvWrite);
   } catch (const storage::Exception&) {
+    TellOfDamage();
     Complain(Text(kTextSettingsNotStored));
     return false;
   }
+  TellOfDamage();
   return true;
 }
 
-int RunSettings(const Options& options) {
+int ChangeSettings(const Options& options) {
+  if (options.assignments.empty()) return kExitConverted;
   CSettings& settings = CSettings::Instance();
   for (const std::string& assignment : options.assignments) {
     const SettingResult result = SetSetting(settings, assignment);
@@ -88,10 +92,14 @@ int RunSettings(const Options& options) {
     settings.Load();
     return kExitWrongUsage;
   }
-  if (!options.assignments.empty() && settings.Save() != 0) {
-    Complain(Text(kTextSettingsNotStored));
-    return kExitFailed;
-  }
-  if (options.settings && !WriteListings(settings, options.json)) return kExitFailed;
-  return kExitConverted;
+  const uint32_t status = settings.Save();
+  TellOfDamage();
+  if (status == 0) return kExitConverted;
+  Complain(Text(kTextSettingsNotStored));
+  settings.Load();  // else they would be saved once more at the end of the process
+  return kExitFailed;
+}
+
+int RunSettings(const Options& options) {
+  return WriteListings(CSettings::Instance(), options.json) ? kExitConverted : kExitFailed;
 }

@@ -2,13 +2,15 @@
 
 #include "app/options.h"
 
-/// Loads the settings of the user; a damaged store is told of once.
+/// Loads the settings of the user. Here and below, a damaged store is told of once.
 void LoadUserSettings();
 
 /// Takes the CSV layouts of the options for this run, and stores them with --remember. False when
 /// they could not be stored; the user has been told.
 bool ApplyCsvLayouts(const Options& options);
 
-/// Changes the settings that --set names, stores them, and lists all with --settings. Returns the
-/// exit status.
+/// Changes the settings that --set names and stores them, all or none. Returns the exit status.
+int ChangeSettings(const Options& options);
+
+/// Lists all settings. Returns the exit status.
 int RunSettings(const Options& options);

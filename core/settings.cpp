@@ -201,8 +201,13 @@ uint32_t CSettings::Save() {
     } catch (const storage::Exception& thrown) {
       failure = thrown;  // what stands before the key that failed is kept
     }
-    transaction.Commit();
-    m_known = std::move(known);
+    try {
+      transaction.Commit();
+      m_known = std::move(known);
+    } catch (const storage::Exception&) {
+      // A store that is full has given up the whole save; why is told by the write.
+      if (!failure) throw;
+    }
     if (failure) throw storage::Exception(*failure);
   });
 }
@@ -233,10 +238,11 @@ uint32_t CSettings::LoadFavorites(CGpsPointArray& list) const {
                   point.name = bytes.substr(kFavoriteHeadSize);
                 });
   });
+  if (status != kStatusSuccess) return status;
   favorites.SortByName();
   list.points.clear();
   list.TakePoints(favorites);
-  return status;
+  return kStatusSuccess;
 }
 
 uint32_t CSettings::SaveFavorites(const CGpsPointArray& list) const {
@@ -252,14 +258,16 @@ uint32_t CSettings::SaveFavorites(const CGpsPointArray& list) const {
 }
 
 uint32_t CSettings::LoadMaps(MapSources& maps) const {
-  maps.clear();
-  return WithStorage([this, &maps](storage::Storage& storage) {
+  MapSources stored;
+  const uint32_t status = WithStorage([this, &stored](storage::Storage& storage) {
     ReadIndexed(storage.OpenFolder(SubFolder(m_rootPath, kMaps)),
-                [&maps](const std::string& bytes) {
+                [&stored](const std::string& bytes) {
                   if (bytes.size() <= kMapHeadSize) return;
-                  maps[bytes.substr(kMapHeadSize)] = ByteCursor(bytes).Uint32();
+                  stored[bytes.substr(kMapHeadSize)] = ByteCursor(bytes).Uint32();
                 });
   });
+  if (status == kStatusSuccess) maps = std::move(stored);
+  return status;
 }
 
 uint32_t CSettings::SaveMaps(const MapSources& maps) const {

@@ -70,7 +70,8 @@ class CSettings {
   uint32_t Save();
 
   /// Replaces the points of `list` by the favourites, sorted by name. All four operations return
-  /// 0 or the platform's error code; entries that hold no name are passed over.
+  /// 0 or the platform's error code; entries that hold no name are passed over. What cannot be
+  /// read leaves `list` or `maps` alone, so that nobody saves an empty one over it.
   uint32_t LoadFavorites(CGpsPointArray& list) const;
   /// Stores all points. Positions pass through 32-bit floats.
   uint32_t SaveFavorites(const CGpsPointArray& list) const;

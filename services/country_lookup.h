@@ -23,8 +23,8 @@ class ICountryService {
   virtual uint32_t GetCountryInfo(const std::string& countryCode, CCountryInfo& info) = 0;
 };
 
-/// Makes a service the one that is asked for as long as this object lives; of several the latest
-/// counts. Services change on one thread, while none is asked.
+/// Makes a service the one that is asked for as long as this object lives. Of several the latest
+/// counts, and it must end first. Services change on one thread, while none is asked.
 class CountryServiceRegistration {
  public:
   explicit CountryServiceRegistration(ICountryService& service);

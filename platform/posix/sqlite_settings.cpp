@@ -1,6 +1,7 @@
 #include "platform/posix/sqlite_settings.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <limits>
 #include <map>
 #include <mutex>
@@ -23,6 +24,7 @@ namespace {
 constexpr int64_t kVersion = 1;
 
 // Numbers and texts stand in the file as such, so that a person can read and change them there.
+// The size of a value is asked of its bytes: the length of a text ends at its first zero.
 constexpr const char* kMakeTables =
     "CREATE TABLE folder(id INTEGER PRIMARY KEY, path TEXT NOT NULL UNIQUE COLLATE NOCASE);"
     "CREATE TABLE value(folder INTEGER NOT NULL REFERENCES folder(id),"
@@ -35,7 +37,7 @@ constexpr std::string_view kWriteValue =
     " ON CONFLICT(folder, name) DO UPDATE SET kind = excluded.kind, data = excluded.data";
 constexpr std::string_view kReadValues =
     "SELECT value.name, value.kind, value.data FROM folder JOIN value ON value.folder = folder.id"
-    " WHERE folder.path = ?1 AND length(value.data) <= ?2";
+    " WHERE folder.path = ?1 AND length(CAST(value.data AS BLOB)) <= ?2";
 
 // The column `kind`.
 enum EKind : int64_t { kKindBinary = 1, kKindNumber = 2, kKindNumber64 = 3, kKindText = 4 };
@@ -228,7 +230,8 @@ const SqliteSettings::Snapshot& SqliteSettings::SnapshotOf(std::string_view fold
 
 uint32_t SqliteSettings::ReadFile(std::string_view folder, FolderValues& values) {
   struct stat details {};
-  if (stat(m_path.c_str(), &details) != 0) return kNotFound;
+  if (stat(m_path.c_str(), &details) != 0)
+    return errno == ENOENT || errno == ENOTDIR ? kNotFound : kAccessDenied;
   if (!S_ISREG(details.st_mode)) return kAccessDenied;
   uint32_t status = 0;
   // A save that was killed is taken back by the next program that opens the file, which has to

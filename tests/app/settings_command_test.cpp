@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include "core/settings.h"
 #include "core/storage.h"
+#include "tests/list_builder.h"
 #include "tests/run_program.h"
 #include "tests/temporary_folder.h"
 
@@ -82,6 +84,40 @@ TEST_F(SettingsCommand, UsesCsvLayoutsForOneRunOrRemembersThem) {
   EXPECT_EQ(folder.Get("b.itn"), "235222|4885661|Paris|4|\r\n434999|5085045|Brussels|2|\r\n");
 }
 
+TEST_F(SettingsCommand, ChangesSettingsAndConverts) {
+  folder.Put("a.itn", kItinerary);
+  const ProgramResult result =
+      Run({folder.PathTo("a.itn"), "csv", "--set", "Coordinates=2", "--csv-write", "Inforad"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(folder.Get("a.csv"),
+            "Latitude;Longitude;Name\r\n48,856610;2,352220;\"Paris\"\r\n50,850450;4,350000;"
+            "\"Brussels\"\r\n");
+  EXPECT_NE(Run({"--settings"}).output.find("Coordinates            number   2 "),
+            std::string::npos);
+  // A wrong setting ends everything.
+  EXPECT_EQ(Run({folder.PathTo("a.itn"), "ov2", "--set", "Coordinates=3"}).status, 2);
+  EXPECT_FALSE(folder.Has("a.ov2"));
+}
+
+TEST_F(SettingsCommand, RemembersWithoutAConversion) {
+  folder.Put("a.itn", kItinerary);
+  const ProgramResult layout = Run({"--csv-write", "Inforad", "--remember"});
+  EXPECT_EQ(layout.status, 0);
+  EXPECT_EQ(layout.errors, "");
+  EXPECT_EQ(Run({folder.PathTo("a.itn"), "csv"}).status, 0);
+  EXPECT_TRUE(folder.Get("a.csv").starts_with("Latitude;Longitude;Name\r\n48,8"));
+  // Beside a setting too, and in any language.
+  EXPECT_EQ(
+      Run({"LANG_GERMAN", "--set", "Coordinates=1", "--csv-write", "Pioneer Navgate", "--remember"})
+          .status,
+      0);
+  EXPECT_EQ(Run({folder.PathTo("a.itn"), "csv"}).status, 0);
+  EXPECT_TRUE(folder.Get("a.csv").starts_with("Longitude;Latitude;Name\r\n2.3"));
+  // Nothing to keep is still wrong usage.
+  EXPECT_EQ(Run({"--remember"}).status, 2);
+  EXPECT_EQ(Run({"a.itn", "--set", "Coordinates=1"}).status, 2);
+}
+
 TEST_F(SettingsCommand, RefusesACsvLayoutThatMeansNothing) {
   folder.Put("a.itn", kItinerary);
   const ProgramResult result = Run({folder.PathTo("a.itn"), "csv", "--csv-write", "Nonsense"});
@@ -99,6 +135,49 @@ TEST_F(SettingsCommand, PutsADamagedFileAsideAndGoesOn) {
   EXPECT_NE(first.errors.find("The settings file was damaged and has been put aside as"),
             std::string::npos);
   EXPECT_EQ(Run({folder.PathTo("a.itn"), "ov2"}).errors.find("damaged"), std::string::npos);
+}
+
+TEST_F(SettingsCommand, TellsOfDamageThatOnlyASaveFinds) {
+  const std::vector<std::vector<std::string>> saves{{"--set", "TruckHeight=40"},
+                                                    {"--csv-write", "Inforad", "--remember"}};
+  for (const std::vector<std::string>& save : saves) {
+    std::filesystem::remove_all(folder.PathTo("config"));
+    ASSERT_EQ(Run({"--set", "Coordinates=2"}).status, 0);
+    // Many pages of favourites, the last of them overwritten: the settings can still be read.
+    setenv("XDG_CONFIG_HOME", folder.PathTo("config").c_str(), 1);
+    CGpsRoute favorites;
+    for (int i = 0; i < 2000; ++i) favorites.points.push_back(MakePoint(1, 2, "place"));
+    EXPECT_EQ(CSettings().SaveFavorites(favorites), 0u);
+    unsetenv("XDG_CONFIG_HOME");
+    std::string store = folder.Get("config/CorvaneMap/settings.db");
+    ASSERT_GT(store.size(), 10u * 4096);
+    store.replace(store.size() - 4096, 4096, 4096, '\xFF');
+    folder.Put("config/CorvaneMap/settings.db", store);
+    ASSERT_EQ(Run({"--settings"}).errors, "");
+
+    const ProgramResult result = Run(save);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.errors.find("The settings file was damaged and has been put aside as"),
+              std::string::npos);
+    EXPECT_TRUE(folder.Has("config/CorvaneMap/settings.db.damaged"));
+    EXPECT_EQ(Run({"--settings"}).errors, "");
+  }
+}
+
+TEST_F(SettingsCommand, TellsWhatCannotBeStored) {
+  std::filesystem::create_directories(folder.PathTo("config/CorvaneMap/settings.db"));
+  folder.Put("a.itn", kItinerary);
+  const std::string notStored = "The settings cannot be stored.\n";
+  const ProgramResult setting = Run({folder.PathTo("a.itn"), "csv", "--set", "Coordinates=1"});
+  EXPECT_EQ(setting.status, 1);
+  EXPECT_EQ(setting.errors, notStored);
+  const ProgramResult layout =
+      Run({folder.PathTo("a.itn"), "csv", "--csv-write", "Inforad", "--remember"});
+  EXPECT_EQ(layout.status, 1);
+  EXPECT_EQ(layout.errors, notStored);
+  EXPECT_FALSE(folder.Has("a.csv"));
+  // Without anything to store the defaults are good enough.
+  EXPECT_EQ(Run({folder.PathTo("a.itn"), "csv"}).status, 0);
 }
 
 TEST_F(SettingsCommand, HonoursALanguageStoredByHand) {

@@ -359,12 +359,13 @@ class FailingBackend : public ISettingsBackend {
   uint32_t BeginSave() override { return 0; }
   uint32_t CommitSave() override {
     ++commits;
-    return 0;
+    return commitStatus;
   }
   void AbandonSave() override {}
 
   std::vector<std::string> written;
   int commits = 0;
+  uint32_t commitStatus = 0;
 
  private:
   std::string m_key;
@@ -380,11 +381,43 @@ TEST_F(Settings, AWriteThatFailsEndsTheSaveAtItsKey) {
   EXPECT_EQ(backend->commits, 1);
 }
 
+TEST_F(Settings, AFailedSaveTellsWhatFailedFirst) {
+  constexpr uint32_t kNoSaveUnderWay = 1359;
+  const auto backend = std::make_shared<FailingBackend>("DIST_MILES", kStatusDiskFull);
+  backend->commitStatus = kNoSaveUnderWay;
+  CSettings settings([&backend] { return storage::Storage(backend); });
+  EXPECT_EQ(settings.Save(), kStatusDiskFull);
+  EXPECT_EQ(backend->commits, 1);
+  const auto other = std::make_shared<FailingBackend>("none", kStatusDiskFull);
+  other->commitStatus = kNoSaveUnderWay;
+  CSettings whole([&other] { return storage::Storage(other); });
+  EXPECT_EQ(whole.Save(), kNoSaveUnderWay);
+}
+
 TEST_F(Settings, AStoreThatCannotBeReadIsToldAndGivesDefaults) {
   const auto backend = std::make_shared<FailingBackend>("Coordinates", kStatusAccessDenied);
   CSettings settings([&backend] { return storage::Storage(backend); });
   EXPECT_EQ(settings.Load(), kStatusAccessDenied);
   EXPECT_EQ(settings.coordinates, 0);
+}
+
+TEST_F(Settings, ListsThatCannotBeReadStayAsTheyAre) {
+  const auto backend = std::make_shared<FailingBackend>("Number", kStatusAccessDenied);
+  const CSettings settings([&backend] { return storage::Storage(backend); });
+  CGpsRoute favorites = MakeList("", MakePoint(1, 2, "kept"));
+  EXPECT_EQ(settings.LoadFavorites(favorites), kStatusAccessDenied);
+  ASSERT_EQ(favorites.Count(), 1u);
+  EXPECT_EQ(favorites.At(0).name, "kept");
+  MapSources maps{{"kept", 3}};
+  EXPECT_EQ(settings.LoadMaps(maps), kStatusAccessDenied);
+  EXPECT_EQ(maps, (MapSources{{"kept", 3}}));
+  // A store without them is no failure: they are empty.
+  const auto fresh = std::make_shared<FailingBackend>("none", kStatusAccessDenied);
+  const CSettings first([&fresh] { return storage::Storage(fresh); });
+  EXPECT_EQ(first.LoadFavorites(favorites), kStatusSuccess);
+  EXPECT_EQ(favorites.Count(), 0u);
+  EXPECT_EQ(first.LoadMaps(maps), kStatusSuccess);
+  EXPECT_TRUE(maps.empty());
 }
 
 TEST_F(Settings, WithoutAStoreThereAreDefaultsAndNoSave) {

@@ -165,9 +165,11 @@ TEST_F(SqliteSettings, RefusesAValueThatIsTooLarge) {
 TEST_F(SqliteSettings, PassesOverValuesThatAreTooLargeOrOfNoKind) {
   ASSERT_EQ(Store("v", uint32_t{1}), 0u);
   Run("INSERT INTO value SELECT id, 'huge', 1, zeroblob(1048577) FROM folder;"
+      "INSERT INTO value SELECT id, 'behind zero', 4, CAST(zeroblob(1048577) AS TEXT) FROM folder;"
       "INSERT INTO value SELECT id, 'odd', 9, 1 FROM folder;");
   EXPECT_EQ(Stored("v"), SettingsValue(uint32_t{1}));
   EXPECT_EQ(Stored("huge"), SettingsValue(uint64_t{kNotFound}));
+  EXPECT_EQ(Stored("behind zero"), SettingsValue(uint64_t{kNotFound}));
   EXPECT_EQ(Stored("odd"), SettingsValue(uint64_t{kNotFound}));
 }
 
@@ -207,6 +209,13 @@ TEST_F(SqliteSettings, AFileThatCannotBeOpenedIsDenied) {
   EXPECT_EQ(Stored("v"), SettingsValue(uint64_t{kAccessDenied}));
   EXPECT_EQ(Store("v", uint32_t{1}), kAccessDenied);
   EXPECT_EQ(TakeDamagedSettingsFile(), u"");
+}
+
+TEST_F(SqliteSettings, ALinkToItselfIsNoEmptyStore) {
+  std::filesystem::create_symlink("settings.db", m_folder.PathTo("settings.db"));
+  EXPECT_EQ(Stored("v"), SettingsValue(uint64_t{kAccessDenied}));
+  EXPECT_EQ(Store("v", uint32_t{1}), kAccessDenied);
+  EXPECT_TRUE(std::filesystem::is_symlink(m_folder.PathTo("settings.db")));
 }
 
 // Two programs
