@@ -113,7 +113,7 @@ class Parser {
       return FormatText(kTextUnknownField, name,
                         Joined(kFields, [](const Field& f) { return std::string(f.name); }));
     }
-    if (std::exchange(m_isGiven[field - std::begin(kFields)], true))
+    if (std::exchange(m_isGiven[static_cast<size_t>(field - std::begin(kFields))], true))
       return FormatText(kTextTwice, name);
 
     m_rest.remove_prefix(name.size());

@@ -1,11 +1,11 @@
 #include "platform/posix/settings_file.h"
 
 #include <cerrno>
-#include <cstdio>
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
+#include <time.h>
+#include <unistd.h>
 
 #include "platform/folder.h"
 #include "platform/path_text.h"
@@ -17,6 +17,16 @@ namespace {
 constexpr const char* kJournalSuffix = "-journal";
 constexpr const char* kAsideSuffix = ".damaged";
 constexpr int kMostAsides = 1000;
+constexpr mode_t kPrivate = S_IRUSR | S_IWUSR;
+
+// The bytes of the file that SQLite locks, whether they are there or not: who holds them all keeps
+// every other program from reading and writing.
+constexpr off_t kLockStart = 0x40000000;
+constexpr off_t kLockSize = 512;
+
+// How long these bytes are waited for, in steps of 10 ms.
+constexpr int kLockAttempts = 500;
+constexpr long kLockPause = 10'000'000;
 
 bool Exists(const std::string& path) {
   struct stat details {};
@@ -30,12 +40,44 @@ std::string FreeName(const std::string& path) {
   return name;
 }
 
-// True when the open file is the one that the path leads to.
-bool IsStillNamed(const FileDescriptor& file, const std::string& path) {
-  struct stat opened {};
-  struct stat named {};
-  return fstat(file.Get(), &opened) == 0 && stat(path.c_str(), &named) == 0 &&
-         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+// Locks the file until it is closed.
+bool LockAgainstSqlite(const FileDescriptor& file) {
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  lock.l_whence = SEEK_SET;
+  lock.l_start = kLockStart;
+  lock.l_len = kLockSize;
+  for (int attempt = 0; attempt < kLockAttempts; ++attempt) {
+    if (fcntl(file.Get(), F_SETLK, &lock) == 0) return true;
+    if (errno != EACCES && errno != EAGAIN) return false;
+    const timespec pause{0, kLockPause};
+    nanosleep(&pause, nullptr);
+  }
+  errno = EBUSY;
+  return false;
+}
+
+bool CopyContent(const FileDescriptor& from, const std::string& path) {
+  const FileDescriptor to(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kPrivate));
+  if (!to) return false;
+  char piece[65536];
+  for (;;) {
+    const ssize_t count = read(from.Get(), piece, sizeof piece);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return count == 0;
+    if (!WriteFully(to.Get(), {piece, static_cast<size_t>(count)})) return false;
+  }
+}
+
+// A journal that is not there is copied too.
+bool CopyJournal(const std::string& path, const std::string& copy) {
+  const FileDescriptor journal(open((path + kJournalSuffix).c_str(), O_RDONLY | O_CLOEXEC));
+  return journal ? CopyContent(journal, copy + kJournalSuffix) : errno == ENOENT;
+}
+
+void Remove(const std::string& copy) {
+  unlink((copy + kJournalSuffix).c_str());
+  unlink(copy.c_str());
 }
 
 }  // namespace
@@ -46,27 +88,32 @@ uint32_t EnsurePrivateFile(const std::string& path) {
     return S_ISREG(details.st_mode) ? 0 : StatusOfErrno(EISDIR);
   if (const uint32_t status = CreateFolders(WidePath(path.substr(0, path.rfind('/')))))
     return status;
-  const FileDescriptor file(
-      open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+  const FileDescriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kPrivate));
   return file || errno == EEXIST ? 0 : FailWithErrno();
 }
 
-uint32_t PutAside(const std::string& path, const std::function<bool()>& isDamaged,
+uint32_t PutAside(const std::string& path,
+                  const std::function<bool(const std::string& copy)>& isDamaged,
                   std::string& aside) {
   aside.clear();
-  // The lock keeps a second program from renaming the sound file that the first one has put in the
-  // damaged one's place.
-  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  const FileDescriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC));
   if (!file) return errno == ENOENT ? 0 : FailWithErrno();
-  if (flock(file.Get(), LOCK_EX) != 0) return FailWithErrno();
-  if (!IsStillNamed(file, path) || !isDamaged()) return 0;
+  if (!LockAgainstSqlite(file)) return FailWithErrno();
 
-  const std::string name = FreeName(path);
-  // The journal goes first: beside a new file it would be taken for that one's own.
-  if (rename((path + kJournalSuffix).c_str(), (name + kJournalSuffix).c_str()) != 0 &&
-      errno != ENOENT)
-    return FailWithErrno();
-  if (rename(path.c_str(), name.c_str()) != 0) return FailWithErrno();
-  aside = name;
+  const std::string copy = FreeName(path);
+  if (!CopyContent(file, copy) || !CopyJournal(path, copy)) {
+    const uint32_t status = FailWithErrno();
+    Remove(copy);
+    return status;
+  }
+  // Another program may have been here first.
+  if (!isDamaged(copy)) {
+    Remove(copy);
+    return 0;
+  }
+  // Beside an empty file the journal would bring the damage back.
+  if (unlink((path + kJournalSuffix).c_str()) != 0 && errno != ENOENT) return FailWithErrno();
+  if (ftruncate(file.Get(), 0) != 0) return FailWithErrno();
+  aside = copy;
   return 0;
 }

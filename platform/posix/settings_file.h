@@ -8,9 +8,11 @@
 /// stays as it is. Returns 0 or the platform's error code.
 uint32_t EnsurePrivateFile(const std::string& path);
 
-/// Gives a damaged settings file, and the journal beside it, another name: `path` with ".damaged"
-/// behind it, and a number where that is taken. `isDamaged` is asked again while no other program
-/// can do the same. Returns 0 or the platform's error code; `aside` is the new name, or empty when
-/// the file is gone or sound by now.
-uint32_t PutAside(const std::string& path, const std::function<bool()>& isDamaged,
+/// Moves the content of a damaged SQLite file, and of the journal beside it, to another name:
+/// `path` with ".damaged" behind it, and a number where that is taken. The file itself stays and is
+/// empty then, since other programs may have it open. `isDamaged` is asked for the copy, while no
+/// other program can use the file. Returns 0 or the platform's error code; `aside` is the name of
+/// the copy, or empty when there was no damage (any more).
+uint32_t PutAside(const std::string& path,
+                  const std::function<bool(const std::string& copy)>& isDamaged,
                   std::string& aside);

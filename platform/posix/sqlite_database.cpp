@@ -55,12 +55,6 @@ int SqliteDatabase::Query(const char* statement, std::string& text) {
   return SQLITE_OK;
 }
 
-bool SqliteDatabase::HasMoved() const {
-  int moved = 0;
-  const int result = sqlite3_file_control(m_database, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-  return result == SQLITE_OK && moved != 0;
-}
-
 int SqliteDatabase::Changes() const { return sqlite3_changes(m_database); }
 
 SqliteStatement::SqliteStatement(SqliteDatabase& database, std::string_view statement) {

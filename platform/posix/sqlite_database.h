@@ -28,8 +28,6 @@ class SqliteDatabase {
   int Query(const char* statement, int64_t& number);
   int Query(const char* statement, std::string& text);
 
-  /// True when the file is no longer found under the name it was opened by.
-  bool HasMoved() const;
   /// Rows that the last statement has changed.
   int Changes() const;
   sqlite3* Get() const { return m_database; }

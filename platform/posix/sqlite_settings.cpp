@@ -154,6 +154,15 @@ bool IsDamaged(SqliteDatabase& database, int64_t version) {
   return StatusOf(result) == kFileCorrupt || (result & 0xFF) == SQLITE_ERROR;
 }
 
+bool IsFileDamaged(const std::string& path) {
+  SqliteDatabase database;
+  int64_t version = 0;
+  int result = database.Open(path, SqliteDatabase::EMode::kReadWrite);
+  if (result == SQLITE_OK) result = database.Query("PRAGMA user_version", version);
+  if (result == SQLITE_OK) return IsDamaged(database, version);
+  return StatusOf(result) == kFileCorrupt;
+}
+
 class SqliteSettings final : public ISettingsBackend {
  public:
   explicit SqliteSettings(std::string path) : m_path(std::move(path)) {}
@@ -180,7 +189,6 @@ class SqliteSettings final : public ISettingsBackend {
   uint32_t ReadValues(SqliteDatabase& database, std::string_view folder, FolderValues& values);
   uint32_t OpenForSave();
   uint32_t PrepareTables();
-  bool IsFileDamaged() const;
   uint32_t RemoveDamage();
   // Runs `write` in the save that is under way, or in one of its own.
   template <typename WriteFn>
@@ -221,7 +229,7 @@ const SqliteSettings::Snapshot& SqliteSettings::SnapshotOf(std::string_view fold
   if (snapshot.status == kFileCorrupt) {
     snapshot.values.clear();
     snapshot.status = RemoveDamage();
-    // Another program may have made a sound file meanwhile.
+    // Another program may have made it sound meanwhile.
     if (snapshot.status == 0) snapshot.status = ReadFile(folder, snapshot.values);
   }
   if (snapshot.status != 0) snapshot.values.clear();
@@ -327,21 +335,14 @@ uint32_t SqliteSettings::Write(std::string_view folder, std::string_view name,
 
 uint32_t SqliteSettings::BeginSave() {
   m_snapshot.reset();
-  // Again after a damaged file has been put aside, by this program or meanwhile by another one,
-  // which looks like a file that cannot be opened.
-  constexpr int kAttempts = 10;
-  uint32_t status = 0;
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    status = OpenForSave();
-    if (status == 0 && !m_saving.HasMoved()) return 0;
+  uint32_t status = OpenForSave();
+  if (status == kFileCorrupt) {
     m_saving.Close();
-    if (status == kFileCorrupt) {
-      if (const uint32_t failure = RemoveDamage()) return failure;
-    } else if (status != 0 && status != kAccessDenied) {
-      return status;
-    }
+    status = RemoveDamage();
+    if (status == 0) status = OpenForSave();
   }
-  return status != 0 ? status : kSharingViolation;
+  if (status != 0) m_saving.Close();
+  return status;
 }
 
 uint32_t SqliteSettings::OpenForSave() {
@@ -373,22 +374,9 @@ void SqliteSettings::AbandonSave() {
 
 // Damage
 
-bool SqliteSettings::IsFileDamaged() const {
-  SqliteDatabase database;
-  int64_t version = 0;
-  int result = database.Open(m_path, SqliteDatabase::EMode::kReadWrite);
-  // Version and tables must be of one moment: another program may be making them.
-  if (result == SQLITE_OK) result = database.Execute("BEGIN");
-  if (result == SQLITE_OK) result = database.Query("PRAGMA user_version", version);
-  if (result == SQLITE_OK) return IsDamaged(database, version);
-  return StatusOf(result) == kFileCorrupt;
-}
-
 uint32_t SqliteSettings::RemoveDamage() {
   std::string aside;
-  if (const uint32_t status = PutAside(
-          m_path, [this] { return IsFileDamaged(); }, aside))
-    return status;
+  if (const uint32_t status = PutAside(m_path, IsFileDamaged, aside)) return status;
   if (!aside.empty()) {
     const std::lock_guard lock(damagedFileMutex);
     damagedFile = WidePath(aside);
