@@ -265,7 +265,9 @@ TEST_F(SqliteSettings, AKillDuringASaveLeavesTheFormerOrTheNewState) {
   constexpr int kValues = 30;
   uint32_t last = 0;
   for (int round = 0; round < kKills; ++round) {
-    const pid_t child = Fork([this, last] {
+    int saved[2];
+    ASSERT_EQ(pipe(saved), 0);
+    const pid_t child = Fork([this, last, &saved] {
       for (uint32_t state = last + 1;; ++state) {
         const auto settings = Open();
         if (settings->BeginSave() != 0 || settings->CreateFolder("F") != 0) _exit(1);
@@ -273,11 +275,19 @@ TEST_F(SqliteSettings, AKillDuringASaveLeavesTheFormerOrTheNewState) {
           settings->Write("F", std::to_string(i), std::string(2000, static_cast<char>(state)));
         settings->Write("F", "state", state);
         if (settings->CommitSave() != 0) _exit(2);
+        if (write(saved[1], "x", 1) != 1) _exit(3);
       }
     });
+    // Every second kill comes at once, the others in a later save, however slow the disk is.
+    close(saved[1]);
+    char byte = 0;
+    if (round % 2 == 1) {
+      ASSERT_EQ(read(saved[0], &byte, 1), 1);
+    }
     std::this_thread::sleep_for(std::chrono::microseconds(2000 + 997 * round));
     ASSERT_EQ(kill(child, SIGKILL), 0);
     ASSERT_EQ(ExitStatus(child), -1);
+    close(saved[0]);
 
     const auto settings = Open();
     SettingsValue state = uint32_t{0};
