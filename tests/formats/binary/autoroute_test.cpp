@@ -14,6 +14,7 @@
 #include "resources/compound_file_builder.h"
 #include "resources/route_templates.h"
 #include "tests/compound_file_reader.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -76,9 +77,7 @@ CGpsRoute ParsedJourney(const std::string& journey, int32_t version) {
 CGpsRoute ParsedStop(const Stop& stop) { return ParsedJourney(JourneyOf(1, stop.Bytes(41)), 12); }
 
 std::string RecordBytes(const CGpsPointArray& list, int32_t version) {
-  StringSink sink;
-  WriteStopRecords(sink, list, version);
-  return sink.Bytes();
+  return BytesOf(WriteStopRecords, list, version);
 }
 
 TEST(AutoRouteTemplates, AreSoundFilesWithTheirStreams) {

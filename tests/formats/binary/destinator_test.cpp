@@ -10,6 +10,7 @@
 #include "core/conversion_notes.h"
 #include "core/status.h"
 #include "platform/path_text.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/hex_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -41,11 +42,7 @@ std::string Saved(std::string_view kind, std::string_view first, std::string_vie
          Repeat(16, 0xBB);
 }
 
-std::string Bytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteDestinatorBody(sink, list);
-  return sink.Bytes();
-}
+std::string Bytes(const CGpsPointArray& list) { return BytesOf(WriteDestinatorBody, list); }
 
 // ---- Writer ----
 

@@ -12,6 +12,7 @@
 #include "platform/last_error.h"
 #include "platform/path_text.h"
 #include "tests/formats/binary/mapsource_bytes.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -33,11 +34,7 @@ std::string End() { return Hex("02 00 00 00") + "V" + Hex("00 01"); }
 // 31 bytes, the first of them an empty comment.
 std::string WaypointTail() { return Hex("00 00 01") + Repeat(7, 0) + Hex("12") + Repeat(20, 0); }
 
-std::string Bytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteGdbBody(sink, list);
-  return sink.Bytes();
-}
+std::string Bytes(const CGpsPointArray& list) { return BytesOf(WriteGdbBody, list); }
 
 uint32_t Parse(const std::string& bytes, PointLists& lists) {
   return ParseGdbBuffer(bytes.data(), bytes.size(), lists);

@@ -11,6 +11,7 @@
 #include "platform/last_error.h"
 #include "platform/path_text.h"
 #include "tests/formats/binary/mapsource_bytes.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -65,11 +66,7 @@ std::string LastStop(std::string_view name, char letter = 'i') {
   return StopStart(name, letter) + Int32(0) + Hex("01");
 }
 
-std::string Bytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteMpsBody(sink, list);
-  return sink.Bytes();
-}
+std::string Bytes(const CGpsPointArray& list) { return BytesOf(WriteMpsBody, list); }
 
 uint32_t Parse(const std::string& bytes, PointLists& lists) {
   return ParseMpsBuffer(bytes.data(), bytes.size(), lists);

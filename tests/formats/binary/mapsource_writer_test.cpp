@@ -9,6 +9,7 @@
 #include "core/status.h"
 #include "formats/binary/mapsource_gdb.h"
 #include "tests/formats/binary/mapsource_bytes.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 // What both formats write alike, seen in `.gdb`.
@@ -18,11 +19,7 @@ namespace {
 using namespace mapsource;
 using namespace mapsource::gdb;
 
-std::string Bytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteGdbBody(sink, list);
-  return sink.Bytes();
-}
+std::string Bytes(const CGpsPointArray& list) { return BytesOf(WriteGdbBody, list); }
 
 uint32_t Parse(const std::string& bytes, PointLists& lists) {
   return ParseGdbBuffer(bytes.data(), bytes.size(), lists);

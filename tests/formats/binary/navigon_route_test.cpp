@@ -16,6 +16,7 @@
 #include "core/conversion_notes.h"
 #include "core/status.h"
 #include "services/country_lookup.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -55,11 +56,7 @@ class Countries final : public ICountryService {
   std::function<void()> onAsked;
 };
 
-std::string Bytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteNavigonRouteBody(sink, list);
-  return sink.Bytes();
-}
+std::string Bytes(const CGpsPointArray& list) { return BytesOf(WriteNavigonRouteBody, list); }
 
 std::string Int32(int64_t value) {
   StringSink sink;

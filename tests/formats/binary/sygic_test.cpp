@@ -8,6 +8,7 @@
 #include "core/conversion_notes.h"
 #include "core/status.h"
 #include "platform/path_text.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/hex_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -22,14 +23,7 @@ constexpr std::string_view k2AndAQuarter = "E8 6E 03 00";  // 225000 = 0x36EE8
 constexpr std::string_view kMinusAHalf = "B0 3C FF FF";    // -50000 = -0xC350
 constexpr std::string_view kOne = "A0 86 01 00";           // 100000 = 0x186A0
 
-template <typename Body>
-std::string Bytes(Body body, const CGpsPointArray& list) {
-  StringSink sink;
-  body(sink, list);
-  return sink.Bytes();
-}
-
-std::string McGuider(const CGpsPointArray& list) { return Bytes(WriteSygicMcGuiderBody, list); }
+std::string McGuider(const CGpsPointArray& list) { return BytesOf(WriteSygicMcGuiderBody, list); }
 
 CGpsRoute ThreeStops() {
   return MakeList("Tour", MakePoint(48.5, 2.25, "A"), MakePoint(1, -0.5, "B"),
@@ -190,8 +184,8 @@ TEST(SygicReader, NamesEndAtTheirSizeOrTheirZeroUnit) {
 TEST(SygicReader, RefusesTheLaterGenerations) {
   PointLists lists;
   for (const CGpsRoute& route : {CGpsRoute(), MakeList("", MakePoint(1, 1, "A")), ThreeStops()}) {
-    EXPECT_EQ(ParseSygic(Bytes(WriteSygic11Body, route), lists), kStatusBadFormat);
-    EXPECT_EQ(ParseSygic(Bytes(WriteSygic13Body, route), lists), kStatusBadFormat);
+    EXPECT_EQ(ParseSygic(BytesOf(WriteSygic11Body, route), lists), kStatusBadFormat);
+    EXPECT_EQ(ParseSygic(BytesOf(WriteSygic13Body, route), lists), kStatusBadFormat);
   }
   EXPECT_TRUE(lists.empty());
 }
@@ -217,34 +211,34 @@ TEST(SygicReader, TakesBytesThatMeanNothing) {
 
 TEST(Sygic11Writer, WritesAWayForEachPairOfNeighbours) {
   const std::string settings = Settings() + Repeat(35, 0);
-  EXPECT_EQ(Bytes(WriteSygic11Body, ThreeStops()),
+  EXPECT_EQ(BytesOf(WriteSygic11Body, ThreeStops()),
             WaysHead() + Hex(kCar) + Hex(k2AndAQuarter) + Hex(k48AndAHalf) + Hex(kMinusAHalf) +
                 Hex(kOne) + settings + Hex(kCar) + Hex(kMinusAHalf) + Hex(kOne) + Hex(kOne) +
                 Hex(kMinusAHalf) + settings);
 }
 
 TEST(Sygic11Writer, SinglePointIsAWayToItself) {
-  EXPECT_EQ(Bytes(WriteSygic11Body, MakeList("Tour", MakePoint(48.5, 2.25, "A"))),
+  EXPECT_EQ(BytesOf(WriteSygic11Body, MakeList("Tour", MakePoint(48.5, 2.25, "A"))),
             WaysHead() + Hex(kCar) + Hex(k2AndAQuarter) + Hex(k48AndAHalf) + Hex(k2AndAQuarter) +
                 Hex(k48AndAHalf) + Settings() + Repeat(35, 0));
 }
 
 TEST(Sygic11Writer, EmptyListHasNoWay) {
-  EXPECT_EQ(Bytes(WriteSygic11Body, MakeList("Tour")), WaysHead());
-  EXPECT_EQ(Bytes(WriteSygic11Body, CGpsRoute()), Hex("03 00 40 00 76 00 37 00 00 00"));
+  EXPECT_EQ(BytesOf(WriteSygic11Body, MakeList("Tour")), WaysHead());
+  EXPECT_EQ(BytesOf(WriteSygic11Body, CGpsRoute()), Hex("03 00 40 00 76 00 37 00 00 00"));
 }
 
 TEST(Sygic11Writer, CountsTheUnitsOfTheListsName) {
-  EXPECT_EQ(Bytes(WriteSygic11Body, MakeList("\u0141\U0001F600")).substr(8),
+  EXPECT_EQ(BytesOf(WriteSygic11Body, MakeList("\u0141\U0001F600")).substr(8),
             Hex("03 00 41 01 3D D8 00 DE"));
-  const std::string cut = Bytes(WriteSygic11Body, MakeList(std::string(70000, 'x')));
+  const std::string cut = BytesOf(WriteSygic11Body, MakeList(std::string(70000, 'x')));
   EXPECT_EQ(cut.size(), 8u + 2u + 2 * 65535u);
   EXPECT_EQ(cut.substr(8, 2), Hex("FF FF"));
 }
 
 TEST(Sygic13Writer, WritesTaggedBlocksForEachPairOfNeighbours) {
   const std::string rest = "2TSR" + Settings() + Repeat(11, 0) + "2OVA" + Repeat(28, 0);
-  EXPECT_EQ(Bytes(WriteSygic13Body, ThreeStops()),
+  EXPECT_EQ(BytesOf(WriteSygic13Body, ThreeStops()),
             WaysHead() + Hex(kCar) + "3FTI" + Hex(k2AndAQuarter) + Hex(k48AndAHalf) + Repeat(8, 0) +
                 Hex(kMinusAHalf) + Hex(kOne) + Repeat(8, 0) + rest + Hex(kCar) + "3FTI" +
                 Hex(kMinusAHalf) + Hex(kOne) + Repeat(8, 0) + Hex(kOne) + Hex(kMinusAHalf) +
@@ -252,7 +246,7 @@ TEST(Sygic13Writer, WritesTaggedBlocksForEachPairOfNeighbours) {
 }
 
 TEST(Sygic13Writer, NeighbouringWaysShareThePointBetweenThem) {
-  const std::string bytes = Bytes(WriteSygic13Body, ThreeStops());
+  const std::string bytes = BytesOf(WriteSygic13Body, ThreeStops());
   constexpr size_t kHead = 18;
   constexpr size_t kWay = 8 + 4 + 32 + 4 + 71 + 4 + 28;
   ASSERT_EQ(bytes.size(), kHead + 2 * kWay);
@@ -260,12 +254,12 @@ TEST(Sygic13Writer, NeighbouringWaysShareThePointBetweenThem) {
 }
 
 TEST(Sygic13Writer, SinglePointIsAWayToItselfAndNoneIsNone) {
-  const std::string bytes = Bytes(WriteSygic13Body, MakeList("Tour", MakePoint(48.5, 2.25, "A")));
+  const std::string bytes = BytesOf(WriteSygic13Body, MakeList("Tour", MakePoint(48.5, 2.25, "A")));
   EXPECT_EQ(bytes.substr(0, 18 + 12 + 32),
             WaysHead() + Hex(kCar) + "3FTI" + Hex(k2AndAQuarter) + Hex(k48AndAHalf) + Repeat(8, 0) +
                 Hex(k2AndAQuarter) + Hex(k48AndAHalf) + Repeat(8, 0));
   EXPECT_EQ(bytes.size(), 18u + 151u);
-  EXPECT_EQ(Bytes(WriteSygic13Body, MakeList("Tour")), WaysHead());
+  EXPECT_EQ(BytesOf(WriteSygic13Body, MakeList("Tour")), WaysHead());
 }
 
 TEST(SygicWriters, WriteFilesAndIgnoreTheSplitLimit) {
@@ -274,9 +268,9 @@ TEST(SygicWriters, WriteFilesAndIgnoreTheSplitLimit) {
   EXPECT_EQ(WriteSygicMcGuider(folder.WidePathTo("a.itf"), route, 1, true), kStatusSuccess);
   EXPECT_EQ(folder.Get("a.itf"), McGuider(route));
   EXPECT_EQ(WriteSygic11(folder.WidePathTo("a.itf"), route, 1, true), kStatusSuccess);
-  EXPECT_EQ(folder.Get("a.itf"), Bytes(WriteSygic11Body, route));
+  EXPECT_EQ(folder.Get("a.itf"), BytesOf(WriteSygic11Body, route));
   EXPECT_EQ(WriteSygic13(folder.WidePathTo("a.itf"), route, 1, true), kStatusSuccess);
-  EXPECT_EQ(folder.Get("a.itf"), Bytes(WriteSygic13Body, route));
+  EXPECT_EQ(folder.Get("a.itf"), BytesOf(WriteSygic13Body, route));
 }
 
 TEST(SygicWriters, GiveOneForAFileThatCannotBeCreated) {

@@ -14,6 +14,7 @@
 #include "core/csv_layout_question.h"
 #include "core/localized_text.h"
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/settings_home.h"
 #include "tests/temporary_folder.h"
@@ -45,9 +46,7 @@ std::string NameOf(std::string_view nameField) {
 }
 
 std::string Written(const CGpsPointArray& list, const CCsvLayout& layout = {}) {
-  StringSink sink;
-  WriteCsvBody(sink, list, layout);
-  return sink.Bytes();
+  return BytesOf(WriteCsvBody, list, layout);
 }
 
 // Counts what a reader tells it has passed over.

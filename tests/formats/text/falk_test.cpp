@@ -6,6 +6,7 @@
 
 #include "core/status.h"
 #include "tests/formats/text/reading.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -13,11 +14,7 @@ namespace {
 
 using std::string_literals::operator""s;
 
-std::string TourBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteFalkTourBody(sink, list);
-  return sink.Bytes();
-}
+std::string TourBytes(const CGpsPointArray& list) { return BytesOf(WriteFalkTourBody, list); }
 
 Reading Parse(std::string_view bytes) { return ReadBytes(ParseFalkTour, bytes); }
 

@@ -10,6 +10,7 @@
 
 #include "core/conversion_notes.h"
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -20,9 +21,7 @@ using std::string_view_literals::operator""sv;
 
 std::string Bytes(const CGpsPointArray& list,
                   const std::optional<std::string>& routeName = std::nullopt) {
-  StringSink sink;
-  WriteMagellanBody(sink, list, routeName);
-  return sink.Bytes();
+  return BytesOf(WriteMagellanBody, list, routeName);
 }
 
 // The bytes without the checksums, which have tests of their own.

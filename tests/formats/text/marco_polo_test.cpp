@@ -8,6 +8,7 @@
 
 #include "core/status.h"
 #include "tests/formats/text/reading.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -15,11 +16,7 @@ namespace {
 
 using std::string_literals::operator""s;
 
-std::string BcrBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteBcrBody(sink, list);
-  return sink.Bytes();
-}
+std::string BcrBytes(const CGpsPointArray& list) { return BytesOf(WriteBcrBody, list); }
 
 Reading Parse(std::string_view bytes) { return ReadBytes(ParseBcr, bytes); }
 

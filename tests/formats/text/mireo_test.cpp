@@ -7,19 +7,13 @@
 
 #include "core/status.h"
 #include "tests/formats/text/reading.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
 namespace {
 
 using std::string_literals::operator""s;
-
-template <typename Write>
-std::string BytesOf(Write write, const CGpsPointArray& list) {
-  StringSink sink;
-  write(sink, list);
-  return sink.Bytes();
-}
 
 Reading Parse(std::string_view bytes) { return ReadBytes(ParseMireo, bytes); }
 

@@ -8,6 +8,7 @@
 
 #include "core/conversion_notes.h"
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -22,13 +23,6 @@ constexpr std::string_view kPltHead =
     "OziExplorer Track Point File Version 2.1\r\nWGS 84\r\nAltitude is in Feet\r\nReserved 3\r\n";
 constexpr std::string_view kWptHead =
     "OziExplorer Waypoint File Version 1.0\r\nWGS 84\r\nReserved 2\r\nReserved 3\r\n";
-
-template <typename WriteBody>
-std::string BytesOf(WriteBody writeBody, const CGpsPointArray& list) {
-  StringSink sink;
-  writeBody(sink, list);
-  return sink.Bytes();
-}
 
 std::string Joined(std::string_view head, std::string_view rest) {
   return std::string(head) + std::string(rest);

@@ -12,6 +12,7 @@
 #include "core/conversion_notes.h"
 #include "core/product.h"
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -45,9 +46,7 @@ std::string Head(std::string_view routeName) {
 }
 
 std::string Bytes(const CGpsPointArray& list, const CalendarTime& moment = kMoment) {
-  StringSink sink;
-  WritePcx5Body(sink, list, moment);
-  return sink.Bytes();
+  return BytesOf(WritePcx5Body, list, moment);
 }
 
 // A text cut or padded to a column's width.

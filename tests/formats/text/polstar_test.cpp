@@ -7,6 +7,7 @@
 
 #include "core/status.h"
 #include "tests/formats/text/reading.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -24,11 +25,7 @@ const std::string kSouthWest =
     "\x00\x00\x00\x00\x16\xCE\xFF\xFF\xFF\xFF\xFF\xFF\x00\x00\x00\x00\x00\x00\x00\x00"
     "\xC0\x29\x00\x00\x00\x00\x00\x00"s;
 
-std::string PolstarBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WritePolstarBody(sink, list);
-  return sink.Bytes();
-}
+std::string PolstarBytes(const CGpsPointArray& list) { return BytesOf(WritePolstarBody, list); }
 
 Reading Parse(std::string_view bytes) { return ReadBytes(ParsePolstar, bytes); }
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -13,17 +14,9 @@ namespace {
 
 using std::string_literals::operator""s;
 
-std::string ItnBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteItnBody(sink, list);
-  return sink.Bytes();
-}
+std::string ItnBytes(const CGpsPointArray& list) { return BytesOf(WriteItnBody, list); }
 
-std::string Ov2Bytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteOv2Body(sink, list);
-  return sink.Bytes();
-}
+std::string Ov2Bytes(const CGpsPointArray& list) { return BytesOf(WriteOv2Body, list); }
 
 CGpsRoute NumberedRoute(int count) {
   CGpsRoute route;

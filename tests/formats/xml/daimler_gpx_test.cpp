@@ -7,18 +7,12 @@
 
 #include "core/product.h"
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/gpx_samples.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
 namespace {
-
-std::string BytesOf(void (*writeBody)(ByteSink&, const CGpsPointArray&),
-                    const CGpsPointArray& list) {
-  StringSink sink;
-  writeBody(sink, list);
-  return sink.Bytes();
-}
 
 const std::string kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>";
 const std::string kCreator = " creator=\"" + std::string(kCreatorTag) + "\"";

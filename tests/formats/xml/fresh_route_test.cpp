@@ -6,6 +6,7 @@
 
 #include "core/itinerary_hand_off.h"
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -14,9 +15,7 @@ namespace {
 const std::string kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>";
 
 std::string FreshRouteBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteFreshRouteBody(sink, list);
-  return sink.Bytes();
+  return BytesOf(WriteFreshRouteBody, list);
 }
 
 TEST(FreshRouteWriter, WritesNamesAndPositions) {

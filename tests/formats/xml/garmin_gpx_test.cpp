@@ -7,6 +7,7 @@
 #include "core/product.h"
 #include "core/status.h"
 #include "formats/xml/gpx.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/gpx_samples.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -26,16 +27,12 @@ const std::string kSymbol = "<sym>Waypoint</sym>";
 
 std::string NuviBytes(const CGpsPointArray& list, bool marksViaPoints = false) {
   const FixedClock clock;
-  StringSink sink;
-  WriteNuviGpxBody(sink, list, marksViaPoints);
-  return sink.Bytes();
+  return BytesOf(WriteNuviGpxBody, list, marksViaPoints);
 }
 
 std::string ZumoBytes(const CGpsPointArray& list) {
   const FixedClock clock;
-  StringSink sink;
-  WriteZumoGpxBody(sink, list);
-  return sink.Bytes();
+  return BytesOf(WriteZumoGpxBody, list);
 }
 
 // What stands in front of the bounds.

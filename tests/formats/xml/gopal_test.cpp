@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 namespace {
@@ -16,11 +17,7 @@ const std::string kHead =
     " VehicleSpeedInPedestrianArea=\"2\" Type=\"3\" Tunnels=\"1\" TollRoad=\"1\" TTIMode=\"0\""
     " PedestrianSpeed=\"1\" MotorWays=\"0\" Mode=\"2\" Ferries=\"1\" CyclistSpeed=\"4\"/>\n";
 
-std::string GoPalBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteGoPalBody(sink, list);
-  return sink.Bytes();
-}
+std::string GoPalBytes(const CGpsPointArray& list) { return BytesOf(WriteGoPalBody, list); }
 
 TEST(GoPalWriter, WritesMetresOnTheMercatorPlane) {
   // Paris on a sphere of 6371000 m: 261554.93 and 6243571.79; Rio: -4804787.27 and -2623266.54.

@@ -8,6 +8,7 @@
 #include "core/conversion_notes.h"
 #include "core/product.h"
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/gpx_samples.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -313,9 +314,7 @@ TEST(GpxReader, ReadsLongTexts) {
 
 std::string GpxBytes(const CGpsPointArray& list, bool removesCommas = false) {
   const FixedClock clock;
-  StringSink sink;
-  WriteGpxBody(sink, list, removesCommas);
-  return sink.Bytes();
+  return BytesOf(WriteGpxBody, list, removesCommas);
 }
 
 // All that stands before the bounds.

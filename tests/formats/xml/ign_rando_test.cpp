@@ -12,6 +12,7 @@
 #include "core/conversion_notes.h"
 #include "core/status.h"
 #include "platform/clock.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 namespace {
@@ -19,11 +20,7 @@ namespace {
 using std::string_literals::operator""s;
 using testing::HasSubstr;
 
-std::string RdnBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteRdnBody(sink, list);
-  return sink.Bytes();
-}
+std::string RdnBytes(const CGpsPointArray& list) { return BytesOf(WriteRdnBody, list); }
 
 // The whole document around these elements, as it is written at 2001-02-03 04:05:06.
 std::string Document(std::string_view count, std::string_view description,

@@ -5,17 +5,14 @@
 #include <gtest/gtest.h>
 
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 namespace {
 
 const std::string kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>";
 
-std::string KrtBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteKlickTelBody(sink, list);
-  return sink.Bytes();
-}
+std::string KrtBytes(const CGpsPointArray& list) { return BytesOf(WriteKlickTelBody, list); }
 
 TEST(KlickTelWriter, WritesDecimalCommas) {
   const auto list = MakeList("lost", MakePoint(48.5, 9.0000004, "T\u00fcbingen", "lost", 341.0),

@@ -12,6 +12,7 @@
 #include "core/product.h"
 #include "core/status.h"
 #include "platform/path_text.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -26,11 +27,7 @@ constexpr std::string_view kFirstStyle = "root://styleMaps#default+nicon=0x406+h
 constexpr std::string_view kLastStyle = "root://styleMaps#default+nicon=0x467+hicon=0x477";
 constexpr std::string_view kStyle = "root://styleMaps#default+nicon=0x447+hicon=0x457";
 
-std::string KmlBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteKmlBody(sink, list);
-  return sink.Bytes();
-}
+std::string KmlBytes(const CGpsPointArray& list) { return BytesOf(WriteKmlBody, list); }
 
 // What is written for a list of this name and count; `line` is the element of the route's
 // coordinates, `stops` are the placemarks.
@@ -116,11 +113,7 @@ class NdriveWriter : public testing::Test {
   NdriveWriter() { setenv("SOURCE_DATE_EPOCH", "981173106", 1); }
   ~NdriveWriter() override { unsetenv("SOURCE_DATE_EPOCH"); }
 
-  static std::string Bytes(const CGpsPointArray& list) {
-    StringSink sink;
-    WriteNdriveKmlBody(sink, list);
-    return sink.Bytes();
-  }
+  static std::string Bytes(const CGpsPointArray& list) { return BytesOf(WriteNdriveKmlBody, list); }
 
   static std::string Itinerary(const std::string& name, const std::string& stops) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n"

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -12,11 +13,7 @@ namespace {
 
 const std::string kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>";
 
-std::string LocBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteLocBody(sink, list);
-  return sink.Bytes();
-}
+std::string LocBytes(const CGpsPointArray& list) { return BytesOf(WriteLocBody, list); }
 
 TEST(LocWriter, WritesWaypoints) {
   const auto list = MakeList("lost", MakePoint(48.85661, 2.3522219, "Paris", "lost", 35.0),

@@ -5,15 +5,12 @@
 #include <gtest/gtest.h>
 
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 namespace {
 
-std::string MapFactorBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteMapFactorBody(sink, list);
-  return sink.Bytes();
-}
+std::string MapFactorBytes(const CGpsPointArray& list) { return BytesOf(WriteMapFactorBody, list); }
 
 std::string Document(const std::string& name, const std::string& stops) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>"

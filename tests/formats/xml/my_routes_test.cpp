@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 namespace {
@@ -13,9 +14,7 @@ namespace {
 const std::string kComment = "<!--xml version=\"1.0\" encoding=\"utf-8\"-->";
 
 std::string MyRoutesBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteMyRoutesXmlBody(sink, list);
-  return sink.Bytes();
+  return BytesOf(WriteMyRoutesXmlBody, list);
 }
 
 TEST(MyRoutesWriter, WritesPositionsOnly) {

@@ -5,15 +5,12 @@
 #include <gtest/gtest.h>
 
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 namespace {
 
-std::string NavmanBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteNavmanBody(sink, list);
-  return sink.Bytes();
-}
+std::string NavmanBytes(const CGpsPointArray& list) { return BytesOf(WriteNavmanBody, list); }
 
 // An item as the device's own files have it.
 std::string Item(const std::string& name, const std::string& latitude, const std::string& longitude,

@@ -7,15 +7,12 @@
 
 #include "core/product.h"
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 namespace {
 
-std::string LmxBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteLmxBody(sink, list);
-  return sink.Bytes();
-}
+std::string LmxBytes(const CGpsPointArray& list) { return BytesOf(WriteLmxBody, list); }
 
 // A whole document of a collection with this name (as it is written) and these landmarks.
 std::string Document(const std::string& name, const std::string& landmarks) {

@@ -11,6 +11,7 @@
 #include "core/product.h"
 #include "core/status.h"
 #include "platform/path_text.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -18,11 +19,7 @@ namespace {
 
 using std::string_literals::operator""s;
 
-std::string OsmBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteOsmBody(sink, list);
-  return sink.Bytes();
-}
+std::string OsmBytes(const CGpsPointArray& list) { return BytesOf(WriteOsmBody, list); }
 
 std::string Document(const std::string& bounds, const std::string& content) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>"

@@ -20,6 +20,7 @@
 #include "formats/xml/nokia_lmx.h"
 #include "formats/xml/viamichelin.h"
 #include "platform/path_text.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
 
@@ -157,9 +158,7 @@ class SmallFormats : public testing::TestWithParam<SmallFormat> {
   std::string Sample() const { return Written(kSamplePoints); }
 
   std::string Written(const CGpsPointArray& list) const {
-    StringSink sink;
-    GetParam().writeBody(sink, list);
-    return sink.Bytes();
+    return BytesOf(GetParam().writeBody, list);
   }
 
   uint32_t Parse(std::string_view bytes) {

@@ -7,15 +7,12 @@
 
 #include "core/conversion_notes.h"
 #include "core/status.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 namespace {
 
-std::string XvmBytes(const CGpsPointArray& list) {
-  StringSink sink;
-  WriteXvmBody(sink, list);
-  return sink.Bytes();
-}
+std::string XvmBytes(const CGpsPointArray& list) { return BytesOf(WriteXvmBody, list); }
 
 // What stands in front of the itinerary.
 const std::string kHead =
