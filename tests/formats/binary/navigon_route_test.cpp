@@ -18,6 +18,7 @@
 #include "services/country_lookup.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
+#include "tests/stopped_clock.h"
 #include "tests/temporary_folder.h"
 
 namespace {
@@ -25,12 +26,7 @@ namespace {
 using std::string_literals::operator""s;
 
 // 14 November 2023, 22:13:20 UTC: 0x6553F100 seconds, and half of them 0x32A9F880.
-class StoppedClock {
- public:
-  StoppedClock() { setenv("SOURCE_DATE_EPOCH", "1700000000", 1); }
-  ~StoppedClock() { unsetenv("SOURCE_DATE_EPOCH"); }
-};
-
+constexpr const char* kNow = "1700000000";
 const std::string kIdA = "\x00\xF1\x53\x65"s;
 const std::string kIdB = "\x80\xF8\xA9\x32"s;
 
@@ -108,7 +104,7 @@ CGpsRoute Parsed(const std::string& bytes) {
 }
 
 TEST(NavigonRouteWriter, WritesHeadAndRecords) {
-  const StoppedClock clock;
+  const StoppedClock clock(kNow);
   Countries countries;
   const CountryServiceRegistration registration(countries);
   const auto route = MakeList("Trip", MakePoint(48.8566, 2.3522, "Orl\u00e9ans", "lost", 116));
@@ -134,7 +130,7 @@ TEST(NavigonRouteWriter, WritesHeadAndRecords) {
 }
 
 TEST(NavigonRouteWriter, WritesEmptyCountriesWithoutAService) {
-  const StoppedClock clock;
+  const StoppedClock clock(kNow);
   const ConversionNotes notes;
   const auto route = MakeList("", MakePoint(1, 2, "a"), MakePoint(-3, -4, ""));
   const std::string bytes = Bytes(route);
@@ -202,7 +198,7 @@ TEST(NavigonRouteWriter, KeepsNamesAsTheyAre) {
 }
 
 TEST(NavigonRouteWriter, WritesAnEmptyList) {
-  const StoppedClock clock;
+  const StoppedClock clock(kNow);
   EXPECT_EQ(Bytes(CGpsRoute()),
             kMagic + Int32(38) + Int32(0) + Int32(18) + "R20231114-22:13:20" + Int64(0));
 }

@@ -14,6 +14,7 @@
 #include "platform/clock.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
+#include "tests/stopped_clock.h"
 
 namespace {
 
@@ -37,8 +38,7 @@ std::string Document(std::string_view count, std::string_view description,
 
 class RdnWriter : public testing::Test {
  protected:
-  RdnWriter() { setenv("SOURCE_DATE_EPOCH", "981173106", 1); }
-  ~RdnWriter() override { unsetenv("SOURCE_DATE_EPOCH"); }
+  const StoppedClock m_clock{"981173106"};
 };
 
 TEST_F(RdnWriter, WritesHeadAndStages) {

@@ -1,6 +1,5 @@
 #include "formats/xml/kml.h"
 
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,6 +13,7 @@
 #include "platform/path_text.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
+#include "tests/stopped_clock.h"
 #include "tests/temporary_folder.h"
 
 namespace {
@@ -110,9 +110,6 @@ TEST(KmlWriter, RoundsToSixDecimals) {
 // The clock stands still at a known moment.
 class NdriveWriter : public testing::Test {
  protected:
-  NdriveWriter() { setenv("SOURCE_DATE_EPOCH", "981173106", 1); }
-  ~NdriveWriter() override { unsetenv("SOURCE_DATE_EPOCH"); }
-
   static std::string Bytes(const CGpsPointArray& list) { return BytesOf(WriteNdriveKmlBody, list); }
 
   static std::string Itinerary(const std::string& name, const std::string& stops) {
@@ -137,6 +134,9 @@ class NdriveWriter : public testing::Test {
            "<Point>\r\n<coordinates>" +
            position + "</coordinates>\r\n</Point>\r\n</Placemark>\r\n";
   }
+
+ private:
+  const StoppedClock m_clock{"981173106"};
 };
 
 TEST_F(NdriveWriter, WritesAnEmptyList) { EXPECT_EQ(Bytes(CGpsRoute()), Itinerary("", "")); }
