@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/console_text.h"
+#include "app/json_string.h"
 #include "app/output_sink.h"
 #include "core/format_search.h"
 #include "core/text.h"

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/console_text.h"
+#include "app/json_string.h"
 #include "app/list_selection.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"

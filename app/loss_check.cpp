@@ -1,8 +1,8 @@
 #include "app/loss_check.h"
 
 #include "app/console_text.h"
+#include "app/json_string.h"
 #include "app/list_selection.h"
-#include "app/output_sink.h"
 #include "core/csv_layout_question.h"
 #include "core/format_search.h"
 #include "core/status.h"

@@ -19,6 +19,3 @@ class OutputSink final : public ByteSink {
 
   bool m_complete = true;
 };
-
-/// Appends `text` as a JSON string. Bytes that are no UTF-8 come out as U+FFFD.
-void WriteJsonString(ByteSink& sink, std::string_view text);

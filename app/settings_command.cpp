@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/console_text.h"
+#include "app/json_string.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"
 #include "core/csv_layout_question.h"

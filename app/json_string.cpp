@@ -1,4 +1,4 @@
-#include "app/output_sink.h"
+#include "app/json_string.h"
 
 #include "platform/unicode.h"
 
