@@ -19,12 +19,6 @@ void TellOfDamage() {
   if (!message.empty()) Complain(message);
 }
 
-void StoreLayout(ECsvUse use, const std::optional<CCsvLayout>& layout) {
-  if (!layout) return;
-  storage::Storage storage = storage::OpenUserStorage();
-  StoreCsvLayout(storage, use, *layout);
-}
-
 void WriteListing(ByteSink& sink, const SettingListing& setting, bool asJson) {
   if (!asJson) {
     sink.Write(fmt::format("{:<22} {:<8} {:<12} {:<8} {}\n", setting.key, setting.kind,
@@ -71,8 +65,8 @@ bool ApplyCsvLayouts(const Options& options) {
   SetCsvLayoutForRun(ECsvUse::kWrite, options.csvWrite);
   if (!options.remember) return true;
   try {
-    StoreLayout(ECsvUse::kRead, options.csvRead);
-    StoreLayout(ECsvUse::kWrite, options.csvWrite);
+    storage::Storage storage = storage::OpenUserStorage();
+    StoreCsvLayouts(storage, options.csvRead, options.csvWrite);
   } catch (const storage::Exception&) {
     TellOfDamage();
     Complain(Text(kTextSettingsNotStored));

@@ -91,9 +91,16 @@ CCsvLayout LoadCsvLayout(const storage::Storage& storage, ECsvUse use) {
 }
 
 void StoreCsvLayout(storage::Storage& storage, ECsvUse use, const CCsvLayout& layout) {
+  StoreCsvLayouts(storage, use == ECsvUse::kRead ? std::optional(layout) : std::nullopt,
+                  use == ECsvUse::kWrite ? std::optional(layout) : std::nullopt);
+}
+
+void StoreCsvLayouts(storage::Storage& storage, const std::optional<CCsvLayout>& read,
+                     const std::optional<CCsvLayout>& write) {
+  if (!read && !write) return;
   storage::Transaction transaction(storage);
-  storage.CreateFolder(FolderPath())
-      .CreateValue(ValueName(use))
-      .WriteBytes(EncodeCsvLayout(layout));
+  storage::SFolder folder = storage.CreateFolder(FolderPath());
+  if (read) folder.CreateValue(ValueName(ECsvUse::kRead)).WriteBytes(EncodeCsvLayout(*read));
+  if (write) folder.CreateValue(ValueName(ECsvUse::kWrite)).WriteBytes(EncodeCsvLayout(*write));
   transaction.Commit();
 }

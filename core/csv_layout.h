@@ -71,3 +71,8 @@ CCsvLayout LoadCsvLayout(const storage::Storage& storage, ECsvUse use);
 
 /// Throws storage::Exception.
 void StoreCsvLayout(storage::Storage& storage, ECsvUse use, const CCsvLayout& layout);
+
+/// Stores both layouts or, after a storage::Exception, neither; one that is not given stays as it
+/// is.
+void StoreCsvLayouts(storage::Storage& storage, const std::optional<CCsvLayout>& read,
+                     const std::optional<CCsvLayout>& write);

@@ -1,9 +1,11 @@
 #include "core/csv_layout.h"
 
+#include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "core/status.h"
 #include "tests/settings_home.h"
 
 namespace {
@@ -18,6 +20,35 @@ const std::string kBytes =
     ";|\t\xA7"s;
 
 CCsvLayout LayoutOfBytes() { return {4, 2, 1, 5, 3, 0x104, true, "abc", ";|\t\xA7"}; }
+
+// A store whose disk is full behind the first value.
+class WritesOnce : public ISettingsBackend {
+ public:
+  uint32_t CreateFolder(std::string_view) override { return 0; }
+  uint32_t Read(std::string_view, std::string_view, SettingsValue&) override {
+    return kStatusFileNotFound;
+  }
+  uint32_t Write(std::string_view, std::string_view, const SettingsValue&) override {
+    return ++m_writes == 1 ? 0 : uint32_t{kStatusDiskFull};
+  }
+  uint32_t ListValues(std::string_view, std::vector<std::string>&) override { return 0; }
+  uint32_t BeginSave() override {
+    ++begun;
+    return 0;
+  }
+  uint32_t CommitSave() override {
+    ++committed;
+    return 0;
+  }
+  void AbandonSave() override { ++abandoned; }
+
+  int begun = 0;
+  int committed = 0;
+  int abandoned = 0;
+
+ private:
+  int m_writes = 0;
+};
 
 TEST(CsvLayout, IsStoredIn33Bytes) {
   EXPECT_EQ(kBytes.size(), 33u);
@@ -97,6 +128,26 @@ TEST(CsvLayout, ReadingAndWritingAreStoredApart) {
   const storage::SFolder folder = user.OpenFolder("Software\\CorvaneMap\\CSV");
   EXPECT_EQ(folder.OpenValue("read").ReadBytes(), kBytes);
   EXPECT_EQ(folder.OpenValue("write").ReadBytes(), EncodeCsvLayout(CsvPresets()[1].layout));
+}
+
+TEST(CsvLayout, BothAreStoredInOneSave) {
+  const SettingsHome home;
+  storage::Storage user = storage::OpenUserStorage();
+  StoreCsvLayouts(user, std::nullopt, std::nullopt);
+  EXPECT_FALSE(home.HasFile());
+  StoreCsvLayouts(user, LayoutOfBytes(), CsvPresets()[1].layout);
+  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kRead), LayoutOfBytes());
+  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kWrite), CsvPresets()[1].layout);
+  StoreCsvLayouts(user, std::nullopt, CsvPresets()[3].layout);
+  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kRead), LayoutOfBytes());
+  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kWrite), CsvPresets()[3].layout);
+
+  const auto writesOnce = std::make_shared<WritesOnce>();
+  storage::Storage failing(writesOnce);
+  EXPECT_THROW(StoreCsvLayouts(failing, LayoutOfBytes(), LayoutOfBytes()), storage::Exception);
+  EXPECT_EQ(writesOnce->begun, 1);
+  EXPECT_EQ(writesOnce->committed, 0);
+  EXPECT_EQ(writesOnce->abandoned, 1);
 }
 
 TEST(CsvLayout, AStoredValueThatIsNoneGivesTheFirstPreset) {
