@@ -150,13 +150,7 @@ class LineReader {
 
   void TakeText(EContent content, std::string& text) const {
     const std::string_view field = FieldOf(content);
-    if (!m_isUtf8) {
-      text = WidenToUtf8(field);
-    } else if (IsValidUtf8(field)) {
-      text = field;
-    } else {
-      text = WideToUtf8(Utf8ToWideLossy(field));
-    }
+    text = m_isUtf8 ? MendUtf8(field) : WidenToUtf8(field);
   }
 
   // Tells of a line that gave no point, unless it is empty or may be the header.
