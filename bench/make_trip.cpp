@@ -6,24 +6,10 @@
 #include <CLI/CLI.hpp>
 
 #include "bench/trip.h"
-#include "core/text.h"
+#include "core/format_search.h"
 #include "formats/format_rows.h"
 #include "platform/last_error.h"
 #include "platform/path_text.h"
-
-namespace {
-
-// The first row with a writer whose key is "extension" or "extension:textId"; null for none.
-const CItineraryFormat* FindWriter(const FormatTable& table, const std::string& key) {
-  for (const CItineraryFormat& row : table) {
-    const std::string extension = PathBytes(row.extension);
-    if (row.write == nullptr) continue;
-    if (key == extension || key == extension + ":" + std::to_string(row.textId)) return &row;
-  }
-  return nullptr;
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
   TripOptions options;
@@ -48,7 +34,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   const FormatTable table = DefaultFormatTable();
-  const CItineraryFormat* const row = FindWriter(table, key);
+  const CItineraryFormat* const row = FindWriter(table, WidePath(key));
   if (row == nullptr) {
     std::fprintf(stderr, "make_trip: nothing writes \"%s\"\n", key.c_str());
     return 2;
