@@ -2,7 +2,6 @@
 // in the table.
 
 #include <filesystem>
-#include <fstream>
 #include <set>
 #include <string>
 
@@ -12,6 +11,8 @@
 #include "core/status.h"
 #include "core/text.h"
 #include "formats/format_rows.h"
+#include "tests/file_content.h"
+#include "tests/formats/points_in.h"
 #include "tests/run_program.h"
 #include "tests/temporary_folder.h"
 
@@ -26,13 +27,6 @@ uint32_t Read(const CItineraryFormat& row, const WideString& path, PointLists& l
   } catch (const std::exception&) {
     return kStatusInvalidData;
   }
-}
-
-// Whether a reader gives back points that were never there.
-size_t PointsIn(const PointLists& lists) {
-  size_t count = 0;
-  for (const auto& list : lists) count += list->Count();
-  return count;
 }
 
 class EveryReader : public testing::TestWithParam<size_t> {
@@ -79,9 +73,7 @@ TEST_P(EveryReader, SurvivesAHundredMegabytesOfOneCharacter) {
 TEST_P(EveryReader, SurvivesFilesOfOtherFormats) {
   for (const auto& entry : fs::directory_iterator(CORVANE_SOURCE_FOLDER "/examples")) {
     if (!entry.is_regular_file()) continue;
-    std::ifstream file(entry.path(), std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(file),
-                              std::istreambuf_iterator<char>()};
+    const std::string content = ContentOf(entry.path());
     PointsOf(content);
     for (size_t length = 0; length < content.size(); length += 1 + content.size() / 50)
       PointsOf(content.substr(0, length));
@@ -93,9 +85,7 @@ TEST_P(EveryReader, SurvivesItsSeedsCutAtEveryByte) {
       fs::path(CORVANE_SOURCE_FOLDER "/fuzz/corpus") / std::to_string(GetParam());
   if (!fs::exists(seeds)) return;
   for (const auto& entry : fs::directory_iterator(seeds)) {
-    std::ifstream file(entry.path(), std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(file),
-                              std::istreambuf_iterator<char>()};
+    const std::string content = ContentOf(entry.path());
     for (size_t length = 0; length <= content.size(); ++length) PointsOf(content.substr(0, length));
   }
 }

@@ -11,6 +11,7 @@
 #include "formats/text/magellan.h"
 #include "formats/text/oziexplorer.h"
 #include "formats/text/pcx5.h"
+#include "tests/formats/points_in.h"
 #include "tests/temporary_folder.h"
 
 // Files that share an extension are told apart by the readers themselves, tried in table order.
@@ -88,9 +89,7 @@ std::vector<Attempt> Search(const WideString& path) {
 std::pair<uint32_t, size_t> Say(FormatReadFn reader, const WideString& path) {
   PointLists lists;
   const uint32_t status = reader(path, lists, true);
-  size_t points = 0;
-  for (const auto& list : lists) points += list->Count();
-  return {status, points};
+  return {status, PointsIn(lists)};
 }
 
 using Answer = std::pair<uint32_t, size_t>;

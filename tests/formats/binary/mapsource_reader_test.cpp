@@ -9,6 +9,8 @@
 #include "core/status.h"
 #include "formats/binary/mapsource_gdb.h"
 #include "tests/formats/binary/mapsource_bytes.h"
+#include "tests/formats/points_in.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 // The frame of records, on files that are cut, damaged or made to do harm. Read as `.gdb`; what the
@@ -135,10 +137,8 @@ TEST(MapSourceReader, RecordsThatAllLeadThroughTheWholeFileComeToAnEnd) {
   PointLists lists;
   const ConversionNotes notes;
   EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
-  size_t points = 0;
-  for (const auto& list : lists) points += list->Count();
   // What may be read twice: 4 * 100 KB + 1 MB, at 12 bytes a point.
-  EXPECT_LT(points, 150000u);
+  EXPECT_LT(PointsIn(lists), 150000u);
   // Every track has been cut, and the walk itself.
   const size_t tracks = lists.size() - 1;
   EXPECT_LT(tracks, 20u);
@@ -187,11 +187,9 @@ TEST(MapSourceReader, FindsStopsAmongVeryManyNames) {
   CGpsRoute route;
   for (int i = 0; i < 200000; ++i)
     route.points.push_back(MakePoint(i * 0.0005 - 50, i % 360 - 180, "Stop " + std::to_string(i)));
-  StringSink sink;
-  WriteGdbBody(sink, route);
   PointLists lists;
   const ConversionNotes notes;
-  EXPECT_EQ(Parse(sink.Bytes(), lists), kStatusSuccess);
+  EXPECT_EQ(Parse(BytesOf(WriteGdbBody, route), lists), kStatusSuccess);
   ASSERT_EQ(lists.size(), 2u);
   ASSERT_EQ(lists[1]->Count(), route.Count());
   EXPECT_EQ(lists[1]->points[0].name, "Stop 0");

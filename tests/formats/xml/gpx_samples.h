@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 
 #include <fmt/format.h>
 
 #include "core/point_list.h"
+#include "tests/file_content.h"
 
 /// The clock stands at 2024-05-01 10:00:00 UTC as long as one of these lives.
 class FixedClock {
@@ -28,8 +27,7 @@ class FixedClock {
 
 /// A file of the fuzzers' corpus.
 inline std::string Sample(std::string_view name) {
-  std::ifstream file(fmt::format("{}/fuzz/corpus/{}", CORVANE_SOURCE_FOLDER, name));
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  return ContentOf(fmt::format("{}/fuzz/corpus/{}", CORVANE_SOURCE_FOLDER, name));
 }
 
 /// Lists in short: a line each, with kind, name and positions of six digits.

@@ -20,6 +20,7 @@
 #include "formats/xml/nokia_lmx.h"
 #include "formats/xml/viamichelin.h"
 #include "platform/path_text.h"
+#include "tests/formats/points_in.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -145,12 +146,6 @@ const SmallFormat kFormats[] = {
 };
 
 void PrintTo(const SmallFormat& format, std::ostream* stream) { *stream << format.name; }
-
-size_t PointsIn(const PointLists& lists) {
-  size_t count = 0;
-  for (const auto& list : lists) count += list->Count();
-  return count;
-}
 
 class SmallFormats : public testing::TestWithParam<SmallFormat> {
  protected:

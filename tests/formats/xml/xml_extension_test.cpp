@@ -12,6 +12,8 @@
 #include "formats/xml/mapfactor.h"
 #include "formats/xml/my_routes.h"
 #include "formats/xml/navman.h"
+#include "tests/formats/points_in.h"
+#include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
 namespace {
@@ -33,13 +35,11 @@ TEST(SharedXmlExtension, EachReaderFindsPointsInItsOwnFilesOnly) {
   const auto list = MakeList("Tour", MakePoint(48.85661, 2.35222, "Paris"),
                              MakePoint(47.394144, 0.68484, "Tours"));
   for (const XmlFormat& written : kFormats) {
-    StringSink sink;
-    written.writeBody(sink, list);
+    const std::string bytes = BytesOf(written.writeBody, list);
     for (const XmlFormat& read : kFormats) {
       PointLists lists;
-      EXPECT_EQ(read.parse(sink.Bytes(), lists), kStatusSuccess) << written.name << read.name;
-      size_t count = 0;
-      for (const auto& found : lists) count += found->Count();
+      EXPECT_EQ(read.parse(bytes, lists), kStatusSuccess) << written.name << read.name;
+      const size_t count = PointsIn(lists);
       if (written.name == read.name) {
         EXPECT_GE(count, 2u) << read.name;
       } else {
