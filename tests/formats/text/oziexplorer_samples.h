@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/conversion_notes.h"
+#include "formats/text/oziexplorer.h"
+
+namespace oziexplorer {
+
+// How files of the four kinds begin.
+inline constexpr std::string_view kRteHead =
+    "OziExplorer Route File Version 1.0\r\nWGS 84\r\nReserved 1\r\nReserved 2\r\n";
+inline constexpr std::string_view kRt2Head =
+    "H1,OziExplorer CE Route2 File Version 1.0\r\nH2,WGS 84\r\n";
+inline constexpr std::string_view kPltHead =
+    "OziExplorer Track Point File Version 2.1\r\nWGS 84\r\nAltitude is in Feet\r\nReserved 3\r\n";
+inline constexpr std::string_view kWptHead =
+    "OziExplorer Waypoint File Version 1.0\r\nWGS 84\r\nReserved 2\r\nReserved 3\r\n";
+
+inline std::string Joined(std::string_view head, std::string_view rest) {
+  return std::string(head) + std::string(rest);
+}
+
+using ParseFn = uint32_t (*)(std::string_view, PointLists&);
+
+/// What a parser gives for some bytes.
+struct Parsed {
+  Parsed(ParseFn parse, std::string_view bytes) : status(parse(bytes, lists)) {}
+
+  PointLists lists;
+  ConversionNotes notes;
+  uint32_t status;
+
+  uint64_t PassedOver() const { return notes.Count(EConversionNote::kLinePassedOver); }
+};
+
+}  // namespace oziexplorer
