@@ -201,6 +201,7 @@ bool IsValidUtf8(std::string_view text) {
 }
 
 std::string MendUtf8(std::string_view text) {
+  if (IsValidUtf8(text)) return std::string(text);  // as nearly all text is: copied in one piece
   std::string utf8;
   utf8.reserve(text.size());
   WalkUtf8(
