@@ -88,8 +88,10 @@ int Conversion::ConvertFolder(const WideString& folder) {
     return kExitFailed;
   }
   if (!m_options.output.empty() && CreateFolders(m_options.output) != kStatusSuccess) {
-    Complain(m_options.output,
-             std::string(LoadTextUtf8(kTextCannotBeWritten)) + FailureReason(m_options.output));
+    std::string reason = FailureReason(m_options.output);
+    if (FileAttributes(m_options.output) == kAttributeNormal)
+      reason = " " + Text(kTextReason, LoadTextUtf8(kTextReasonFile));
+    Complain(m_options.output, std::string(LoadTextUtf8(kTextCannotBeWritten)) + reason);
     return kExitFailed;
   }
 
@@ -225,7 +227,7 @@ int RunConversion(const Options& options, const FormatTable& table) {
     return kExitWrongUsage;
   }
   const uint32_t attributes = FileAttributes(source);
-  if (attributes == kNoAttributes) {
+  if (attributes == kNoAttributes && LastError() == kStatusFileNotFound) {
     Complain(Text(kTextNoSource, ShownPath(source)));
     return kExitWrongUsage;
   }
