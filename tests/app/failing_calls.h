@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
@@ -12,19 +13,29 @@
 
 #include "tests/run_program.h"
 
-/// Makes a system call fail for this thread and every program that it starts, with `error` in
-/// errno, when its first argument is `leastArgument` or more. False when the system refuses.
-inline bool MakeCallFail(long call, int error, uint32_t leastArgument = 0) {
+/// A system call that fails, with `error` in errno.
+struct FailingCall {
+  long number;
+  int error;
+  uint32_t leastFirst = 0;  ///< only where its first and its third argument are at least these
+  uint32_t leastThird = 0;
+};
+
+/// Makes a system call fail for this thread and every program that it starts. False when the system
+/// refuses.
+inline bool MakeCallFail(const FailingCall& call) {
   const auto load = static_cast<uint16_t>(BPF_LD | BPF_W | BPF_ABS);
   const auto ret = static_cast<uint16_t>(BPF_RET | BPF_K);
   const auto equal = static_cast<uint16_t>(BPF_JMP | BPF_JEQ | BPF_K);
   const auto least = static_cast<uint16_t>(BPF_JMP | BPF_JGE | BPF_K);
   sock_filter filter[] = {
       BPF_STMT(load, offsetof(seccomp_data, nr)),
-      BPF_JUMP(equal, static_cast<uint32_t>(call), 0, 3),
-      BPF_STMT(load, offsetof(seccomp_data, args)),
-      BPF_JUMP(least, leastArgument, 0, 1),
-      BPF_STMT(ret, SECCOMP_RET_ERRNO | static_cast<uint32_t>(error)),
+      BPF_JUMP(equal, static_cast<uint32_t>(call.number), 0, 5),
+      BPF_STMT(load, offsetof(seccomp_data, args[0])),
+      BPF_JUMP(least, call.leastFirst, 0, 3),
+      BPF_STMT(load, offsetof(seccomp_data, args[2])),
+      BPF_JUMP(least, call.leastThird, 0, 1),
+      BPF_STMT(ret, SECCOMP_RET_ERRNO | static_cast<uint32_t>(call.error)),
       BPF_STMT(ret, SECCOMP_RET_ALLOW),
   };
   const sock_fprog program{static_cast<unsigned short>(std::size(filter)), filter};
@@ -33,11 +44,11 @@ inline bool MakeCallFail(long call, int error, uint32_t leastArgument = 0) {
 }
 
 /// Runs the converter while a system call fails.
-inline ProgramResult RunWithFailingCall(const std::vector<std::string>& arguments, long call,
-                                        int error, uint32_t leastArgument = 0) {
+inline ProgramResult RunWithFailingCall(const std::vector<std::string>& arguments,
+                                        const FailingCall& call) {
   ProgramResult result;
   std::thread run([&] {
-    if (MakeCallFail(call, error, leastArgument)) result = RunConverter(arguments);
+    if (MakeCallFail(call)) result = RunConverter(arguments);
   });
   run.join();
   return result;
