@@ -80,6 +80,8 @@ enum EConsoleText : uint32_t {
   kTextHelpStrict = 1109,
   kTextNotReadBack = 1110,
   kTextReplacedInFolder = 1111,
+  kTextReasonFile = 1112,
+  kTextDashHint = 1113,
 };
 
 /// Text that is safe to show: control characters, with which a file could command the terminal, and

@@ -116,11 +116,12 @@ int RunInspection(const Options& options, const FormatTable& table) {
   constexpr uint32_t kTextUnknownFormat = 164;
   constexpr uint32_t kTextCannotBeRead = 108;
   const WideString& path = options.tokens[0];
-  if (FileAttributes(path) == kNoAttributes) {
+  const uint32_t attributes = FileAttributes(path);
+  if (attributes == kNoAttributes && LastError() == kStatusFileNotFound) {
     Complain(Text(kTextNoSource, ShownPath(path)));
     return kExitWrongUsage;
   }
-  if (FileAttributes(path) == kAttributeDirectory) {
+  if (attributes == kAttributeDirectory) {
     Complain(path, std::string(LoadTextUtf8(kTextCannotBeRead)) + " " +
                        Text(kTextReason, LoadTextUtf8(kTextReasonFolder)));
     return kExitFailed;

@@ -10,6 +10,7 @@
 #include "app/console_text.h"
 #include "core/csv_layout_text.h"
 #include "core/text.h"
+#include "platform/folder.h"
 #include "platform/path_text.h"
 
 namespace {
@@ -61,9 +62,19 @@ bool TakeCsvLayout(const CLI::Option& option, const std::string& text,
                    std::optional<CCsvLayout>& layout, std::string& error) {
   if (option.count() == 0) return true;
   CsvLayoutText parsed = ParseCsvLayoutText(text);
-  error = parsed.refusal;
+  error = Printable(parsed.refusal);
   layout = parsed.layout;
   return layout.has_value();
+}
+
+// What to do about a file whose name was taken for an option; empty when there is none.
+std::string DashHint(int argumentCount, char** arguments) {
+  for (int i = 1; i < argumentCount; ++i) {
+    const std::string argument = arguments[i];
+    if (argument.starts_with('-') && FileAttributes(WidePath(argument)) != kNoAttributes)
+      return "\n" + Text(kTextDashHint, "./" + argument);
+  }
+  return {};
 }
 
 struct OptionHelp {
@@ -138,7 +149,8 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
     options.tokens = TakeTokens(parser.remaining());
     if (outputOption->count() > 0 && output.empty()) throw CLI::ArgumentMismatch("--output \"\"");
   } catch (const CLI::ParseError& failure) {
-    error = Text(kTextWrongUsage, std::string(failure.what())) + "\n" + Text(kTextUsage);
+    error = Text(kTextWrongUsage, std::string(failure.what())) + "\n" + Text(kTextUsage) +
+            DashHint(argumentCount, arguments);
     return std::nullopt;
   }
 

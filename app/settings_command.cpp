@@ -16,13 +16,13 @@ namespace {
 // Damage shows when a store is read, or only when it is looked through before it is written.
 void TellOfDamage() {
   const std::string message = TakeDamageMessage();
-  if (!message.empty()) Complain(message);
+  if (!message.empty()) Complain(Printable(message));
 }
 
 void WriteListing(ByteSink& sink, const SettingListing& setting, bool asJson) {
   if (!asJson) {
     sink.Write(fmt::format("{:<22} {:<8} {:<12} {:<8} {}\n", setting.key, setting.kind,
-                           setting.value, setting.defaultValue, setting.meaning));
+                           Printable(setting.value), setting.defaultValue, setting.meaning));
     return;
   }
   const struct {
@@ -82,7 +82,7 @@ int ChangeSettings(const Options& options) {
   for (const std::string& assignment : options.assignments) {
     const SettingResult result = SetSetting(settings, assignment);
     if (result.outcome == ESettingOutcome::kChanged) continue;
-    Complain(DescribeRefusal(result));
+    Complain(Printable(DescribeRefusal(result)));
     // What stood before the wrong assignment is not stored either.
     settings.Load();
     return kExitWrongUsage;

@@ -29,6 +29,11 @@ WideString JoinedPath(const WideString& folder, std::u16string_view name) {
   return path.append(name);
 }
 
+// What stands behind the folder in a path, whole: two names may differ in front of a backslash.
+std::u16string_view NameIn(std::u16string_view path) {
+  return path.substr(path.find_last_of(kPathSeparators) + 1);
+}
+
 /// One run over a file or a folder.
 class Conversion {
  public:
@@ -66,7 +71,7 @@ WideString Conversion::TargetBeside(const WideString& source) const {
 int Conversion::ConvertFile(const WideString& source) {
   WideString target = TargetBeside(source);
   if (FileAttributes(m_options.output) == kAttributeDirectory) {
-    target = JoinedPath(m_options.output, FileNameOfPath(target));
+    target = JoinedPath(m_options.output, NameIn(target));
   } else if (!m_options.output.empty()) {
     target = m_options.output;
   }
@@ -88,8 +93,10 @@ int Conversion::ConvertFolder(const WideString& folder) {
     return kExitFailed;
   }
   if (!m_options.output.empty() && CreateFolders(m_options.output) != kStatusSuccess) {
-    Complain(m_options.output,
-             std::string(LoadTextUtf8(kTextCannotBeWritten)) + FailureReason(m_options.output));
+    std::string reason = FailureReason(m_options.output);
+    if (FileAttributes(m_options.output) == kAttributeNormal)
+      reason = " " + Text(kTextReason, LoadTextUtf8(kTextReasonFile));
+    Complain(m_options.output, std::string(LoadTextUtf8(kTextCannotBeWritten)) + reason);
     return kExitFailed;
   }
 
@@ -106,7 +113,7 @@ int Conversion::ConvertFolder(const WideString& folder) {
     ShowProgress(i + 1, names.size());
     const WideString source = JoinedPath(folder, names[i]);
     WideString target = TargetBeside(source);
-    if (!m_options.output.empty()) target = JoinedPath(m_options.output, FileNameOfPath(target));
+    if (!m_options.output.empty()) target = JoinedPath(m_options.output, NameIn(target));
     const EOutcome outcome = Convert(source, target);
     const bool isConverted = outcome == EOutcome::kConverted || outcome == EOutcome::kWithLosses;
     if (isConverted && target != source && !taken.insert(target).second && !m_options.quiet)
@@ -164,7 +171,7 @@ EOutcome Conversion::Convert(const WideString& source, const WideString& target)
     m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
     return EOutcome::kFailed;
   }
-  return Write(JoinedPath(scratch.Path(), FileNameOfPath(target)), check);
+  return Write(JoinedPath(scratch.Path(), NameIn(target)), check);
 }
 
 EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
@@ -225,7 +232,7 @@ int RunConversion(const Options& options, const FormatTable& table) {
     return kExitWrongUsage;
   }
   const uint32_t attributes = FileAttributes(source);
-  if (attributes == kNoAttributes) {
+  if (attributes == kNoAttributes && LastError() == kStatusFileNotFound) {
     Complain(Text(kTextNoSource, ShownPath(source)));
     return kExitWrongUsage;
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "platform/wide_string.h"
@@ -8,15 +9,18 @@
 /// File attributes as the unattended conversion asks for them.
 inline constexpr uint32_t kAttributeDirectory = 0x10;
 inline constexpr uint32_t kAttributeNormal = 0x80;
-/// What `FileAttributes` gives for a path that does not exist or cannot be looked at.
+/// What `FileAttributes` gives for a path that does not exist or cannot be looked at; which of the
+/// two is in `LastError`.
 inline constexpr uint32_t kNoAttributes = 0xFFFFFFFF;
 
-/// The separator that this platform puts between a folder and a name.
-inline constexpr char16_t kPathSeparator =
+/// The separator that this platform puts between a folder and a name, and all that it understands.
+/// Elsewhere a backslash is a letter of a name.
 #if defined(_WIN32)
-    u'\\';
+inline constexpr char16_t kPathSeparator = u'\\';
+inline constexpr std::u16string_view kPathSeparators = u"\\/";
 #else
-    u'/';
+inline constexpr char16_t kPathSeparator = u'/';
+inline constexpr std::u16string_view kPathSeparators = u"/";
 #endif
 
 /// kAttributeDirectory, kAttributeNormal, or kNoAttributes. Links are followed.

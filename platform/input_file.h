@@ -6,8 +6,8 @@
 
 #include "platform/wide_string.h"
 
-/// A whole file in memory for reading. The bytes are a private copy: a file that another program
-/// cuts or rewrites meanwhile changes nothing here.
+/// A whole file in memory for reading. The bytes are a private copy: what another program does to
+/// the file later changes nothing here.
 class InputFile {
  public:
   InputFile() = default;
@@ -15,7 +15,8 @@ class InputFile {
   InputFile(const InputFile&) = delete;
   InputFile& operator=(const InputFile&) = delete;
 
-  /// Reads `path`. Returns 0 or the platform's error code; only regular files can be opened.
+  /// Reads `path`. Returns 0 or the platform's error code; only regular files can be opened. A file
+  /// that another program writes to meanwhile is in use: half of it could be old and half new.
   uint32_t Open(const WideString& path);
 
   /// The file's content, valid as long as this object and up to what was discarded.

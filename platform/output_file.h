@@ -30,13 +30,15 @@ class OutputFile {
  private:
   enum class EMode { kReplace, kInPlace, kDirect };
 
-  void OpenReplacement(const std::string& target);
+  void OpenReplacement();
   void OverwriteTarget();
   void Discard();
 
   std::string m_target;
-  std::string m_temporary;  ///< its path in the mode kReplace, its content in the mode kInPlace
+  std::string m_temporary;  ///< its name in the mode kReplace, its content in the mode kInPlace
   EMode m_mode = EMode::kReplace;
+  int m_folder = -1;  ///< where the temporary file is: with this folder's path in front, its name
+                      ///< could be too long where the target's is not
   int m_file = -1;
   uint32_t m_status = 0;
 };

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "platform/file_state.h"
 #include "platform/wide_string.h"
 
 /// A file that is read once from its start to its end, piece by piece, so that no more of it is in
@@ -22,6 +23,11 @@ class SequentialFile {
   /// nothing when the file cannot be read, with the cause in `LastError`.
   std::optional<size_t> Read(char* data, size_t size);
 
+  /// Returns 0 when nobody has written to the file since it was opened, otherwise the error code of
+  /// a file in use, also for `LastError`: what was read may be of two states, half and half.
+  uint32_t CheckUnchanged() const;
+
  private:
   int m_file = -1;
+  FileState m_state;
 };

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -38,6 +39,18 @@ class TemporaryFolder {
   std::string Get(std::string_view name) const {
     std::ifstream file(PathTo(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  }
+
+  /// Every file below the folder with its bytes, and every folder with a slash behind its name.
+  /// Links are told as the files they lead to.
+  std::map<std::string, std::string> Content() const {
+    std::map<std::string, std::string> content;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(m_path)) {
+      const std::string name = entry.path().lexically_relative(m_path).string();
+      const bool isFolder = entry.is_directory();
+      content[isFolder ? name + "/" : name] = isFolder ? "" : Get(name);
+    }
+    return content;
   }
 
   bool Has(std::string_view name) const { return std::filesystem::exists(m_path / name); }

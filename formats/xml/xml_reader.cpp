@@ -266,5 +266,7 @@ uint32_t ReadXmlFile(CXmlReader& reader, const WideString& path) {
   SequentialFile file;
   if (file.Open(path) != kStatusSuccess) return kStatusFailure;
   const bool isRead = ParseLogged(reader, [&] { return reader.ParseFile(file); });
-  return isRead ? kStatusSuccess : kStatusFailure;
+  // A change meanwhile may also be why the parse has failed.
+  const bool isUnchanged = file.CheckUnchanged() == kStatusSuccess;
+  return isRead && isUnchanged ? kStatusSuccess : kStatusFailure;
 }

@@ -13,7 +13,10 @@
 
 uint32_t FileAttributes(const WideString& path) {
   struct stat details {};
-  if (stat(PathBytes(path).c_str(), &details) != 0) return kNoAttributes;
+  if (stat(PathBytes(path).c_str(), &details) != 0) {
+    FailWithErrno();
+    return kNoAttributes;
+  }
   return S_ISDIR(details.st_mode) ? kAttributeDirectory : kAttributeNormal;
 }
 
@@ -49,7 +52,9 @@ uint32_t CreateFolders(const WideString& path) {
     if (!part.empty() && mkdir(part.c_str(), 0777) != 0 && errno != EEXIST) return FailWithErrno();
     if (end == std::string::npos) break;
   }
-  return FileAttributes(path) == kAttributeDirectory ? 0 : StatusOfErrno(EACCES);
+  if (FileAttributes(path) == kAttributeDirectory) return 0;
+  errno = EACCES;
+  return FailWithErrno();
 }
 
 uint64_t FileSize(const WideString& path) {

@@ -56,8 +56,9 @@ InputFile::~InputFile() {
 
 uint32_t InputFile::Open(const WideString& path) {
   FileDescriptor file;
-  size_t size = 0;
-  if (const uint32_t status = OpenRegularFile(path, file, size); status != 0) return status;
+  FileState state;
+  if (const uint32_t status = OpenRegularFile(path, file, state); status != 0) return status;
+  const auto size = static_cast<size_t>(state.size);
   if (size == 0) return 0;
 
   const size_t mapped = size + kGuardSize;
@@ -67,8 +68,8 @@ uint32_t InputFile::Open(const WideString& path) {
   madvise(memory, mapped, MADV_HUGEPAGE);
   auto* const data = static_cast<char*>(memory);
   const ssize_t filled = ReadFully(file.Get(), data, size);
-  if (filled <= 0) {
-    const uint32_t status = filled < 0 ? FailWithErrno() : 0;
+  const uint32_t status = filled < 0 ? FailWithErrno() : CheckUnchanged(file.Get(), state);
+  if (filled <= 0 || status != 0) {
     munmap(memory, mapped);
     return status;
   }

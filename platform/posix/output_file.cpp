@@ -32,44 +32,66 @@ std::string FollowLinks(std::string path) {
   return path;
 }
 
+// Where the name begins in a path.
+size_t NameStart(const std::string& path) { return path.rfind('/') + 1; }
+
+// Opens the folder of a file, for looking names up in it.
+int OpenFolderOf(const std::string& path) {
+  const std::string folder = path.substr(0, NameStart(path));
+  return open(folder.empty() ? "." : folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+}
+
 // A hidden name beside the target, the same on every run, so that what a killed run leaves behind
 // is used up by the next one. `attempt` above 0 names further ones.
 std::string TemporaryName(const std::string& target, int attempt) {
-  const size_t slash = target.rfind('/');
-  const size_t nameStart = slash == std::string::npos ? 0 : slash + 1;
   std::string suffix(kTemporarySuffix);
   if (attempt > 0) suffix += std::to_string(getpid()) + "-" + std::to_string(attempt);
-  const std::string name = target.substr(nameStart, NAME_MAX - 1 - suffix.size());
-  return target.substr(0, nameStart) + "." + name + suffix;
+  return "." + target.substr(NameStart(target), NAME_MAX - 1 - suffix.size()) + suffix;
 }
 
-// Whether a temporary file may be emptied: ours alone. In a folder that others may write to, they
-// could have put a second name of another file there, or a file that they keep open.
+// Whether a temporary file that was there may be emptied: ours alone. In a folder that others may
+// write to, they could have put a second name of another file there, or a file that they keep open.
 bool IsOursAlone(const struct stat& file) {
   return S_ISREG(file.st_mode) && file.st_nlink == 1 && file.st_uid == geteuid();
+}
+
+// Takes the lock of a temporary file. Some network folders know no locks; there a new file may be
+// used without one.
+bool Lock(const FileDescriptor& file, bool isNew) {
+  return flock(file.Get(), LOCK_EX | LOCK_NB) == 0 || (isNew && errno != EWOULDBLOCK);
 }
 
 // Opens a temporary file that no other process is writing: locked, and still under its name once
 // the lock is ours (its former owner may have given it the target's name meanwhile). EBUSY for a
 // name that is taken.
-int OpenLocked(const std::string& temporary, mode_t mode) {
+int OpenLocked(int folder, const std::string& name, mode_t mode) {
+  constexpr int kFlags = O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+  // A new file is ours even where a foreign file system says that it belongs to somebody else.
+  FileDescriptor file(openat(folder, name.c_str(), kFlags | O_CREAT | O_EXCL, mode));
+  const bool isNew = static_cast<bool>(file);
+  if (!isNew && errno != EEXIST) return -1;
+  if (!isNew) file = FileDescriptor(openat(folder, name.c_str(), kFlags));
   struct stat opened {};
   struct stat named {};
-  FileDescriptor file(
-      open(temporary.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, mode));
-  if (!file) {
-    const int error = errno;
-    errno = lstat(temporary.c_str(), &named) == 0 ? EBUSY : error;
-    return -1;
-  }
-  if (flock(file.Get(), LOCK_EX | LOCK_NB) != 0 || fstat(file.Get(), &opened) != 0 ||
-      lstat(temporary.c_str(), &named) != 0 || opened.st_ino != named.st_ino ||
-      opened.st_dev != named.st_dev || !IsOursAlone(opened)) {
+  if (!file || !Lock(file, isNew) || fstat(file.Get(), &opened) != 0 ||
+      fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) != 0 ||
+      opened.st_ino != named.st_ino || opened.st_dev != named.st_dev ||
+      (!isNew && !IsOursAlone(opened))) {
     errno = EBUSY;
     return -1;
   }
   if (ftruncate(file.Get(), 0) != 0) return -1;
   return file.Release();
+}
+
+// Gives the new file the owner and the permissions of the old one. The owner can only be kept by
+// those who may give files away. Memory cards have one set of permissions for all files, and some
+// of their drivers refuse every change, even to the same.
+bool TakeOver(int file, const struct stat& old) {
+  if (fchown(file, old.st_uid, old.st_gid) != 0) errno = 0;
+  struct stat made {};
+  if (fstat(file, &made) != 0) return false;
+  return made.st_mode == old.st_mode || fchmod(file, old.st_mode & 07777) == 0;
 }
 
 }  // namespace
@@ -98,33 +120,36 @@ OutputFile::OutputFile(const WideString& path) : m_target(PathBytes(path)) {
     m_status = FailWithErrno();
     return;
   }
-  OpenReplacement(m_target);
+  OpenReplacement();
   if (m_file < 0 && exists && (errno == EACCES || errno == EROFS || errno == EPERM)) {
     m_mode = EMode::kInPlace;
     m_temporary.clear();
   } else if (m_file < 0) {
     m_status = FailWithErrno();
   } else if (exists) {
-    // The owner can only be kept by those who may give files away.
-    if (fchown(m_file, existing.st_uid, existing.st_gid) != 0) errno = 0;
-    if (fchmod(m_file, existing.st_mode & 07777) != 0) m_status = FailWithErrno();
+    if (!TakeOver(m_file, existing)) m_status = FailWithErrno();
   }
 }
 
-void OutputFile::OpenReplacement(const std::string& target) {
+void OutputFile::OpenReplacement() {
   constexpr int kAttempts = 100;
+  m_folder = OpenFolderOf(m_target);
+  if (m_folder < 0) return;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    m_temporary = TemporaryName(target, attempt);
-    m_file = OpenLocked(m_temporary, 0666);
+    m_temporary = TemporaryName(m_target, attempt);
+    m_file = OpenLocked(m_folder, m_temporary, 0666);
     if (m_file >= 0 || errno != EBUSY) return;
   }
 }
 
-OutputFile::~OutputFile() { Discard(); }
+OutputFile::~OutputFile() {
+  Discard();
+  if (m_folder >= 0) close(m_folder);
+}
 
 void OutputFile::Discard() {
   if (m_file < 0) return;
-  if (m_mode == EMode::kReplace) unlink(m_temporary.c_str());
+  if (m_mode == EMode::kReplace) unlinkat(m_folder, m_temporary.c_str(), 0);
   close(m_file);
   m_file = -1;
 }
@@ -155,7 +180,8 @@ uint32_t OutputFile::Commit() {
     Discard();
     return m_status;
   }
-  if (m_mode == EMode::kReplace && rename(m_temporary.c_str(), m_target.c_str()) != 0) {
+  const char* const name = m_target.c_str() + NameStart(m_target);
+  if (m_mode == EMode::kReplace && renameat(m_folder, m_temporary.c_str(), m_folder, name) != 0) {
     m_status = FailWithErrno();
     Discard();
     return m_status;

@@ -14,9 +14,14 @@ namespace {
 
 constexpr uint32_t kInvalidParameter = 87;
 
+FileState StateOf(const struct stat& details) {
+  constexpr int64_t kNanoseconds = 1000000000;
+  return {details.st_size, details.st_mtim.tv_sec * kNanoseconds + details.st_mtim.tv_nsec};
+}
+
 }  // namespace
 
-uint32_t OpenRegularFile(const WideString& path, FileDescriptor& file, size_t& size) {
+uint32_t OpenRegularFile(const WideString& path, FileDescriptor& file, FileState& state) {
   // Without O_NONBLOCK, opening a named pipe would wait for somebody to write into it.
   file = FileDescriptor(open(PathBytes(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!file) return FailWithErrno();
@@ -27,6 +32,15 @@ uint32_t OpenRegularFile(const WideString& path, FileDescriptor& file, size_t& s
     SetLastError(status);
     return status;
   }
-  size = static_cast<size_t>(details.st_size);
+  state = StateOf(details);
   return 0;
+}
+
+uint32_t CheckUnchanged(int descriptor, const FileState& state) {
+  struct stat details {};
+  if (fstat(descriptor, &details) == 0) {
+    if (StateOf(details) == state) return 0;
+    errno = EBUSY;
+  }
+  return FailWithErrno();
 }

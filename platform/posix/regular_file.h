@@ -1,11 +1,15 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
+#include "platform/file_state.h"
 #include "platform/posix/file_descriptor.h"
 #include "platform/wide_string.h"
 
-/// Opens the regular file at `path` for reading and tells its size. Returns 0 or the platform's
+/// Opens the regular file at `path` for reading and tells its state. Returns 0 or the platform's
 /// error code, which is also kept for `LastError`.
-uint32_t OpenRegularFile(const WideString& path, FileDescriptor& file, size_t& size);
+uint32_t OpenRegularFile(const WideString& path, FileDescriptor& file, FileState& state);
+
+/// Returns 0 when nobody has written to an open file since it had this state, otherwise the error
+/// code of a file in use, as above. What was read meanwhile may be of two states, half and half.
+uint32_t CheckUnchanged(int descriptor, const FileState& state);

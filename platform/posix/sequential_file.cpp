@@ -13,12 +13,13 @@ SequentialFile::~SequentialFile() {
 
 uint32_t SequentialFile::Open(const WideString& path) {
   FileDescriptor file;
-  size_t size = 0;
-  if (const uint32_t status = OpenRegularFile(path, file, size); status != 0) return status;
+  if (const uint32_t status = OpenRegularFile(path, file, m_state); status != 0) return status;
   if (m_file >= 0) close(m_file);
   m_file = file.Release();
   return 0;
 }
+
+uint32_t SequentialFile::CheckUnchanged() const { return ::CheckUnchanged(m_file, m_state); }
 
 std::optional<size_t> SequentialFile::Read(char* data, size_t size) {
   ssize_t count = 0;

@@ -5,20 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/app/two_stops.h"
 #include "tests/run_program.h"
 #include "tests/temporary_folder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-const std::string kItinerary = "235222|4885661|Paris|4|\r\n434870|5085045|Brussels|2|\r\n";
-// The same as POI records: 235222 is 0x396D6, 4885661 0x4A8C9D, 434870 0x6A2B6, 5085045 0x4D9775.
-const std::string kPois(
-    "\x02\x13\x00\x00\x00\xD6\x96\x03\x00\x9D\x8C\x4A\x00Paris\x00"
-    "\x02\x16\x00\x00\x00\xB6\xA2\x06\x00\x75\x97\x4D\x00"
-    "Brussels\x00",
-    19 + 22);
 
 TEST(Conversion, WritesBesideTheSource) {
   const TemporaryFolder folder;

@@ -35,6 +35,25 @@ TEST(SequentialFile, OpensRegularFilesOnly) {
   EXPECT_EQ(file.Open(folder.WidePathTo("pipe")), 87u);
 }
 
+TEST(SequentialFile, TellsOfAFileThatIsWrittenToMeanwhile) {
+  const TemporaryFolder folder;
+  SequentialFile file;
+  ASSERT_EQ(file.Open(folder.Put("a", "abc")), 0u);
+  EXPECT_EQ(file.CheckUnchanged(), 0u);
+  char piece[4];
+  EXPECT_EQ(file.Read(piece, 4), 3u);
+  EXPECT_EQ(file.CheckUnchanged(), 0u);
+  folder.Put("a", "abcd");
+  SetLastError(0);
+  EXPECT_EQ(file.CheckUnchanged(), 32u);
+  EXPECT_EQ(LastError(), 32u);
+  // The same size, but another time.
+  SequentialFile other;
+  ASSERT_EQ(other.Open(folder.WidePathTo("a")), 0u);
+  std::filesystem::last_write_time(folder.PathTo("a"), {});
+  EXPECT_EQ(other.CheckUnchanged(), 32u);
+}
+
 TEST(SequentialFile, TellsAboutAFileThatIsNotOpen) {
   SequentialFile file;
   char byte = 0;
