@@ -108,8 +108,9 @@ constexpr OptionHelp kOptionHelp[] = {
 std::optional<ListChoice> ParseListChoice(const std::string& text) {
   ListChoice choice;
   choice.text = text;
-  const auto named = std::find_if(std::begin(kNamedChoices), std::end(kNamedChoices),
-                                  [&text](const NamedChoice& row) { return row.name == text; });
+  const auto* const named =
+      std::find_if(std::begin(kNamedChoices), std::end(kNamedChoices),
+                   [&text](const NamedChoice& row) { return row.name == text; });
   if (named != std::end(kNamedChoices)) {
     choice.which = named->which;
     return choice;

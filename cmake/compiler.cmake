@@ -23,6 +23,11 @@ else()
   target_compile_options(corvane_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast
     -Woverloaded-virtual -Wcast-align -Wformat=2 -Wimplicit-fallthrough -Wundef)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(corvane_warnings INTERFACE
+      -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wredundant-decls -Wextra-semi
+      -Wcast-qual -Wsuggest-override -Wzero-as-null-pointer-constant)
+  endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # GCC 12 sees overlapping copies in plain assignments of string literals.
     target_compile_options(corvane_warnings INTERFACE -Wno-restrict)

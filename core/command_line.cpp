@@ -18,7 +18,9 @@ constexpr LanguageToken kLanguages[] = {
     {ELanguage::kGerman, u"LANG_GERMAN"},
 };
 
-bool NamesLanguage(const WideString& token) { return token.find(kLanguageMark) != token.npos; }
+bool NamesLanguage(const WideString& token) {
+  return token.find(kLanguageMark) != WideString::npos;
+}
 
 }  // namespace
 

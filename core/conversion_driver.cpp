@@ -186,7 +186,7 @@ void CConversionDriver::NameFromField() {
 }
 
 WideString CConversionDriver::DefaultExportName() const {
-  const WideString fromSource(FileTitleOfPath(sourcePath));
+  WideString fromSource(FileTitleOfPath(sourcePath));
   if (!fromSource.empty()) return fromSource;
   const WideString name = Utf8ToWideLossy(current.name);
   return WideString(FileTitleOfPath(name));

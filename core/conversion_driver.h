@@ -22,7 +22,7 @@ struct LinkReader {
 class CConversionDriver {
  public:
   /// `front` must outlive the driver.
-  CConversionDriver(FormatTable table, IConversionFront& front,
+  CConversionDriver(FormatTable formats, IConversionFront& front,
                     EChangeTracking tracking = EChangeTracking::kOn);
 
   /// Reads a file into `current`, behind what is there with `append`, and reports the result to

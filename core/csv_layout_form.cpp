@@ -1,6 +1,7 @@
 #include "core/csv_layout_form.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/format_text.h"
 #include "core/status.h"
@@ -14,8 +15,8 @@ constexpr uint32_t kTextColumn = 230;
 
 }  // namespace
 
-CCsvLayoutForm::CCsvLayoutForm(ECsvUse use, const CCsvLayout& stored)
-    : m_use(use), m_layout(stored) {
+CCsvLayoutForm::CCsvLayoutForm(ECsvUse use, CCsvLayout stored)
+    : m_use(use), m_layout(std::move(stored)) {
   if (m_layout.preset >= CsvPresets().size()) ChoosePreset(0);
   if (m_layout.useLocale) SetUseLocale(true);
 }

@@ -14,7 +14,7 @@ inline constexpr uint32_t kHighestCsvColumnChoice = 19;
 class CCsvLayoutForm {
  public:
   /// Opens with a stored layout; with the first preset when the stored one does not exist.
-  CCsvLayoutForm(ECsvUse use, const CCsvLayout& stored);
+  CCsvLayoutForm(ECsvUse use, CCsvLayout stored);
 
   /// Texts in the current language, UTF-8.
   std::string Title() const;

@@ -86,7 +86,8 @@ const CItineraryFormat* FindWriter(const FormatTable& table, std::u16string_view
   const std::u16string_view extension = key.substr(0, colon);
   for (const CItineraryFormat& row : table) {
     if (!row.write || !EqualsIgnoringCase(row.extension, extension)) continue;
-    if (colon == key.npos || WidenAscii(std::to_string(row.textId)) == key.substr(colon + 1))
+    if (colon == std::u16string_view::npos ||
+        WidenAscii(std::to_string(row.textId)) == key.substr(colon + 1))
       return &row;
   }
   return nullptr;
@@ -94,7 +95,7 @@ const CItineraryFormat* FindWriter(const FormatTable& table, std::u16string_view
 
 std::string FormatKey(const FormatTable& table, const CItineraryFormat& row) {
   const CItineraryFormat* byExtension = FindWriter(table, row.extension);
-  const std::string extension = NarrowForFile(row.extension);
+  std::string extension = NarrowForFile(row.extension);
   if (!byExtension || byExtension == &row) return extension;
   return extension + ":" + std::to_string(row.textId);
 }

@@ -304,7 +304,7 @@ std::u16string_view FileNameOfPath(std::u16string_view path) {
 
 std::u16string_view ExtensionOfPath(std::u16string_view path) {
   const size_t dot = path.rfind(u'.');
-  return dot == path.npos ? std::u16string_view() : path.substr(dot + 1);
+  return dot == std::u16string_view::npos ? std::u16string_view() : path.substr(dot + 1);
 }
 
 std::u16string_view FileTitleOfPath(std::u16string_view path) {

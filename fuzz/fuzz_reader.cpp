@@ -26,6 +26,7 @@ uint64_t Touch(const CGpsPoint& point) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the types are libFuzzer's.
 extern "C" int LLVMFuzzerInitialize(int* argumentCount, char*** arguments) {
   ChooseRow(*argumentCount, *arguments);
   return 0;

@@ -22,6 +22,7 @@ bool MakesAFile(const CItineraryFormat& row) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the types are libFuzzer's.
 extern "C" int LLVMFuzzerInitialize(int* argumentCount, char*** arguments) {
   ChooseRow(*argumentCount, *arguments);
   return 0;

@@ -8,11 +8,13 @@ namespace {
 std::string_view NextKey(std::string_view& path) {
   const size_t end = path.find_first_of("/\\");
   const std::string_view key = path.substr(0, end);
-  path.remove_prefix(end == path.npos ? path.size() : end + 1);
+  path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
   return key;
 }
 
-bool HasSeparator(std::string_view path) { return path.find_first_of("/\\") != path.npos; }
+bool HasSeparator(std::string_view path) {
+  return path.find_first_of("/\\") != std::string_view::npos;
+}
 
 CJsonValue& AddMember(CJsonObject& object, std::string_view key) {
   CJsonValue& added = *object.Append(std::make_unique<CJsonValue>());

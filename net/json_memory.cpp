@@ -19,7 +19,8 @@ class Block {
     return new (::operator new (kBlockSize, std::align_val_t{kBlockSize})) Block;
   }
   static Block* Around(void* value) {
-    return reinterpret_cast<Block*>(reinterpret_cast<uintptr_t>(value) & ~(kBlockSize - 1));
+    const size_t offset = reinterpret_cast<uintptr_t>(value) & (kBlockSize - 1);
+    return reinterpret_cast<Block*>(static_cast<char*>(value) - offset);
   }
 
   // Room for one more value; null when the block is full.

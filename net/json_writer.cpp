@@ -27,7 +27,7 @@ void AppendString(std::string& output, std::string_view text) {
   for (;;) {
     const size_t end = text.find_first_of(kEscaped);
     output.append(text.substr(0, end));
-    if (end == text.npos) break;
+    if (end == std::string_view::npos) break;
     output.push_back('\\');
     output.push_back(text[end]);
     text.remove_prefix(end + 1);

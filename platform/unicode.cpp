@@ -20,7 +20,7 @@ DecodedCodePoint DecodeUtf8(std::string_view text, size_t position) {
   for (uint32_t i = 1; i < length; ++i) {
     const auto next = static_cast<unsigned char>(text[position + i]);
     if (!IsContinuation(next)) return kInvalid;
-    codePoint = codePoint << 6 | (next & 0x3Fu);
+    codePoint = codePoint << 6 | (next & 0x3FU);
   }
   constexpr char32_t kSmallestOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
   const bool overlong = codePoint < kSmallestOfLength[length];

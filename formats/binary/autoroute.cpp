@@ -44,8 +44,8 @@ constexpr int32_t kLongestHeadVersion = 16;
 constexpr std::string_view kWideNameMark = "\xFF\xFE\xFF";
 
 // The tail of a stop: 19 words of 32 bits, with two more positions.
-constexpr size_t kTailPositionOffset = 9 * 4;
-constexpr size_t kTailSize = 19 * 4;
+constexpr size_t kTailPositionOffset = 9 * sizeof(uint32_t);
+constexpr size_t kTailSize = 19 * sizeof(uint32_t);
 
 // The plain file.
 constexpr std::string_view kPlainMark = "MASM";

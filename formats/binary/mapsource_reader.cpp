@@ -140,7 +140,7 @@ void MapSourceReader::ReadRoute(ByteCursor& record, CGpsPointArray& route) {
       NoteLostRecord();
       break;
     }
-    if (stops.size() == m_poolIndex.kMostAtOnce) {
+    if (stops.size() == NameIndex<NameInPool>::kMostAtOnce) {
       AppendStops(route, stops);
       stops.clear();
     }
@@ -165,7 +165,7 @@ void MapSourceReader::AppendStops(CGpsPointArray& route, std::span<const std::st
   std::array<uint32_t, NameIndex<NameInPool>::kMostAtOnce> numbers;
   m_poolIndex.Find(names, numbers.data());
   for (size_t i = 0; i < names.size() && m_allowance > 0; ++i) {
-    if (numbers[i] == m_poolIndex.kNone) {
+    if (numbers[i] == NameIndex<NameInPool>::kNone) {
       NoteConversion(EConversionNote::kStopWithoutWaypoint);
       continue;
     }
@@ -181,7 +181,7 @@ void MapSourceReader::AppendWaypoint(CGpsPointArray& list, const Waypoint& waypo
   list.points.back().comment = Text(waypoint.comment);
 }
 
-void MapSourceReader::AppendPosition(CGpsPointArray& list, const Position& position) const {
+void MapSourceReader::AppendPosition(CGpsPointArray& list, const Position& position) {
   CGpsPoint& point = list.points.emplace_back();
   point.latitude = position.latitude;
   point.longitude = position.longitude;

@@ -74,7 +74,7 @@ class MapSourceReader {
   void ReadRoute(ByteCursor& record, CGpsPointArray& route);
   void AppendStops(CGpsPointArray& route, std::span<const std::string_view> names);
   void AppendWaypoint(CGpsPointArray& list, const Waypoint& waypoint) const;
-  void AppendPosition(CGpsPointArray& list, const Position& position) const;
+  static void AppendPosition(CGpsPointArray& list, const Position& position);
   Position ReadPosition(ByteCursor& record) const;
   void SkipBox(ByteCursor& record) const;
   void SpendIfEmpty(const CGpsPointArray& list);

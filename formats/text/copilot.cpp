@@ -29,7 +29,7 @@ struct KeyedLine {
 
 KeyedLine SplitLine(std::string_view line) {
   const size_t equals = line.find('=');
-  if (equals == line.npos) return {line, {}};
+  if (equals == std::string_view::npos) return {line, {}};
   const std::string_view rest = line.substr(equals + 1);
   return {line.substr(0, equals), rest.substr(0, rest.find('='))};
 }

@@ -87,7 +87,7 @@ CGpsPoint& MagellanPool::Add(std::string_view id) {
 bool MagellanPool::AppendTo(CGpsPointArray& list, std::string_view id) {
   IndexNewWaypoints();
   const uint32_t number = m_index.Find(id);
-  if (number == m_index.kNone) return false;
+  if (number == NameIndex<IdAt>::kNone) return false;
   const CGpsPoint*& stop = m_stops[number];
   if (!stop) {
     stop = &list.points.emplace_back(std::move(m_waypoints.points[number]));

@@ -29,7 +29,7 @@ constexpr std::array<std::string_view, 12> kMonths = {"JAN", "FEB", "MAR", "APR"
 constexpr size_t kDescriptionLength = 40;
 
 // The altitude of a point that has none.
-constexpr float kNoAltitude = -9999.0f;
+constexpr float kNoAltitude = -9999;
 constexpr std::string_view kNoAltitudeText = "-9999";
 
 // Takes numbers off the front of a column with the results of scanf's "%2d" and "%f" in the classic
@@ -55,7 +55,7 @@ class ColumnScanner {
   float Real() {
     SkipSpace();
     const std::string_view number = m_text.substr(SignLength(m_text));
-    if (SignLength(number) != 0) return 0.0f;
+    if (SignLength(number) != 0) return 0;
     const float value = ParseMagnitude(number);
     return IsNegative(m_text) ? -value : value;
   }
@@ -71,7 +71,7 @@ class ColumnScanner {
   static float ParseMagnitude(std::string_view number) {
     const char* start = number.data();
     const char* const end = start + number.size();
-    float value = 0.0f;
+    float value = 0;
     if (number.substr(0, 2) == "0x" || number.substr(0, 2) == "0X") {
       std::from_chars(start + 2, end, value, std::chars_format::hex);
       return value;
@@ -134,7 +134,7 @@ double ParseAngle(std::string_view text, char positive, char negative, size_t de
   const bool isNegative = sign == '-' || sign == negative;
   if (isNegative || sign == '+' || sign == positive) text.remove_prefix(1);
 
-  float value = 0.0f;
+  float value = 0;
   if (form == EPcx5Form::kDegrees) {
     value = static_cast<float>(ParseReal(text));
   } else {
@@ -144,8 +144,8 @@ double ParseAngle(std::string_view text, char positive, char negative, size_t de
       value = static_cast<float>(scanner.Real() / 60.0 + degrees);
     } else {
       // Whole minutes are divided as whole numbers: below 60 they vanish.
-      const int minutes = scanner.Whole(2);
-      value = static_cast<float>(scanner.Real() / 3600.0 + degrees + minutes / 60);
+      const int fullDegrees = scanner.Whole(2) / 60;
+      value = static_cast<float>(scanner.Real() / 3600.0 + degrees + fullDegrees);
     }
   }
   return isNegative ? -value : value;

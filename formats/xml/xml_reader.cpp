@@ -187,7 +187,7 @@ std::string CXmlReader::DescribeError(XML_Error error) const {
 // decides. It also refuses a null parser.
 void CXmlReader::Prepare() {
   if (m_initialised) return;
-  const XML_Parser parser = m_parser.get();
+  auto* const parser = m_parser.get();
   if (!XML_ParserReset(parser, nullptr)) throw XML_ERROR_NONE;
   XML_SetUserData(parser, this);
   XML_SetElementHandler(parser, Callbacks::StartElement, Callbacks::EndElement);
@@ -222,7 +222,7 @@ void CXmlReader::CountDefaultAttributes(const XML_Char** attributes) {
 
 bool CXmlReader::Parse(const Source& source, EStart start) {
   Prepare();
-  const XML_Parser parser = m_parser.get();
+  auto* const parser = m_parser.get();
   size_t pieceSize = kPieceSize;
   XML_Index position = -1;
   bool hasStarted = start == EStart::kFirstByte;

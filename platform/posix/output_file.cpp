@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -24,10 +25,10 @@ std::string FollowLinks(std::string path) {
   for (int depth = 0; depth < 40; ++depth) {
     const ssize_t length = readlink(path.c_str(), target, sizeof target);
     if (length < 0) break;
-    const std::string link(target, static_cast<size_t>(length));
+    std::string link(target, static_cast<size_t>(length));
     const size_t slash = path.rfind('/');
-    path = link.starts_with('/') || slash == std::string::npos ? link
-                                                               : path.substr(0, slash + 1) + link;
+    if (!link.starts_with('/') && slash != std::string::npos) link.insert(0, path, 0, slash + 1);
+    path = std::move(link);
   }
   return path;
 }

@@ -186,7 +186,8 @@ class SqliteSettings final : public ISettingsBackend {
 
   const Snapshot& SnapshotOf(std::string_view folder);
   uint32_t ReadFile(std::string_view folder, FolderValues& values);
-  uint32_t ReadValues(SqliteDatabase& database, std::string_view folder, FolderValues& values);
+  static uint32_t ReadValues(SqliteDatabase& database, std::string_view folder,
+                             FolderValues& values);
   uint32_t OpenForSave();
   uint32_t PrepareTables();
   uint32_t RemoveDamage();
