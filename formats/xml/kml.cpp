@@ -38,29 +38,41 @@ std::unique_ptr<CGpsPointArray> NewList(std::string_view element) {
 
 // What stands between the commas of a tuple: longitude, latitude and altitude.
 struct Tuple {
-  explicit Tuple(std::string_view text) {
-    for (;;) {
-      const size_t comma = text.find(',');
-      parts[count++] = text.substr(0, comma);
-      if (comma == std::string_view::npos || count == parts.size()) return;
-      text.remove_prefix(comma + 1);
-    }
-  }
-
   std::array<std::string_view, 4> parts;  ///< a fourth one stands for all further ones
   size_t count = 0;
 };
 
-// Calls `take` with every piece of `text` between blanks and line feeds that is not empty.
+// Takes the tuple at the start of `text`, up to its end or the first character that `isEnd` tells.
+template <typename IsEnd>
+Tuple TakeTuple(std::string_view& text, IsEnd isEnd) {
+  Tuple tuple;
+  size_t start = 0;
+  const auto addPart = [&](size_t end) {
+    if (tuple.count < tuple.parts.size())
+      tuple.parts[tuple.count++] = text.substr(start, end - start);
+  };
+  size_t place = 0;
+  for (; place < text.size() && !isEnd(text[place]); ++place) {
+    if (text[place] != ',') continue;
+    addPart(place);
+    start = place + 1;
+  }
+  addPart(place);
+  text.remove_prefix(place);
+  return tuple;
+}
+
+// Calls `take` with the tuple of every piece of `text` between blanks and line feeds that is not
+// empty.
 template <typename Take>
 void ForEachTuple(std::string_view text, Take take) {
-  constexpr std::string_view kSeparators = " \n";
-  for (;;) {
-    const size_t start = text.find_first_not_of(kSeparators);
-    if (start == std::string_view::npos) return;
-    const size_t end = std::min(text.find_first_of(kSeparators, start), text.size());
-    take(text.substr(start, end - start));
-    text.remove_prefix(end);
+  const auto isSeparator = [](char character) { return character == ' ' || character == '\n'; };
+  while (!text.empty()) {
+    if (isSeparator(text.front())) {
+      text.remove_prefix(1);
+    } else {
+      take(TakeTuple(text, isSeparator));
+    }
   }
 }
 
@@ -134,8 +146,7 @@ void CKmlReader::EndInLineString(const XML_Char* name) {
 void CKmlReader::AddTrack() {
   auto track = std::make_unique<CGpsTrack>();
   track->name = m_point.name;
-  ForEachTuple(m_text, [&track](std::string_view text) {
-    const Tuple tuple(text);
+  ForEachTuple(m_text, [&track](const Tuple& tuple) {
     if (tuple.count != 3) {
       NoteConversion(EConversionNote::kLinePassedOver);
       return;
@@ -175,7 +186,8 @@ void CKmlReader::AppendPoint() {
 }
 
 void CKmlReader::TakePosition() {
-  const Tuple tuple(m_text);
+  std::string_view text = m_text;
+  const Tuple tuple = TakeTuple(text, [](char) { return false; });
   if (tuple.count < 2) return;
   m_point.longitude = ParseReal(tuple.parts[0]);
   m_point.latitude = ParseReal(tuple.parts[1]);

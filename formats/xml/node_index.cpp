@@ -2,6 +2,8 @@
 
 #include <random>
 
+#include "platform/prefetch.h"
+
 namespace {
 
 struct Key {
@@ -40,11 +42,26 @@ const CGpsPoint* NodeIndex::Find(uint64_t id) const {
   return m_slots.empty() ? nullptr : m_slots[PlaceOf(id)].node;
 }
 
+void NodeIndex::Find(std::span<const uint64_t> ids, const CGpsPoint** nodes) const {
+  if (!m_slots.empty()) {
+    for (const uint64_t id : ids) Prefetch(&m_slots[HomeOf(id)]);
+  }
+  for (size_t i = 0; i < ids.size(); ++i) {
+    nodes[i] = Find(ids[i]);
+    Prefetch(nodes[i]);
+  }
+}
+
+// The nodes of a way mostly have ids in a row: eight of these stand in a row here too, so that few
+// cache lines are touched.
+size_t NodeIndex::HomeOf(uint64_t id) const {
+  const uint64_t home = (Mix(id >> 3) >> 32 << 3) + (id & 7);
+  return static_cast<size_t>(home) & (m_slots.size() - 1);
+}
+
 size_t NodeIndex::PlaceOf(uint64_t id) const {
   const size_t mask = m_slots.size() - 1;
-  // The nodes of a way mostly have ids in a row: eight of these stand in a row here too, so that
-  // few cache lines are touched.
-  size_t place = static_cast<size_t>((Mix(id >> 3) >> 32 << 3) + (id & 7)) & mask;
+  size_t place = HomeOf(id);
   while (m_slots[place].node && m_slots[place].id != id) place = (place + 1) & mask;
   return place;
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "core/point.h"
@@ -15,6 +16,9 @@ class NodeIndex {
   void Set(uint64_t id, const CGpsPoint& node);
   /// The point last set for `id`, or null.
   const CGpsPoint* Find(uint64_t id) const;
+  /// `Find` for many ids at once, whose points go to `nodes`: in a large file most of them lie in
+  /// far memory, and the ways there overlap.
+  void Find(std::span<const uint64_t> ids, const CGpsPoint** nodes) const;
 
  private:
   struct Slot {
@@ -22,6 +26,8 @@ class NodeIndex {
     const CGpsPoint* node = nullptr;  ///< null for a free slot
   };
 
+  /// Where the search for `id` starts. The table must have slots.
+  size_t HomeOf(uint64_t id) const;
   /// The slot of `id`, or the free one where it belongs. The table must have a free slot.
   size_t PlaceOf(uint64_t id) const;
   void Grow();

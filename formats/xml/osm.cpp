@@ -6,6 +6,7 @@
 #include "core/product.h"
 #include "formats/xml/bounds.h"
 #include "formats/xml/xml_writer.h"
+#include "platform/prefetch.h"
 
 namespace {
 
@@ -32,14 +33,14 @@ std::string NewId(size_t number) { return "-" + std::to_string(number); }
 uint32_t ReadOsm(const WideString& path, PointLists& lists, bool) {
   COsmReader reader(lists);
   const uint32_t status = ReadXmlFile(reader, path);
-  if (status == kStatusSuccess) reader.Finish();
+  reader.Finish(status);
   return status;
 }
 
 uint32_t ParseOsm(std::string_view bytes, PointLists& lists) {
   COsmReader reader(lists);
   const uint32_t status = ParseXml(reader, bytes);
-  if (status == kStatusSuccess) reader.Finish();
+  reader.Finish(status);
   return status;
 }
 
@@ -57,19 +58,22 @@ void COsmReader::StartElement(const XML_Char* name, const XML_Char** attributes)
 
 void COsmReader::EndElement(const XML_Char* name) {
   if (IsName(name, kNode)) {
+    AppendReferences();
     m_nodes->points.push_back(std::move(m_point));
     m_nodeIndex.Set(m_nodeId, m_nodes->points.back());
     m_point.Reset();
     m_inNode = false;
   } else if (IsName(name, kWay)) {
+    AppendReferences();
     m_way = nullptr;
   }
 }
 
 void COsmReader::CharacterData(const XML_Char*, int) {}
 
-void COsmReader::Finish() {
-  if (!m_nodes->points.empty()) m_results.push_back(std::move(m_nodes));
+void COsmReader::Finish(uint32_t status) {
+  AppendReferences();
+  if (status == kStatusSuccess && !m_nodes->points.empty()) m_results.push_back(std::move(m_nodes));
 }
 
 void COsmReader::StartNode(const XML_Char** attributes) {
@@ -80,6 +84,7 @@ void COsmReader::StartNode(const XML_Char** attributes) {
 }
 
 void COsmReader::StartWay(const XML_Char** attributes) {
+  AppendReferences();
   m_way = &AddList<CGpsRoute>(m_results);
   m_way->name = AttributeValue(attributes, "id");
 }
@@ -100,12 +105,26 @@ void COsmReader::TakeTag(const XML_Char** attributes) {
 }
 
 void COsmReader::TakeReference(const XML_Char** attributes) {
-  const CGpsPoint* node = m_nodeIndex.Find(ParseId(AttributeValue(attributes, "ref")));
-  if (node) {
-    m_way->points.push_back(*node);
-  } else {
-    NoteConversion(EConversionNote::kStopWithoutWaypoint);
+  m_references[m_referenceCount++] = ParseId(AttributeValue(attributes, "ref"));
+  if (m_referenceCount == m_references.size()) AppendReferences();
+}
+
+// References wait for this until the index changes or the way ends: looking up many at once is
+// several times as fast.
+void COsmReader::AppendReferences() {
+  std::array<const CGpsPoint*, kReferencesAtOnce> nodes;
+  m_nodeIndex.Find({m_references.data(), m_referenceCount}, nodes.data());
+  for (size_t i = 0; i < m_referenceCount; ++i) {
+    if (nodes[i]) Prefetch(nodes[i]->name.data());
   }
+  for (size_t i = 0; i < m_referenceCount; ++i) {
+    if (nodes[i]) {
+      m_way->points.push_back(*nodes[i]);
+    } else {
+      NoteConversion(EConversionNote::kStopWithoutWaypoint);
+    }
+  }
+  m_referenceCount = 0;
 }
 
 uint32_t WriteOsm(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {

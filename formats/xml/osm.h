@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -24,14 +26,18 @@ class COsmReader final : public CXmlReader {
   /// Does nothing: all that counts stands in attributes.
   void CharacterData(const XML_Char* text, int length) override;
 
-  /// Hands the list of all nodes over; to be called after a parse without errors.
-  void Finish();
+  /// To be called with the status of the parse: completes the last way, and hands the list of all
+  /// nodes over if it is success.
+  void Finish(uint32_t status);
 
  private:
+  static constexpr size_t kReferencesAtOnce = 64;
+
   void StartNode(const XML_Char** attributes);
   void StartWay(const XML_Char** attributes);
   void TakeTag(const XML_Char** attributes);
   void TakeReference(const XML_Char** attributes);
+  void AppendReferences();
 
   PointLists& m_results;
   std::unique_ptr<CGpsWaypointList> m_nodes = std::make_unique<CGpsWaypointList>();
@@ -39,6 +45,8 @@ class COsmReader final : public CXmlReader {
   CGpsPoint m_point;
   uint64_t m_nodeId = 0;
   CGpsPointArray* m_way = nullptr;  ///< the last list of the results, while a way is open
+  std::array<uint64_t, kReferencesAtOnce> m_references{};  ///< ids of the way's next points
+  size_t m_referenceCount = 0;
   bool m_inNode = false;
 };
 

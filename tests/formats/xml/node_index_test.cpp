@@ -28,6 +28,22 @@ TEST(NodeIndex, FindsEveryIdAndNoOther) {
   EXPECT_EQ(index.Find(uint64_t{1} << 32), nullptr);
 }
 
+TEST(NodeIndex, FindsManyAtOnce) {
+  const CGpsPoint one, two;
+  const std::vector<uint64_t> ids = {2, 1, 3, 2, 0};
+  const CGpsPoint none;
+  std::vector<const CGpsPoint*> nodes(ids.size(), &none);
+  NodeIndex index;
+  index.Find(ids, nodes.data());
+  EXPECT_EQ(nodes, (std::vector<const CGpsPoint*>(ids.size(), nullptr)));
+
+  index.Set(1, one);
+  index.Set(2, two);
+  index.Find(ids, nodes.data());
+  EXPECT_EQ(nodes, (std::vector<const CGpsPoint*>{&two, &one, nullptr, &two, nullptr}));
+  index.Find({}, nullptr);
+}
+
 TEST(NodeIndex, TheLastOfEqualIdsCounts) {
   const CGpsPoint first, second;
   NodeIndex index;

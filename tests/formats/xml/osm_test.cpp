@@ -237,6 +237,45 @@ TEST_F(OsmReader, ANodeInAWay) {
   EXPECT_EQ(m_lists[1]->At(0).name, "n");
 }
 
+TEST_F(OsmReader, ANodeInAWayCountsForWhatFollows) {
+  const ConversionNotes notes;
+  Read(Node("1", "1") + "<way id=\"50\"><nd ref=\"1\"/><nd ref=\"2\"/>" + Node("1", "3") +
+       Node("2", "4") + "<nd ref=\"1\"/><nd ref=\"2\"/></way>");
+  EXPECT_EQ(Latitudes(0), (Values{1, 3, 4}));
+  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 1u);
+}
+
+TEST_F(OsmReader, WaysOfManyNodes) {
+  constexpr size_t kNodes = 300;
+  std::string content;
+  std::vector<std::string> references;
+  for (size_t i = 0; i < kNodes; ++i) {
+    const std::string id = std::to_string(i);
+    if (i % 100 != 99) content += Node(id, id);
+    references.insert(references.begin(), id);
+  }
+  const ConversionNotes notes;
+  for (size_t count = 0; count <= kNodes; ++count) {
+    references.resize(kNodes - count);
+    content += Way(references);
+  }
+  Read(content);
+  ASSERT_EQ(m_lists.size(), kNodes + 2);
+  uint64_t missing = 0;
+  for (size_t count = 0; count <= kNodes; ++count) {
+    Values expected;
+    for (size_t i = kNodes; i > count; --i) {
+      if ((i - 1) % 100 == 99) {
+        ++missing;
+      } else {
+        expected.push_back(static_cast<double>(i - 1));
+      }
+    }
+    ASSERT_EQ(Latitudes(count), expected) << count;
+  }
+  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), missing);
+}
+
 TEST_F(OsmReader, ANodeInANodeLeavesABlankOne) {
   Read(
       "<node id=\"1\" lat=\"1\" lon=\"1\"><tag k=\"name\" v=\"n\"/>"
