@@ -28,7 +28,7 @@ std::unique_ptr<CGpsNamedPoint> CopyOf(const CGpsNamedPoint& point) {
   return std::make_unique<CGpsNamedPoint>(point);
 }
 
-std::vector<CGpsPoint*> PointersTo(std::deque<CGpsPoint>& points) {
+std::vector<CGpsPoint*> PointersTo(PointQueue& points) {
   std::vector<CGpsPoint*> pointers;
   pointers.reserve(points.size());
   for (CGpsPoint& point : points) pointers.push_back(&point);
@@ -36,8 +36,8 @@ std::vector<CGpsPoint*> PointersTo(std::deque<CGpsPoint>& points) {
 }
 
 // Lets `points` hold just the given ones of its points, in the given order.
-void Rearrange(std::deque<CGpsPoint>& points, const std::vector<CGpsPoint*>& order) {
-  std::deque<CGpsPoint> arranged;
+void Rearrange(PointQueue& points, const std::vector<CGpsPoint*>& order) {
+  PointQueue arranged;
   for (CGpsPoint* point : order) arranged.push_back(std::move(*point));
   points.swap(arranged);
 }
@@ -187,18 +187,12 @@ void CGpsPointArray::SortAndUnique() {
 }
 
 void CGpsPointArray::RemoveNullPoints() {
-  std::erase_if(points, [](const CGpsPoint& point) { return point.IsNull(); });
+  erase_if(points, [](const CGpsPoint& point) { return point.IsNull(); });
 }
 
-CGpsPoint& CGpsPointArray::At(size_t index) {
-  if (index >= points.size()) ThrowBadIndex();
-  return points[index];
-}
+CGpsPoint& CGpsPointArray::At(size_t index) { return points.at(index); }
 
-const CGpsPoint& CGpsPointArray::At(size_t index) const {
-  if (index >= points.size()) ThrowBadIndex();
-  return points[index];
-}
+const CGpsPoint& CGpsPointArray::At(size_t index) const { return points.at(index); }
 
 void CGpsPointArray::TakePoints(CGpsPointArray& other) {
   if (this == &other) return;

@@ -2,13 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <list>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "core/point.h"
+#include "core/point_queue.h"
 
 /// A polyline: owned points of any kind in a linked list.
 class CGpsPointList {
@@ -78,7 +78,7 @@ class CGpsPointArray {
   /// Moves all points of `other` to the end of this list and leaves `other` without points.
   void TakePoints(CGpsPointArray& other);
 
-  std::deque<CGpsPoint> points;
+  PointQueue points;
   std::string name;  ///< UTF-8
 
  protected:

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <deque>
 #include <memory>
 #include <utility>
 #include <vector>
 
 #include "core/point.h"
+#include "core/point_queue.h"
 
 // The sorts of both kinds of point lists work on pointers and put the points in their places
 // afterwards, so that large points are moved once.
@@ -96,11 +96,10 @@ void SortAndKeepUnique(std::vector<Pointer>& entries) {
 
 /// The points that `SortAndUnique` would leave in a copy of `points`, in its order. They stay where
 /// they are.
-template <typename Point>
-std::vector<const Point*> SortedUniquePoints(const std::deque<Point>& points) {
-  std::vector<const Point*> order;
+inline std::vector<const CGpsPoint*> SortedUniquePoints(const PointQueue& points) {
+  std::vector<const CGpsPoint*> order;
   order.reserve(points.size());
-  for (const Point& point : points) order.push_back(&point);
+  for (const CGpsPoint& point : points) order.push_back(&point);
   SortAndKeepUnique(order);
   return order;
 }

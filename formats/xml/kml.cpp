@@ -142,10 +142,9 @@ void CKmlReader::EndInLineString(const XML_Char* name) {
 }
 
 // Only tuples of longitude, latitude and altitude make points. The line's name is that of its
-// placemark, if that has been told by now.
+// placemark, if that has been told by now and may be repeated.
 void CKmlReader::AddTrack() {
   auto track = std::make_unique<CGpsTrack>();
-  track->name = m_point.name;
   ForEachTuple(m_text, [&track](const Tuple& tuple) {
     if (tuple.count != 3) {
       NoteConversion(EConversionNote::kLinePassedOver);
@@ -160,7 +159,9 @@ void CKmlReader::AddTrack() {
       NoteConversion(EConversionNote::kPointWithoutPosition);
     }
   });
-  if (!track->points.empty()) m_results.push_back(std::move(track));
+  if (track->points.empty()) return;
+  if (m_allowance.TakeCopy(m_point.name.size())) track->name = m_point.name;
+  m_results.push_back(std::move(track));
 }
 
 void CKmlReader::EndInPlacemark(const XML_Char* name) {
@@ -169,6 +170,7 @@ void CKmlReader::EndInPlacemark(const XML_Char* name) {
     m_inPlacemark = false;
   } else if (IsName(name, "name")) {
     m_point.name = m_text;
+    m_allowance.AddText(m_text.size());
   } else if (IsName(name, "Snippet")) {
     m_point.comment = m_text;
   } else if (IsName(name, "description")) {

@@ -8,6 +8,7 @@
 
 #include "core/byte_sink.h"
 #include "core/point_list.h"
+#include "formats/xml/repeat_allowance.h"
 #include "formats/xml/xml_reader.h"
 #include "platform/wide_string.h"
 
@@ -23,8 +24,7 @@ class CKmlReader final : public CXmlReader {
   void EndElement(const XML_Char* name) override;
 
  private:
-  /// A folder, document or tour that is still open. An empty list takes half a kilobyte, which
-  /// files with many levels of folders must not cost.
+  /// A folder, document or tour that is still open.
   struct Container {
     std::string element;
     std::string listName;
@@ -42,6 +42,7 @@ class CKmlReader final : public CXmlReader {
   PointLists& m_results;
   std::deque<Container> m_stack;
   CGpsPoint m_point;
+  RepeatAllowance m_allowance;  ///< for the names of placemarks on their lines
   bool m_inPlacemark = false;
   bool m_inFlyTo = false;
   bool m_inLineString = false;

@@ -25,6 +25,8 @@ void WriteTag(CXmlElement& parent, std::string_view key, std::string_view value)
   parent.Child(kTag).Attribute("k", key).Attribute("v", value);
 }
 
+size_t TextSize(const CGpsPoint& point) { return point.name.size() + point.comment.size(); }
+
 // Ids of objects that the map's database doesn't know yet count down from -1.
 std::string NewId(size_t number) { return "-" + std::to_string(number); }
 
@@ -59,6 +61,7 @@ void COsmReader::StartElement(const XML_Char* name, const XML_Char** attributes)
 void COsmReader::EndElement(const XML_Char* name) {
   if (IsName(name, kNode)) {
     AppendReferences();
+    m_allowance.AddText(TextSize(m_point));
     m_nodes->points.push_back(std::move(m_point));
     m_nodeIndex.Set(m_nodeId, m_nodes->points.back());
     m_point.Reset();
@@ -118,10 +121,12 @@ void COsmReader::AppendReferences() {
     if (nodes[i]) Prefetch(nodes[i]->name.data());
   }
   for (size_t i = 0; i < m_referenceCount; ++i) {
-    if (nodes[i]) {
+    if (!nodes[i]) {
+      NoteConversion(EConversionNote::kStopWithoutWaypoint);
+    } else if (m_allowance.TakeCopy(TextSize(*nodes[i]))) {
       m_way->points.push_back(*nodes[i]);
     } else {
-      NoteConversion(EConversionNote::kStopWithoutWaypoint);
+      NoteConversion(EConversionNote::kLinePassedOver);
     }
   }
   m_referenceCount = 0;

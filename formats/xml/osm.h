@@ -10,6 +10,7 @@
 #include "core/byte_sink.h"
 #include "core/point_list.h"
 #include "formats/xml/node_index.h"
+#include "formats/xml/repeat_allowance.h"
 #include "formats/xml/xml_reader.h"
 #include "platform/wide_string.h"
 
@@ -47,6 +48,7 @@ class COsmReader final : public CXmlReader {
   CGpsPointArray* m_way = nullptr;  ///< the last list of the results, while a way is open
   std::array<uint64_t, kReferencesAtOnce> m_references{};  ///< ids of the way's next points
   size_t m_referenceCount = 0;
+  RepeatAllowance m_allowance;  ///< for the texts of nodes in ways
   bool m_inNode = false;
 };
 

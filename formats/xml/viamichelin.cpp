@@ -7,6 +7,7 @@
 #include "core/format_file.h"
 #include "core/numbers.h"
 #include "formats/xml/point_element_reader.h"
+#include "formats/xml/repeat_allowance.h"
 #include "formats/xml/xml_reader.h"
 #include "formats/xml/xml_writer.h"
 
@@ -32,6 +33,7 @@ class CXvmReader final : public CXmlReader {
     } else if (ListOf(name)) {
       m_point.Reset();
       StoreAttributes(m_point, attributes, kAttributes);
+      m_allowance.AddText(m_point.name.size());
     } else if (IsName(name, "step") || IsName(name, "poi")) {
       NoteConversion(EConversionNote::kLinePassedOver);
     }
@@ -40,12 +42,13 @@ class CXvmReader final : public CXmlReader {
   void EndElement(const XML_Char* name) override {
     if (IsName(name, "description")) {
       m_point.comment = m_text;
+      m_allowance.AddText(m_text.size());
     } else if (IsName(name, "itinerary")) {
       HandOver(std::move(m_route));
     } else if (IsName(name, "poi_list")) {
       HandOver(std::move(m_waypoints));
     } else if (CGpsPointArray* list = ListOf(name)) {
-      list->points.push_back(m_point);
+      AppendPoint(*list);
     }
   }
 
@@ -59,6 +62,15 @@ class CXvmReader final : public CXmlReader {
     return m_waypoints.get();
   }
 
+  // A point inside another one is the last to be read, and so both come out as this one.
+  void AppendPoint(CGpsPointArray& list) {
+    if (m_allowance.TakeCopy(m_point.name.size() + m_point.comment.size())) {
+      list.points.push_back(m_point);
+    } else {
+      NoteConversion(EConversionNote::kLinePassedOver);
+    }
+  }
+
   void HandOver(std::unique_ptr<CGpsPointArray> list) {
     if (list) m_results.push_back(std::move(list));
   }
@@ -67,6 +79,7 @@ class CXvmReader final : public CXmlReader {
   std::unique_ptr<CGpsRoute> m_route;             ///< the open itinerary
   std::unique_ptr<CGpsWaypointList> m_waypoints;  ///< made at the first free point
   CGpsPoint m_point;
+  RepeatAllowance m_allowance;  ///< for the texts of points inside points
 };
 
 }  // namespace

@@ -65,6 +65,18 @@ TEST(Load, ConvertsAFolderOfTenThousandFiles) { ExpectAllConverted("LC_ALL=C"); 
 #ifndef CORVANE_SANITIZED
 TEST(Load, ConvertsThemInAQuarterOfAGigabyte) { ExpectAllConverted("ulimit -v 262144; LC_ALL=C"); }
 
+// Without points, lists take little more than the pointers to them.
+TEST(Load, ConvertsAMillionEmptyListsInAQuarterOfAGigabyte) {
+  const TemporaryFolder folder;
+  std::string content = "<osm><node id=\"1\" lat=\"1\" lon=\"2\"/>";
+  for (int i = 0; i < 1000000; ++i) content += "<way/>";
+  folder.Put("a.osm", content + "<way id=\"7\"><nd ref=\"1\"/></way></osm>");
+  const ProgramResult result = RunConverter({folder.PathTo("a.osm"), "itn", "--list", "routes"},
+                                            "ulimit -v 262144; LC_ALL=C");
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_EQ(folder.Get("a.itn"), "200000|100000||4|\r\n");
+}
+
 TEST(Load, TellsWhereMemoryRunsOut) {
   const TemporaryFolder folder;
   std::string content;

@@ -316,6 +316,19 @@ TEST_F(KmlReader, EveryLineIsATrack) {
   EXPECT_EQ(m_lists[3]->At(0).longitude, 10.0);
 }
 
+TEST_F(KmlReader, LongNamesAreNotRepeatedWithoutEnd) {
+  std::string lines;
+  for (int i = 0; i < 10'000; ++i) lines += Coordinates("1,2,3");
+  Read("<Folder><Placemark><name>" + std::string(1'000'000, 'n') + "</name><LineString>" +
+       Coordinates("") + lines + "</LineString></Placemark><Placemark><name>" +
+       std::string(64, 'x') + "</name><LineString>" + lines + "</LineString></Placemark></Folder>");
+  ASSERT_EQ(m_lists.size(), 20'000u);
+  // The name four times and 2^20 bytes more are room for five copies.
+  EXPECT_EQ(m_lists[4]->name.size(), 1'000'000u);
+  for (size_t i = 5; i < 10'000; ++i) ASSERT_EQ(m_lists[i]->name, "");
+  EXPECT_EQ(m_lists[19'999]->name.size(), 64u);
+}
+
 TEST_F(KmlReader, ALineWithoutAPlacemarkHasNoName) {
   Read("<Folder><Placemark><name>a</name>" + Coordinates("1,2") + "</Placemark><LineString>" +
        Coordinates("1,2,3") + "</LineString></Folder>");

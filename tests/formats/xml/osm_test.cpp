@@ -410,6 +410,22 @@ TEST_F(OsmReader, HostileNesting) {
   EXPECT_EQ(m_lists.size(), 300'000u);
 }
 
+TEST_F(OsmReader, LongTextsAreNotCopiedWithoutEnd) {
+  // 1000001 bytes four times, and 2^20 more, are room for five copies and no sixth.
+  const std::string node = "<node id=\"1\"><tag k=\"name\" v=\"" + std::string(1'000'000, 'n') +
+                           "\"/><tag k=\"note\" v=\"c\"/></node>";
+  std::string references;
+  for (int i = 0; i < 100'000; ++i) references += "<nd ref=\"1\"/><nd ref=\"2\"/>";
+  const ConversionNotes notes;
+  Read(node + "<node id=\"2\"><tag k=\"name\" v=\"" + std::string(64, 'x') + "\"/></node>" +
+       "<way id=\"3\">" + references + "</way>");
+  ASSERT_EQ(m_lists.size(), 2u);
+  EXPECT_EQ(m_lists[0]->Count(), 100'005u);
+  EXPECT_EQ(m_lists[0]->points[4].name.size(), 1'000'000u);
+  EXPECT_EQ(m_lists[0]->points[10].name.size(), 64u);
+  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 99'995u);
+}
+
 TEST_F(OsmReader, LongTexts) {
   const std::string name(1'000'000, 'n');
   EXPECT_EQ(ParseOsm(OsmBytes(MakeList(name, MakePoint(1, 2, name, name))), m_lists),

@@ -110,6 +110,32 @@ TEST(XvmReader, GivesNoListsForADocumentWithNothingInIt) {
   EXPECT_TRUE(lists.empty());
 }
 
+TEST(XvmReader, PointsInsideAPointRepeatIt) {
+  PointLists lists;
+  EXPECT_EQ(ParseXvm("<poi_list><poi name=\"a\"><poi name=\"b\" latitude=\"1\"/></poi></poi_list>",
+                     lists),
+            kStatusSuccess);
+  ASSERT_EQ(lists.at(0)->Count(), 2u);
+  EXPECT_EQ(lists[0]->points[0].name, "b");
+  EXPECT_EQ(lists[0]->points[1].name, "b");
+  EXPECT_EQ(lists[0]->points[1].latitude, 1.0);
+}
+
+TEST(XvmReader, LongTextsAreNotRepeatedWithoutEnd) {
+  // The name and the description of 500000 bytes each four times, and 2^20 bytes more, are room for
+  // five copies of both.
+  const std::string text(500'000, 'n');
+  std::string points;
+  for (int i = 1; i < 10'000; ++i) points += "<poi>";
+  points += "<poi name=\"" + text + "\"><description>" + text + "</description>";
+  for (int i = 0; i < 10'000; ++i) points += "</poi>";
+  PointLists lists;
+  const ConversionNotes notes;
+  EXPECT_EQ(ParseXvm("<poi_list>" + points + "</poi_list>", lists), kStatusSuccess);
+  EXPECT_EQ(lists.at(0)->Count(), 5u);
+  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 9'995u);
+}
+
 TEST(XvmReader, StepsStandInsideAndFreePointsOutsideOfItineraries) {
   PointLists lists;
   EXPECT_EQ(ParseXvm("<poi_list><step name=\"lost\" latitude=\"1\" longitude=\"2\"/>"
