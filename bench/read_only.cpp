@@ -1,0 +1,31 @@
+// Reads a file with the readers of its extension and only counts what comes: what a conversion
+// costs before anything is written.
+
+#include <cstdio>
+
+#include "core/format_search.h"
+#include "core/status.h"
+#include "core/text.h"
+#include "formats/format_rows.h"
+#include "platform/path_text.h"
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: read_only FILE\n");
+    return 2;
+  }
+  size_t lists = 0;
+  size_t points = 0;
+  const uint32_t status = SearchReaders(DefaultFormatTable(), WidePath(argv[1]), true,
+                                        [&](const CItineraryFormat&, PointLists& found) {
+                                          lists = found.size();
+                                          for (const auto& list : found) points += list->Count();
+                                          return kStatusSuccess;
+                                        });
+  if (status != kStatusSuccess) {
+    std::fprintf(stderr, "read_only: %s cannot be read (status %u)\n", argv[1], status);
+    return 1;
+  }
+  std::printf("%zu lists, %zu points\n", lists, points);
+  return 0;
+}
