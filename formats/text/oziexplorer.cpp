@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/conversion_notes.h"
+#include "core/file_lines.h"
 #include "core/format_file.h"
 #include "core/numbers.h"
 #include "core/text.h"
@@ -107,19 +108,13 @@ CGpsRoute& NextRoute(CGpsRoute* last, PointLists& lists) {
   return *last;
 }
 
-}  // namespace
-
-uint32_t ReadOziRoute(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseOziRoute(bytes, lists); });
-}
-
-uint32_t ParseOziRoute(std::string_view bytes, PointLists& lists) {
+// Reads a route file line by line from a LineSplitter or FileLines.
+template <typename Lines>
+uint32_t ParseRouteLines(Lines& lines, PointLists& lists) {
   bool headerSeen = false;
   CGpsRoute* route = nullptr;
   int32_t routeNumber = kNoRouteNumber;
 
-  LineSplitter lines(bytes);
   Fields fields;
   for (std::string_view line; lines.Next(line);) {
     SplitFirstFields(line, ',', kRteFields, fields);
@@ -141,6 +136,17 @@ uint32_t ParseOziRoute(std::string_view bytes, PointLists& lists) {
     }
   }
   return headerSeen ? kStatusSuccess : kStatusFailure;
+}
+
+}  // namespace
+
+uint32_t ReadOziRoute(const WideString& path, PointLists& lists, bool) {
+  return ReadFileByLine(path, [&lists](FileLines& lines) { return ParseRouteLines(lines, lists); });
+}
+
+uint32_t ParseOziRoute(std::string_view bytes, PointLists& lists) {
+  LineSplitter lines(bytes);
+  return ParseRouteLines(lines, lists);
 }
 
 int32_t ParseOziRteRouteLine(const Fields& fields, CGpsPointArray& list) {
