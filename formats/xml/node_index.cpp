@@ -48,7 +48,7 @@ void NodeIndex::Find(std::span<const uint64_t> ids, const CGpsPoint** nodes) con
   }
   for (size_t i = 0; i < ids.size(); ++i) {
     nodes[i] = Find(ids[i]);
-    Prefetch(nodes[i]);
+    if (nodes[i]) Prefetch(nodes[i]);
   }
 }
 
