@@ -1,5 +1,6 @@
 #include "core/byte_sink.h"
 
+#include <algorithm>
 #include <bit>
 
 #include "core/text.h"
@@ -12,8 +13,9 @@ constexpr char32_t kReplacement = 0xFFFD;
 }  // namespace
 
 void ByteSink::Narrow(std::string_view utf8) {
-  AppendNarrowUtf8(m_buffer, utf8);
-  if (m_buffer.size() >= kPieceSize) Drain();
+  m_narrow.clear();
+  AppendNarrowUtf8(m_narrow, utf8);
+  Write(m_narrow);
 }
 
 void ByteSink::Utf16(std::string_view utf8) {
@@ -29,7 +31,24 @@ void ByteSink::Utf16(std::string_view utf8) {
     for (const char16_t unit : units) Uint16(unit);
     i += decoded.length;
   }
-  if (m_buffer.size() >= kPieceSize) Drain();
 }
 
 void ByteSink::Double(double value) { Uint64(std::bit_cast<uint64_t>(value)); }
+
+void ByteSink::Zeros(size_t count) {
+  while (count > 0) {
+    if (Room() == 0) Drain();
+    const size_t fitting = std::min(count, Room());
+    m_next = std::fill_n(m_next, fitting, '\0');
+    count -= fitting;
+  }
+}
+
+void ByteSink::WriteBeyondRoom(std::string_view bytes) {
+  Drain();
+  if (bytes.size() >= kPieceSize) {
+    Consume(bytes);
+  } else {
+    m_next += bytes.copy(m_next, bytes.size());
+  }
+}

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -18,10 +20,13 @@ class ByteSink {
   ByteSink& operator=(const ByteSink&) = delete;
 
   void Write(std::string_view bytes) {
-    m_buffer.append(bytes);
-    if (m_buffer.size() >= kPieceSize) Drain();
+    if (bytes.size() > Room()) return WriteBeyondRoom(bytes);
+    m_next += bytes.copy(m_next, bytes.size());
   }
-  void Put(char byte) { m_buffer.push_back(byte); }
+  void Put(char byte) {
+    if (Room() == 0) Drain();
+    *m_next++ = byte;
+  }
 
   /// As C's printf; `format` must suit the arguments. Text is given as std::string or a view.
   template <typename... Args>
@@ -30,10 +35,16 @@ class ByteSink {
   }
 
   /// A number as "%.*f".
-  void Fixed(double value, int decimals) { AppendFixed(m_buffer, value, decimals); }
+  void Fixed(double value, int decimals) {
+    NumberRoom room;
+    Write(FixedText(room, value, decimals));
+  }
 
   /// A whole number as "%0*d": zeros behind the sign up to `width` characters.
-  void Whole(int64_t value, size_t width = 0) { AppendWhole(m_buffer, value, width); }
+  void Whole(int64_t value, size_t width = 0) {
+    NumberRoom room;
+    Write(WholeText(room, value, width));
+  }
 
   /// UTF-8 text narrowed to 8 bits.
   void Narrow(std::string_view utf8);
@@ -47,13 +58,13 @@ class ByteSink {
   void Uint32(uint32_t value) { Integer(value, 4); }
   void Uint64(uint64_t value) { Integer(value, 8); }
   void Double(double value);
-  void Zeros(size_t count) { m_buffer.append(count, '\0'); }
+  void Zeros(size_t count);
 
  protected:
   /// Hands the buffered bytes on. Every final class calls this when it is done.
   void Drain() {
-    Consume(m_buffer);
-    m_buffer.clear();
+    Consume({m_start.get(), static_cast<size_t>(m_next - m_start.get())});
+    m_next = m_start.get();
   }
   virtual void Consume(std::string_view bytes) = 0;
 
@@ -63,10 +74,17 @@ class ByteSink {
   void Integer(uint64_t value, size_t width) {
     char bytes[sizeof value];
     for (size_t i = 0; i < width; ++i) bytes[i] = static_cast<char>(value >> (8 * i) & 0xFF);
-    m_buffer.append(bytes, width);
+    Write({bytes, width});
   }
 
-  std::string m_buffer;
+  /// Of the buffer, in bytes.
+  size_t Room() const { return static_cast<size_t>(m_end - m_next); }
+  void WriteBeyondRoom(std::string_view bytes);
+
+  const std::unique_ptr<char[]> m_start = std::make_unique_for_overwrite<char[]>(kPieceSize);
+  char* m_next = m_start.get();
+  char* const m_end = m_start.get() + kPieceSize;
+  std::string m_narrow;  ///< the text that `Narrow` makes
 };
 
 /// A sink that keeps everything in memory.

@@ -19,7 +19,9 @@ std::string_view WithoutLeadingSpace(std::string_view text) {
   return text.substr(start);
 }
 
-bool HasHexMark(std::string_view text) { return text.substr(0, 2) == "0x"; }
+bool HasHexMark(std::string_view text) {
+  return text.size() >= 2 && text[0] == '0' && text[1] == 'x';
+}
 
 // Sign and digits of a whole number, clamped to 64 bits.
 struct Magnitude {
@@ -81,38 +83,47 @@ bool IsTooLarge(std::string_view number) {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
+// Reads digits on from `text`, and returns where they end, at the latest at `end`. What is too
+// large for `digits` wraps.
+const char* TakeDigits(const char* text, const char* end, uint64_t& digits) {
+  for (; text != end && IsDigit(*text); ++text)
+    digits = digits * 10 + static_cast<uint64_t>(*text - '0');
+  return text;
+}
+
+// All exact. Not inside the functions, which would put them on the stack anew in every call.
+constexpr double kPowersOfTen[] = {1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
 // Reads the numbers that files are full of: up to 15 digits, perhaps with a point among them. These
 // digits and the power of ten below them are exact doubles, and so their quotient is what correct
-// rounding gives. False for all else.
-bool ParseShortDecimal(std::string_view text, double& value) {
-  constexpr double kPowers[] = {1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  constexpr size_t kMostCharacters = 16;  // of the digits and the point
-  const size_t limit = std::min(text.size(), kMostCharacters + 1);
+// rounding gives. False for all else. The end may be null for text that ends with a zero byte.
+bool ParseShortDecimal(const char* const start, const char* const end, double& value) {
+  constexpr std::ptrdiff_t kMostDigits = 15;
   uint64_t digits = 0;
-  size_t position = 0;
-  for (; position < limit && IsDigit(text[position]); ++position)
-    digits = digits * 10 + static_cast<uint64_t>(text[position] - '0');
-  const size_t wholeDigits = position;
-  size_t decimals = 0;
-  if (position < limit && text[position] == '.') {
-    for (++position; position < limit && IsDigit(text[position]); ++position, ++decimals)
-      digits = digits * 10 + static_cast<uint64_t>(text[position] - '0');
+  const char* position = TakeDigits(start, end, digits);
+  std::ptrdiff_t count = position - start;
+  std::ptrdiff_t decimals = 0;
+  if (count == 0) return false;
+  if (position != end && *position == '.') {
+    const char* const point = position++;
+    position = TakeDigits(position, end, digits);
+    decimals = position - point - 1;
+    count += decimals;
   }
-  if (wholeDigits == 0 || wholeDigits + decimals > 15) return false;
-  if (position < text.size() && (text[position] == 'e' || text[position] == 'E')) return false;
-  value = static_cast<double>(digits) / kPowers[decimals];
+  if (count > kMostDigits) return false;
+  if (position != end && (*position == 'e' || *position == 'E')) return false;
+  value = static_cast<double>(static_cast<int64_t>(digits)) / kPowersOfTen[decimals];
   return true;
 }
 
 // Rounds |value| × 10^decimals to a whole number, exactly and with ties to even, for products
 // below 2^52: there the error of the product is itself a double, which the fused operation gives.
 bool ScaleExactly(double magnitude, int decimals, uint64_t& scaled) {
-  constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
   constexpr double kLimit = 0x1p52;
   constexpr double kLargestRelativeError = 0x1p-53;
   if (decimals < 0 || decimals > 9) return false;
-  const double power = kPowers[decimals];
+  const double power = kPowersOfTen[decimals];
   const double product = magnitude * power;
   if (!(product < kLimit)) return false;
   const auto whole = static_cast<int64_t>(product);
@@ -127,9 +138,6 @@ bool ScaleExactly(double magnitude, int decimals, uint64_t& scaled) {
   scaled = static_cast<uint64_t>(whole) + (roundsUp ? 1 : 0);
   return true;
 }
-
-// Room for the digits of 64 bits, a sign and a decimal point.
-constexpr size_t kDigitRoom = 32;
 
 // The digits of 0 to 99, two each.
 constexpr auto kDigitPairs = [] {
@@ -185,7 +193,7 @@ bool TryParseReal(std::string_view text, double& value) {
   if (text.empty() || !(IsDigit(text[0]) || text[0] == '.')) return false;
 
   double magnitude = 0.0;
-  if (ParseShortDecimal(text, magnitude)) {
+  if (ParseShortDecimal(text.data(), text.data() + text.size(), magnitude)) {
     value = negative ? -magnitude : magnitude;
     return true;
   }
@@ -205,6 +213,18 @@ double ParseReal(std::string_view text) {
   return value;
 }
 
+// Measures only text that needs it: Expat has just put the bytes of an attribute in their place,
+// one by one, and reading many of them at once has to wait for that.
+double ParseReal(const char* text) {
+  double magnitude = 0.0;
+  const bool negative = *text == '-';
+  const char* const digits = text + (negative ? 1 : 0);
+  const bool isHexMarked = text[0] == '0' && text[1] == 'x';
+  if (isHexMarked || !ParseShortDecimal(digits, nullptr, magnitude))
+    return ParseReal(std::string_view(text));
+  return negative ? -magnitude : magnitude;
+}
+
 double ParseReal(std::u16string_view text) { return ParseReal(AsciiPrefix(text)); }
 
 int32_t TruncateToInt32(double value) {
@@ -220,38 +240,51 @@ int32_t ToFixedPoint(double degrees) {
   return TruncateToInt32(std::floor(degrees * 100000.0) + 0.5);
 }
 
-void AppendFixed(std::string& text, double value, int decimals) {
+std::string_view FixedText(NumberRoom& room, double value, int decimals) {
   uint64_t scaled = 0;
-  if (!std::isfinite(value) || !ScaleExactly(std::abs(value), decimals, scaled)) {
-    if (std::isnan(value) || std::isinf(value)) {
-      if (std::signbit(value)) text.push_back('-');
-      text.append(std::isnan(value) ? "nan" : "inf");
-    } else {
-      fmt::format_to(std::back_inserter(text), "{:.{}f}", value, decimals);
-    }
-    return;
+  if (!std::isfinite(value)) {
+    room.longer = std::signbit(value) ? "-" : "";
+    room.longer += std::isnan(value) ? "nan" : "inf";
+    return room.longer;
   }
-  char room[kDigitRoom];
-  char* const end = room + kDigitRoom;
+  if (!ScaleExactly(std::abs(value), decimals, scaled)) {
+    room.longer = fmt::format("{:.{}f}", value, decimals);
+    return room.longer;
+  }
+  char* const end = room.digits.data() + room.digits.size();
   char* start = end;
   for (int i = 1; i < decimals; i += 2) start = PrependPair(start, scaled);
   if (decimals % 2 != 0) start = PrependDigit(start, scaled);
   if (decimals > 0) *--start = '.';
   start = PrependWhole(start, scaled);
   if (std::signbit(value)) *--start = '-';
-  text.append(start, static_cast<size_t>(end - start));
+  return {start, static_cast<size_t>(end - start)};
+}
+
+std::string_view WholeText(NumberRoom& room, int64_t value, size_t width) {
+  char* const end = room.digits.data() + room.digits.size();
+  const auto bits = static_cast<uint64_t>(value);
+  char* start = PrependWhole(end, value < 0 ? 0 - bits : bits);
+  const size_t signLength = value < 0 ? 1 : 0;
+  if (width > room.digits.size()) {
+    const std::string_view digits(start, static_cast<size_t>(end - start));
+    room.longer.assign(signLength, '-');
+    room.longer.append(width - signLength - digits.size(), '0').append(digits);
+    return room.longer;
+  }
+  while (static_cast<size_t>(end - start) + signLength < width) *--start = '0';
+  if (value < 0) *--start = '-';
+  return {start, static_cast<size_t>(end - start)};
+}
+
+void AppendFixed(std::string& text, double value, int decimals) {
+  NumberRoom room;
+  text.append(FixedText(room, value, decimals));
 }
 
 void AppendWhole(std::string& text, int64_t value, size_t width) {
-  char room[kDigitRoom];
-  char* const end = room + kDigitRoom;
-  const auto bits = static_cast<uint64_t>(value);
-  const char* const start = PrependWhole(end, value < 0 ? 0 - bits : bits);
-  const auto digits = static_cast<size_t>(end - start);
-  const size_t length = digits + (value < 0 ? 1 : 0);
-  if (value < 0) text.push_back('-');
-  if (length < width) text.append(width - length, '0');
-  text.append(start, digits);
+  NumberRoom room;
+  text.append(WholeText(room, value, width));
 }
 
 std::string ToFixedString(double value, int decimals) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -23,6 +24,8 @@ uint64_t ParseId(std::string_view text);
 /// read as decimal.
 double ParseReal(std::string_view text);
 double ParseReal(std::u16string_view text);
+/// The same of text that ends with a zero byte.
+double ParseReal(const char* text);
 
 /// As `ParseReal`, with false and `value` untouched when no number stands at the start.
 bool TryParseReal(std::string_view text, double& value);
@@ -37,12 +40,26 @@ uint32_t TruncateToUint32(double value);
 /// truncated toward zero. Devices rely on the asymmetry that this gives below zero.
 int32_t ToFixedPoint(double degrees);
 
-/// Appends `value` as printf's "%.*f" does: exact value, ties to even, never an exponent.
+/// Where a number becomes text: digits from the end of `digits` on, or all of `longer` for what
+/// finds no room there.
+struct NumberRoom {
+  std::array<char, 32> digits;
+  std::string longer;
+};
+
+/// `value` as printf's "%.*f" writes it: exact value, ties to even, never an exponent. The text
+/// lies in `room`.
+std::string_view FixedText(NumberRoom& room, double value, int decimals);
+
+/// `value` as printf's "%0*lld" writes it: at least `width` characters, the sign in front of the
+/// zeros that fill up. The text lies in `room`.
+std::string_view WholeText(NumberRoom& room, int64_t value, size_t width = 0);
+
+/// Appends the `FixedText` of `value`.
 void AppendFixed(std::string& text, double value, int decimals);
 
 /// The same as a text of its own ("2.352200" with six decimals).
 std::string ToFixedString(double value, int decimals);
 
-/// Appends `value` as printf's "%0*lld" does: at least `width` characters, the sign in front of the
-/// zeros that fill up.
+/// Appends the `WholeText` of `value`.
 void AppendWhole(std::string& text, int64_t value, size_t width = 0);
