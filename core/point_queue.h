@@ -6,13 +6,19 @@
 #include <stdexcept>
 #include <utility>
 
+#include "core/block_pool.h"
 #include "core/point.h"
 
 /// The points of a list: a std::deque that is made with the first point. An empty std::deque holds
 /// two thirds of a kilobyte, and a file may have a list in every six of its bytes. References to
 /// points stay valid while points are added at either end; iterators don't.
 class PointQueue {
-  using Deque = std::deque<CGpsPoint>;
+  // Its pool is made before it and outlives it.
+  struct Deque : private BlockPool, public std::deque<CGpsPoint, PooledBlocks<CGpsPoint>> {
+    Deque() : deque(PooledBlocks<CGpsPoint>(*this)) {}
+    Deque(const Deque& other) : deque(other, PooledBlocks<CGpsPoint>(*this)) {}
+    Deque& operator=(const Deque&) = delete;
+  };
 
  public:
   using value_type = Deque::value_type;
