@@ -33,6 +33,7 @@ class OutputFile {
   void OpenReplacement();
   void OverwriteTarget();
   void Discard();
+  void WriteBehind();
 
   std::string m_target;
   std::string m_temporary;  ///< its name in the mode kReplace, its content in the mode kInPlace
@@ -40,5 +41,8 @@ class OutputFile {
   int m_folder = -1;  ///< where the temporary file is: with this folder's path in front, its name
                       ///< could be too long where the target's is not
   int m_file = -1;
+  bool m_replacesFile = false;  ///< in the mode kReplace: the target exists
+  uint64_t m_size = 0;          ///< written so far
+  uint64_t m_begunSize = 0;     ///< of which the disk was told to begin
   uint32_t m_status = 0;
 };
