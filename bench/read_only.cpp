@@ -2,6 +2,7 @@
 // costs before anything is written.
 
 #include <cstdio>
+#include <utility>
 
 #include "core/format_search.h"
 #include "core/status.h"
@@ -14,18 +15,19 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: read_only FILE\n");
     return 2;
   }
-  size_t lists = 0;
-  size_t points = 0;
+  // Left to the end of the process, as the converter does with what it has read.
+  auto& lists = *new PointLists;
   const uint32_t status = SearchReaders(DefaultFormatTable(), WidePath(argv[1]), true,
                                         [&](const CItineraryFormat&, PointLists& found) {
-                                          lists = found.size();
-                                          for (const auto& list : found) points += list->Count();
+                                          lists = std::move(found);
                                           return kStatusSuccess;
                                         });
   if (status != kStatusSuccess) {
     std::fprintf(stderr, "read_only: %s cannot be read (status %u)\n", argv[1], status);
     return 1;
   }
-  std::printf("%zu lists, %zu points\n", lists, points);
+  size_t points = 0;
+  for (const auto& list : lists) points += list->Count();
+  std::printf("%zu lists, %zu points\n", lists.size(), points);
   return 0;
 }
