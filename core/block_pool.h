@@ -70,11 +70,14 @@ class PooledBlocks {
 
   explicit PooledBlocks(BlockPool& pool) : m_pool(&pool) {}
   template <typename Other>
-  PooledBlocks(const PooledBlocks<Other>& other) : m_pool(other.m_pool) {}
+  explicit PooledBlocks(const PooledBlocks<Other>& other) : m_pool(other.m_pool) {}
 
   Value* allocate(size_t count) {
-    if constexpr (kIsIndex) return std::allocator<Value>().allocate(count);
-    return static_cast<Value*>(m_pool->Take(count * sizeof(Value)));
+    if constexpr (kIsIndex) {
+      return std::allocator<Value>().allocate(count);
+    } else {
+      return static_cast<Value*>(m_pool->Take(count * sizeof(Value)));
+    }
   }
   void deallocate(Value* values, size_t count) {
     if constexpr (kIsIndex) {
