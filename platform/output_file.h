@@ -36,8 +36,9 @@ class OutputFile {
   void WriteBehind();
 
   std::string m_target;
-  std::string m_temporary;  ///< its name in the mode kReplace, its content in the mode kInPlace
   EMode m_mode = EMode::kReplace;
+  std::string m_temporary;  ///< in the mode kReplace: the name of that file
+  std::string m_content;    ///< in the mode kInPlace: all that was written
   int m_folder = -1;  ///< where the temporary file is: with this folder's path in front, its name
                       ///< could be too long where the target's is not
   int m_file = -1;

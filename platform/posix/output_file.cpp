@@ -124,7 +124,6 @@ OutputFile::OutputFile(const WideString& path) : m_target(PathBytes(path)) {
   OpenReplacement();
   if (m_file < 0 && exists && (errno == EACCES || errno == EROFS || errno == EPERM)) {
     m_mode = EMode::kInPlace;
-    m_temporary.clear();
   } else if (m_file < 0) {
     m_status = FailWithErrno();
   } else if (exists) {
@@ -159,7 +158,7 @@ void OutputFile::Discard() {
 void OutputFile::Write(std::string_view bytes) {
   if (m_status != 0) return;
   if (m_mode == EMode::kInPlace) {
-    m_temporary.append(bytes);
+    m_content.append(bytes);
   } else if (!WriteFully(m_file, bytes)) {
     m_status = FailWithErrno();
   } else {
@@ -226,7 +225,7 @@ void OutputFile::OverwriteTarget() {
     return lseek(file.Get(), 0, SEEK_SET) == 0 && WriteFully(file.Get(), content) &&
            ftruncate(file.Get(), static_cast<off_t>(content.size())) == 0;
   };
-  if (count < 0 || !overwrite(m_temporary)) {
+  if (count < 0 || !overwrite(m_content)) {
     m_status = FailWithErrno();
     if (count == 0) overwrite(former);
   }
