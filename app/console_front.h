@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/options.h"
-#include "core/conversion_front.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "conversion/conversion_front.h"
 
 /// The console as the front of a conversion: messages go to standard error, questions to the
 /// terminal, and where there is none the first answer is taken.

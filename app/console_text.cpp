@@ -1,10 +1,10 @@
 #include "app/console_text.h"
 
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "base/unicode.h"
 #include "platform/folder.h"
 #include "platform/last_error.h"
-#include "platform/unicode.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 
 #include <fmt/printf.h>
 
-#include "core/localized_text.h"
+#include "base/localized_text.h"
+#include "base/wide_string.h"
 #include "platform/console.h"
-#include "platform/wide_string.h"
 
 // Numbers of the console's own texts.
 enum EConsoleText : uint32_t {

@@ -5,8 +5,8 @@
 #include "app/console_text.h"
 #include "app/json_string.h"
 #include "app/output_sink.h"
-#include "core/format_search.h"
-#include "core/text.h"
+#include "base/text.h"
+#include "conversion/format_search.h"
 
 namespace {
 

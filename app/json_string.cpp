@@ -1,6 +1,6 @@
 #include "app/json_string.h"
 
-#include "platform/unicode.h"
+#include "base/unicode.h"
 
 void WriteJsonString(ByteSink& sink, std::string_view text) {
   sink.Put('"');

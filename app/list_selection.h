@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "app/options.h"
-#include "core/point_list.h"
+#include "model/point_list.h"
 
 /// The indices of the lists that a choice means; none when it means none of them, or one that is
 /// not there. The default is the first route, without one the first list of points, without one

@@ -3,10 +3,10 @@
 #include "app/console_text.h"
 #include "app/json_string.h"
 #include "app/list_selection.h"
-#include "core/csv_layout_question.h"
-#include "core/format_search.h"
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "conversion/csv_layout_question.h"
+#include "conversion/format_search.h"
 
 namespace {
 

@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "core/byte_sink.h"
-#include "core/conversion_notes.h"
-#include "core/csv_layout.h"
-#include "core/format_table.h"
-#include "core/loss_report.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_table.h"
+#include "conversion/loss_report.h"
+#include "io/byte_sink.h"
+#include "settings/csv_layout.h"
 
 /// What is known of the losses of one conversion.
 struct ConversionCheck {

@@ -1,19 +1,19 @@
 #include <optional>
 #include <string>
 
+#include "app/command_line.h"
 #include "app/console_text.h"
 #include "app/format_listing.h"
 #include "app/inspection.h"
 #include "app/options.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
-#include "core/command_line.h"
-#include "core/product.h"
-#include "core/settings.h"
+#include "base/product.h"
 #include "formats/format_rows.h"
 #include "platform/console.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
+#include "settings/settings.h"
 
 namespace {
 

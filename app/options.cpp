@@ -8,10 +8,10 @@
 #include <CLI/CLI.hpp>
 
 #include "app/console_text.h"
-#include "core/csv_layout_text.h"
-#include "core/text.h"
+#include "base/text.h"
 #include "platform/folder.h"
 #include "platform/path_text.h"
+#include "settings/csv_layout_text.h"
 
 namespace {
 

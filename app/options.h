@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/csv_layout.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "settings/csv_layout.h"
 
 /// Which lists of a file become the itinerary.
 struct ListChoice {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/byte_sink.h"
+#include "io/byte_sink.h"
 #include "platform/console.h"
 
 /// A sink that fills standard output.

@@ -6,10 +6,10 @@
 #include "app/json_string.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"
-#include "core/csv_layout_question.h"
-#include "core/settings.h"
-#include "core/settings_list.h"
-#include "core/storage.h"
+#include "conversion/csv_layout_question.h"
+#include "settings/settings.h"
+#include "settings/settings_list.h"
+#include "settings/storage.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/options.h"
-#include "core/format_table.h"
+#include "conversion/format_table.h"
 
 /// Exit statuses of the program.
 enum EExitStatus : int {

@@ -6,7 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include "bench/trip.h"
-#include "core/format_search.h"
+#include "conversion/format_search.h"
 #include "formats/format_rows.h"
 #include "platform/last_error.h"
 #include "platform/path_text.h"

@@ -7,11 +7,11 @@
 
 #include <benchmark/benchmark.h>
 
+#include "base/numbers.h"
+#include "base/text.h"
 #include "bench/trip.h"
-#include "core/byte_sink.h"
-#include "core/numbers.h"
-#include "core/text.h"
 #include "formats/text/tomtom.h"
+#include "io/byte_sink.h"
 
 namespace {
 

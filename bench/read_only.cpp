@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <utility>
 
-#include "core/format_search.h"
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "conversion/format_search.h"
 #include "formats/format_rows.h"
 #include "platform/path_text.h"
 

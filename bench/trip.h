@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/point_list.h"
+#include "model/point_list.h"
 
 /// What an invented trip looks like.
 struct TripOptions {

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/conversion_notes.h"
-#include "core/text.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
 #include "fuzz/fuzzed_row.h"
 
 namespace {

@@ -8,9 +8,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
 #include "formats/format_rows.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "core/format_table.h"
+#include "conversion/format_table.h"
 #include "tests/temporary_folder.h"
 
 // What the fuzzers share. Which reader is tried stands in the argument --row=N, which libFuzzer

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
 
 /// File attributes as the unattended conversion asks for them.
 inline constexpr uint32_t kAttributeDirectory = 0x10;

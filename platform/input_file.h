@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
 
 /// A whole file in memory for reading. The bytes are a private copy: what another program does to
 /// the file later changes nothing here.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
 
 /// The folder for this user's settings of the program, which need not exist yet; empty when the
 /// user has no home.

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
 
 /// A file that appears whole or not at all: everything goes to a temporary file in the target's
 /// folder, which takes the target's name in `Commit`. Links are followed and permissions kept.

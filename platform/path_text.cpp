@@ -1,6 +1,6 @@
 #include "platform/path_text.h"
 
-#include "platform/unicode.h"
+#include "base/unicode.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
 
 /// The path as the file system spells it. Lone surrogates U+DC80 to U+DCFF become the bytes that
 /// they stand for, so that every path survives the trip to wide and back.

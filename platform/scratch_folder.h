@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
 
 /// A folder of its own for temporary files, gone with its content when this goes.
 class ScratchFolder {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "base/wide_string.h"
 #include "platform/file_state.h"
-#include "platform/wide_string.h"
 
 /// A file that is read once from its start to its end, piece by piece, so that no more of it is in
 /// memory than the piece.

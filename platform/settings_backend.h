@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
 
 /// A stored value: bytes, a 32-bit number, a 64-bit number, or text without a terminator.
 using SettingsValue = std::variant<std::string, uint32_t, uint64_t, WideString>;

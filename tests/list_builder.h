@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "core/point_list.h"
+#include "model/point_list.h"
 
 /// A point in one expression, for the lists of tests.
 inline CGpsPoint MakePoint(double latitude, double longitude, std::string name = {},

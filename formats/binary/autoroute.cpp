@@ -3,13 +3,13 @@
 #include <cstdlib>
 #include <new>
 
-#include "core/byte_cursor.h"
-#include "core/conversion_notes.h"
-#include "core/file_sink.h"
-#include "core/numbers.h"
-#include "core/status.h"
-#include "core/text.h"
-#include "platform/compound_file.h"
+#include "base/numbers.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/file_sink.h"
+#include "io/byte_cursor.h"
+#include "io/compound_file.h"
 #include "platform/input_file.h"
 #include "resources/route_templates.h"
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // AutoRoute, Streets & Trips and MapPoint: compound files whose stream "Journey" holds the stops.
 // A stop has its name twice, in 8 bits and wide, and its position three times. Files are written

@@ -5,11 +5,11 @@
 #include <string>
 #include <utility>
 
-#include "core/byte_cursor.h"
-#include "core/conversion_notes.h"
-#include "core/file_sink.h"
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/file_sink.h"
+#include "io/byte_cursor.h"
 #include "platform/input_file.h"
 
 namespace {

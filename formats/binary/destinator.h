@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // `.dat` of Destinator PN: records of texts and a position. The file that a device takes in and the
 // one that it gives out differ in their records, and so what is written here does not read back.

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // `.gdb` of Garmin MapSource 6 and later: waypoints, routes and tracks in one file of records.
 

@@ -3,11 +3,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/byte_cursor.h"
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
 #include "formats/binary/mapsource_reader.h"
 #include "formats/binary/mapsource_writer.h"
+#include "io/byte_cursor.h"
 
 namespace {
 

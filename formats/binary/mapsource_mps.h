@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // `.mps` of Garmin MapSource up to 5: waypoints, routes and tracks in one file of records.
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/conversion_notes.h"
 #include "platform/input_file.h"
 
 namespace {

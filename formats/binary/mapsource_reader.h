@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "core/byte_cursor.h"
-#include "core/name_index.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_cursor.h"
+#include "model/name_index.h"
+#include "model/point_list.h"
 
 /// Reads one record file of Garmin's MapSource: a magic, then records of a length, a type letter
 /// and a body. What the two kinds of file have apart is told by the virtual functions.

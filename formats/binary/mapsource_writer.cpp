@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "core/numbers.h"
-#include "core/point_order.h"
-#include "core/text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "model/point_order.h"
 #include "platform/prefetch.h"
 
 namespace {

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/file_sink.h"
-#include "core/point_list.h"
-#include "core/status.h"
-#include "platform/wide_string.h"
+#include "base/status.h"
+#include "base/wide_string.h"
+#include "conversion/file_sink.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // The records that the two files of Garmin's MapSource have in common when they are written.
 

@@ -3,11 +3,11 @@
 #include <cmath>
 #include <string>
 
-#include "core/byte_cursor.h"
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/country_lookup.h"
+#include "conversion/format_file.h"
+#include "io/byte_cursor.h"
 #include "platform/clock.h"
-#include "services/country_lookup.h"
 
 namespace {
 

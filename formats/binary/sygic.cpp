@@ -4,11 +4,11 @@
 #include <memory>
 #include <utility>
 
-#include "core/byte_cursor.h"
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
+#include "io/byte_cursor.h"
 
 namespace {
 

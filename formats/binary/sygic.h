@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // `.itf`, the itineraries of Sygic's programs, in three generations: McGuider, a list of stops, and
 // those of 11 and of 13, lists of the ways from stop to stop.

@@ -6,12 +6,12 @@
 
 #include <fmt/format.h>
 
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/product.h"
-#include "core/text.h"
-#include "net/json.h"
+#include "base/numbers.h"
+#include "base/product.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
+#include "markup/json.h"
 
 namespace {
 

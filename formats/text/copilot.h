@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // CoPilot: the trip file `.trp` in two dialects, a keyed text of `Key=Value` lines and, from
 // version 10 on, a JSON document. Both hold positions in millionths of a degree. Version 10 is

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "core/conversion_notes.h"
-#include "core/csv_layout_question.h"
-#include "core/file_sink.h"
-#include "core/localized_text.h"
-#include "core/numbers.h"
-#include "core/status.h"
-#include "core/text.h"
+#include "base/localized_text.h"
+#include "base/numbers.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/csv_layout_question.h"
+#include "conversion/file_sink.h"
 #include "platform/input_file.h"
 
 namespace {

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/csv_layout.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
+#include "settings/csv_layout.h"
 
 // CSV: a line a point, in columns that the user's layout describes. Reading and writing have a
 // layout each, which unless `silent` the user is asked for (core/csv_layout_question.h).

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <string>
 
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/product.h"
-#include "core/projection.h"
-#include "formats/text/profile_file.h"
+#include "base/numbers.h"
+#include "base/product.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
+#include "markup/profile_file.h"
+#include "model/projection.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // Falk Navigator `.tour`: a profile file with one section for the tour and one for every stop,
 // named by its number from 0. Places are whole metres on the Mercator plane, text is UTF-8.

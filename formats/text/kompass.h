@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // Kompass `.tk`: a text file of one point a line, its latitude, longitude and altitude with commas
 // between. Files of the vendor often have no altitude.

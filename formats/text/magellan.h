@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "core/byte_sink.h"
-#include "core/name_index.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/name_index.h"
+#include "model/point_list.h"
 
 // Magellan SD: 8-bit text of the vendor's NMEA-style sentences, "$" to "*" and a checksum. First
 // the waypoints, then the sentences of the route, which name the waypoints by their ids.

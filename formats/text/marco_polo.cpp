@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <string>
 
-#include "core/conversion_notes.h"
-#include "core/file_sink.h"
-#include "core/numbers.h"
-#include "core/projection.h"
-#include "core/status.h"
-#include "core/text.h"
-#include "formats/text/profile_file.h"
+#include "base/numbers.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/file_sink.h"
+#include "markup/profile_file.h"
+#include "model/projection.h"
 #include "platform/input_file.h"
 
 namespace {

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // Marco Polo, MTP and OnRoute `.bcr`: a profile file whose three sections hold the stations'
 // kinds, their places in whole metres on the Mercator plane, and their names.

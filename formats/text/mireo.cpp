@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string>
 
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // Navigon and Becker `.rte`: a text file of one stop a line, fields separated by "|". Three shapes
 // of line are in use, one a generation of devices; one reader takes them all, mixed or not.

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <string>
 
-#include "core/conversion_notes.h"
-#include "core/file_lines.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/text.h"
-#include "core/units.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "base/units.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
 #include "formats/text/padded_number.h"
+#include "io/file_lines.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // OziExplorer: comma-separated 8-bit text for routes (`.rte`), routes of the CE edition (`.rt2`),
 // tracks (`.plt`) and waypoints (`.wpt`), all in the WGS 84 datum. Writers replace commas in the

@@ -8,11 +8,11 @@
 
 #include <fmt/printf.h>
 
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/product.h"
-#include "core/text.h"
+#include "base/numbers.h"
+#include "base/product.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
 #include "formats/text/padded_number.h"
 
 namespace {

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 #include "platform/clock.h"
-#include "platform/wide_string.h"
 
 // Garmin PCX5: 8-bit text in fixed columns. The first letter of a line tells what it holds; where
 // the columns of the waypoint lines stand is told by a line of titles in the file.

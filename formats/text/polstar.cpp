@@ -3,10 +3,10 @@
 #include <bit>
 #include <string>
 
-#include "core/byte_cursor.h"
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
+#include "base/numbers.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
+#include "io/byte_cursor.h"
 
 namespace {
 

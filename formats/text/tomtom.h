@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // TomTom: the itinerary `.itn`, a text file of one stop a line, and the POI file `.ov2`, a stream
 // of binary records. Both hold positions in 1/100000 degree and a name.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/point_list.h"
+#include "model/point_list.h"
 
 /// The least and greatest coordinates of a list, in degrees; all 0 for an empty one.
 struct Bounds {

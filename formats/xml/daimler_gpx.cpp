@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "core/format_file.h"
-#include "core/product.h"
-#include "formats/xml/xml_writer.h"
+#include "base/product.h"
+#include "conversion/format_file.h"
+#include "markup/xml_writer.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
+#include "base/wide_string.h"
 #include "formats/xml/gpx.h"
-#include "platform/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // GPX as the head units of Daimler cars take it (NTG 5.0, NTG 5.5, MBUX): GPX 1.1 whose elements
 // carry a prefix.

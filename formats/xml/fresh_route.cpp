@@ -1,10 +1,10 @@
 #include "formats/xml/fresh_route.h"
 
-#include "core/format_file.h"
-#include "core/itinerary_hand_off.h"
-#include "core/numbers.h"
+#include "base/numbers.h"
+#include "conversion/format_file.h"
+#include "conversion/itinerary_hand_off.h"
 #include "formats/xml/point_element_reader.h"
-#include "formats/xml/xml_writer.h"
+#include "markup/xml_writer.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
-#include "core/format_file.h"
-#include "core/product.h"
+#include "base/product.h"
+#include "conversion/format_file.h"
 #include "formats/xml/gpx.h"
-#include "formats/xml/xml_writer.h"
+#include "markup/xml_writer.h"
 
 namespace {
 

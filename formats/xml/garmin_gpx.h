@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 // GPX 1.1 with Garmin's extensions, as the maker's devices and desktop programs take it. Read by
 // `ReadGpx`.

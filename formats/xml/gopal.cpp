@@ -1,10 +1,10 @@
 #include "formats/xml/gopal.h"
 
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/projection.h"
-#include "core/text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
+#include "model/projection.h"
 
 namespace {
 

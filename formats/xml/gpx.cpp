@@ -5,10 +5,10 @@
 
 #include <fmt/printf.h>
 
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/product.h"
+#include "base/numbers.h"
+#include "base/product.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
 #include "platform/clock.h"
 
 namespace {

@@ -5,12 +5,12 @@
 #include <string>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
+#include "base/wide_string.h"
 #include "formats/xml/bounds.h"
-#include "formats/xml/xml_reader.h"
-#include "formats/xml/xml_writer.h"
-#include "platform/wide_string.h"
+#include "io/byte_sink.h"
+#include "markup/xml_reader.h"
+#include "markup/xml_writer.h"
+#include "model/point_list.h"
 
 // GPX, the exchange format of routes (`rte`), tracks (`trk`) and free points (`wpt`): one reader
 // for all its versions, and the writer of plain GPX 1.0.

@@ -4,12 +4,12 @@
 
 #include <fmt/printf.h>
 
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/text.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
-#include "formats/xml/xml_writer.h"
+#include "markup/xml_writer.h"
 #include "platform/clock.h"
 
 namespace {

@@ -4,11 +4,11 @@
 #include <array>
 #include <utility>
 
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/product.h"
-#include "formats/xml/xml_writer.h"
+#include "base/numbers.h"
+#include "base/product.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
+#include "markup/xml_writer.h"
 #include "platform/clock.h"
 
 namespace {

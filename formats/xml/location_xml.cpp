@@ -1,9 +1,9 @@
 #include "formats/xml/location_xml.h"
 
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/product.h"
-#include "formats/xml/xml_writer.h"
+#include "base/numbers.h"
+#include "base/product.h"
+#include "conversion/format_file.h"
+#include "markup/xml_writer.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "formats/xml/xml_writer.h"
+#include "base/numbers.h"
+#include "conversion/format_file.h"
+#include "markup/xml_writer.h"
 
 namespace {
 

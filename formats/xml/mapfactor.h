@@ -4,10 +4,10 @@
 #include <memory>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
-#include "formats/xml/xml_reader.h"
-#include "platform/wide_string.h"
+#include "base/wide_string.h"
+#include "io/byte_sink.h"
+#include "markup/xml_reader.h"
+#include "model/point_list.h"
 
 // MapFactor navigation: sets of routing points in 1/3600000 degree.
 

@@ -1,9 +1,9 @@
 #include "formats/xml/my_routes.h"
 
-#include "core/format_file.h"
-#include "core/numbers.h"
+#include "base/numbers.h"
+#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
-#include "formats/xml/xml_writer.h"
+#include "markup/xml_writer.h"
 
 namespace {
 

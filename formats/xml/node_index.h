@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "core/point.h"
+#include "model/point.h"
 
 /// Finds points by the 64-bit ids that a file gives them. Where an id stands in the table depends
 /// on a key that is drawn anew in every run, so that no file can be made of ids that all fall

@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/product.h"
+#include "base/numbers.h"
+#include "base/product.h"
+#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
-#include "formats/xml/xml_writer.h"
+#include "markup/xml_writer.h"
 
 namespace {
 

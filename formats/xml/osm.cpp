@@ -1,11 +1,11 @@
 #include "formats/xml/osm.h"
 
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
-#include "core/product.h"
+#include "base/numbers.h"
+#include "base/product.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
 #include "formats/xml/bounds.h"
-#include "formats/xml/xml_writer.h"
+#include "markup/xml_writer.h"
 #include "platform/prefetch.h"
 
 namespace {

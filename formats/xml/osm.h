@@ -7,12 +7,12 @@
 #include <string>
 #include <string_view>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
+#include "base/wide_string.h"
 #include "formats/xml/node_index.h"
-#include "formats/xml/repeat_allowance.h"
-#include "formats/xml/xml_reader.h"
-#include "platform/wide_string.h"
+#include "io/byte_sink.h"
+#include "markup/repeat_allowance.h"
+#include "markup/xml_reader.h"
+#include "model/point_list.h"
 
 // OpenStreetMap's XML: nodes, and ways that name them.
 

@@ -4,10 +4,10 @@
 #include <span>
 #include <string_view>
 
-#include "core/numbers.h"
-#include "core/point_list.h"
-#include "formats/xml/xml_reader.h"
-#include "platform/wide_string.h"
+#include "base/numbers.h"
+#include "base/wide_string.h"
+#include "markup/xml_reader.h"
+#include "model/point_list.h"
 
 // One reader for the small formats, in which an element makes a point: each describes itself in a
 // table.

@@ -3,13 +3,13 @@
 #include <memory>
 #include <utility>
 
-#include "core/conversion_notes.h"
-#include "core/format_file.h"
-#include "core/numbers.h"
+#include "base/numbers.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
-#include "formats/xml/repeat_allowance.h"
-#include "formats/xml/xml_reader.h"
-#include "formats/xml/xml_writer.h"
+#include "markup/repeat_allowance.h"
+#include "markup/xml_reader.h"
+#include "markup/xml_writer.h"
 
 namespace {
 

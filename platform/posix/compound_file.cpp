@@ -1,12 +1,10 @@
 #include "platform/compound_file.h"
 
-#include <new>
-
 #include <dlfcn.h>
 #include <limits.h>
 #include <unistd.h>
 
-#include "platform/compound_file_check.h"
+#include "base/status.h"
 #include "platform/last_error.h"
 #include "platform/posix/compound_files/module.h"
 
@@ -14,7 +12,6 @@ namespace {
 
 constexpr char kModuleName[] = "/corvane_compound_files.so";
 constexpr uint32_t kModuleNotFound = 126;  // ERROR_MOD_NOT_FOUND
-constexpr size_t kLargestStream = 0x70000000;
 
 // The folder of the running program. $ORIGIN in the module's path would do the same, but not in a
 // sanitizer build, where it stands for the folder of the sanitizer's library.
@@ -42,36 +39,24 @@ const CompoundFileModule* LoadModule() {
   return entry ? entry() : nullptr;
 }
 
-// Runs an operation of the module on a file that was found sound.
-template <typename Operation>
-uint32_t WithModule(std::string_view storage, Operation&& operation) {
-  if (!HasCompoundFileSignature(storage)) return kStorageNoCompoundFile;
-  if (!IsSoundCompoundFile(storage)) return kStorageCorrupt;
+// Null when the part of the program is not installed.
+const CompoundFileModule* Module() {
   static const CompoundFileModule* const module = LoadModule();
-  if (!module) {
-    SetLastError(kModuleNotFound);
-    return kStorageModuleMissing;
-  }
-  return operation(*module);
+  if (!module) SetLastError(kModuleNotFound);
+  return module;
 }
 
 }  // namespace
 
-uint32_t ReadStorageStream(std::string_view storage, std::string_view streamName,
-                           std::string& content) try {
-  return WithModule(storage, [&](const CompoundFileModule& module) {
-    return module.readStream(storage, streamName, content);
-  });
-} catch (const std::bad_alloc&) {
-  return kStorageOutOfMemory;
+uint32_t ReadSoundStorageStream(std::string_view storage, std::string_view streamName,
+                                std::string& content) {
+  const CompoundFileModule* const module = Module();
+  return module ? module->readStream(storage, streamName, content) : kStatusModuleMissing;
 }
 
-uint32_t ReplaceStorageStream(std::string_view storage, std::string_view streamName,
-                              std::string_view content, std::string& patched) try {
-  if (content.size() > kLargestStream) return kStorageFull;
-  return WithModule(storage, [&](const CompoundFileModule& module) {
-    return module.replaceStream(storage, streamName, content, patched);
-  });
-} catch (const std::bad_alloc&) {
-  return kStorageOutOfMemory;
+uint32_t ReplaceSoundStorageStream(std::string_view storage, std::string_view streamName,
+                                   std::string_view content, std::string& patched) {
+  const CompoundFileModule* const module = Module();
+  return module ? module->replaceStream(storage, streamName, content, patched)
+                : kStatusModuleMissing;
 }

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
+#include "base/wide_string.h"
 #include "platform/file_state.h"
 #include "platform/posix/file_descriptor.h"
-#include "platform/wide_string.h"
 
 /// Opens the regular file at `path` for reading and tells its state. Returns 0 or the platform's
 /// error code, which is also kept for `LastError`.

@@ -12,11 +12,11 @@
 #include <sqlite3.h>
 #include <sys/stat.h>
 
+#include "base/unicode.h"
 #include "platform/known_folders.h"
 #include "platform/path_text.h"
 #include "platform/posix/settings_file.h"
 #include "platform/posix/sqlite_database.h"
-#include "platform/unicode.h"
 
 namespace {
 

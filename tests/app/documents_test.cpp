@@ -9,8 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <gtest/gtest.h>
-
 #include "tests/run_program.h"
 
 namespace {

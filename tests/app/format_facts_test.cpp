@@ -15,8 +15,8 @@
 #include <gtest/gtest.h>
 
 #include "app/list_selection.h"
-#include "core/format_search.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/format_search.h"
 #include "formats/format_rows.h"
 #include "platform/path_text.h"
 #include "tests/temporary_folder.h"

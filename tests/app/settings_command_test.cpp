@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/settings.h"
-#include "core/storage.h"
+#include "settings/settings.h"
+#include "settings/storage.h"
 #include "tests/list_builder.h"
 #include "tests/run_program.h"
 #include "tests/temporary_folder.h"

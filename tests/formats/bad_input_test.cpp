@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
 #include "formats/format_rows.h"
 #include "tests/file_content.h"
 #include "tests/formats/points_in.h"

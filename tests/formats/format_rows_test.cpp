@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/format_search.h"
-#include "core/localized_text.h"
-#include "core/text.h"
+#include "base/localized_text.h"
+#include "base/text.h"
+#include "conversion/format_search.h"
 
 namespace {
 

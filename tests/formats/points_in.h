@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "core/point_list.h"
+#include "model/point_list.h"
 
 /// How many points a reader has handed over, in all lists together.
 inline size_t PointsIn(const PointLists& lists) {

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/format_search.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/format_search.h"
 #include "formats/format_rows.h"
 #include "tests/temporary_folder.h"
 

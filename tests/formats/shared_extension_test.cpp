@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
 #include "formats/format_rows.h"
 #include "formats/text/magellan.h"
 #include "formats/text/oziexplorer.h"

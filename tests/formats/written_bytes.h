@@ -3,8 +3,8 @@
 #include <string>
 #include <utility>
 
-#include "core/byte_sink.h"
-#include "core/point_list.h"
+#include "io/byte_sink.h"
+#include "model/point_list.h"
 
 /// The bytes that a writer's body gives for a list, with what else the body wants to know.
 template <typename WriteBody, typename... Options>

@@ -8,6 +8,7 @@
 
 #include <gsf/gsf.h>
 
+#include "base/status.h"
 #include "platform/posix/compound_files/module.h"
 
 namespace {
@@ -94,12 +95,12 @@ bool CopyStorage(GsfInfile* source, GsfOutfile* target, int replaced, std::strin
 
 uint32_t ReadStream(std::string_view storage, std::string_view streamName, std::string& content) {
   const ObjectPointer<GsfInfile> file = OpenStorage(storage);
-  if (!file) return kStorageCorrupt;
+  if (!file) return kStatusStorageCorrupt;
   const int index = FindStream(file.get(), streamName);
-  if (index < 0) return kStorageStreamNotFound;
+  if (index < 0) return kStatusStreamNotFound;
   const ObjectPointer<GsfInput> stream(gsf_infile_child_by_index(file.get(), index));
   std::string bytes;
-  if (!stream || !ReadWhole(stream.get(), bytes)) return kStorageCorrupt;
+  if (!stream || !ReadWhole(stream.get(), bytes)) return kStatusStorageCorrupt;
   content = std::move(bytes);
   return 0;
 }
@@ -107,12 +108,12 @@ uint32_t ReadStream(std::string_view storage, std::string_view streamName, std::
 uint32_t ReplaceStream(std::string_view storage, std::string_view streamName,
                        std::string_view content, std::string& patched) {
   const ObjectPointer<GsfInfile> file = OpenStorage(storage);
-  if (!file) return kStorageCorrupt;
+  if (!file) return kStatusStorageCorrupt;
   const int index = FindStream(file.get(), streamName);
-  if (index < 0) return kStorageStreamNotFound;
+  if (index < 0) return kStatusStreamNotFound;
   const ObjectPointer<GsfOutput> memory(gsf_output_memory_new());
   const ObjectPointer<GsfOutfile> copy(gsf_outfile_msole_new(memory.get()));
-  if (!CopyStorage(file.get(), copy.get(), index, content)) return kStorageCorrupt;
+  if (!CopyStorage(file.get(), copy.get(), index, content)) return kStatusStorageCorrupt;
   const guint8* bytes = gsf_output_memory_get_bytes(GSF_OUTPUT_MEMORY(memory.get()));
   patched.assign(reinterpret_cast<const char*>(bytes),
                  static_cast<size_t>(gsf_output_size(memory.get())));

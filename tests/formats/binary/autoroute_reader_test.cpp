@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/conversion_notes.h"
 #include "formats/binary/autoroute.h"
-#include "platform/compound_file.h"
+#include "io/compound_file.h"
 #include "resources/compound_file_builder.h"
 #include "tests/formats/binary/autoroute_bytes.h"
 #include "tests/temporary_folder.h"

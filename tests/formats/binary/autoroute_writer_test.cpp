@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/binary/autoroute.h"
 #include "platform/last_error.h"
 #include "resources/compound_file_builder.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/point_list.h"
+#include "model/point_list.h"
 #include "tests/hex_bytes.h"
 
 // Pieces of Garmin MapSource files, put together byte by byte. Positions are given by their bytes:

@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/conversion_notes.h"
 #include "formats/binary/mapsource_mps.h"
 #include "platform/last_error.h"
 #include "platform/path_text.h"

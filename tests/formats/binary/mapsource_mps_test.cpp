@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/conversion_notes.h"
 #include "platform/last_error.h"
 #include "platform/path_text.h"
 #include "tests/formats/binary/mapsource_bytes.h"

@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/conversion_notes.h"
 #include "formats/binary/mapsource_gdb.h"
 #include "tests/formats/binary/mapsource_bytes.h"
 #include "tests/formats/points_in.h"

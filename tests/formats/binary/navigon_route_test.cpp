@@ -13,9 +13,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
-#include "services/country_lookup.h"
+#include "base/status.h"
+#include "conversion/conversion_notes.h"
+#include "conversion/country_lookup.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/stopped_clock.h"

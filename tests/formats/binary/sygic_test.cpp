@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/conversion_notes.h"
 #include "platform/path_text.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/hex_bytes.h"

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/text/copilot.h"
-#include "net/json.h"
+#include "markup/json.h"
 #include "tests/formats/text/copilot_reading.h"
 #include "tests/temporary_folder.h"
 

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "conversion/conversion_notes.h"
 #include "formats/text/copilot.h"
 #include "tests/formats/text/copilot_reading.h"
 #include "tests/temporary_folder.h"

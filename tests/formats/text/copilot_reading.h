@@ -5,9 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/text/copilot.h"
-#include "net/json.h"
+#include "markup/json.h"
 
 namespace copilot {
 

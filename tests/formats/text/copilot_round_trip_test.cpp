@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/text/copilot.h"
 #include "tests/file_content.h"
 #include "tests/formats/text/copilot_reading.h"

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/product.h"
-#include "core/status.h"
+#include "base/product.h"
+#include "base/status.h"
 #include "formats/text/copilot.h"
 #include "tests/formats/text/copilot_reading.h"
 #include "tests/formats/written_bytes.h"

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/csv_layout_question.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/csv_layout_question.h"
 #include "formats/text/csv.h"
 #include "tests/formats/text/csv_reading.h"
 #include "tests/list_builder.h"

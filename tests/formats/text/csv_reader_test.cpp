@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
+#include "conversion/conversion_notes.h"
 #include "formats/text/csv.h"
 #include "tests/formats/text/csv_reading.h"
 #include "tests/list_builder.h"

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/text/csv.h"
 
 namespace csv {

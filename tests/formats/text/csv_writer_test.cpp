@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/localized_text.h"
+#include "base/localized_text.h"
 #include "formats/text/csv.h"
 #include "tests/formats/text/csv_reading.h"
 #include "tests/formats/written_bytes.h"

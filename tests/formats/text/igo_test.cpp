@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
-#include "core/text.h"
+#include "base/status.h"
+#include "base/text.h"
 #include "tests/formats/text/reading.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "tests/formats/text/reading.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"

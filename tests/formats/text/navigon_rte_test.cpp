@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
-#include "services/geocoder.h"
+#include "base/status.h"
+#include "conversion/geocoder.h"
 #include "tests/formats/text/reading.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"

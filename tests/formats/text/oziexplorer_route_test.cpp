@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/text/oziexplorer.h"
 #include "tests/formats/text/oziexplorer_samples.h"
 #include "tests/formats/written_bytes.h"

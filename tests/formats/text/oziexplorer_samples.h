@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/conversion_notes.h"
+#include "conversion/conversion_notes.h"
 #include "formats/text/oziexplorer.h"
 
 namespace oziexplorer {

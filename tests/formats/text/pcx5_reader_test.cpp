@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/conversion_notes.h"
 #include "formats/text/pcx5.h"
 #include "tests/formats/text/pcx5_samples.h"
 #include "tests/list_builder.h"

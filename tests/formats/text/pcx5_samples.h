@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/product.h"
+#include "base/product.h"
 #include "formats/text/pcx5.h"
 #include "tests/formats/written_bytes.h"
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/text/pcx5.h"
 #include "tests/formats/text/pcx5_samples.h"
 #include "tests/list_builder.h"

@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/point_list.h"
+#include "conversion/conversion_notes.h"
+#include "model/point_list.h"
 
 /// What a reader made of some bytes.
 struct Reading {

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/itinerary_hand_off.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/itinerary_hand_off.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"

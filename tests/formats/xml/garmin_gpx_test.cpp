@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/product.h"
-#include "core/status.h"
+#include "base/product.h"
+#include "base/status.h"
 #include "formats/xml/gpx.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/gpx_samples.h"

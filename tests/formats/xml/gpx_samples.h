@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "core/point_list.h"
+#include "model/point_list.h"
 #include "tests/file_content.h"
 
 /// The clock stands at 2024-05-01 10:00:00 UTC as long as one of these lives.

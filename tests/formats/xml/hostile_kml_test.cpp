@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/xml/kml.h"
 #include "tests/formats/xml/kml_reading.h"
 #include "tests/list_builder.h"

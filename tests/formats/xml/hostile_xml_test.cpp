@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
-#include "formats/xml/xml_reader.h"
+#include "base/status.h"
+#include "markup/xml_reader.h"
 
 namespace {
 

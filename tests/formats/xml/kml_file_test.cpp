@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/xml/kml.h"
 #include "platform/path_text.h"
 #include "tests/formats/xml/kml_reading.h"

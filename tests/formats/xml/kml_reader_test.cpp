@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/conversion_notes.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/conversion_notes.h"
 #include "formats/xml/kml.h"
 #include "tests/formats/xml/kml_reading.h"
 

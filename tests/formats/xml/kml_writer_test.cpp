@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/product.h"
-#include "core/status.h"
+#include "base/product.h"
+#include "base/status.h"
 #include "formats/xml/kml.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/kml_reading.h"

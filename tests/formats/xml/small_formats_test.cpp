@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/format_table.h"
-#include "core/status.h"
+#include "base/status.h"
+#include "conversion/format_table.h"
 #include "formats/xml/fresh_route.h"
 #include "formats/xml/gopal.h"
 #include "formats/xml/ign_rando.h"

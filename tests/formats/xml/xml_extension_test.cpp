@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/status.h"
+#include "base/status.h"
 #include "formats/xml/gopal.h"
 #include "formats/xml/mapfactor.h"
 #include "formats/xml/my_routes.h"

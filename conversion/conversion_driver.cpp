@@ -1,0 +1,224 @@
+#include "conversion/conversion_driver.h"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <utility>
+
+#include "base/localized_text.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "conversion/format_search.h"
+#include "conversion/lookup_cache.h"
+
+namespace {
+
+// Numbers of the messages and questions.
+constexpr uint32_t kTextCannotBeRead = 108;
+constexpr uint32_t kTextCannotBeWritten = 109;
+constexpr uint32_t kTextNoItinerary = 110;
+constexpr uint32_t kTextExport = 112;
+constexpr uint32_t kTextOpen = 113;
+constexpr uint32_t kTextUnknownFormat = 164;
+constexpr uint32_t kTextItinerary = 175;
+constexpr uint32_t kTextChangesWillBeLost = 205;
+constexpr uint32_t kTextAlreadyOpened = 220;
+constexpr uint32_t kTextManyPoints = 271;
+constexpr uint32_t kTextLinkDetected = 296;
+
+// More points than this make the editor slow.
+constexpr size_t kManyPoints = 300;
+// Longer names are cut when an itinerary is exported.
+constexpr size_t kLongestName = 250;
+constexpr size_t kLongestDroppedPath = 260;
+
+// A button's text as the title of the dialog behind it.
+WideString TitleOf(uint32_t textId) {
+  WideString title = LoadText(textId);
+  std::erase(title, u'&');
+  return title;
+}
+
+// The message for a status of a read; 0 for none.
+uint32_t ReadFailureText(uint32_t status) {
+  switch (status) {
+    case kStatusSuccess:
+    case kStatusDeclined:
+    case kStatusCancelled:
+      return 0;
+    case kStatusSharingViolation:
+    case kStatusStorageSharing:
+      return kTextAlreadyOpened;
+    case kStatusBadFormat:
+      return kTextUnknownFormat;
+    default:
+      return kTextCannotBeRead;
+  }
+}
+
+// Calls the writer; running out of memory is a failure like any other.
+uint32_t CallWriter(FormatWriteFn write, const WideString& path, const CGpsPointArray& list,
+                    uint32_t splitLimit, bool silent) {
+  try {
+    return write(path, list, splitLimit, silent);
+  } catch (const std::bad_alloc&) {
+    return kStatusOutOfMemory;
+  } catch (const std::exception&) {
+    return kStatusInternalError;
+  }
+}
+
+/// The front is busy as long as this lives.
+class BusyScope {
+ public:
+  explicit BusyScope(IConversionFront& front) : m_front(front) { m_front.SetBusy(true); }
+  ~BusyScope() { m_front.SetBusy(false); }
+  BusyScope(const BusyScope&) = delete;
+  BusyScope& operator=(const BusyScope&) = delete;
+
+ private:
+  IConversionFront& m_front;
+};
+
+}  // namespace
+
+CConversionDriver::CConversionDriver(FormatTable formats, IConversionFront& front,
+                                     EChangeTracking tracking)
+    : table(std::move(formats)), m_front(front), m_tracking(tracking) {}
+
+uint32_t CConversionDriver::OpenFile(const WideString& path, bool append, bool silent) {
+  uint32_t status = kStatusBadFormat;
+  {
+    const BusyScope busy(m_front);
+    status = SearchReaders(table, path, silent,
+                           [this, append](const CItineraryFormat&, PointLists& lists) {
+                             return MergeLists(lists, append);
+                           });
+  }
+  return Report(status, path, append);
+}
+
+uint32_t CConversionDriver::MergeLists(PointLists& lists, bool append) {
+  const std::vector<size_t> chosen = m_front.ChooseLists(lists);
+  if (chosen.empty()) return kStatusDeclined;
+  if (!append) {
+    current.Clear();
+    sourcePath.clear();
+  }
+  m_front.ItineraryCleared();
+  for (const size_t index : chosen) {
+    CGpsPointArray& list = *lists[index];
+    current.TakePoints(list);
+    if (current.name.empty()) current.name = list.name;
+  }
+  return kStatusSuccess;
+}
+
+uint32_t CConversionDriver::Report(uint32_t status, const WideString& path, bool append) {
+  if (status == kStatusSuccess) return ReportSuccess(path, append);
+  if (const uint32_t textId = ReadFailureText(status))
+    m_front.ShowMessage(EMessageIcon::kError, textId);
+  return status;
+}
+
+uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
+  LookupCache::Instance().Clear();
+  if (current.points.empty()) {
+    m_front.ShowMessage(EMessageIcon::kWarning, kTextNoItinerary);
+    return kStatusFailure;
+  }
+  if (current.Count() > kManyPoints && !m_front.AskYesNo(EMessageIcon::kWarning, kTextManyPoints))
+    return kStatusDeclined;
+  if (!append) {
+    sourcePath = path;
+    if (current.name.empty()) current.name = WideToUtf8Lossy(FileTitleOfPath(path));
+  }
+  RememberState();
+  m_front.ItineraryLoaded();
+  return kStatusSuccess;
+}
+
+uint32_t CConversionDriver::ExportTo(const WideString& path, const CItineraryFormat& row,
+                                     bool silent, uint32_t splitLimit) {
+  const BusyScope busy(m_front);
+  const uint32_t status = CallWriter(row.write, path, current, splitLimit, silent);
+  if (status == kStatusSuccess) {
+    RememberState();
+  } else {
+    m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
+  }
+  return status;
+}
+
+void CConversionDriver::OpenCommand() {
+  if (!ConfirmDiscard()) return;
+  FileDialog dialog;
+  dialog.title = TitleOf(kTextOpen);
+  dialog.filter = OpenFilter(table);
+  dialog.offersAppend = !current.points.empty();
+  if (const auto chosen = m_front.AskOpenFile(dialog))
+    OpenFile(chosen->path, chosen->append, false);
+}
+
+void CConversionDriver::DropFiles(const std::vector<WideString>& paths) {
+  if (paths.empty() || paths.front().size() > kLongestDroppedPath) return;
+  OpenFile(paths.front(), false, false);
+}
+
+void CConversionDriver::ExportCommand(const CItineraryFormat* row) {
+  if (!row) return;
+  NameFromField();
+  if (IsPseudoFormat(*row)) {
+    ExportTo(DefaultExportName(), *row, false);
+    return;
+  }
+  FileDialog dialog;
+  dialog.title = TitleOf(kTextExport);
+  dialog.filter = SaveFilter(*row);
+  dialog.defaultName = DefaultExportName();
+  dialog.defaultExtension = row->extension;
+  if (const auto chosen = m_front.AskSaveFile(dialog)) ExportTo(chosen->path, *row, false);
+}
+
+void CConversionDriver::NameFromField() {
+  current.name = WideToUtf8Lossy(m_front.NameFieldText().substr(0, kLongestName));
+  if (current.name.empty()) current.name = LoadTextUtf8(kTextItinerary);
+}
+
+WideString CConversionDriver::DefaultExportName() const {
+  WideString fromSource(FileTitleOfPath(sourcePath));
+  if (!fromSource.empty()) return fromSource;
+  const WideString name = Utf8ToWideLossy(current.name);
+  return WideString(FileTitleOfPath(name));
+}
+
+void CConversionDriver::InterpretLink(const WideString& text) {
+  const auto accepts = [&text](const LinkReader& reader) { return reader.accepts(text); };
+  if (std::none_of(linkReaders.begin(), linkReaders.end(), accepts)) return;
+  if (!m_front.AskYesNo(EMessageIcon::kQuestion, kTextLinkDetected) || !ConfirmDiscard()) return;
+  uint32_t status = kStatusBadFormat;
+  for (const LinkReader& reader : linkReaders) {
+    if (!reader.accepts(text)) continue;
+    {
+      const BusyScope busy(m_front);
+      status = ReadWithRow(
+          reader.row, text, false,
+          [this](const CItineraryFormat&, PointLists& lists) { return MergeLists(lists, false); });
+    }
+    status = Report(status, text, false);
+  }
+  if (status != kStatusSuccess) return;
+  sourcePath.clear();
+  m_front.NameChanged();
+}
+
+bool CConversionDriver::ConfirmDiscard() {
+  const bool unchanged = current.name == current.snapshot.name &&
+                         std::equal(current.points.begin(), current.points.end(),
+                                    current.snapshot.points.begin(), current.snapshot.points.end());
+  return unchanged || m_front.AskYesNo(EMessageIcon::kWarning, kTextChangesWillBeLost);
+}
+
+void CConversionDriver::RememberState() {
+  if (m_tracking == EChangeTracking::kOn) current.snapshot.Assign(current);
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "base/wide_string.h"
+#include "conversion/conversion_front.h"
+#include "conversion/format_table.h"
+#include "model/point_list.h"
+
+/// Whether the driver keeps the state of the itinerary at the last load or save. Where nobody will
+/// be asked whether changes may be lost, a copy of all points is not worth its memory.
+enum class EChangeTracking { kOn, kOff };
+
+/// A kind of link that can be read as an itinerary.
+struct LinkReader {
+  bool (*accepts)(const WideString& text);
+  CItineraryFormat row;  ///< only `read` counts; its path is the link
+};
+
+/// The way from a file to the current itinerary and from there to another file.
+class CConversionDriver {
+ public:
+  /// `front` must outlive the driver.
+  CConversionDriver(FormatTable formats, IConversionFront& front,
+                    EChangeTracking tracking = EChangeTracking::kOn);
+
+  /// Reads a file into `current`, behind what is there with `append`, and reports the result to
+  /// the user. Returns the status: 0, kStatusDeclined, or what the message was about.
+  uint32_t OpenFile(const WideString& path, bool append, bool silent);
+
+  /// Writes `current` with a row's writer and reports a failure. `splitLimit` is handed on.
+  uint32_t ExportTo(const WideString& path, const CItineraryFormat& row, bool silent,
+                    uint32_t splitLimit = 0);
+
+  /// Lets the user open a file, after a question when changes would be lost.
+  void OpenCommand();
+
+  /// Opens the first of the files that were dropped on the window. A path of more than 260
+  /// characters is no file to the system that drops it.
+  void DropFiles(const std::vector<WideString>& paths);
+
+  /// Exports to a row of the export list, null for none: takes the name field's text for the
+  /// itinerary's name, asks for the file unless the target is none, and writes.
+  void ExportCommand(const CItineraryFormat* row);
+
+  /// Reads a link that was typed into the name field, if one of `linkReaders` knows it and the
+  /// user agrees.
+  void InterpretLink(const WideString& text);
+
+  /// True when the flow may go on: nothing has changed since the last load or save, or the user
+  /// does not mind.
+  bool ConfirmDiscard();
+
+  const FormatTable table;
+  CGpsRoute current;                    ///< the one itinerary of the running program
+  WideString sourcePath;                ///< the file opened last without appending; empty at start
+  int32_t exportIndex = -1;             ///< entry of the export list chosen last; negative = none
+  std::vector<LinkReader> linkReaders;  ///< in the order in which they are tried
+
+ private:
+  uint32_t MergeLists(PointLists& lists, bool append);
+  void NameFromField();
+  WideString DefaultExportName() const;
+  uint32_t Report(uint32_t status, const WideString& path, bool append);
+  uint32_t ReportSuccess(const WideString& path, bool append);
+  void RememberState();
+
+  IConversionFront& m_front;
+  const EChangeTracking m_tracking;
+};

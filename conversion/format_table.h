@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "base/wide_string.h"
+#include "model/point_list.h"
+
+/// Reads `path` and appends the lists that it finds to `lists`. Returns 0, kStatusBadFormat for a
+/// file of another format, or another status. `silent`: no question may be asked.
+using FormatReadFn = uint32_t (*)(const WideString& path, PointLists& lists, bool silent);
+
+/// Writes `list` to `path`. `splitLimit` is 0, or an option whose meaning is the writer's own.
+using FormatWriteFn = uint32_t (*)(const WideString& path, const CGpsPointArray& list,
+                                   uint32_t splitLimit, bool silent);
+
+/// One row of the format table.
+struct CItineraryFormat {
+  const char16_t* extension;  ///< key of the row: a file extension or a target that is no file
+  uint32_t textId;            ///< label, bar, patterns, bar; 0 = never listed
+  FormatReadFn read;          ///< may be null
+  FormatWriteFn write;        ///< may be null
+  uint32_t optionTextId;      ///< label of the writer's option, 0 = none
+};
+
+/// The rows in their order, which decides every search.
+using FormatTable = std::vector<CItineraryFormat>;

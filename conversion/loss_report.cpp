@@ -1,0 +1,76 @@
+#include "conversion/loss_report.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/text.h"
+
+namespace {
+
+// How far ahead a stop is looked for when the lists differ in length.
+constexpr size_t kMatchWindow = 64;
+// About a hundred metres: coarser than any format rounds.
+constexpr double kMatchTolerance = 0.001;
+constexpr double kAltitudeTolerance = 1.0;
+
+// Length of the arc in metres. The model's own distance counts whole metres only.
+double ShiftBetween(const CGpsPoint& from, const CGpsPoint& to) {
+  const double latitudeFrom = from.latitude / kDegreesPerRadian;
+  const double latitudeTo = to.latitude / kDegreesPerRadian;
+  const double halfLatitude = std::sin((latitudeTo - latitudeFrom) / 2);
+  const double halfLongitude = std::sin((to.longitude - from.longitude) / kDegreesPerRadian / 2);
+  const double chord = halfLatitude * halfLatitude + std::cos(latitudeFrom) * std::cos(latitudeTo) *
+                                                         halfLongitude * halfLongitude;
+  return 2 * kEarthRadius * std::asin(std::min(1.0, std::sqrt(chord)));
+}
+
+bool Matches(const CGpsPoint& before, const CGpsPoint& after) {
+  const bool near = std::abs(before.latitude - after.latitude) < kMatchTolerance &&
+                    std::abs(before.longitude - after.longitude) < kMatchTolerance;
+  return near || (!before.name.empty() && before.name == after.name);
+}
+
+void CompareStop(const CGpsPoint& before, const CGpsPoint& after, LossReport& report) {
+  if (Trim(before.name, " ") != Trim(after.name, " ")) {
+    if (report.namesChanged++ == 0) {
+      report.nameBefore = before.name;
+      report.nameAfter = after.name;
+    }
+  }
+  if (Trim(before.comment, " ") != Trim(after.comment, " ") && !before.comment.empty())
+    ++report.commentsChanged;
+  if (!(std::abs(before.altitude - after.altitude) <= kAltitudeTolerance))
+    ++report.altitudesChanged;
+  report.largestShift = std::max(report.largestShift, ShiftBetween(before, after));
+}
+
+}  // namespace
+
+bool LossReport::HasLosses() const {
+  return stopsLost > 0 || stopsAdded > 0 || namesChanged > 0 || commentsChanged > 0 ||
+         altitudesChanged > 0 || largestShift > kReceiverAccuracy;
+}
+
+LossReport CompareLists(const CGpsPointArray& before, const CGpsPointArray& after) {
+  LossReport report;
+  report.stops = before.Count();
+  const bool sameLength = before.Count() == after.Count();
+  size_t next = 0;
+  size_t matched = 0;
+  for (const CGpsPoint& stop : before.points) {
+    size_t candidate = next;
+    const size_t end = std::min(after.Count(), next + kMatchWindow);
+    if (!sameLength) {
+      while (candidate < end && !Matches(stop, after.points[candidate])) ++candidate;
+    }
+    if (candidate == end) {
+      ++report.stopsLost;
+      continue;
+    }
+    CompareStop(stop, after.points[candidate], report);
+    next = candidate + 1;
+    ++matched;
+  }
+  report.stopsAdded = after.Count() - matched;
+  return report;
+}

@@ -1,0 +1,72 @@
+#include "settings/csv_layout_form.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/format_text.h"
+#include "base/status.h"
+
+namespace {
+
+constexpr uint32_t kTextExport = 112;
+constexpr uint32_t kTextOpen = 113;
+constexpr uint32_t kTextNo = 124;
+constexpr uint32_t kTextColumn = 230;
+
+}  // namespace
+
+CCsvLayoutForm::CCsvLayoutForm(ECsvUse use, CCsvLayout stored)
+    : m_use(use), m_layout(std::move(stored)) {
+  if (m_layout.preset >= CsvPresets().size()) ChoosePreset(0);
+  if (m_layout.useLocale) SetUseLocale(true);
+}
+
+std::string CCsvLayoutForm::Title() const {
+  std::string title(LoadTextUtf8(m_use == ECsvUse::kRead ? kTextOpen : kTextExport));
+  std::erase(title, '&');
+  return title + " CSV";
+}
+
+std::vector<std::string> CCsvLayoutForm::PresetChoices() {
+  std::vector<std::string> labels;
+  for (const CsvPreset& preset : CsvPresets()) labels.emplace_back(LoadTextUtf8(preset.textId));
+  return labels;
+}
+
+std::vector<std::string> CCsvLayoutForm::ColumnChoices() {
+  std::vector<std::string> choices{std::string(LoadTextUtf8(kTextNo))};
+  for (uint32_t column = 1; column <= kHighestCsvColumnChoice; ++column)
+    choices.push_back(FormatText(kTextColumn, column));
+  return choices;
+}
+
+void CCsvLayoutForm::ChoosePreset(uint32_t preset) {
+  if (preset >= CsvPresets().size() || preset == m_layout.preset) return;
+  if (m_layout.preset == kManualCsvPreset) m_manual = m_layout;
+  if (preset != kManualCsvPreset) {
+    m_layout = CsvPresets()[preset].layout;
+  } else if (m_manual) {
+    m_layout = *m_manual;
+  }
+  m_layout.preset = preset;
+}
+
+void CCsvLayoutForm::SetUseLocale(bool useLocale) {
+  m_layout.useLocale = useLocale;
+  if (!useLocale) return;
+  const NumberSeparators separators = CsvSeparators(m_layout);
+  m_layout.decimalSeparator = separators.decimal;
+  m_layout.columnSeparator = separators.list;
+}
+
+uint32_t CCsvLayoutForm::Accept(storage::Storage& storage, CCsvLayout& layout) const {
+  layout = m_layout;
+  layout.decimalSeparator.resize(std::min(layout.decimalSeparator.size(), kLongestCsvSeparator));
+  layout.columnSeparator.resize(std::min(layout.columnSeparator.size(), kLongestCsvSeparator));
+  try {
+    StoreCsvLayout(storage, m_use, layout);
+  } catch (const storage::Exception& failure) {
+    return failure.status;
+  }
+  return kStatusSuccess;
+}

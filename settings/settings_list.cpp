@@ -1,0 +1,198 @@
+#include "settings/settings_list.h"
+
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <type_traits>
+
+#include <fmt/format.h>
+
+#include "base/format_text.h"
+#include "base/text.h"
+#include "settings/setting_table.h"
+
+namespace {
+
+constexpr uint32_t kTextDamaged = 1050;
+constexpr uint32_t kTextUnknownKey = 1051;
+constexpr uint32_t kTextReadOnly = 1052;
+constexpr uint32_t kTextNoAssignment = 1053;
+constexpr uint32_t kTextWrongValue = 1024;
+constexpr uint32_t kTextRange = 1054;
+constexpr uint32_t kTextFrom = 1055;
+constexpr uint32_t kTextAnyText = 1056;
+constexpr uint32_t kTextMap = 1057;
+constexpr uint32_t kTextKindFlag = 1078;
+constexpr uint32_t kTextKindNumber = 1079;
+constexpr uint32_t kTextKindText = 1080;
+constexpr uint32_t kTextKindBytes = 1081;
+
+void AppendToList(std::string& list, std::string_view entry) {
+  if (!list.empty()) list += ", ";
+  list += entry;
+}
+
+// One function a kind of setting, chosen by the type of the field.
+
+std::string ToText(bool flag) { return flag ? "1" : "0"; }
+std::string ToText(int32_t number) { return std::to_string(number); }
+std::string ToText(const WideString& text) { return WideToUtf8Lossy(text); }
+
+std::string ToText(const std::optional<WindowPlacement>& placement) {
+  return placement ? fmt::format("{:02x}", fmt::join(*placement, "")) : std::string();
+}
+
+std::string ToText(const std::optional<MapChoice>& map) {
+  return map ? std::to_string(map->kind) + ":" + map->name : std::string();
+}
+
+uint32_t KindText(bool) { return kTextKindFlag; }
+uint32_t KindText(int32_t) { return kTextKindNumber; }
+uint32_t KindText(const WideString&) { return kTextKindText; }
+uint32_t KindText(const std::optional<WindowPlacement>&) { return kTextKindBytes; }
+uint32_t KindText(const std::optional<MapChoice>&) { return kTextKindBytes; }
+
+template <typename Int>
+bool FromText(std::string_view text, Int& number) {
+  const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+  return parsed.ec == std::errc() && parsed.ptr == text.data() + text.size();
+}
+
+bool FromText(std::string_view text, bool& flag) {
+  flag = text == "1";
+  return flag || text == "0";
+}
+
+bool FromText(std::string_view text, WideString& wide) {
+  if (!IsValidUtf8(text)) return false;
+  wide = Utf8ToWide(text);
+  return true;
+}
+
+bool FromText(std::string_view text, std::optional<MapChoice>& map) {
+  const size_t colon = text.find(':');
+  uint32_t kind = 0;
+  if (colon == std::string_view::npos || !FromText(text.substr(0, colon), kind)) return false;
+  const std::string_view name = text.substr(colon + 1);
+  if (name.empty() || !IsValidUtf8(name)) return false;
+  map = MapChoice{kind, std::string(name)};
+  return true;
+}
+
+// Placements are a system's own record: no person can write one.
+bool FromText(std::string_view, std::optional<WindowPlacement>&) { return false; }
+
+bool IsWritable(const SettingRow& row) {
+  return row.isSaved &&
+         !std::holds_alternative<std::optional<WindowPlacement> CSettings::*>(row.field);
+}
+
+bool IsProvider(const SettingRow& row) {
+  const auto* const field = std::get_if<int32_t CSettings::*>(&row.field);
+  return field && *field == &CSettings::routeProvider;
+}
+
+bool IsAllowed(const SettingRow& row, int32_t number, const IRouteProviders* providers) {
+  if (number < row.lowest || number > row.highest) return false;
+  return !providers || !IsProvider(row) || providers->VehiclesOf(number).has_value();
+}
+
+std::string AllowedNumbers(const SettingRow& row, const IRouteProviders* providers) {
+  if (providers && IsProvider(row)) {
+    std::string list;
+    for (const int32_t provider : providers->Providers())
+      AppendToList(list, std::to_string(provider));
+    return list;
+  }
+  if (row.highest == std::numeric_limits<int32_t>::max()) return FormatText(kTextFrom, row.lowest);
+  return FormatText(kTextRange, row.lowest, row.highest);
+}
+
+std::string AllowedValues(const SettingRow& row, const IRouteProviders* providers) {
+  if (std::holds_alternative<bool CSettings::*>(row.field)) return "0, 1";
+  if (std::holds_alternative<WideString CSettings::*>(row.field)) return FormatText(kTextAnyText);
+  if (std::holds_alternative<int32_t CSettings::*>(row.field))
+    return AllowedNumbers(row, providers);
+  return FormatText(kTextMap);
+}
+
+const SettingRow* FindRow(std::string_view key) {
+  for (const SettingRow& row : SettingTable()) {
+    if (ToLowerAscii(row.key) == ToLowerAscii(key)) return &row;
+  }
+  return nullptr;
+}
+
+std::string AllKeys() {
+  std::string keys;
+  for (const SettingRow& row : SettingTable()) AppendToList(keys, row.key);
+  return keys;
+}
+
+bool Assign(CSettings& settings, const SettingRow& row, std::string_view text,
+            const IRouteProviders* providers) {
+  return std::visit(
+      [&](auto field) {
+        auto value = settings.*field;
+        if (!FromText(text, value)) return false;
+        if constexpr (std::is_same_v<decltype(value), int32_t>) {
+          if (!IsAllowed(row, value, providers)) return false;
+        }
+        settings.*field = value;
+        return true;
+      },
+      row.field);
+}
+
+}  // namespace
+
+std::vector<SettingListing> ListSettings(const CSettings& settings) {
+  std::vector<SettingListing> listings;
+  const CSettings defaults;
+  for (const SettingRow& row : SettingTable()) {
+    std::visit(
+        [&](auto field) {
+          listings.push_back({std::string(row.key), FormatText(KindText(settings.*field)),
+                              ToText(settings.*field), ToText(defaults.*field),
+                              FormatText(row.meaningTextId)});
+        },
+        row.field);
+  }
+  return listings;
+}
+
+SettingResult SetSetting(CSettings& settings, std::string_view assignment,
+                         const IRouteProviders* providers) {
+  const size_t equals = assignment.find('=');
+  const std::string key(assignment.substr(0, equals));
+  if (equals == std::string_view::npos)
+    return {ESettingOutcome::kNoAssignment, key, std::string(), std::string()};
+  const std::string value(assignment.substr(equals + 1));
+  const SettingRow* const row = FindRow(key);
+  if (!row) return {ESettingOutcome::kUnknownKey, key, value, AllKeys()};
+  if (!IsWritable(*row)) return {ESettingOutcome::kReadOnly, key, value, std::string()};
+  if (!Assign(settings, *row, value, providers))
+    return {ESettingOutcome::kWrongValue, key, value, AllowedValues(*row, providers)};
+  return {ESettingOutcome::kChanged, key, value, std::string()};
+}
+
+std::string DescribeRefusal(const SettingResult& result) {
+  switch (result.outcome) {
+    case ESettingOutcome::kNoAssignment:
+      return FormatText(kTextNoAssignment, result.key);
+    case ESettingOutcome::kUnknownKey:
+      return FormatText(kTextUnknownKey, result.key, result.allowed);
+    case ESettingOutcome::kWrongValue:
+      return FormatText(kTextWrongValue, result.value, result.key, result.allowed);
+    case ESettingOutcome::kReadOnly:
+      return FormatText(kTextReadOnly, result.key);
+    case ESettingOutcome::kChanged:
+      break;
+  }
+  return {};
+}
+
+std::string TakeDamageMessage() {
+  const WideString file = TakeDamagedSettingsFile();
+  return file.empty() ? std::string() : FormatText(kTextDamaged, WideToUtf8Lossy(file));
+}

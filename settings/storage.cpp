@@ -1,0 +1,142 @@
+#include "settings/storage.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/status.h"
+
+namespace storage {
+
+namespace {
+
+constexpr uint32_t kInvalidHandle = 6;
+
+EReason ReasonOf(uint32_t status) {
+  switch (status) {
+    case kInvalidHandle:
+      return EReason::kEmptyHandle;
+    case kStatusInvalidData:
+      return EReason::kInvalidData;
+    case kStatusBadLength:
+      return EReason::kBadLength;
+    case kStatusFileNotFound:
+      return EReason::kNotFound;
+    default:
+      return EReason::kOther;
+  }
+}
+
+void ThrowUnlessDone(const std::string& text, uint32_t status) {
+  if (status != kStatusSuccess) throw Exception(text, status);
+}
+
+std::string NumberBytes(uint64_t number, size_t size) {
+  std::string bytes;
+  for (size_t i = 0; i < size; ++i) bytes.push_back(static_cast<char>(number >> (8 * i) & 0xFF));
+  return bytes;
+}
+
+}  // namespace
+
+Exception::Exception(const std::string& text, uint32_t failure)
+    : std::runtime_error(text), reason(ReasonOf(failure)), status(failure) {}
+
+SValue::SValue(std::shared_ptr<ISettingsBackend> backend, std::string folder, std::string_view name)
+    : m_backend(std::move(backend)), m_folder(std::move(folder)), m_name(name) {}
+
+SettingsValue SValue::Read() const {
+  if (!m_backend) throw Exception("SValue", kInvalidHandle);
+  SettingsValue value;
+  ThrowUnlessDone(m_name, m_backend->Read(m_folder, m_name, value));
+  return value;
+}
+
+bool SValue::Exists() const {
+  SettingsValue value;
+  return m_backend && m_backend->Read(m_folder, m_name, value) != kStatusFileNotFound;
+}
+
+void SValue::Write(const SettingsValue& value) {
+  if (!m_backend) throw Exception("SValue", kInvalidHandle);
+  ThrowUnlessDone(m_name, m_backend->Write(m_folder, m_name, value));
+}
+
+std::string SValue::ReadBytes() const {
+  const SettingsValue value = Read();
+  if (const auto* const bytes = std::get_if<std::string>(&value)) return *bytes;
+  if (const auto* const number = std::get_if<uint32_t>(&value)) return NumberBytes(*number, 4);
+  if (const auto* const large = std::get_if<uint64_t>(&value)) return NumberBytes(*large, 8);
+  throw Exception(m_name, kStatusInvalidData);
+}
+
+uint32_t SValue::ReadNumber() const {
+  const std::string bytes = ReadBytes();
+  if (bytes.empty()) throw Exception(m_name, kStatusBadLength);
+  uint32_t number = 0;
+  for (size_t i = 0; i < std::min<size_t>(bytes.size(), 4); ++i)
+    number |= uint32_t{static_cast<uint8_t>(bytes[i])} << (8 * i);
+  return number;
+}
+
+WideString SValue::ReadText() const {
+  const SettingsValue value = Read();
+  if (const auto* const text = std::get_if<WideString>(&value)) return *text;
+  throw Exception(m_name, kStatusInvalidData);
+}
+
+void SValue::WriteBytes(std::string_view bytes) { Write(std::string(bytes)); }
+void SValue::WriteNumber(uint32_t number) { Write(number); }
+void SValue::WriteText(std::u16string_view text) { Write(WideString(text)); }
+
+SFolder::SFolder(std::shared_ptr<ISettingsBackend> backend, std::string path)
+    : m_backend(std::move(backend)), m_path(std::move(path)) {}
+
+SFolder SFolder::CreateFolder(std::string_view name) {
+  if (!m_backend) throw Exception("SFolder", kInvalidHandle);
+  SFolder folder = OpenFolder(name);
+  ThrowUnlessDone("Key", m_backend->CreateFolder(folder.m_path));
+  return folder;
+}
+
+SFolder SFolder::OpenFolder(std::string_view name) const {
+  return {m_backend, m_path + kSettingsPathSeparator + std::string(name)};
+}
+
+SValue SFolder::CreateValue(std::string_view name) { return OpenValue(name); }
+
+SValue SFolder::OpenValue(std::string_view name) const { return {m_backend, m_path, name}; }
+
+std::vector<std::string> SFolder::ValueNames() const {
+  if (!m_backend) throw Exception("SFolder", kInvalidHandle);
+  std::vector<std::string> names;
+  ThrowUnlessDone("Key", m_backend->ListValues(m_path, names));
+  return names;
+}
+
+Storage::Storage(std::shared_ptr<ISettingsBackend> backend) : m_backend(std::move(backend)) {}
+
+SFolder Storage::CreateFolder(std::string_view path) {
+  if (!m_backend) throw Exception("Storage", kInvalidHandle);
+  ThrowUnlessDone("Key", m_backend->CreateFolder(path));
+  return OpenFolder(path);
+}
+
+SFolder Storage::OpenFolder(std::string_view path) const { return {m_backend, std::string(path)}; }
+
+Transaction::Transaction(Storage& storage) : m_backend(storage.m_backend) {
+  if (!m_backend) throw Exception("Storage", kInvalidHandle);
+  ThrowUnlessDone("Storage", m_backend->BeginSave());
+}
+
+Transaction::~Transaction() {
+  if (m_backend) m_backend->AbandonSave();
+}
+
+void Transaction::Commit() {
+  const auto backend = std::exchange(m_backend, nullptr);
+  ThrowUnlessDone("Storage", backend->CommitSave());
+}
+
+Storage OpenUserStorage() { return Storage(OpenUserSettings()); }
+
+}  // namespace storage

@@ -1,0 +1,83 @@
+#include "base/localized_text.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "resources/string_tables.h"
+
+namespace {
+
+const std::map<std::string, const StringTable*> kTables = {
+    {"en", &kStringsEn}, {"fr", &kStringsFr}, {"de", &kStringsDe}, {"nl", &kStringsNl}};
+
+// The conversions of printf: a "%", flags, width and precision, and a letter or another "%".
+std::vector<std::string> Placeholders(std::string_view text) {
+  std::vector<std::string> found;
+  for (size_t start = text.find('%'); start < text.size(); start = text.find('%', start)) {
+    const size_t end =
+        std::min(text.find_first_not_of("-+ 0123456789.", start + 1), text.size() - 1);
+    found.emplace_back(text.substr(start, end + 1 - start));
+    start = end + 1;
+  }
+  return found;
+}
+
+TEST(Placeholders, AreFoundWhole) {
+  EXPECT_EQ(Placeholders("%02d:%s 5 %% of %.1f%"),
+            (std::vector<std::string>{"%02d", "%s", "%%", "%.1f", "%"}));
+  EXPECT_TRUE(Placeholders("none").empty());
+}
+
+// What stands between the bars, where a text has bars: file patterns must be the same everywhere.
+std::string_view BehindFirstBar(std::string_view text) {
+  const size_t bar = text.find('|');
+  return bar == text.npos ? std::string_view() : text.substr(bar);
+}
+
+TEST(StringTables, HoldTheSameNumbersRising) {
+  ASSERT_GT(kStringsEn.count, 150u);
+  for (const auto& [language, table] : kTables) {
+    ASSERT_EQ(table->count, kStringsEn.count) << language;
+    for (size_t i = 0; i < table->count; ++i) {
+      EXPECT_EQ(table->begin[i].id, kStringsEn.begin[i].id) << language;
+      EXPECT_FALSE(table->begin[i].text.empty()) << language << ' ' << table->begin[i].id;
+    }
+  }
+}
+
+TEST(StringTables, HoldTheSamePlaceholdersInTheSameOrder) {
+  for (const auto& [language, table] : kTables) {
+    for (size_t i = 0; i < table->count; ++i) {
+      const NumberedString& english = kStringsEn.begin[i];
+      EXPECT_EQ(Placeholders(table->begin[i].text), Placeholders(english.text))
+          << language << ' ' << english.id;
+      EXPECT_EQ(BehindFirstBar(table->begin[i].text), BehindFirstBar(english.text))
+          << language << ' ' << english.id;
+    }
+  }
+}
+
+TEST(StringTables, FindByNumber) {
+  EXPECT_EQ(kStringsEn.Find(109), "The file cannot be write.");
+  EXPECT_EQ(kStringsEn.Find(0), "");
+  EXPECT_EQ(kStringsEn.Find(99999), "");
+}
+
+TEST(LocalizedText, FollowsTheLanguage) {
+  EXPECT_EQ(LoadTextUtf8(103), "Latitude");
+  SetLanguage(ELanguage::kGerman);
+  EXPECT_EQ(CurrentLanguage(), ELanguage::kGerman);
+  EXPECT_EQ(LoadTextUtf8(103), "Breitengrad");
+  SetLanguage(ELanguage::kFrench);
+  EXPECT_EQ(LoadTextUtf8(1005), "Oui");
+  SetLanguage(ELanguage::kDutch);
+  EXPECT_EQ(LoadText(1006), u"Nee");
+  SetLanguage(ELanguage::kEnglish);
+  EXPECT_EQ(LoadText(104), u"Name");
+}
+
+}  // namespace

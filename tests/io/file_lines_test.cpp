@@ -1,0 +1,61 @@
+#include "io/file_lines.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/temporary_folder.h"
+
+namespace {
+
+class FileLinesTest : public testing::Test {
+ protected:
+  // Reads a file of this content and gives its lines, each behind a "|".
+  std::string LinesOf(const std::string& content) {
+    std::string lines;
+    const uint32_t status =
+        ReadFileByLine(m_folder.Put("lines.txt", content), [&lines](FileLines& taken) {
+          for (std::string_view line; taken.Next(line);) lines.append("|").append(line);
+          return kStatusSuccess;
+        });
+    EXPECT_EQ(status, kStatusSuccess);
+    return lines;
+  }
+
+  TemporaryFolder m_folder;
+};
+
+TEST_F(FileLinesTest, SplitsAsTextIsSplit) {
+  EXPECT_EQ(LinesOf(""), "");
+  EXPECT_EQ(LinesOf("one"), "|one");
+  EXPECT_EQ(LinesOf("one\r\n\ntwo\n"), "|one||two");
+}
+
+TEST_F(FileLinesTest, KeepsEveryLineOfAFileThatIsGivenBackMeanwhile) {
+  // Several steps of a megabyte, and lines that cross their ends.
+  std::string content;
+  std::string expected;
+  for (int i = 0; i < 400000; ++i) {
+    const std::string line = "line " + std::to_string(i);
+    content += line + "\n";
+    expected += "|" + line;
+  }
+  EXPECT_TRUE(LinesOf(content) == expected);
+}
+
+TEST_F(FileLinesTest, GivesTheStatusOfWhatTakesTheLines) {
+  EXPECT_EQ(ReadFileByLine(m_folder.Put("lines.txt", "one"), [](FileLines&) { return 11u; }), 11u);
+}
+
+TEST_F(FileLinesTest, FailsWithoutAFile) {
+  bool isAsked = false;
+  EXPECT_EQ(ReadFileByLine(m_folder.WidePathTo("none.txt"),
+                           [&isAsked](FileLines&) {
+                             isAsked = true;
+                             return kStatusSuccess;
+                           }),
+            kStatusFailure);
+  EXPECT_FALSE(isAsked);
+}
+
+}  // namespace
