@@ -6,23 +6,7 @@
 #include "model/point_order.h"
 #include "model/projection.h"
 #include "model/route_leg.h"
-
-namespace {
-
-struct Vector {
-  explicit Vector(const CGpsCoordinate& position) {
-    const double latitude = position.latitude / kDegreesPerRadian;
-    const double longitude = position.longitude / kDegreesPerRadian;
-    x = std::cos(latitude) * std::cos(longitude);
-    y = std::sin(longitude) * std::cos(latitude);
-    z = std::sin(latitude);
-  }
-  double x;
-  double y;
-  double z;
-};
-
-}  // namespace
+#include "model/sphere_vector.h"
 
 std::unique_ptr<CGpsCoordinate> CGpsCoordinate::Clone() const {
   return std::make_unique<CGpsCoordinate>(*this);
@@ -47,12 +31,7 @@ uint32_t CGpsCoordinate::DistanceToSegment(const CGridSegment& segment) const {
 }
 
 uint32_t CGpsCoordinate::DistanceTo(const CGpsCoordinate& other) const {
-  const Vector from(*this);
-  const Vector to(other);
-  return TruncateToUint32(std::sqrt((from.x - to.x) * (from.x - to.x) +
-                                    (from.y - to.y) * (from.y - to.y) +
-                                    (from.z - to.z) * (from.z - to.z)) *
-                          kEarthRadius);
+  return SphereVector(*this).ChordTo(SphereVector(other));
 }
 
 void CGpsCoordinate::Clamp() {
