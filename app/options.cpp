@@ -77,10 +77,62 @@ std::string DashHint(int argumentCount, char** arguments) {
   return {};
 }
 
+/// The options that change the itinerary. They work in the order in which they were given.
+class OperationOptions {
+ public:
+  explicit OperationOptions(CLI::App& parser)
+      : m_parser(parser),
+        m_reverse(parser.add_flag("--reverse")),
+        m_sort(parser.add_flag("--sort")),
+        m_unique(parser.add_flag("--unique")),
+        m_simplify(parser.add_option("--simplify", m_metres)->expected(1)->take_all()),
+        m_optimize(parser.add_flag("--optimize")) {}
+
+  std::vector<ListOperation> Take() const {
+    using EKind = ListOperation::EKind;
+    std::vector<ListOperation> operations;
+    size_t simplified = 0;
+    size_t optimised = 0;
+    for (const CLI::Option* option : m_parser.parse_order()) {
+      if (option == m_reverse) operations.push_back({EKind::kReverse});
+      if (option == m_sort) operations.push_back({EKind::kSort});
+      if (option == m_unique) operations.push_back({EKind::kUnique});
+      if (option == m_simplify) operations.push_back({EKind::kSimplify, m_metres.at(simplified++)});
+      if (option == m_optimize)
+        operations.push_back({KindOfSearch(m_optimize->results().at(optimised++))});
+    }
+    return operations;
+  }
+
+ private:
+  static ListOperation::EKind KindOfSearch(const std::string& value) {
+    if (value == kPlainSearch) return ListOperation::EKind::kOptimize;
+    if (value == "best") return ListOperation::EKind::kOptimizeBest;
+    throw CLI::ArgumentMismatch("--optimize=" + value);
+  }
+
+  // What the parser makes of a flag without a value.
+  static constexpr std::string_view kPlainSearch = "true";
+
+  const CLI::App& m_parser;
+  std::vector<uint32_t> m_metres;
+  const CLI::Option* m_reverse;
+  const CLI::Option* m_sort;
+  const CLI::Option* m_unique;
+  const CLI::Option* m_simplify;
+  const CLI::Option* m_optimize;
+};
+
 struct OptionHelp {
   std::string_view option;
   uint32_t textId;
 };
+
+constexpr uint32_t kTextHelpReverse = 1442;
+constexpr uint32_t kTextHelpSort = 1443;
+constexpr uint32_t kTextHelpUnique = 1444;
+constexpr uint32_t kTextHelpSimplify = 1445;
+constexpr uint32_t kTextHelpOptimize = 1446;
 
 constexpr OptionHelp kOptionHelp[] = {
     {"SOURCE", kTextHelpSource},
@@ -88,6 +140,11 @@ constexpr OptionHelp kOptionHelp[] = {
     {"-o, --output PATH", kTextHelpOutput},
     {"    --list WHICH", kTextHelpList},
     {"    --split N", kTextHelpSplit},
+    {"    --reverse", kTextHelpReverse},
+    {"    --sort", kTextHelpSort},
+    {"    --unique", kTextHelpUnique},
+    {"    --simplify METRES", kTextHelpSimplify},
+    {"    --optimize[=best]", kTextHelpOptimize},
     {"    --check", kTextHelpCheck},
     {"    --strict", kTextHelpStrict},
     {"    --quiet", kTextHelpQuiet},
@@ -138,6 +195,7 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   const CLI::Option* outputOption = parser.add_option("-o,--output", output);
   const CLI::Option* listOption = parser.add_option("--list", lists);
   parser.add_option("--split", options.split);
+  const OperationOptions operationOptions(parser);
   std::string csvRead;
   std::string csvWrite;
   const CLI::Option* csvReadOption = parser.add_option("--csv-read", csvRead);
@@ -148,6 +206,7 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   try {
     parser.parse(argumentCount, arguments);
     options.tokens = TakeTokens(parser.remaining());
+    options.operations = operationOptions.Take();
     if (outputOption->count() > 0 && output.empty()) throw CLI::ArgumentMismatch("--output \"\"");
   } catch (const CLI::ParseError& failure) {
     error = Text(kTextWrongUsage, std::string(failure.what())) + "\n" + Text(kTextUsage) +

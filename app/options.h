@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/list_operations.h"
 #include "base/wide_string.h"
 #include "settings/csv_layout.h"
 
@@ -34,6 +35,7 @@ struct Options {
   WideString output;
   ListChoice lists;
   uint32_t split = 0;
+  std::vector<ListOperation> operations;  ///< in the order given
   bool settings = false;
   std::vector<std::string> assignments;  ///< KEY=VALUE
   std::optional<CCsvLayout> csvRead;

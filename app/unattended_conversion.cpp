@@ -5,6 +5,7 @@
 
 #include "app/console_front.h"
 #include "app/console_text.h"
+#include "app/list_operations.h"
 #include "app/loss_check.h"
 #include "app/output_sink.h"
 #include "base/status.h"
@@ -157,6 +158,7 @@ EOutcome Conversion::Convert(const WideString& source, const WideString& target)
   }
   if (status == kStatusBadFormat) return EOutcome::kNotRecognised;
   if (status != kStatusSuccess) return EOutcome::kFailed;
+  ApplyListOperations(m_options.operations, source, m_options.quiet, m_driver.current);
 
   ConversionCheck check;
   check.source = source;

@@ -188,8 +188,8 @@ class Search {
       if (joined >= edge) return 0;
       const size_t other = m_place[near];
       if (other == Last()) continue;
-      const int64_t gain = edge + Cost(near, At(other + 1)) - joined -
-                           Cost(At(place + 1), At(other + 1));
+      const int64_t gain =
+          edge + Cost(near, At(other + 1)) - joined - Cost(At(place + 1), At(other + 1));
       if (gain <= 0) continue;
       TurnStretch(std::min(place, other) + 1, std::max(place, other));
       return gain;
@@ -208,8 +208,8 @@ class Search {
       if (joined >= edge) return 0;
       const size_t other = m_place[near];
       if (other == 0) continue;
-      const int64_t gain = edge + Cost(near, At(other - 1)) - joined -
-                           Cost(At(place - 1), At(other - 1));
+      const int64_t gain =
+          edge + Cost(near, At(other - 1)) - joined - Cost(At(place - 1), At(other - 1));
       if (gain <= 0) continue;
       TurnStretch(std::min(place, other), std::max(place, other) - 1);
       return gain;
@@ -277,8 +277,7 @@ class Search {
     const size_t nearPlace = m_place[near];
     if (std::max(stopPlace, nearPlace) - std::min(stopPlace, nearPlace) != 1)
       TurnAndRemember(runStart, runEnd);
-    for (const size_t place : {runStart - 1, runStart, runEnd, runEnd + 1})
-      LookAgainAt(At(place));
+    for (const size_t place : {runStart - 1, runStart, runEnd, runEnd + 1}) LookAgainAt(At(place));
   }
 
   // Swaps two neighbouring runs somewhere on the way. Returns the change.

@@ -51,12 +51,13 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
-        --split | --csv-read | --csv-write | --set)
+        --split | --simplify | --csv-read | --csv-write | --set)
             return
             ;;
     esac
     if [[ $word == -* ]]; then
-        COMPREPLY=($(compgen -W "--output --list --split --check --strict --quiet --formats
+        COMPREPLY=($(compgen -W "--output --list --split --reverse --sort --unique --simplify
+            --optimize --optimize=best --check --strict --quiet --formats
             --csv-read --csv-write --remember --settings --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
@@ -65,7 +66,7 @@ _corvanemap()
     # How many tokens stand in front of the word?
     for ((i = 0; i < ${#words[@]} - 1; i++)); do
         case ${words[i]} in
-            -o | --output | --list | --split) ((i++)) ;;
+            -o | --output | --list | --split | --simplify) ((i++)) ;;
             --inspect) inspect=1 ;;
             -*) ;;
             *LANG_*) ;;

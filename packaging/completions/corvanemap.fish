@@ -19,7 +19,7 @@ function __corvanemap_tokens
             continue
         end
         switch $word
-            case -o --output --list --split
+            case -o --output --list --split --simplify
                 set skip 1
             case '-*' '*LANG_*'
             case '*'
@@ -38,6 +38,11 @@ complete -c corvanemap -s o -l output -r -F -d 'Write to this file or folder'
 complete -c corvanemap -l list -x -a 'all routes tracks waypoints pois' \
     -d 'Which lists become the itinerary'
 complete -c corvanemap -l split -x -d 'The most points in one file'
+complete -c corvanemap -l reverse -d 'Turn the itinerary round'
+complete -c corvanemap -l sort -d 'Sort the stops by their names'
+complete -c corvanemap -l unique -d 'Keep one of the stops at the same place'
+complete -c corvanemap -l simplify -x -d 'Leave out points beside the line of the others'
+complete -c corvanemap -l optimize -d 'Order the stops so that the way becomes shorter'
 complete -c corvanemap -l check -d 'Tell what the target cannot hold'
 complete -c corvanemap -l strict -d 'Exit with status 3 when something was lost'
 complete -c corvanemap -l quiet -d 'Print errors only'

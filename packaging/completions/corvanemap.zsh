@@ -21,6 +21,11 @@ _corvanemap() {
     '(-o --output)'{-o,--output}'[write to this file or folder]:target:_files' \
     '--list[which lists become the itinerary]:lists:(all routes tracks waypoints pois)' \
     "--split[the writer's option, for itn the most points in one file]:number:" \
+    '*--reverse[turn the itinerary round]' \
+    '*--sort[sort the stops by their names]' \
+    '*--unique[keep one of the stops at the same place]' \
+    '*--simplify[leave out points beside the line of the others]:metres:' \
+    '*--optimize=-[order the stops so that the way becomes shorter]::search:(best)' \
     '--check[tell what the target cannot hold, without keeping it]' \
     '--strict[exit with status 3 when something was lost]' \
     '--quiet[print errors only]' \

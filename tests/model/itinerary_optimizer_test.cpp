@@ -150,8 +150,8 @@ TEST(ItineraryOptimizer, FiveStopsHaveThreeCandidates) {
   CItineraryOptimizer optimizer(route, roads.Asker());
   EXPECT_EQ(optimizer.Optimise(true), (Order{0, 1, 2, 3, 4}));
   // 1 to 2: 0-2 and 1-3; 1 to 3: 0-3 and 1-4; 2 to 3: 1-3 is known, 2-4.
-  EXPECT_EQ(roads.questions, (Questions{{0, 1}, {1, 2}, {2, 3}, {3, 4}, {0, 2}, {1, 3}, {0, 3},
-                                        {1, 4}, {2, 4}}));
+  EXPECT_EQ(roads.questions,
+            (Questions{{0, 1}, {1, 2}, {2, 3}, {3, 4}, {0, 2}, {1, 3}, {0, 3}, {1, 4}, {2, 4}}));
 }
 
 TEST(ItineraryOptimizer, ACandidateOfTheSameLengthIsNotTaken) {
@@ -373,7 +373,8 @@ TEST(OrderImprovement, FindsTheWayRoundACircle) {
   constexpr size_t kCount = 32;
   CGpsRoute route;
   for (size_t i = 0; i < kCount; ++i) {
-    const double angle = static_cast<double>(i * 3 % (kCount - 1)) * 2.0 * 3.14159265 / (kCount - 1);
+    const double angle =
+        static_cast<double>(i * 3 % (kCount - 1)) * 2.0 * 3.14159265 / (kCount - 1);
     route.points.push_back(MakePoint(std::sin(angle), std::cos(angle)));
   }
   const CItineraryOptimizer optimizer(route);
