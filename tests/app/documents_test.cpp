@@ -135,7 +135,7 @@ std::vector<std::string> Options() {
   for (const std::string& line : Lines(RunConverter({"--help"}).output)) {
     const size_t start = line.find("--");
     if (line.rfind("  ", 0) == 0 && start != line.npos && start < 8)
-      options.push_back(line.substr(start + 2, line.find(' ', start) - start - 2));
+      options.push_back(line.substr(start + 2, line.find_first_of(" [", start) - start - 2));
   }
   return options;
 }
