@@ -17,6 +17,7 @@ struct CompoundFileModule {
                             std::string_view content, std::string& patched);
 };
 
+inline constexpr char kCompoundFileModule[] = "corvane_compound_files";
 /// Name of the module's one function, which takes nothing and returns the operations.
 inline constexpr char kCompoundFileModuleEntry[] = "CorvaneCompoundFileModule";
 using CompoundFileModuleEntry = const CompoundFileModule* (*)();
