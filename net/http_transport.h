@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+// What carries out the requests of `net/http_client.h`: one background thread behind a module that
+// is loaded at the first request. Module and program are always built together.
+
+/// Names and values, in the order in which they are sent.
+using HttpHeaders = std::vector<std::pair<std::string, std::string>>;
+
+/// One request. All parts are checked: none can break out of its place in the request.
+struct HttpTransfer {
+  std::string host;
+  std::string path;  ///< without its first "/"
+  uint16_t port = 80;
+  bool secure = false;
+  std::string userAgent;
+  std::string hostHeader;    ///< empty: the host, with the port where it is not the scheme's own
+  std::string referrer;      ///< empty: none
+  HttpHeaders extraHeaders;  ///< sent to the request's own server only, not where it redirects to
+  std::string postData;      ///< empty: GET
+  std::string caFile;        ///< authorities to trust instead of the system's; empty: the system's
+  uint64_t bodyLimit = 0;    ///< bytes; 0: none
+  uint32_t connectTimeoutMs = 0;
+  uint32_t idleTimeoutMs = 0;  ///< without a byte in either direction
+};
+
+/// Where a transfer tells what becomes of it, always on the background thread.
+class IHttpTransferEvents {
+ public:
+  virtual ~IHttpTransferEvents() = default;
+
+  /// A piece of the body.
+  virtual void OnBody(std::string_view bytes) = 0;
+
+  /// Called once for each transfer, last. `code` is 0 or an EInternetError; `httpStatus` is that of
+  /// the reply, 0 without one.
+  virtual void OnEnd(uint32_t code, uint32_t httpStatus) = 0;
+};
+
+/// Safe to call from every thread. No call waits for the network.
+class IHttpTransport {
+ public:
+  virtual ~IHttpTransport() = default;
+
+  /// A session keeps the connections of its transfers for the next one; never 0.
+  virtual uint64_t OpenSession() = 0;
+  /// All transfers of the session must have ended.
+  virtual void CloseSession(uint64_t session) = 0;
+
+  /// Starts a transfer; the number it gives is never 0. `events` must live until `OnEnd`.
+  virtual uint64_t Begin(uint64_t session, HttpTransfer transfer, IHttpTransferEvents& events) = 0;
+  /// Ends the transfer with 12017, unless it has ended already.
+  virtual void Cancel(uint64_t transfer) = 0;
+
+  virtual bool IsOnOwnThread() const = 0;
+};
+
+inline constexpr char kHttpModule[] = "corvane_http";
+/// Name of the module's one function, which takes nothing and gives the transport. It is never
+/// destroyed. Null when it could not start.
+inline constexpr char kHttpModuleEntry[] = "CorvaneHttpModule";
+using HttpModuleEntry = IHttpTransport* (*)();

@@ -1,0 +1,237 @@
+// What comes back, from servers that behave and from those that don't.
+
+#include <atomic>
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "net/http_client.h"
+#include "platform/last_error.h"
+#include "tests/loopback_server.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using Talk = LoopbackServer::Talk;
+
+WideString Wide(const std::string& text) { return {text.begin(), text.end()}; }
+
+struct Outcome {
+  uint32_t code = 0;
+  std::string body;
+  uint32_t httpStatus = 0;
+  bool operator==(const Outcome&) const = default;
+};
+void PrintTo(const Outcome& outcome, std::ostream* stream) {
+  *stream << outcome.code << " \"" << outcome.body.substr(0, 100) << "\" " << outcome.httpStatus;
+}
+
+Outcome Ask(const std::string& url, const HttpOptions& options = {}) {
+  Outcome outcome;
+  StringSink sink;
+  CHttpClient client(options);
+  try {
+    client.Start(sink, url);
+    client.Wait(kWaitForever);
+  } catch (const CInternetException& failure) {
+    outcome.code = failure.code;
+  }
+  outcome.body = sink.Bytes();
+  outcome.httpStatus = client.Request().HttpStatus();
+  EXPECT_EQ(client.Request().TotalRead(), outcome.body.size());
+  return outcome;
+}
+
+Outcome AskServerThatSends(const std::string& bytes, const HttpOptions& options = {}) {
+  LoopbackServer server([&](const std::string&) { return bytes; });
+  return Ask(server.Url("/"), options);
+}
+
+HttpOptions Impatient() {
+  HttpOptions options;
+  options.idleTimeoutMs = 200;
+  return options;
+}
+
+TEST(HttpReplies, BodyOfEveryStatusIsABody) {
+  EXPECT_EQ(AskServerThatSends(HttpReply("<p>no</p>", "500 Internal Server Error")),
+            (Outcome{0, "<p>no</p>", 500}));
+  EXPECT_EQ(AskServerThatSends(HttpReply("gone", "404 Not Found")), (Outcome{0, "gone", 404}));
+  EXPECT_EQ(AskServerThatSends(
+                HttpReply("who?", "401 Unauthorized", "WWW-Authenticate: Basic realm=\"x\"\r\n")),
+            (Outcome{0, "who?", 401}));
+}
+
+TEST(HttpReplies, EmptyBodyIsEmpty) {
+  EXPECT_EQ(AskServerThatSends(HttpReply("")), (Outcome{0, "", 200}));
+  EXPECT_EQ(AskServerThatSends("HTTP/1.1 204 No Content\r\n\r\n"), (Outcome{0, "", 204}));
+  LoopbackServer server([](const std::string&) { return HttpReply(""); });
+  EXPECT_EQ(HttpGet(Wide(server.Url("/"))), "");
+}
+
+TEST(HttpReplies, BodyWithoutLengthEndsWithTheConnection) {
+  EXPECT_EQ(AskServerThatSends("HTTP/1.0 200 OK\r\n\r\nall of it"), (Outcome{0, "all of it", 200}));
+}
+
+TEST(HttpReplies, ChunksAreJoined) {
+  EXPECT_EQ(
+      AskServerThatSends("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
+                         "5\r\nhello\r\n1;x=y\r\n \r\n5\r\nworld\r\n0\r\nLocation: /x\r\n\r\n"),
+      (Outcome{0, "hello world", 200}));
+}
+
+TEST(HttpReplies, ZeroBytesAndOthersPassUnchanged) {
+  std::string bytes;
+  for (int i = 0; i < 1024; ++i) bytes += static_cast<char>(i);
+  EXPECT_EQ(AskServerThatSends(HttpReply(bytes)).body, bytes);
+}
+
+TEST(HttpReplies, CompressedBodyIsNotUnpacked) {
+  EXPECT_EQ(AskServerThatSends(HttpReply("\x1F\x8B", "200 OK", "Content-Encoding: gzip\r\n")),
+            (Outcome{0, "\x1F\x8B", 200}));
+}
+
+TEST(HttpReplies, ShortBodyIsABrokenConnection) {
+  EXPECT_EQ(AskServerThatSends("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhalf"),
+            (Outcome{12030, "half", 200}));
+  EXPECT_EQ(AskServerThatSends("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhel"),
+            (Outcome{12030, "hel", 200}));
+}
+
+TEST(HttpReplies, ServerThatClosesIsABrokenConnection) {
+  EXPECT_EQ(AskServerThatSends(""), (Outcome{12030, "", 0}));
+}
+
+TEST(HttpReplies, ServerThatIsNoneIsAnInvalidReply) {
+  EXPECT_EQ(AskServerThatSends("220 mail.example ESMTP\r\n"), (Outcome{12152, "", 0}));
+}
+
+TEST(HttpReplies, SilentServerIsATimeOut) {
+  LoopbackServer server(Talk([](LoopbackConnection& connection) { connection.WaitForEnd(); }));
+  EXPECT_EQ(Ask(server.Url("/"), Impatient()), (Outcome{12002, "", 0}));
+}
+
+TEST(HttpReplies, ServerThatStopsInTheMiddleIsATimeOut) {
+  LoopbackServer server(Talk([](LoopbackConnection& connection) {
+    connection.ReadRequest();
+    connection.Send("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhalf");
+    connection.WaitForEnd();
+  }));
+  const Outcome outcome = Ask(server.Url("/"), Impatient());
+  EXPECT_EQ(outcome.code, 12002u);
+  EXPECT_EQ(outcome.body, "half");
+}
+
+// A byte in a quarter of the time that may pass without one, for three times that time.
+TEST(HttpReplies, SlowServerIsWaitedFor) {
+  LoopbackServer server(Talk([](LoopbackConnection& connection) {
+    connection.ReadRequest();
+    connection.Send("HTTP/1.1 200 OK\r\nContent-Length: 12\r\n\r\n");
+    for (int i = 0; i < 12; ++i) {
+      if (!connection.Sleep(100ms) || !connection.Send("x")) return;
+    }
+  }));
+  HttpOptions options;
+  options.idleTimeoutMs = 400;
+  EXPECT_EQ(Ask(server.Url("/"), options), (Outcome{0, "xxxxxxxxxxxx", 200}));
+}
+
+TEST(HttpReplies, SlowHeadersAreWaitedFor) {
+  LoopbackServer server(Talk([](LoopbackConnection& connection) {
+    connection.ReadRequest();
+    for (const char c : HttpReply("ok")) {
+      if (!connection.Sleep(20ms) || !connection.Send({&c, 1})) return;
+    }
+  }));
+  HttpOptions options;
+  options.idleTimeoutMs = 400;
+  EXPECT_EQ(Ask(server.Url("/"), options), (Outcome{0, "ok", 200}));
+}
+
+TEST(HttpReplies, NobodyThereIsNoConnection) {
+  std::string url;
+  {
+    LoopbackServer server([](const std::string&) { return HttpReply("ok"); });
+    url = server.Url("/");
+  }
+  EXPECT_EQ(Ask(url), (Outcome{12029, "", 0}));
+}
+
+TEST(HttpReplies, UnknownHostHasNoName) {
+  EXPECT_EQ(Ask("http://no-such-host.invalid/"), (Outcome{12007, "", 0}));
+}
+
+TEST(HttpReplies, FailureNamesNothingOfTheAddress) {
+  try {
+    HttpGet(u"http://no-such-host.invalid/?key=secret");
+    FAIL();
+  } catch (const CInternetException& failure) {
+    EXPECT_EQ(failure.code, 12007u);
+    EXPECT_EQ(failure.text, "");
+    EXPECT_STREQ(failure.what(), "12007");
+    EXPECT_EQ(LastError(), 12007u);
+  }
+}
+
+TEST(HttpReplies, EndlessHeadersAreRefused) {
+  LoopbackServer server(Talk([](LoopbackConnection& connection) {
+    connection.ReadRequest();
+    connection.Send("HTTP/1.1 200 OK\r\n");
+    while (connection.Send("X-Filler: " + std::string(1000, 'x') + "\r\n")) {
+    }
+  }));
+  EXPECT_EQ(Ask(server.Url("/")), (Outcome{12152, "", 200}));
+}
+
+TEST(HttpReplies, EndlessHeaderLineIsRefused) {
+  LoopbackServer server(Talk([](LoopbackConnection& connection) {
+    connection.ReadRequest();
+    connection.Send("HTTP/1.1 200 OK\r\nX-Filler: ");
+    while (connection.Send(std::string(1000, 'x'))) {
+    }
+  }));
+  EXPECT_NE(Ask(server.Url("/")).code, 0u);
+}
+
+TEST(HttpReplies, EndlessInterimRepliesAreRefused) {
+  LoopbackServer server(Talk([](LoopbackConnection& connection) {
+    connection.ReadRequest();
+    while (connection.Send("HTTP/1.1 103 Early Hints\r\nX-Filler: xxxxxxxxxxxxxxxxxxxx\r\n\r\n")) {
+    }
+  }));
+  EXPECT_EQ(Ask(server.Url("/")).code, 12152u);
+}
+
+TEST(HttpReplies, ServiceTakes64MiBAndNoMore) {
+  constexpr size_t kLimit = 67'108'864;
+  const auto server = [](size_t size) { return HttpReply(std::string(size, 'x')); };
+  const Outcome whole = AskServerThatSends(server(kLimit));
+  EXPECT_EQ(whole.code, 0u);
+  EXPECT_EQ(whole.body.size(), kLimit);
+  const Outcome tooLong = AskServerThatSends(server(kLimit + 1));
+  EXPECT_EQ(tooLong.code, 122u);
+  EXPECT_LE(tooLong.body.size(), kLimit);
+  HttpOptions unlimited;
+  unlimited.bodyLimit = kNoBodyLimit;
+  EXPECT_EQ(AskServerThatSends(server(kLimit + 1), unlimited).body.size(), kLimit + 1);
+}
+
+TEST(HttpReplies, SinkThatFailsIsAFailure) {
+  class FailingSink final : public ByteSink {
+    void Consume(std::string_view) override { throw std::bad_alloc(); }
+  };
+  LoopbackServer server([](const std::string&) { return HttpReply(std::string(1'000'000, 'x')); });
+  CHttpClient client;
+  FailingSink sink;
+  client.Start(sink, server.Url("/"));
+  try {
+    client.Wait(kWaitForever);
+    FAIL();
+  } catch (const CInternetException& failure) {
+    EXPECT_EQ(failure.code, 8u);
+  }
+}
+
+}  // namespace
