@@ -182,3 +182,10 @@ std::string HttpGet(const WideString& url, const std::string& referrer = {},
 uint64_t HttpFetch(ByteSink& sink, const WideString& url, const std::string& postData = {},
                    const std::string& referrer = {}, const std::string& hostHeader = {},
                    const HttpOptions& options = {}, const HttpHeaders& extraHeaders = {});
+
+/// Puts a body, of any length, into a file and returns its path; empty when nothing was received.
+/// Without a target the file is that of the cache of this user, where what was fetched once is
+/// found without a request, however old. A target passes the cache by; what came before a failure
+/// stays in it. Throws the platform's error code for files that cannot be written.
+WideString HttpDownload(const std::string& url, const WideString& target = {},
+                        const std::string& referrer = {}, HttpOptions options = {});

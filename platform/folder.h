@@ -36,5 +36,8 @@ bool IsSameFile(const WideString& first, const WideString& second);
 /// Creates `path` and the folders above it. Returns 0 or the platform's error code.
 uint32_t CreateFolders(const WideString& path);
 
+/// As `CreateFolders`, but where `path` itself is new, only this user can look into it.
+uint32_t CreatePrivateFolder(const WideString& path);
+
 /// The size of the file in bytes, 0 when there is none.
 uint64_t FileSize(const WideString& path);

@@ -5,3 +5,6 @@
 /// The folder for this user's settings of the program, which need not exist yet; empty when the
 /// user has no home.
 WideString SettingsFolder();
+
+/// The folder for what the program can fetch or make again, likewise.
+WideString CacheFolder();

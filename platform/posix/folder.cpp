@@ -45,17 +45,28 @@ bool IsSameFile(const WideString& first, const WideString& second) {
          left.st_ino == right.st_ino;
 }
 
-uint32_t CreateFolders(const WideString& path) {
+namespace {
+
+uint32_t CreateFoldersAs(const WideString& path, mode_t mode) {
   const std::string folder = PathBytes(path);
   for (size_t end = folder.find('/', 1);; end = folder.find('/', end + 1)) {
     const std::string part = folder.substr(0, end);
-    if (!part.empty() && mkdir(part.c_str(), 0777) != 0 && errno != EEXIST) return FailWithErrno();
+    const mode_t partMode = end == std::string::npos ? mode : 0777;
+    if (!part.empty() && mkdir(part.c_str(), partMode) != 0 && errno != EEXIST) {
+      return FailWithErrno();
+    }
     if (end == std::string::npos) break;
   }
   if (FileAttributes(path) == kAttributeDirectory) return 0;
   errno = EACCES;
   return FailWithErrno();
 }
+
+}  // namespace
+
+uint32_t CreateFolders(const WideString& path) { return CreateFoldersAs(path, 0777); }
+
+uint32_t CreatePrivateFolder(const WideString& path) { return CreateFoldersAs(path, 0700); }
 
 uint64_t FileSize(const WideString& path) {
   struct stat details {};

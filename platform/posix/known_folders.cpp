@@ -5,11 +5,20 @@
 
 #include "platform/path_text.h"
 
-WideString SettingsFolder() {
-  // A relative XDG_CONFIG_HOME is invalid by its own rules and counts as not set.
-  const char* config = std::getenv("XDG_CONFIG_HOME");
-  if (config && config[0] == '/') return WidePath(std::string(config) + "/CorvaneMap");
+namespace {
+
+// The folder of the program in the one that `variable` names, or in `inHome`. A relative path in
+// such a variable is invalid by its own rules and counts as not set.
+WideString ProgramFolderIn(const char* variable, const char* inHome) {
+  const char* parent = std::getenv(variable);
+  if (parent && parent[0] == '/') return WidePath(std::string(parent) + "/CorvaneMap");
   const char* home = std::getenv("HOME");
-  if (home && *home) return WidePath(std::string(home) + "/.config/CorvaneMap");
+  if (home && *home) return WidePath(std::string(home) + inHome + "/CorvaneMap");
   return {};
 }
+
+}  // namespace
+
+WideString SettingsFolder() { return ProgramFolderIn("XDG_CONFIG_HOME", "/.config"); }
+
+WideString CacheFolder() { return ProgramFolderIn("XDG_CACHE_HOME", "/.cache"); }
