@@ -1,6 +1,7 @@
 #include "markup/xml_writer.h"
 
 #include <array>
+#include <exception>
 #include <stdexcept>
 #include <utility>
 
@@ -57,8 +58,8 @@ CXmlElement::CXmlElement(CXmlElement&& other) noexcept
       m_tagOpen(other.m_tagOpen),
       m_name(std::exchange(other.m_name, std::string())) {}
 
-CXmlElement::~CXmlElement() {
-  if (m_name.empty()) return;
+CXmlElement::~CXmlElement() noexcept(false) {
+  if (m_name.empty() || std::uncaught_exceptions() > 0) return;
   if (m_tagOpen) {
     m_sink.Write("/>");
   } else {

@@ -9,11 +9,13 @@
 /// is written when the object goes out of scope, so that elements nest as scopes do. Names are
 /// written as they stand.
 ///
-/// A moved-from element has no name and writes nothing more.
+/// A moved-from element has no name and writes nothing more. While an exception is on its way the
+/// document is given up, and its open elements write nothing either; otherwise what the sink throws
+/// comes out of the destructor.
 class CXmlElement {
  public:
   CXmlElement(CXmlElement&& other) noexcept;
-  ~CXmlElement();
+  ~CXmlElement() noexcept(false);
 
   /// Writes ` name="value"` with the value escaped. Throws std::invalid_argument, "Not empty", once
   /// the start tag is finished.

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -136,7 +137,10 @@ CSettings::CSettings(std::function<storage::Storage()> openStorage)
 
 CSettings::~CSettings() {
   // The windows save by themselves and tell of a failure; nobody is left to be told here.
-  if (HasChanges()) Save();
+  try {
+    if (HasChanges()) Save();
+  } catch (const std::bad_alloc&) {
+  }
 }
 
 CSettings& CSettings::Instance() {

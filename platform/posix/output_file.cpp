@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <utility>
 
 #include <fcntl.h>
@@ -95,6 +96,17 @@ bool TakeOver(int file, const struct stat& old) {
   return made.st_mode == old.st_mode || fchmod(file, old.st_mode & 07777) == 0;
 }
 
+// False, with the cause in errno, when memory does not suffice.
+bool Append(std::string& content, std::string_view bytes) {
+  try {
+    content.append(bytes);
+    return true;
+  } catch (const std::bad_alloc&) {
+    errno = ENOMEM;
+    return false;
+  }
+}
+
 }  // namespace
 
 OutputFile::OutputFile(const WideString& path) : m_target(PathBytes(path)) {
@@ -158,7 +170,7 @@ void OutputFile::Discard() {
 void OutputFile::Write(std::string_view bytes) {
   if (m_status != 0) return;
   if (m_mode == EMode::kInPlace) {
-    m_content.append(bytes);
+    if (!Append(m_content, bytes)) m_status = FailWithErrno();
   } else if (!WriteFully(m_file, bytes)) {
     m_status = FailWithErrno();
   } else {
@@ -219,8 +231,11 @@ void OutputFile::OverwriteTarget() {
   std::string former;
   char piece[65536];
   ssize_t count = 0;
-  while ((count = read(file.Get(), piece, sizeof piece)) > 0)
-    former.append(piece, static_cast<size_t>(count));
+  while ((count = read(file.Get(), piece, sizeof piece)) > 0) {
+    if (Append(former, {piece, static_cast<size_t>(count)})) continue;
+    m_status = FailWithErrno();
+    return;
+  }
   const auto overwrite = [&file](const std::string& content) {
     return lseek(file.Get(), 0, SEEK_SET) == 0 && WriteFully(file.Get(), content) &&
            ftruncate(file.Get(), static_cast<off_t>(content.size())) == 0;

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <string>
 #include <system_error>
 
@@ -18,7 +19,12 @@ ScratchFolder::ScratchFolder() {
   }
 }
 
+// Without memory even for a name there is no way to clear up, and nobody to tell.
 ScratchFolder::~ScratchFolder() {
-  std::error_code ignored;
-  if (!m_path.empty()) std::filesystem::remove_all(PathBytes(m_path), ignored);
+  if (m_path.empty()) return;
+  try {
+    std::error_code ignored;
+    std::filesystem::remove_all(PathBytes(m_path), ignored);
+  } catch (const std::bad_alloc&) {
+  }
 }

@@ -130,6 +130,25 @@ TEST(Access, WhatDoesNotFitInPlaceLeavesTheOldTarget) {
   }
 }
 
+// What is written in place is collected in memory first.
+#ifndef CORVANE_SANITIZED
+TEST(Access, WhatDoesNotFitIntoMemoryLeavesTheOldTarget) {
+  std::string many;
+  for (int i = 0; i < 300000; ++i) many += "100000|200000|Stop|0|\r\n";
+  const TemporaryFolder folder;
+  folder.Put("a.itn", many);
+  folder.Put("a.gpx", "old");
+  const Permissions readOnly(folder.Path().string(), kReadOnlyFolder);
+  const ProgramResult result =
+      RunAsUser({folder.PathTo("a.itn"), "gpx", "--quiet"}, "ulimit -v 120000");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors, folder.PathTo("a.gpx") +
+                               ": The file cannot be write. Reason: there is not enough memory; "
+                               "close other programs and try again\n");
+  EXPECT_TRUE(folder.Get("a.gpx") == "old");
+}
+#endif
+
 TEST(Access, AFolderIsNoTarget) {
   const TemporaryFolder folder;
   folder.Put("a.itn", kItinerary);

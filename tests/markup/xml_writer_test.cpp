@@ -1,5 +1,6 @@
 #include "markup/xml_writer.h"
 
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -156,7 +157,8 @@ TEST(XmlWriter, RefusesAttributesAndCdataBehindTheStartTag) {
 }
 
 TEST(XmlElement, MovesAndDoesNotCopy) {
-  EXPECT_TRUE(std::is_nothrow_move_constructible_v<CXmlElement>);
+  // Of the constructor alone: the destructor writes and may throw.
+  EXPECT_TRUE(noexcept(::new (std::declval<void*>()) CXmlElement(std::declval<CXmlElement>())));
   EXPECT_FALSE(std::is_copy_constructible_v<CXmlElement>);
   EXPECT_FALSE(std::is_copy_assignable_v<CXmlElement>);
 }
@@ -171,6 +173,48 @@ TEST(XmlElement, WritesNothingWhenMovedFrom) {
               document.Comment("end");
             }),
             "<a b=\"1\"/><!--end-->");
+}
+
+// Takes so many bytes, then memory is at its end.
+class ShortSink final : public ByteSink {
+ public:
+  explicit ShortSink(size_t room) : m_room(room) {}
+
+ private:
+  void Consume(std::string_view bytes) override {
+    if (m_taken + bytes.size() > m_room) throw std::bad_alloc();
+    m_taken += bytes.size();
+  }
+
+  const size_t m_room;
+  size_t m_taken = 0;
+};
+
+// The sink hands its bytes on wherever a piece is full: in a start tag, a text or an end tag.
+TEST(XmlElement, LetsThroughWhatTheSinkThrows) {
+  for (size_t length = 131000; length < 131100; ++length) {
+    ShortSink sink(1000);
+    CXmlWriter document(sink);
+    const auto write = [&] {
+      CXmlElement root = document.Element("a");
+      root.Child("b").Text(std::string(length, 'x'));
+      for (int i = 0; i < 10; ++i) root.Child("element").Child("inner").Text("y");
+    };
+    EXPECT_THROW(write(), std::bad_alloc) << length;
+  }
+}
+
+TEST(XmlElement, GivesUpOpenElementsOfAFailedDocument) {
+  StringSink sink;
+  CXmlWriter document(sink);
+  const auto write = [&] {
+    CXmlElement root = document.Element("a");
+    CXmlElement child = root.Child("b");
+    child.Text("1");
+    throw std::bad_alloc();
+  };
+  EXPECT_THROW(write(), std::bad_alloc);
+  EXPECT_EQ(sink.Bytes(), "<a><b>1");
 }
 
 TEST(XmlElement, LongNamesSurviveAMove) {
