@@ -10,6 +10,7 @@
 #include "conversion/conversion_notes.h"
 #include "conversion/file_sink.h"
 #include "io/byte_cursor.h"
+#include "io/file_hole.h"
 #include "platform/input_file.h"
 
 namespace {
@@ -50,6 +51,7 @@ uint32_t ReadDestinator(const WideString& path, PointLists& lists, bool) {
 uint32_t ParseDestinator(std::string_view bytes, PointLists& lists) {
   auto& route = AddList<CGpsRoute>(lists);
   ByteCursor record(bytes);
+  size_t empty = 0;
   while (!record.AtEnd()) {
     const std::string kind = Utf16LeToUtf8(record.ZeroTerminatedUtf16());
     const bool isKnown = std::find(kKinds.begin(), kKinds.end(), kind) != kKinds.end();
@@ -75,6 +77,8 @@ uint32_t ParseDestinator(std::string_view bytes, PointLists& lists) {
     point.latitude = latitude;
     point.name = Utf16LeToUtf8(name);
     point.comment = Utf16LeToUtf8(description);
+    empty = point.IsNull() && kind.empty() && name.empty() ? empty + 1 : 0;
+    if (empty == kRecordsOfAHole) return kStatusInvalidData;
   }
   return kStatusSuccess;
 }

@@ -4,9 +4,11 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "base/status.h"
 #include "conversion/conversion_notes.h"
 #include "conversion/format_file.h"
 #include "io/byte_cursor.h"
+#include "io/file_hole.h"
 
 namespace {
 
@@ -42,6 +44,7 @@ uint32_t ReadPolstar(const WideString& path, PointLists& lists, bool) {
 uint32_t ParsePolstar(std::string_view bytes, PointLists& lists) {
   auto& route = AddList<CGpsRoute>(lists);
   ByteCursor records(bytes);
+  size_t empty = 0;
   while (records.Remaining() >= kRecordSize) {
     CGpsPoint& point = route.points.emplace_back();
     records.Skip(kWordSize);
@@ -49,6 +52,8 @@ uint32_t ParsePolstar(std::string_view bytes, PointLists& lists) {
     point.latitude = records.Int32() / kUnitsPerDegree;
     records.Skip(kDoubleSize);
     point.altitude = FromBigEndian(records.Take(kDoubleSize));
+    empty = point.IsNull() ? empty + 1 : 0;
+    if (empty == kRecordsOfAHole) return kStatusInvalidData;
   }
   if (!records.AtEnd()) NoteConversion(EConversionNote::kLinePassedOver);
   return kStatusSuccess;

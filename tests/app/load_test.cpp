@@ -77,6 +77,19 @@ TEST(Load, ConvertsAMillionEmptyListsInAQuarterOfAGigabyte) {
   EXPECT_EQ(folder.Get("a.itn"), "200000|0100000||2|\r\n");
 }
 
+// A file that is one hole: every few zeros could be a record of these formats.
+TEST(Load, AHoleIsNoItinerary) {
+  const TemporaryFolder folder;
+  for (const std::string name : {"a.dat", "a.trl"}) {
+    folder.Put(name, "");
+    fs::resize_file(folder.PathTo(name), uintmax_t{256} << 20);
+    const ProgramResult result =
+        RunConverter({"--inspect", "--json", folder.PathTo(name)}, "ulimit -v 524288; LC_ALL=C");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.output.find("\"status\": 13,"), std::string::npos) << result.output;
+  }
+}
+
 TEST(Load, TellsWhereMemoryRunsOut) {
   const TemporaryFolder folder;
   std::string content;
