@@ -27,6 +27,14 @@ constexpr size_t kMostDeclarations = size_t{1} << 14;
 constexpr uint64_t kSpareDefaultAttributes = 1000000;
 constexpr uint64_t kDefaultAttributesPerByte = 4;
 
+XmlSource SourceOf(std::string_view bytes) {
+  return [bytes](char* data, size_t size) mutable -> std::optional<size_t> {
+    const size_t count = bytes.copy(data, size);
+    bytes.remove_prefix(count);
+    return count;
+  };
+}
+
 // The result of `parse`; false, and a line in the debug log, for a document that is not
 // well-formed.
 template <typename Parse>
@@ -116,7 +124,8 @@ struct CXmlReader::Callbacks {
   }
 };
 
-CXmlReader::CXmlReader() : m_parser(XML_ParserCreate("UTF-8")) {
+CXmlReader::CXmlReader(EEncodings encodings)
+    : m_parser(XML_ParserCreate("UTF-8")), m_encodings(encodings) {
   if (!m_parser) throw XML_ERROR_NONE;
 }
 
@@ -145,34 +154,31 @@ void CXmlReader::StartDoctypeDecl(const XML_Char*, const XML_Char*, const XML_Ch
 void CXmlReader::EndDoctypeDecl() {}
 
 bool CXmlReader::ParseStream(std::istream& stream) {
-  return Parse(
-      [&stream](char* data, size_t size) -> std::optional<size_t> {
-        stream.read(data, static_cast<std::streamsize>(size));
-        if (stream.bad()) return std::nullopt;
-        return static_cast<size_t>(stream.gcount());
-      },
-      EStart::kFirstTag);
+  return ParseSource([&stream](char* data, size_t size) -> std::optional<size_t> {
+    stream.read(data, static_cast<std::streamsize>(size));
+    if (stream.bad()) return std::nullopt;
+    return static_cast<size_t>(stream.gcount());
+  });
 }
 
 bool CXmlReader::ParseFile(SequentialFile& file) {
-  return Parse([&file](char* data, size_t size) { return file.Read(data, size); },
+  return ParseSource([&file](char* data, size_t size) { return file.Read(data, size); });
+}
+
+void CXmlReader::ParseBytes(std::string_view bytes) { ParseSource(SourceOf(bytes)); }
+
+bool CXmlReader::ParseSource(const XmlSource& source) {
+  if (m_encodings == EEncodings::kExpats) return Parse(source, EStart::kFirstTag);
+  DecodedXmlSource decoded(source);
+  Prepare();
+  // Goes before what the document declares.
+  if (decoded.IsConverted()) XML_SetEncoding(m_parser.get(), "UTF-8");
+  return Parse([&decoded](char* data, size_t size) { return decoded.Read(data, size); },
                EStart::kFirstTag);
 }
 
-void CXmlReader::ParseBytes(std::string_view bytes) {
-  const size_t start = std::min(bytes.find('<'), bytes.size());
-  ParseBuffer(bytes.data() + start, bytes.size() - start);
-}
-
 void CXmlReader::ParseBuffer(const char* data, size_t length) {
-  std::string_view rest(data, length);
-  Parse(
-      [&rest](char* buffer, size_t size) -> std::optional<size_t> {
-        const size_t count = rest.copy(buffer, size);
-        rest.remove_prefix(count);
-        return count;
-      },
-      EStart::kFirstByte);
+  Parse(SourceOf({data, length}), EStart::kFirstByte);
 }
 
 int CXmlReader::ErrorCode() const { return XML_GetErrorCode(m_parser.get()); }
@@ -220,7 +226,7 @@ void CXmlReader::CountDefaultAttributes(const XML_Char** attributes) {
     throw XML_ERROR_AMPLIFICATION_LIMIT_BREACH;
 }
 
-bool CXmlReader::Parse(const Source& source, EStart start) {
+bool CXmlReader::Parse(const XmlSource& source, EStart start) {
   Prepare();
   auto* const parser = m_parser.get();
   size_t pieceSize = kPieceSize;
@@ -255,10 +261,11 @@ bool CXmlReader::Parse(const Source& source, EStart start) {
 }
 
 uint32_t ParseXml(CXmlReader& reader, std::string_view bytes) {
-  const bool isRead = ParseLogged(reader, [&] {
-    reader.ParseBytes(bytes);
-    return true;
-  });
+  return ParseXml(reader, SourceOf(bytes));
+}
+
+uint32_t ParseXml(CXmlReader& reader, const XmlSource& source) {
+  const bool isRead = ParseLogged(reader, [&] { return reader.ParseSource(source); });
   return isRead ? kStatusSuccess : kStatusFailure;
 }
 

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
-#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
@@ -14,6 +13,7 @@
 #include <expat.h>
 
 #include "base/wide_string.h"
+#include "markup/xml_encoding.h"
 #include "platform/sequential_file.h"
 
 /// Base of every XML reader: a subclass overrides the callbacks and builds its lists as they come.
@@ -22,7 +22,7 @@
 /// null name.
 ///
 /// A document that declares no encoding is UTF-8; one that declares an encoding unknown to Expat is
-/// read byte by byte as the characters of the same values.
+/// read byte by byte as the characters of the same values, unless the reader asks for more.
 ///
 /// One object serves one parse: a reader that has failed fails again. An exception that leaves a
 /// callback ends the parse and comes out of the parse operation.
@@ -62,6 +62,8 @@ class CXmlReader {
   bool ParseFile(SequentialFile& file);
   /// As `ParseStream`, for bytes in memory.
   void ParseBytes(std::string_view bytes);
+  /// As `ParseStream`, for bytes from anywhere.
+  bool ParseSource(const XmlSource& source);
 
   /// Parses one whole document, from its first byte on.
   void ParseBuffer(const char* data, size_t length);
@@ -72,8 +74,12 @@ class CXmlReader {
   std::string DescribeError(XML_Error error) const;
 
  protected:
+  /// Which encodings `ParseStream` and its like understand: those of Expat, or all that the system
+  /// knows too, for formats that programs of the desktop write.
+  enum class EEncodings { kExpats, kSystems };
+
   /// Throws the XML_Error 0 when there is no memory for a parser.
-  CXmlReader();
+  explicit CXmlReader(EEncodings encodings = EEncodings::kExpats);
 
   std::string m_text;  ///< character data since the last start tag
 
@@ -83,18 +89,16 @@ class CXmlReader {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
   };
 
-  /// Puts up to `size` of the document's next bytes at `data`. Returns how many, 0 only at the end;
-  /// nothing when they cannot be read.
-  using Source = std::function<std::optional<size_t>(char* data, size_t size)>;
   enum class EStart { kFirstByte, kFirstTag };
 
   void Prepare();
   void CountDeclarations(size_t size);
   void CountDefaultAttributes(const XML_Char** attributes);
   /// False when the source fails.
-  bool Parse(const Source& source, EStart start);
+  bool Parse(const XmlSource& source, EStart start);
 
   std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> m_parser;
+  const EEncodings m_encodings;
   bool m_initialised = false;
   bool m_inDoctype = false;
   size_t m_declarationSize = 0;      ///< of the document type's declarations so far
@@ -122,6 +126,8 @@ inline std::string_view AttributeValue(const XML_Char** attributes, std::string_
 /// The frame of XML formats: parses bytes with `reader`. 0, or 1 for a document that is not
 /// well-formed, whose error goes to the debug log.
 uint32_t ParseXml(CXmlReader& reader, std::string_view bytes);
+/// The same for bytes from anywhere; 1 also when they cannot be read to their end.
+uint32_t ParseXml(CXmlReader& reader, const XmlSource& source);
 
 /// The same for the file at `path`; 1 also when it cannot be opened.
 uint32_t ReadXmlFile(CXmlReader& reader, const WideString& path);

@@ -46,7 +46,7 @@ void WriteGpxPosition(CXmlElement& element, const CGpsCoordinate& position);
 class CGpxReader : public CXmlReader {
  public:
   /// Hands its lists to `results`.
-  explicit CGpxReader(PointLists& results) : m_results(results) {}
+  explicit CGpxReader(PointLists& results) : CXmlReader(EEncodings::kSystems), m_results(results) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override;
   void EndElement(const XML_Char* name) override;

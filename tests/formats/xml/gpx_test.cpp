@@ -222,6 +222,24 @@ TEST(GpxReader, ReadsOtherEncodings) {
             "Rh\u00f4ne \U0001F6B2");
 }
 
+TEST(GpxReader, ReadsWhatOtherProgramsDeclare) {
+  const auto nameIn = [](const std::string& encoding, const std::string& name) {
+    return OnlyPoint("<?xml version='1.0' encoding='" + encoding + "'?><gpx><wpt><name>" + name +
+                     "</name></wpt></gpx>")
+        .name;
+  };
+  EXPECT_EQ(nameIn("windows-1250",
+                   "\xA3\xF3"
+                   "d\x9F"),
+            "Łódź");
+  EXPECT_EQ(nameIn("iso-8859-5", "\xBC\xDE\xE1\xDA\xD2\xD0"), "Москва");
+  EXPECT_EQ(nameIn("Shift_JIS", "\x93\x8C\x8B\x9E"), "東京");
+  std::string wide = "\xFE\xFF";
+  for (const char character : "<gpx><wpt><name>Rh\xF4ne</name></wpt></gpx>"s)
+    wide += {'\0', character};
+  EXPECT_EQ(OnlyPoint(wide).name, "Rhône");
+}
+
 TEST(GpxReader, ReadsWhatADesktopPlannerWrites) {
   const PointLists lists = Parsed(Sample("15/planner.gpx"));
   EXPECT_EQ(Outline(lists),
