@@ -140,9 +140,11 @@ uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool s
 
 uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool silent,
                        const AcceptLists& accept) {
-  const std::u16string_view extension = ExtensionOfPath(path);
+  std::u16string_view extension = ExtensionOfPath(path);
   uint32_t result = kStatusBadFormat;
   if (extension.empty()) return result;
+  // An archive with a KML file in it, which the reader of KML unpacks.
+  if (EqualsIgnoringCase(extension, u"kmz")) extension = u"kml";
   for (const CItineraryFormat& row : table) {
     if (!row.read || !EqualsIgnoringCase(row.extension, extension)) continue;
     result = ReadWithRow(row, path, silent, accept);

@@ -51,9 +51,9 @@ using AcceptLists = std::function<uint32_t(const CItineraryFormat& row, PointLis
 uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool silent,
                      const AcceptLists& accept);
 
-/// Tries the readers of the path's extension in table order until one ends with success, with a
-/// file that is locked, or with the user's cancelling; returns the last result. A file that no
-/// reader knows gives kStatusBadFormat. Lists that the user declines do not end the search: the
-/// next reader may see others in the file.
+/// Tries the readers of the path's extension ("kml" for "kmz") in table order until one ends with
+/// success, with a file that is locked, or with the user's cancelling; returns the last result. A
+/// file that no reader knows gives kStatusBadFormat. Lists that the user declines do not end the
+/// search: the next reader may see others in the file.
 uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool silent,
                        const AcceptLists& accept);

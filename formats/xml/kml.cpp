@@ -6,8 +6,10 @@
 
 #include "base/numbers.h"
 #include "base/product.h"
+#include "base/text.h"
 #include "conversion/conversion_notes.h"
 #include "conversion/format_file.h"
+#include "formats/xml/kmz.h"
 #include "markup/xml_writer.h"
 #include "platform/clock.h"
 
@@ -23,6 +25,8 @@ constexpr std::string_view kLastStyle = "root://styleMaps#default+nicon=0x467+hi
 constexpr std::string_view kInnerStyle = "root://styleMaps#default+nicon=0x447+hicon=0x457";
 
 constexpr std::string_view kTour = "gx:Tour";
+
+constexpr std::string_view kWhiteSpace = " \t\r\n";
 
 constexpr int kDecimals = 6;
 
@@ -62,6 +66,32 @@ Tuple TakeTuple(std::string_view& text, IsEnd isEnd) {
   return tuple;
 }
 
+// The track that was recorded as a placemark's geometry. It came as an extension of Google's and
+// has since been made part of the standard.
+bool IsRecordedTrack(const XML_Char* name) {
+  return IsName(name, "gx:Track") || IsName(name, "Track");
+}
+
+// Takes the next word off the front of `text`; empty when there is none.
+std::string_view TakeWord(std::string_view& text) {
+  text = TrimLeft(text, kWhiteSpace);
+  const std::string_view word = text.substr(0, text.find_first_of(kWhiteSpace));
+  text.remove_prefix(word.size());
+  return word;
+}
+
+// A position at exactly 0, 0 is none.
+void AppendTrackPoint(CGpsPointArray& track, std::string_view longitude, std::string_view latitude,
+                      std::string_view altitude) {
+  CGpsPoint& point = track.points.emplace_back();
+  point.longitude = ParseReal(longitude);
+  point.latitude = ParseReal(latitude);
+  point.altitude = ParseReal(altitude);
+  if (!point.IsNull()) return;
+  track.points.pop_back();
+  NoteConversion(EConversionNote::kPointWithoutPosition);
+}
+
 // Calls `take` with the tuple of every piece of `text` between blanks and line feeds that is not
 // empty.
 template <typename Take>
@@ -80,7 +110,7 @@ void ForEachTuple(std::string_view text, Take take) {
 
 uint32_t ReadKml(const WideString& path, PointLists& lists, bool) {
   CKmlReader reader(lists);
-  return ReadXmlFile(reader, path);
+  return IsKmzFile(path) ? ReadKmzFile(reader, path) : ReadXmlFile(reader, path);
 }
 
 uint32_t ParseKml(std::string_view bytes, PointLists& lists) {
@@ -93,14 +123,28 @@ void CKmlReader::StartElement(const XML_Char* name, const XML_Char**) {
   if (IsName(name, "Document") || IsName(name, "Folder") || IsName(name, kTour)) {
     m_stack.push_back({name, {}, nullptr});
   } else if (IsName(name, "Placemark")) {
-    m_inPlacemark = true;
-    m_point.Reset();
+    StartPlacemark();
   } else if (IsName(name, "gx:FlyTo")) {
     m_inFlyTo = true;
     m_point.Reset();
   } else if (IsName(name, "LineString")) {
     m_inLineString = true;
+  } else if (IsName(name, "Point")) {
+    m_inPoint = true;
+  } else if (IsName(name, "MultiGeometry")) {
+    ++m_multiGeometries;
+  } else if (IsRecordedTrack(name) && !m_stack.empty()) {
+    m_recordedTrack = std::make_unique<CGpsTrack>();
   }
+}
+
+void CKmlReader::StartPlacemark() {
+  m_inPlacemark = true;
+  m_point.Reset();
+  m_formerPoints.clear();
+  m_multiGeometries = 0;
+  m_hasPoint = false;
+  m_inPoint = false;
 }
 
 void CKmlReader::EndElement(const XML_Char* name) {
@@ -113,6 +157,8 @@ void CKmlReader::EndElement(const XML_Char* name) {
     CloseContainer();
   } else if (m_inLineString) {
     EndInLineString(name);
+  } else if (m_recordedTrack) {
+    EndInRecordedTrack(name);
   } else if (m_inPlacemark) {
     EndInPlacemark(name);
   } else if (m_inFlyTo) {
@@ -137,28 +183,41 @@ void CKmlReader::EndInLineString(const XML_Char* name) {
   if (IsName(name, "LineString")) {
     m_inLineString = false;
   } else if (IsName(name, "coordinates")) {
-    AddTrack();
+    AddLine();
   }
 }
 
-// Only tuples of longitude, latitude and altitude make points. The line's name is that of its
-// placemark, if that has been told by now and may be repeated.
-void CKmlReader::AddTrack() {
+// Only tuples of longitude, latitude and altitude make points.
+void CKmlReader::AddLine() {
   auto track = std::make_unique<CGpsTrack>();
   ForEachTuple(m_text, [&track](const Tuple& tuple) {
-    if (tuple.count != 3) {
+    if (tuple.count == 3) {
+      AppendTrackPoint(*track, tuple.parts[0], tuple.parts[1], tuple.parts[2]);
+    } else if (tuple.count > 1 || !Trim(tuple.parts[0], kWhiteSpace).empty()) {
       NoteConversion(EConversionNote::kLinePassedOver);
-      return;
-    }
-    CGpsPoint& point = track->points.emplace_back();
-    point.longitude = ParseReal(tuple.parts[0]);
-    point.latitude = ParseReal(tuple.parts[1]);
-    point.altitude = ParseReal(tuple.parts[2]);
-    if (point.IsNull()) {
-      track->points.pop_back();
-      NoteConversion(EConversionNote::kPointWithoutPosition);
     }
   });
+  AddTrack(std::move(track));
+}
+
+void CKmlReader::EndInRecordedTrack(const XML_Char* name) {
+  if (IsName(name, "gx:coord") || IsName(name, "coord")) {
+    std::string_view rest = m_text;
+    const std::string_view longitude = TakeWord(rest);
+    const std::string_view latitude = TakeWord(rest);
+    // Where the receiver had no fix, the element is empty.
+    if (longitude.empty()) return;
+    if (latitude.empty())
+      NoteConversion(EConversionNote::kLinePassedOver);
+    else
+      AppendTrackPoint(*m_recordedTrack, longitude, latitude, TakeWord(rest));
+  } else if (IsRecordedTrack(name)) {
+    AddTrack(std::move(m_recordedTrack));
+  }
+}
+
+// The track's name is that of its placemark, if that has been told by now and may be repeated.
+void CKmlReader::AddTrack(std::unique_ptr<CGpsPointArray> track) {
   if (track->points.empty()) return;
   if (m_allowance.TakeCopy(m_point.name.size())) track->name = m_point.name;
   m_results.push_back(std::move(track));
@@ -166,18 +225,39 @@ void CKmlReader::AddTrack() {
 
 void CKmlReader::EndInPlacemark(const XML_Char* name) {
   if (IsName(name, "Placemark")) {
-    AppendPoint();
+    AppendPlacemark();
     m_inPlacemark = false;
   } else if (IsName(name, "name")) {
     m_point.name = m_text;
     m_allowance.AddText(m_text.size());
   } else if (IsName(name, "Snippet")) {
     m_point.comment = m_text;
+    m_allowance.AddText(m_text.size());
   } else if (IsName(name, "description")) {
-    if (m_point.comment.empty()) m_point.comment = m_text;
+    if (!m_point.comment.empty()) return;
+    m_point.comment = m_text;
+    m_allowance.AddText(m_text.size());
   } else if (IsName(name, "coordinates")) {
     TakePosition();
+  } else if (IsName(name, "Point")) {
+    m_inPoint = false;
+  } else if (IsName(name, "MultiGeometry") && m_multiGeometries > 0) {
+    --m_multiGeometries;
   }
+}
+
+// All points of a placemark have its texts, as long as these may be repeated.
+void CKmlReader::AppendPlacemark() {
+  CGpsPoint last = std::move(m_point);
+  for (const CGpsCoordinate& position : m_formerPoints) {
+    m_point.Reset();
+    static_cast<CGpsCoordinate&>(m_point) = position;
+    if (m_allowance.TakeCopy(last.name.size())) m_point.name = last.name;
+    if (m_allowance.TakeCopy(last.comment.size())) m_point.comment = last.comment;
+    AppendPoint();
+  }
+  m_point = std::move(last);
+  AppendPoint();
 }
 
 void CKmlReader::AppendPoint() {
@@ -191,6 +271,15 @@ void CKmlReader::TakePosition() {
   std::string_view text = m_text;
   const Tuple tuple = TakeTuple(text, [](char) { return false; });
   if (tuple.count < 2) return;
+  if (m_multiGeometries > 0) {
+    // The corner of an area is taken for its place only where there is no better one.
+    if (m_hasPoint && !m_inPoint) return;
+    if (m_hasPoint) {
+      m_formerPoints.push_back(m_point);
+      m_point.altitude = 0.0;
+    }
+    m_hasPoint = m_inPoint;
+  }
   m_point.longitude = ParseReal(tuple.parts[0]);
   m_point.latitude = ParseReal(tuple.parts[1]);
   if (tuple.count == 3) m_point.altitude = ParseReal(tuple.parts[2]);

@@ -437,6 +437,128 @@ TEST_F(KmlReader, OtherKindsOfXmlGiveNothing) {
   EXPECT_TRUE(m_lists.empty());
 }
 
+TEST_F(KmlReader, WhiteSpaceBehindTheLastTupleIsNothing) {
+  const ConversionNotes notes;
+  LineOf("\n\t\t1,2,3 \n\t\t4,5,6\r\n\t\t");
+  ASSERT_EQ(m_lists.size(), 1u);
+  EXPECT_EQ(m_lists[0]->Count(), 2u);
+  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
+}
+
+TEST_F(KmlReader, ARecordedTrackIsATrack) {
+  for (const std::string prefix : {"gx:", ""}) {
+    m_lists.clear();
+    Read("<Folder><Placemark><name>Morning</name><" + prefix +
+         "Track><when>2026-05-01T08:00:00Z</when><when>2026-05-01T08:00:05Z</when><" + prefix +
+         "coord>2.35222 48.85661 35.5</" + prefix + "coord><" + prefix + "coord/><" + prefix +
+         "coord>\n -43.21049\t-22.95192 </" + prefix + "coord><name>inside</name></" + prefix +
+         "Track></Placemark></Folder>");
+    ASSERT_EQ(m_lists.size(), 1u);
+    const CGpsPointArray& track = *m_lists[0];
+    EXPECT_EQ(track.GetKind(), kKindTrack);
+    EXPECT_EQ(track.name, "Morning");
+    ASSERT_EQ(track.Count(), 2u);
+    EXPECT_EQ(track.points[0].longitude, 2.35222);
+    EXPECT_EQ(track.points[0].latitude, 48.85661);
+    EXPECT_EQ(track.points[0].altitude, 35.5);
+    EXPECT_EQ(track.points[1].longitude, -43.21049);
+    EXPECT_EQ(track.points[1].latitude, -22.95192);
+    EXPECT_EQ(track.points[1].altitude, 0.0);
+  }
+}
+
+TEST_F(KmlReader, RecordedTracksOfOnePlacemark) {
+  Read(
+      "<Document><Placemark><name>Two days</name><gx:MultiTrack><gx:interpolate>0"
+      "</gx:interpolate><gx:Track><gx:coord>1 2 3</gx:coord></gx:Track><gx:Track/><gx:Track>"
+      "<gx:coord>0 0 5</gx:coord><gx:coord>4 5 6</gx:coord></gx:Track></gx:MultiTrack></Placemark>"
+      "<Placemark><name>Stop</name><Point>" +
+      Coordinates("7,8") + "</Point></Placemark></Document>");
+  ASSERT_EQ(m_lists.size(), 3u);
+  EXPECT_EQ(m_lists[0]->name, "Two days");
+  EXPECT_EQ(m_lists[0]->points[0].longitude, 1.0);
+  ASSERT_EQ(m_lists[1]->Count(), 1u);
+  EXPECT_EQ(m_lists[1]->points[0].longitude, 4.0);
+  ASSERT_EQ(m_lists[2]->Count(), 1u);
+  EXPECT_EQ(m_lists[2]->points[0].name, "Stop");
+}
+
+TEST_F(KmlReader, ARecordedTrackOutsideOfAContainerIsNothing) {
+  Read(
+      "<kml><Placemark><gx:Track><gx:coord>1 2 3</gx:coord></gx:Track></Placemark><Folder>"
+      "<Placemark><name>a</name>" +
+      Coordinates("1,2") + "</Placemark></Folder></kml>");
+  ASSERT_EQ(m_lists.size(), 1u);
+  EXPECT_EQ(m_lists[0]->points[0].name, "a");
+}
+
+TEST_F(KmlReader, EveryPointOfAPlacemarkIsAStop) {
+  Read(
+      "<Folder><Placemark><name>Gates</name><description>of the park</description><MultiGeometry>"
+      "<Point>" +
+      Coordinates("1,2,3") + "</Point><MultiGeometry><Point>" + Coordinates("4,5") +
+      "</Point></MultiGeometry><LineString>" + Coordinates("1,1,1") + "</LineString><Point>" +
+      Coordinates("6,7,8") + "</Point></MultiGeometry></Placemark><Placemark>" +
+      Coordinates("9,9") + "</Placemark></Folder>");
+  ASSERT_EQ(m_lists.size(), 2u);
+  EXPECT_EQ(m_lists[0]->GetKind(), kKindTrack);
+  const CGpsPointArray& stops = *m_lists[1];
+  ASSERT_EQ(stops.Count(), 4u);
+  const double longitudes[] = {1, 4, 6};
+  const double altitudes[] = {3, 0, 8};
+  for (size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(stops.At(i).name, "Gates");
+    EXPECT_EQ(stops.At(i).comment, "of the park");
+    EXPECT_EQ(stops.At(i).longitude, longitudes[i]);
+    EXPECT_EQ(stops.At(i).altitude, altitudes[i]);
+  }
+  EXPECT_EQ(stops.At(3).name, "");
+  EXPECT_EQ(stops.At(3).longitude, 9.0);
+}
+
+TEST_F(KmlReader, APointGoesBeforeTheCornerOfAnArea) {
+  const std::string area = "<Polygon><outerBoundaryIs><LinearRing>" +
+                           Coordinates("5,5,0 6,6,0 7,5,0") +
+                           "</LinearRing></outerBoundaryIs></Polygon>";
+  const std::string point = "<Point>" + Coordinates("1,2,3") + "</Point>";
+  for (const std::string& geometries : {point + area, area + point}) {
+    m_lists.clear();
+    Read("<Folder><Placemark><MultiGeometry>" + geometries +
+         "</MultiGeometry></Placemark></Folder>");
+    ASSERT_EQ(m_lists.size(), 1u);
+    ASSERT_EQ(m_lists[0]->Count(), 1u);
+    EXPECT_EQ(m_lists[0]->points[0].longitude, 1.0);
+    EXPECT_EQ(m_lists[0]->points[0].altitude, 3.0);
+  }
+}
+
+TEST_F(KmlReader, LongTextsAreNotRepeatedForEveryPointWithoutEnd) {
+  std::string points;
+  for (int i = 0; i < 1000; ++i) points += "<Point>" + Coordinates("1,2") + "</Point>";
+  Read("<Folder><Placemark><name>n</name><description>" + std::string(1'000'000, 'd') +
+       "</description><MultiGeometry>" + points + "</MultiGeometry></Placemark></Folder>");
+  ASSERT_EQ(m_lists.size(), 1u);
+  ASSERT_EQ(m_lists[0]->Count(), 1000u);
+  size_t described = 0;
+  for (const CGpsPoint& point : m_lists[0]->points) {
+    EXPECT_EQ(point.name, "n");
+    if (!point.comment.empty()) ++described;
+  }
+  // Four times the text and 2^20 bytes more, and the text itself.
+  EXPECT_EQ(described, 6u);
+}
+
+TEST_F(KmlReader, ReadsWhatOtherProgramsDeclare) {
+  EXPECT_EQ(
+      ParseKml("<?xml version=\"1.0\" encoding=\"windows-1251\"?><kml><Folder><Placemark><name>"
+               "\xCC\xEE\xF1\xEA\xE2\xE0</name>" +
+                   Coordinates("37.6,55.7") + "</Placemark></Folder></kml>",
+               m_lists),
+      kStatusSuccess);
+  ASSERT_EQ(m_lists.size(), 1u);
+  EXPECT_EQ(m_lists[0]->points[0].name, "Москва");
+}
+
 TEST_F(KmlReader, TellsWhatItPassesOver) {
   const ConversionNotes notes;
   LineOf("1,2 3,4,5 6\t7 0,0,0");

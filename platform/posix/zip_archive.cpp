@@ -1,0 +1,10 @@
+#include "platform/zip_archive.h"
+
+#include "platform/posix/zip_archives/module.h"
+#include "platform/program_module.h"
+
+std::unique_ptr<ZipArchive> OpenZipArchive(std::string_view bytes) {
+  static const auto open = reinterpret_cast<ZipArchiveModuleEntry>(
+      LoadModuleEntry(kZipArchiveModule, kZipArchiveModuleEntry));
+  return std::unique_ptr<ZipArchive>(open ? open(bytes) : nullptr);
+}
