@@ -4,10 +4,10 @@
 
 #include "app/console_text.h"
 #include "app/list_selection.h"
+#include "base/format_text.h"
+#include "base/text_ids.h"
 
 namespace {
-
-constexpr uint32_t kTextUnknownFormat = 164;
 
 // Whether the first letter of an answer is that of the word; ASCII suffices in our languages.
 bool BeginsLike(const std::string& answer, std::string_view word) {
@@ -28,7 +28,7 @@ bool ConsoleFront::AskYesNo(EMessageIcon, uint32_t textId) {
   const std::string question(LoadTextUtf8(textId));
   if (!IsInteractive()) {
     Complain(m_subject, question);
-    Complain(Text(kTextNoTerminal, yes));
+    Complain(FormatText(kTextNoTerminal, yes));
     return true;
   }
   for (;;) {
@@ -67,5 +67,5 @@ void ConsoleFront::TellWhatWasTaken(const PointLists& lists,
     text += DescribeList(*lists[i]);
   }
   if (otherCount > kMostOthers) others += fmt::format(", … (+{})", otherCount - kMostOthers);
-  Complain(Text(kTextListsTaken, ShownPath(m_subject), taken, others));
+  Complain(FormatText(kTextListsTaken, ShownPath(m_subject), taken, others));
 }

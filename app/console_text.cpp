@@ -1,8 +1,9 @@
 #include "app/console_text.h"
 
+#include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
-#include "base/unicode.h"
+#include "base/text_ids.h"
 #include "platform/folder.h"
 #include "platform/last_error.h"
 
@@ -31,18 +32,6 @@ uint32_t ReasonText(uint32_t status, const WideString& path) {
 
 }  // namespace
 
-std::string Printable(std::string_view text) {
-  std::string shown;
-  for (size_t i = 0; i < text.size();) {
-    const DecodedCodePoint decoded = DecodeUtf8(text, i);
-    const bool isControl =
-        decoded.codePoint < 0x20 || (decoded.codePoint >= 0x7F && decoded.codePoint < 0xA0);
-    shown.append(decoded.valid && !isControl ? text.substr(i, decoded.length) : "\uFFFD");
-    i += decoded.length;
-  }
-  return shown;
-}
-
 std::string ShownPath(const WideString& path) { return WideToUtf8Lossy(path); }
 
 void Complain(const std::string& message) { WriteError(message + "\n"); }
@@ -54,5 +43,5 @@ void Complain(const WideString& path, const std::string& message) {
 std::string FailureReason(const WideString& path) {
   const uint32_t status = LastError();
   if (status == kStatusSuccess) return {};
-  return " " + Text(kTextReason, LoadTextUtf8(ReasonText(status, path)));
+  return " " + FormatText(kTextReason, LoadTextUtf8(ReasonText(status, path)));
 }

@@ -2,10 +2,14 @@
 
 #include <string>
 
+#include <fmt/format.h>
+
 #include "app/console_text.h"
 #include "app/json_string.h"
 #include "app/output_sink.h"
+#include "base/localized_text.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "conversion/format_search.h"
 
 namespace {

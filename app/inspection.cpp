@@ -8,9 +8,11 @@
 #include "app/list_selection.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"
+#include "base/format_text.h"
 #include "base/measure_text.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "conversion/format_search.h"
 #include "platform/folder.h"
 #include "platform/last_error.h"
@@ -95,8 +97,8 @@ void WriteJson(ByteSink& sink, const Inspected& inspected) {
 }
 
 void WriteText(ByteSink& sink, const Inspected& inspected) {
-  sink.Write(Text(kTextInspectedRow, ShownPath(inspected.path), inspected.rowNumber,
-                  FormatLabel(*inspected.row)) +
+  sink.Write(FormatText(kTextInspectedRow, ShownPath(inspected.path), inspected.rowNumber,
+                        FormatLabel(*inspected.row)) +
              "\n");
   size_t number = 0;
   for (const auto& list : inspected.lists) {
@@ -113,17 +115,15 @@ void WriteText(ByteSink& sink, const Inspected& inspected) {
 }  // namespace
 
 int RunInspection(const Options& options, const FormatTable& table) {
-  constexpr uint32_t kTextUnknownFormat = 164;
-  constexpr uint32_t kTextCannotBeRead = 108;
   const WideString& path = options.tokens[0];
   const uint32_t attributes = FileAttributes(path);
   if (attributes == kNoAttributes && LastError() == kStatusFileNotFound) {
-    Complain(Text(kTextNoSource, ShownPath(path)));
+    Complain(FormatText(kTextNoSource, ShownPath(path)));
     return kExitWrongUsage;
   }
   if (attributes == kAttributeDirectory) {
     Complain(path, std::string(LoadTextUtf8(kTextCannotBeRead)) + " " +
-                       Text(kTextReason, LoadTextUtf8(kTextReasonFolder)));
+                       FormatText(kTextReason, LoadTextUtf8(kTextReasonFolder)));
     return kExitFailed;
   }
   SetLastError(kStatusSuccess);

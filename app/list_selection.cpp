@@ -4,6 +4,8 @@
 #include <iterator>
 
 #include "app/console_text.h"
+#include "base/format_text.h"
+#include "base/text_ids.h"
 
 namespace {
 
@@ -64,5 +66,5 @@ std::string_view KindName(unsigned kind) {
 std::string DescribeList(const CGpsPointArray& list) {
   std::string text(LoadTextUtf8(kKindTexts[std::min<size_t>(list.GetKind(), 3)]));
   if (!list.name.empty()) text += " \"" + Printable(list.name) + "\"";
-  return text + " (" + Text(kTextPointCount, list.Count()) + ")";
+  return text + " (" + FormatText(kTextPointCount, list.Count()) + ")";
 }

@@ -3,8 +3,10 @@
 #include "app/console_text.h"
 #include "app/json_string.h"
 #include "app/list_selection.h"
+#include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "conversion/csv_layout_question.h"
 #include "conversion/format_search.h"
 
@@ -97,28 +99,28 @@ std::string DescribeCheck(const ConversionCheck& check) {
   const auto tell = [&text](const std::string& line) { text += line + "\n"; };
 
   if (check.outcome == ConversionCheck::EOutcome::kOnlyWritten) {
-    tell(Text(kTextOnlyWritten, target));
+    tell(FormatText(kTextOnlyWritten, target));
   } else if (check.outcome == ConversionCheck::EOutcome::kNotReadable) {
-    tell(Text(kTextNotReadBack, target));
+    tell(FormatText(kTextNotReadBack, target));
   } else if (!losses.HasLosses()) {
-    tell(Text(kTextNothingLost, target, losses.stops, losses.largestShift));
+    tell(FormatText(kTextNothingLost, target, losses.stops, losses.largestShift));
   } else {
     if (losses.stopsLost > 0 || losses.stopsAdded > 0)
-      tell(Text(kTextStopsLost, target, losses.stopsLost, losses.stops, losses.stopsAdded));
+      tell(FormatText(kTextStopsLost, target, losses.stopsLost, losses.stops, losses.stopsAdded));
     if (losses.namesChanged > 0) {
-      tell(Text(kTextNamesChanged, target, losses.namesChanged, losses.nameBefore,
-                losses.nameAfter));
+      tell(FormatText(kTextNamesChanged, target, losses.namesChanged, losses.nameBefore,
+                      losses.nameAfter));
     }
     if (losses.commentsChanged > 0 || losses.altitudesChanged > 0 ||
         losses.largestShift > kReceiverAccuracy) {
-      tell(Text(kTextDetailsLost, target, losses.commentsChanged, losses.altitudesChanged,
-                losses.largestShift));
+      tell(FormatText(kTextDetailsLost, target, losses.commentsChanged, losses.altitudesChanged,
+                      losses.largestShift));
     }
   }
-  if (check.listsMerged > 0) tell(Text(kTextListsMerged, target, check.listsMerged));
+  if (check.listsMerged > 0) tell(FormatText(kTextListsMerged, target, check.listsMerged));
   if (check.linesPassedOver + check.stopsWithoutWaypoint + check.pointsWithoutPosition > 0) {
-    tell(Text(kTextPassedOver, ShownPath(check.source), check.linesPassedOver,
-              check.stopsWithoutWaypoint, check.pointsWithoutPosition));
+    tell(FormatText(kTextPassedOver, ShownPath(check.source), check.linesPassedOver,
+                    check.stopsWithoutWaypoint, check.pointsWithoutPosition));
   }
   return text;
 }

@@ -8,7 +8,9 @@
 #include "app/options.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
+#include "base/format_text.h"
 #include "base/product.h"
+#include "base/text_ids.h"
 #include "formats/format_rows.h"
 #include "platform/console.h"
 #include "platform/locale.h"
@@ -49,8 +51,8 @@ int Run(Options& options) {
   if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table);
   if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table);
   if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;
-  Complain(Text(options.inspect ? kTextUsage : kTextNoWindow));
-  if (!options.inspect) Complain(Text(kTextUsage));
+  Complain(FormatText(options.inspect ? kTextUsage : kTextNoWindow));
+  if (!options.inspect) Complain(FormatText(kTextUsage));
   return kExitWrongUsage;
 }
 

@@ -8,7 +8,9 @@
 #include <CLI/CLI.hpp>
 
 #include "app/console_text.h"
+#include "base/format_text.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "platform/folder.h"
 #include "platform/path_text.h"
 #include "settings/csv_layout_text.h"
@@ -62,7 +64,7 @@ bool TakeCsvLayout(const CLI::Option& option, const std::string& text,
                    std::optional<CCsvLayout>& layout, std::string& error) {
   if (option.count() == 0) return true;
   CsvLayoutText parsed = ParseCsvLayoutText(text);
-  error = Printable(parsed.refusal);
+  error = parsed.refusal;
   layout = parsed.layout;
   return layout.has_value();
 }
@@ -72,7 +74,7 @@ std::string DashHint(int argumentCount, char** arguments) {
   for (int i = 1; i < argumentCount; ++i) {
     const std::string argument = arguments[i];
     if (argument.starts_with('-') && FileAttributes(WidePath(argument)) != kNoAttributes)
-      return "\n" + Text(kTextDashHint, "./" + argument);
+      return "\n" + FormatText(kTextDashHint, "./" + argument);
   }
   return {};
 }
@@ -209,8 +211,8 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
     options.operations = operationOptions.Take();
     if (outputOption->count() > 0 && output.empty()) throw CLI::ArgumentMismatch("--output \"\"");
   } catch (const CLI::ParseError& failure) {
-    error = Text(kTextWrongUsage, std::string(failure.what())) + "\n" + Text(kTextUsage) +
-            DashHint(argumentCount, arguments);
+    error = FormatText(kTextWrongUsage, std::string(failure.what())) + "\n" +
+            FormatText(kTextUsage) + DashHint(argumentCount, arguments);
     return std::nullopt;
   }
 
@@ -218,7 +220,7 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   if (listOption->count() > 0) {
     const std::optional<ListChoice> choice = ParseListChoice(lists);
     if (!choice) {
-      error = Text(kTextWrongListChoice, lists);
+      error = FormatText(kTextWrongListChoice, lists);
       return std::nullopt;
     }
     options.lists = *choice;
@@ -231,7 +233,8 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
 }
 
 std::string HelpText() {
-  std::string text = Text(kTextUsage) + "\n" + Text(kTextPurpose) + "\n\n" + Text(kTextOptions);
+  std::string text =
+      FormatText(kTextUsage) + "\n" + FormatText(kTextPurpose) + "\n\n" + FormatText(kTextOptions);
   text += "\n";
   for (const OptionHelp& row : kOptionHelp)
     text += fmt::format("  {:<22}  {}\n", row.option, LoadTextUtf8(row.textId));

@@ -6,6 +6,8 @@
 #include "app/json_string.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"
+#include "base/format_text.h"
+#include "base/text_ids.h"
 #include "conversion/csv_layout_question.h"
 #include "settings/settings.h"
 #include "settings/settings_list.h"
@@ -16,7 +18,7 @@ namespace {
 // Damage shows when a store is read, or only when it is looked through before it is written.
 void TellOfDamage() {
   const std::string message = TakeDamageMessage();
-  if (!message.empty()) Complain(Printable(message));
+  if (!message.empty()) Complain(message);
 }
 
 void WriteListing(ByteSink& sink, const SettingListing& setting, bool asJson) {
@@ -69,7 +71,7 @@ bool ApplyCsvLayouts(const Options& options) {
     StoreCsvLayouts(storage, options.csvRead, options.csvWrite);
   } catch (const storage::Exception&) {
     TellOfDamage();
-    Complain(Text(kTextSettingsNotStored));
+    Complain(FormatText(kTextSettingsNotStored));
     return false;
   }
   TellOfDamage();
@@ -82,7 +84,7 @@ int ChangeSettings(const Options& options) {
   for (const std::string& assignment : options.assignments) {
     const SettingResult result = SetSetting(settings, assignment);
     if (result.outcome == ESettingOutcome::kChanged) continue;
-    Complain(Printable(DescribeRefusal(result)));
+    Complain(DescribeRefusal(result));
     // What stood before the wrong assignment is not stored either.
     settings.Load();
     return kExitWrongUsage;
@@ -90,7 +92,7 @@ int ChangeSettings(const Options& options) {
   const uint32_t status = settings.Save();
   TellOfDamage();
   if (status == 0) return kExitConverted;
-  Complain(Text(kTextSettingsNotStored));
+  Complain(FormatText(kTextSettingsNotStored));
   settings.Load();  // else they would be saved once more at the end of the process
   return kExitFailed;
 }

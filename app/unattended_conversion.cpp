@@ -8,8 +8,10 @@
 #include "app/list_operations.h"
 #include "app/loss_check.h"
 #include "app/output_sink.h"
+#include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "conversion/conversion_driver.h"
 #include "conversion/conversion_notes.h"
 #include "conversion/format_search.h"
@@ -18,9 +20,6 @@
 #include "platform/scratch_folder.h"
 
 namespace {
-
-constexpr uint32_t kTextCannotBeRead = 108;
-constexpr uint32_t kTextCannotBeWritten = 109;
 
 enum class EOutcome { kConverted, kWithLosses, kNotRecognised, kFailed };
 
@@ -96,7 +95,7 @@ int Conversion::ConvertFolder(const WideString& folder) {
   if (!m_options.output.empty() && CreateFolders(m_options.output) != kStatusSuccess) {
     std::string reason = FailureReason(m_options.output);
     if (FileAttributes(m_options.output) == kAttributeNormal)
-      reason = " " + Text(kTextReason, LoadTextUtf8(kTextReasonFile));
+      reason = " " + FormatText(kTextReason, LoadTextUtf8(kTextReasonFile));
     Complain(m_options.output, std::string(LoadTextUtf8(kTextCannotBeWritten)) + reason);
     return kExitFailed;
   }
@@ -118,7 +117,7 @@ int Conversion::ConvertFolder(const WideString& folder) {
     const EOutcome outcome = Convert(source, target);
     const bool isConverted = outcome == EOutcome::kConverted || outcome == EOutcome::kWithLosses;
     if (isConverted && target != source && !taken.insert(target).second && !m_options.quiet)
-      Complain(Text(kTextReplacedInFolder, ShownPath(target), ShownPath(source)));
+      Complain(FormatText(kTextReplacedInFolder, ShownPath(target), ShownPath(source)));
     switch (outcome) {
       case EOutcome::kWithLosses:
         ++withLosses;
@@ -136,8 +135,8 @@ int Conversion::ConvertFolder(const WideString& folder) {
   }
   ShowProgress(0, 0);
   if (!m_options.quiet) {
-    Complain(Text(kTextSummary, converted, unknown, failed));
-    if (withLosses > 0) Complain(Text(kTextFilesWithLosses, withLosses));
+    Complain(FormatText(kTextSummary, converted, unknown, failed));
+    if (withLosses > 0) Complain(FormatText(kTextFilesWithLosses, withLosses));
   }
   return ExitStatus(converted, withLosses, failed);
 }
@@ -149,11 +148,11 @@ EOutcome Conversion::Convert(const WideString& source, const WideString& target)
   const uint32_t status = m_driver.OpenFile(source, false, true);
   const uint64_t lookedUp = notes.Count(EConversionNote::kStopLookedUp);
   if (lookedUp > 0 && !m_options.quiet) {
-    Complain(Text(kTextStopsLookedUp, ShownPath(source), lookedUp,
-                  notes.Count(EConversionNote::kStopNotFound)));
+    Complain(FormatText(kTextStopsLookedUp, ShownPath(source), lookedUp,
+                        notes.Count(EConversionNote::kStopNotFound)));
   }
   if (status != kStatusSuccess && m_front.Declined()) {
-    Complain(Text(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
+    Complain(FormatText(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
     return EOutcome::kFailed;
   }
   if (status == kStatusBadFormat) return EOutcome::kNotRecognised;
@@ -179,7 +178,7 @@ EOutcome Conversion::Convert(const WideString& source, const WideString& target)
 EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
   // What was left out of the file would be lost with it.
   if (m_front.LeftListsBehind() && IsSameFile(check.source, target)) {
-    Complain(Text(kTextTargetIsSource, ShownPath(check.source)));
+    Complain(FormatText(kTextTargetIsSource, ShownPath(check.source)));
     return EOutcome::kFailed;
   }
   m_front.SetSubject(target);
@@ -188,7 +187,7 @@ EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
   const uint32_t status = m_driver.ExportTo(target, m_row, true, m_options.split);
   const uint64_t countries = notes.Count(EConversionNote::kCountryNotFound);
   if (countries > 0 && !m_options.quiet)
-    Complain(Text(kTextCountriesNotFound, ShownPath(target), countries));
+    Complain(FormatText(kTextCountriesNotFound, ShownPath(target), countries));
   if (status != kStatusSuccess) return EOutcome::kFailed;
   // Some devices' writers call it a success when a file could not be made. We don't.
   if (LastError() != kStatusSuccess) {
@@ -226,16 +225,16 @@ int RunConversion(const Options& options, const FormatTable& table) {
   const WideString& key = options.tokens[1];
   const CItineraryFormat* row = FindWriter(table, ToLowerAscii(key));
   if (!row) {
-    Complain(Text(kTextUnknownKey, ShownPath(key)));
+    Complain(FormatText(kTextUnknownKey, ShownPath(key)));
     return kExitWrongUsage;
   }
   if (IsPseudoFormat(*row)) {
-    Complain(Text(kTextNoFileFormat, ShownPath(key)));
+    Complain(FormatText(kTextNoFileFormat, ShownPath(key)));
     return kExitWrongUsage;
   }
   const uint32_t attributes = FileAttributes(source);
   if (attributes == kNoAttributes && LastError() == kStatusFileNotFound) {
-    Complain(Text(kTextNoSource, ShownPath(source)));
+    Complain(FormatText(kTextNoSource, ShownPath(source)));
     return kExitWrongUsage;
   }
   // Never destroyed: to free a million points one by one takes longer than to end the process.

@@ -8,23 +8,13 @@
 #include "base/localized_text.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "conversion/format_search.h"
 #include "conversion/lookup_cache.h"
 
 namespace {
 
 // Numbers of the messages and questions.
-constexpr uint32_t kTextCannotBeRead = 108;
-constexpr uint32_t kTextCannotBeWritten = 109;
-constexpr uint32_t kTextNoItinerary = 110;
-constexpr uint32_t kTextExport = 112;
-constexpr uint32_t kTextOpen = 113;
-constexpr uint32_t kTextUnknownFormat = 164;
-constexpr uint32_t kTextItinerary = 175;
-constexpr uint32_t kTextChangesWillBeLost = 205;
-constexpr uint32_t kTextAlreadyOpened = 220;
-constexpr uint32_t kTextManyPoints = 271;
-constexpr uint32_t kTextLinkDetected = 296;
 
 // More points than this make the editor slow.
 constexpr size_t kManyPoints = 300;

@@ -12,13 +12,12 @@
 #include "base/numbers.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "conversion/conversion_notes.h"
 
 namespace {
 
 // Numbers of the texts that file dialogs need.
-constexpr uint32_t kTextAllFormats = 105;
-constexpr uint32_t kTextAllFiles = 140;
 
 constexpr std::u16string_view kPseudoExtensions[] = {u"ggm", u"here", u"vmm", u"tth", u"ttd"};
 

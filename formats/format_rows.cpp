@@ -1,5 +1,6 @@
 #include "formats/format_rows.h"
 
+#include "base/text_ids.h"
 #include "formats/binary/autoroute.h"
 #include "formats/binary/destinator.h"
 #include "formats/binary/mapsource_gdb.h"
@@ -53,7 +54,7 @@ FormatTable DefaultFormatTable() {
       {u"wpt", 0, ReadPcx5, nullptr, 0},
       {u"gpx", 200, nullptr, WriteNuviGpx, 0},
       {u"gpx", 376, nullptr, WriteZumoGpx, 0},
-      {u"gpx", 107, ReadGpx, WriteGpx, 120},
+      {u"gpx", 107, ReadGpx, WriteGpx, kTextRemoveCommas},
       {u"gpx", 370, ReadDaimlerGpx, WriteDaimlerGpx50, 0},
       {u"gpx", 371, nullptr, WriteDaimlerGpx55, 0},
       {u"gpx", 372, nullptr, WriteDaimlerGpxMbux, 0},
@@ -66,7 +67,7 @@ FormatTable DefaultFormatTable() {
       {u"wpt", 325, ReadOziWaypoints, WriteOziWaypoints, 0},
       {u"rte", 152, ReadMagellan, nullptr, 0},
       {u"upt", 0, ReadMagellan, nullptr, 0},
-      {u"mag", 152, nullptr, WriteMagellan, 153},
+      {u"mag", 152, nullptr, WriteMagellan, kTextExplorist},
       {u"rte", 131, ReadNavigonRte, WriteNavigonMn5, 0},
       {u"rte", 165, ReadNavigonRte, WriteNavigonMn6, 0},
       {u"rte", 223, ReadNavigonRte, WriteBecker, 0},
@@ -102,9 +103,9 @@ FormatTable DefaultFormatTable() {
       {u"upoi", 294, nullptr, WriteUpoi80, 0},
       {u"upoi", 295, nullptr, WriteUpoi83, 0},
       {u"xml", 319, ReadMapFactor, WriteMapFactor, 0},
-      {u"ggm", 203, nullptr, nullptr, 204},
+      {u"ggm", 203, nullptr, nullptr, kTextPrintableVersion},
       {u"here", 332, nullptr, nullptr, 0},
-      {u"vmm", 367, nullptr, nullptr, 204},
+      {u"vmm", 367, nullptr, nullptr, kTextPrintableVersion},
       {u"ttd", 368, nullptr, nullptr, 0},
       {u"url", 159, nullptr, nullptr, 0},
   };

@@ -1,9 +1,10 @@
-// Turns the tables of texts, a number, a tab and the text a line, into one C++ source.
+// Turns the tables of texts into one C++ source.
 //   embed_strings OUTPUT NAME=FILE...
 
 #include <fstream>
-#include <iostream>
 #include <string>
+
+#include "resources/numbered_lines.h"
 
 namespace {
 
@@ -18,29 +19,14 @@ std::string Quoted(const std::string& text) {
 }
 
 bool EmbedTable(std::ostream& output, const std::string& name, const std::string& path) {
-  std::ifstream input(path);
-  if (!input) {
-    std::cerr << path << ": cannot be read\n";
-    return false;
-  }
   output << "namespace {\nconstexpr NumberedString k" << name << "Entries[] = {\n";
-  unsigned long previous = 0;
-  std::string line;
-  for (size_t number = 1; std::getline(input, line); ++number) {
-    const size_t tab = line.find('\t');
-    const unsigned long id = tab == std::string::npos ? 0 : std::strtoul(line.c_str(), nullptr, 10);
-    if (id <= previous) {
-      std::cerr << path << ":" << number << ": expected a number above " << previous
-                << ", a tab and a text\n";
-      return false;
-    }
-    previous = id;
-    output << "    {" << id << ", " << Quoted(line.substr(tab + 1)) << "},\n";
-  }
+  const bool isRead = ReadNumberedLines(path, [&output](uint32_t id, const std::string& text) {
+    output << "    {" << id << ", " << Quoted(text) << "},\n";
+  });
   output << "};\n}  // namespace\n"
          << "const StringTable kStrings" << name << "{k" << name << "Entries, std::size(k" << name
          << "Entries)};\n";
-  return true;
+  return isRead;
 }
 
 }  // namespace

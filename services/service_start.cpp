@@ -2,19 +2,15 @@
 
 #include "base/localized_text.h"
 #include "base/product.h"
+#include "base/text_ids.h"
 #include "services/service_registry.h"
 #include "services/service_table.h"
 
 namespace {
 
-// Languages as services spell them, in the language of the program.
-constexpr uint32_t kTextLanguage = 171;            // "en"
-constexpr uint32_t kTextLanguageAndCountry = 236;  // "en-US"
-constexpr uint32_t kTextLanguageOfThree = 291;     // "eng"
-
 struct DefaultAccount {
   int32_t id;
-  uint32_t languageTextId;
+  uint32_t languageTextId;  ///< the language as the service spells it, in that of the program
 };
 
 // Those in front of HERE, in the order in which they are made. Keys are the user's affair.

@@ -4,35 +4,9 @@
 #include <cassert>
 
 #include "base/text.h"
+#include "base/text_ids.h"
 
 namespace {
-
-constexpr uint32_t kTextStraightLines = 235;
-constexpr uint32_t kTextGoogle = 279;
-constexpr uint32_t kTextBing = 280;
-constexpr uint32_t kTextTomTom = 329;
-constexpr uint32_t kTextViaMichelin = 281;
-constexpr uint32_t kTextOsrm = 292;
-constexpr uint32_t kTextWazeUs = 181;
-constexpr uint32_t kTextWazeWorld = 182;
-constexpr uint32_t kTextHere = 327;
-constexpr uint32_t kTextTripy = 297;
-constexpr uint32_t kTextPanorama = 1230;
-constexpr uint32_t kTextMyDrive = 1231;
-constexpr uint32_t kTextGeonames = 1232;
-constexpr uint32_t kTextIgn = 1233;
-constexpr uint32_t kTextOpenRouteService = 1234;
-constexpr uint32_t kTextGeoIp = 1235;
-constexpr uint32_t kTextGarmin = 1236;
-constexpr uint32_t kTextNominatim = 1237;
-constexpr uint32_t kTextValhalla = 1238;
-constexpr uint32_t kTextBRouter = 1239;
-constexpr uint32_t kTextHereV8 = 1240;
-constexpr uint32_t kTextGoogleRoutes = 1241;
-constexpr uint32_t kTextGeoplateforme = 1242;
-constexpr uint32_t kTextPhoton = 1243;
-constexpr uint32_t kTextOfflineRoads = 1244;
-constexpr uint32_t kTextOfflinePlaces = 1245;
 
 constexpr uint32_t kUrl = kNeedsUrl;
 constexpr uint32_t kUrlKey = kNeedsUrl | kNeedsKey;

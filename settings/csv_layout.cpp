@@ -1,6 +1,7 @@
 #include "settings/csv_layout.h"
 
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "io/byte_cursor.h"
 #include "io/byte_sink.h"
 
@@ -40,11 +41,11 @@ std::string NarrowSeparator(const std::string& utf8, const char* fallback) {
 
 std::span<const CsvPreset> CsvPresets() {
   static const std::array<CsvPreset, kManualCsvPreset + 1> presets{{
-      {228, "Default", {0, 2, 1, 0, 3, 0, false, ".", ","}},
-      {229, "Inforad", {1, 1, 2, 0, 3, 0, false, ",", ";"}},
-      {247, "Pioneer Navgate", {2, 2, 1, 0, 3, 0, false, ".", ";"}},
-      {252, "Destinator", {3, 4, 3, 0, 6, 7, false, ".", ","}},
-      {127, "Manual", {kManualCsvPreset, 0, 0, 0, 0, 0, false, ".", ","}},
+      {kTextDefault, "Default", {0, 2, 1, 0, 3, 0, false, ".", ","}},
+      {kTextInforad, "Inforad", {1, 1, 2, 0, 3, 0, false, ",", ";"}},
+      {kTextPioneerNavgate, "Pioneer Navgate", {2, 2, 1, 0, 3, 0, false, ".", ";"}},
+      {kTextDestinator, "Destinator", {3, 4, 3, 0, 6, 7, false, ".", ","}},
+      {kTextManual, "Manual", {kManualCsvPreset, 0, 0, 0, 0, 0, false, ".", ","}},
   }};
   return presets;
 }

@@ -5,15 +5,7 @@
 
 #include "base/format_text.h"
 #include "base/status.h"
-
-namespace {
-
-constexpr uint32_t kTextExport = 112;
-constexpr uint32_t kTextOpen = 113;
-constexpr uint32_t kTextNo = 124;
-constexpr uint32_t kTextColumn = 230;
-
-}  // namespace
+#include "base/text_ids.h"
 
 CCsvLayoutForm::CCsvLayoutForm(ECsvUse use, CCsvLayout stored)
     : m_use(use), m_layout(std::move(stored)) {
@@ -34,7 +26,7 @@ std::vector<std::string> CCsvLayoutForm::PresetChoices() {
 }
 
 std::vector<std::string> CCsvLayoutForm::ColumnChoices() {
-  std::vector<std::string> choices{std::string(LoadTextUtf8(kTextNo))};
+  std::vector<std::string> choices{std::string(LoadTextUtf8(kTextNoColumn))};
   for (uint32_t column = 1; column <= kHighestCsvColumnChoice; ++column)
     choices.push_back(FormatText(kTextColumn, column));
   return choices;

@@ -7,17 +7,9 @@
 
 #include "base/format_text.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 
 namespace {
-
-constexpr uint32_t kTextWrongValue = 1024;
-constexpr uint32_t kTextUnknownField = 1085;
-constexpr uint32_t kTextTwice = 1086;
-constexpr uint32_t kTextColumn = 1087;
-constexpr uint32_t kTextSeparator = 1088;
-constexpr uint32_t kTextSameSeparators = 1089;
-constexpr uint32_t kTextLocaleAndSeparators = 1090;
-constexpr uint32_t kTextUnknownLayout = 1091;
 
 // The type of a field's target tells how its value is read: a column, separators, or 0 and 1.
 struct Field {
@@ -75,10 +67,10 @@ bool ReadValue(std::string_view text, std::string& separator) {
          separator.find_first_of(kNoSeparators) == std::string::npos;
 }
 
-std::string Allowed(const uint32_t&) { return FormatText(kTextColumn, kMostCsvColumns); }
+std::string Allowed(const uint32_t&) { return FormatText(kTextCsvColumnValue, kMostCsvColumns); }
 std::string Allowed(const bool&) { return "0, 1"; }
 std::string Allowed(const std::string&) {
-  return FormatText(kTextSeparator, Joined(kSeparatorWords, [](const auto& word) {
+  return FormatText(kTextCsvSeparatorValue, Joined(kSeparatorWords, [](const auto& word) {
                       return std::string(word.first);
                     }));
 }
@@ -110,11 +102,11 @@ class Parser {
     const auto* const field = std::find_if(std::begin(kFields), std::end(kFields),
                                            [&name](const Field& f) { return f.name == name; });
     if (field == std::end(kFields)) {
-      return FormatText(kTextUnknownField, name,
+      return FormatText(kTextUnknownCsvField, name,
                         Joined(kFields, [](const Field& f) { return std::string(f.name); }));
     }
     if (std::exchange(m_isGiven[static_cast<size_t>(field - std::begin(kFields))], true))
-      return FormatText(kTextTwice, name);
+      return FormatText(kTextCsvFieldTwice, name);
 
     m_rest.remove_prefix(name.size());
     const bool hasValue = m_rest.starts_with('=');
@@ -144,11 +136,11 @@ class Parser {
     std::string& decimal = m_layout.decimalSeparator;
     std::string& column = m_layout.columnSeparator;
     if (m_layout.useLocale && !(decimal.empty() && column.empty()))
-      return {std::nullopt, FormatText(kTextLocaleAndSeparators)};
+      return {std::nullopt, FormatText(kTextCsvLocaleAndSeparators)};
     if (decimal.empty()) decimal = ".";
     if (column.empty()) column = decimal.find(',') == std::string::npos ? "," : ";";
     if (decimal.find_first_of(column) != std::string::npos)
-      return {std::nullopt, FormatText(kTextSameSeparators)};
+      return {std::nullopt, FormatText(kTextCsvSameSeparators)};
     return {m_layout, std::string()};
   }
 
@@ -170,6 +162,6 @@ CsvLayoutText ParseCsvLayoutText(std::string_view text) {
   }
   return {
       std::nullopt,
-      FormatText(kTextUnknownLayout, std::string(text),
+      FormatText(kTextUnknownCsvLayout, std::string(text),
                  Joined(named, [](const CsvPreset& preset) { return std::string(preset.name); }))};
 }

@@ -4,6 +4,7 @@
 #include <limits>
 #include <string>
 
+#include "base/text_ids.h"
 #include "io/byte_cursor.h"
 #include "io/byte_sink.h"
 
@@ -14,31 +15,33 @@ constexpr size_t kMapKindSize = 4;
 
 // Sizes and weights in tenths: what a truck can be, from 2 to 50 metres of height and so on.
 constexpr SettingRow kTable[] = {
-    {"ConverterPosition", &CSettings::converterPosition, 0, 0, 0, 1060, true},
-    {"EditorPosition", &CSettings::editorPosition, 0, 0, 0, 1061, true},
-    {"AUTO_CALC", &CSettings::autoCalc, 0, 0, 1, 210, true},
-    {"DIST_MILES", &CSettings::distMiles, 0, 0, 1, 213, true},
-    {"OPTIMIZE_USE_DIRECTION", &CSettings::optimizeUseDirection, 0, 0, 1, 1062, true},
-    {"AVOID_HIGHWAY", &CSettings::avoidHighway, 0, 0, 1, 233, true},
-    {"AVOID_TOLLS", &CSettings::avoidTolls, 0, 0, 1, 234, true},
-    {"VehicleType", &CSettings::vehicleType, 0, 0, 7, 1063, true},
-    {"ItineraryType", &CSettings::itineraryType, 1, 0, 5, 1064, true},
-    {"RouteProvider", &CSettings::routeProvider, kDefaultRouteProvider, 0, kNoLimit, 1065, true},
-    {"ForceRoad", &CSettings::forceRoad, 0, 0, 1, 258, true},
-    {"AutoAddStep", &CSettings::autoAddStep, 0, 0, 1, 274, true},
-    {"DisplayNumber", &CSettings::displayNumber, 1, 0, 1, 321, true},
-    {"Export", &CSettings::exportIndex, -1, -1, kNoLimit, 1066, true},
-    {"Language", &CSettings::language, 0, 0, kNoLimit, 1067, false},
-    {"Coordinates", &CSettings::coordinates, 0, 0, 2, 1068, true},
-    {"TruckHeight", &CSettings::truckHeight, 20, 20, 500, 1069, true},
-    {"TruckWidth", &CSettings::truckWidth, 30, 30, 500, 1070, true},
-    {"TruckLength", &CSettings::truckLength, 80, 80, 3000, 1071, true},
-    {"TruckTrailersCount", &CSettings::truckTrailersCount, 1, 0, 4, 1072, true},
-    {"TruckLimitedWeight", &CSettings::truckLimitedWeight, 30, 30, 10000, 1073, true},
-    {"TruckWeightAxle", &CSettings::truckWeightAxle, 50, 50, 10000, 1074, true},
-    {"TruckCategory", &CSettings::truckCategory, 0, 0, 14, 1075, true},
-    {"UserID", &CSettings::userId, 0, 0, 0, 1076, true},
-    {"DefaultMap", &CSettings::defaultMap, 0, 0, 0, 1077, true},
+    {"ConverterPosition", &CSettings::converterPosition, 0, 0, 0, kTextConverterPosition, true},
+    {"EditorPosition", &CSettings::editorPosition, 0, 0, 0, kTextEditorPosition, true},
+    {"AUTO_CALC", &CSettings::autoCalc, 0, 0, 1, kTextRecalculateAutomatically, true},
+    {"DIST_MILES", &CSettings::distMiles, 0, 0, 1, kTextDistancesInMiles, true},
+    {"OPTIMIZE_USE_DIRECTION", &CSettings::optimizeUseDirection, 0, 0, 1, kTextOptimizeByRoad,
+     true},
+    {"AVOID_HIGHWAY", &CSettings::avoidHighway, 0, 0, 1, kTextAvoidMotorways, true},
+    {"AVOID_TOLLS", &CSettings::avoidTolls, 0, 0, 1, kTextAvoidTolls, true},
+    {"VehicleType", &CSettings::vehicleType, 0, 0, 7, kTextVehicleValue, true},
+    {"ItineraryType", &CSettings::itineraryType, 1, 0, 5, kTextItineraryTypeValue, true},
+    {"RouteProvider", &CSettings::routeProvider, kDefaultRouteProvider, 0, kNoLimit,
+     kTextProviderValue, true},
+    {"ForceRoad", &CSettings::forceRoad, 0, 0, 1, kTextPlaceOnRoads, true},
+    {"AutoAddStep", &CSettings::autoAddStep, 0, 0, 1, kTextAddStageByClicking, true},
+    {"DisplayNumber", &CSettings::displayNumber, 1, 0, 1, kTextShowWaypointNumbers, true},
+    {"Export", &CSettings::exportIndex, -1, -1, kNoLimit, kTextExportValue, true},
+    {"Language", &CSettings::language, 0, 0, kNoLimit, kTextLanguageValue, false},
+    {"Coordinates", &CSettings::coordinates, 0, 0, 2, kTextCoordinatesValue, true},
+    {"TruckHeight", &CSettings::truckHeight, 20, 20, 500, kTextTruckHeight, true},
+    {"TruckWidth", &CSettings::truckWidth, 30, 30, 500, kTextTruckWidth, true},
+    {"TruckLength", &CSettings::truckLength, 80, 80, 3000, kTextTruckLength, true},
+    {"TruckTrailersCount", &CSettings::truckTrailersCount, 1, 0, 4, kTextTruckTrailers, true},
+    {"TruckLimitedWeight", &CSettings::truckLimitedWeight, 30, 30, 10000, kTextTruckWeight, true},
+    {"TruckWeightAxle", &CSettings::truckWeightAxle, 50, 50, 10000, kTextTruckWeightAxle, true},
+    {"TruckCategory", &CSettings::truckCategory, 0, 0, 14, kTextTruckCategory, true},
+    {"UserID", &CSettings::userId, 0, 0, 0, kTextUserId, true},
+    {"DefaultMap", &CSettings::defaultMap, 0, 0, 0, kTextDefaultMap, true},
 };
 
 // One function a kind, chosen by the type of the field.

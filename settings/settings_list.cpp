@@ -9,23 +9,10 @@
 
 #include "base/format_text.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "settings/setting_table.h"
 
 namespace {
-
-constexpr uint32_t kTextDamaged = 1050;
-constexpr uint32_t kTextUnknownKey = 1051;
-constexpr uint32_t kTextReadOnly = 1052;
-constexpr uint32_t kTextNoAssignment = 1053;
-constexpr uint32_t kTextWrongValue = 1024;
-constexpr uint32_t kTextRange = 1054;
-constexpr uint32_t kTextFrom = 1055;
-constexpr uint32_t kTextAnyText = 1056;
-constexpr uint32_t kTextMap = 1057;
-constexpr uint32_t kTextKindFlag = 1078;
-constexpr uint32_t kTextKindNumber = 1079;
-constexpr uint32_t kTextKindText = 1080;
-constexpr uint32_t kTextKindBytes = 1081;
 
 void AppendToList(std::string& list, std::string_view entry) {
   if (!list.empty()) list += ", ";
@@ -104,7 +91,8 @@ std::string AllowedNumbers(const SettingRow& row, const IRouteProviders* provide
       AppendToList(list, std::to_string(provider));
     return list;
   }
-  if (row.highest == std::numeric_limits<int32_t>::max()) return FormatText(kTextFrom, row.lowest);
+  if (row.highest == std::numeric_limits<int32_t>::max())
+    return FormatText(kTextRangeFrom, row.lowest);
   return FormatText(kTextRange, row.lowest, row.highest);
 }
 
@@ -113,7 +101,7 @@ std::string AllowedValues(const SettingRow& row, const IRouteProviders* provider
   if (std::holds_alternative<WideString CSettings::*>(row.field)) return FormatText(kTextAnyText);
   if (std::holds_alternative<int32_t CSettings::*>(row.field))
     return AllowedNumbers(row, providers);
-  return FormatText(kTextMap);
+  return FormatText(kTextMapValue);
 }
 
 const SettingRow* FindRow(std::string_view key) {
@@ -181,11 +169,11 @@ std::string DescribeRefusal(const SettingResult& result) {
     case ESettingOutcome::kNoAssignment:
       return FormatText(kTextNoAssignment, result.key);
     case ESettingOutcome::kUnknownKey:
-      return FormatText(kTextUnknownKey, result.key, result.allowed);
+      return FormatText(kTextUnknownSetting, result.key, result.allowed);
     case ESettingOutcome::kWrongValue:
       return FormatText(kTextWrongValue, result.value, result.key, result.allowed);
     case ESettingOutcome::kReadOnly:
-      return FormatText(kTextReadOnly, result.key);
+      return FormatText(kTextReadOnlySetting, result.key);
     case ESettingOutcome::kChanged:
       break;
   }
@@ -194,5 +182,5 @@ std::string DescribeRefusal(const SettingResult& result) {
 
 std::string TakeDamageMessage() {
   const WideString file = TakeDamagedSettingsFile();
-  return file.empty() ? std::string() : FormatText(kTextDamaged, WideToUtf8Lossy(file));
+  return file.empty() ? std::string() : FormatText(kTextSettingsDamaged, WideToUtf8Lossy(file));
 }

@@ -9,6 +9,7 @@
 #include "base/numbers.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "conversion/conversion_notes.h"
 #include "conversion/csv_layout_question.h"
 #include "conversion/file_sink.h"
@@ -20,7 +21,8 @@ namespace {
 enum EContent : size_t { kLatitude, kLongitude, kElevation, kName, kComment, kContentCount };
 
 // Labels of the header line, in the same order.
-constexpr std::array<uint32_t, kContentCount> kLabelTexts = {103, 102, 226, 104, 227};
+constexpr std::array<uint32_t, kContentCount> kLabelTexts = {
+    kTextLatitude, kTextLongitude, kTextElevation, kTextName, kTextComment};
 
 constexpr int kDecimals = 6;
 constexpr char kQuote = '"';
