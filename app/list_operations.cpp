@@ -6,14 +6,13 @@
 #include <string>
 
 #include "app/console_text.h"
+#include "base/format_text.h"
 #include "base/measure_text.h"
+#include "base/text_ids.h"
 #include "model/itinerary_optimizer.h"
 #include "settings/settings.h"
 
 namespace {
-
-constexpr uint32_t kTextOptimised = 1440;
-constexpr uint32_t kTextImproved = 1441;
 
 // How long `--optimize=best` goes on.
 constexpr std::chrono::seconds kTimeToImprove{2};
@@ -36,13 +35,14 @@ void Optimise(const WideString& source, bool isBest, bool quiet, CGpsRoute& list
   const uint64_t before = optimizer.Length(ListOrder(list), false);
   const uint64_t after = optimizer.Length(order, false);
   if (!quiet)
-    Complain(Text(kTextOptimised, ShownPath(source), ShownLength(after), ShownLength(before)));
+    Complain(
+        FormatText(kTextOptimised, ShownPath(source), ShownLength(after), ShownLength(before)));
   if (isBest) {
     order = optimizer.Improve(order, false, kTimeToImprove);
     const uint64_t improved = optimizer.Length(order, false);
     if (!quiet)
-      Complain(Text(kTextImproved, ShownPath(source), ShownLength(after - improved),
-                    ShownLength(improved)));
+      Complain(FormatText(kTextImproved, ShownPath(source), ShownLength(after - improved),
+                          ShownLength(improved)));
   }
   optimizer.FillInOrder(ordered, order);
   list.Assign(ordered);

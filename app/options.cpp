@@ -130,12 +130,6 @@ struct OptionHelp {
   uint32_t textId;
 };
 
-constexpr uint32_t kTextHelpReverse = 1442;
-constexpr uint32_t kTextHelpSort = 1443;
-constexpr uint32_t kTextHelpUnique = 1444;
-constexpr uint32_t kTextHelpSimplify = 1445;
-constexpr uint32_t kTextHelpOptimize = 1446;
-
 constexpr OptionHelp kOptionHelp[] = {
     {"SOURCE", kTextHelpSource},
     {"KEY", kTextHelpKey},
