@@ -16,12 +16,13 @@ bool BeginsLike(const std::string& answer, std::string_view word) {
 
 }  // namespace
 
-void ConsoleFront::ShowMessage(EMessageIcon, uint32_t textId) {
+void ConsoleFront::ShowMessage(MessageIcon, uint32_t textId, const FailureReason& reason) {
   if (textId == kTextUnknownFormat && (!m_reportsUnknown || m_declined)) return;
-  Complain(m_subject, std::string(LoadTextUtf8(textId)) + FailureReason(m_subject));
+  Complain(m_subject,
+           std::string(LoadTextUtf8(textId)) + DescribeReason(reason.platformError, m_subject));
 }
 
-bool ConsoleFront::AskYesNo(EMessageIcon, uint32_t textId) {
+bool ConsoleFront::AskYesNo(MessageIcon, uint32_t textId) {
   if (m_options.quiet) return true;
   const std::string_view yes = LoadTextUtf8(kTextYes);
   const std::string_view no = LoadTextUtf8(kTextNo);

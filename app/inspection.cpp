@@ -13,7 +13,6 @@
 #include "base/text.h"
 #include "conversion/format_search.h"
 #include "platform/folder.h"
-#include "platform/last_error.h"
 
 namespace {
 
@@ -25,10 +24,10 @@ struct Inspected {
   PointLists lists;
 };
 
-Inspected Inspect(const WideString& path, const FormatTable& table) {
+Inspected Inspect(const WideString& path, const FormatTable& table, ConversionContext& context) {
   Inspected result;
   result.path = path;
-  result.status = SearchReaders(table, path, true,
+  result.status = SearchReaders(table, path, true, context,
                                 [&](const CItineraryFormat& row, PointLists& lists) -> uint32_t {
                                   result.row = &row;
                                   result.rowNumber = static_cast<size_t>(&row - table.data());
@@ -112,12 +111,13 @@ void WriteText(ByteSink& sink, const Inspected& inspected) {
 
 }  // namespace
 
-int RunInspection(const Options& options, const FormatTable& table) {
+int RunInspection(const Options& options, const FormatTable& table, ConversionContext& context) {
   constexpr uint32_t kTextUnknownFormat = 164;
   constexpr uint32_t kTextCannotBeRead = 108;
   const WideString& path = options.tokens[0];
-  const uint32_t attributes = FileAttributes(path);
-  if (attributes == kNoAttributes && LastError() == kStatusFileNotFound) {
+  uint32_t error = kStatusSuccess;
+  const uint32_t attributes = FileAttributes(path, &error);
+  if (attributes == kNoAttributes && error == kStatusFileNotFound) {
     Complain(Text(kTextNoSource, ShownPath(path)));
     return kExitWrongUsage;
   }
@@ -126,8 +126,7 @@ int RunInspection(const Options& options, const FormatTable& table) {
                        Text(kTextReason, LoadTextUtf8(kTextReasonFolder)));
     return kExitFailed;
   }
-  SetLastError(kStatusSuccess);
-  const Inspected inspected = Inspect(path, table);
+  const Inspected inspected = Inspect(path, table, context);
   OutputSink sink;
   if (options.json) {
     WriteJson(sink, inspected);
@@ -138,6 +137,7 @@ int RunInspection(const Options& options, const FormatTable& table) {
   if (inspected.status == kStatusSuccess) return isWritten ? kExitConverted : kExitFailed;
   const uint32_t message =
       inspected.status == kStatusBadFormat ? kTextUnknownFormat : kTextCannotBeRead;
-  Complain(path, std::string(LoadTextUtf8(message)) + FailureReason(path));
+  Complain(path, std::string(LoadTextUtf8(message)) +
+                     DescribeReason(context.failure.platformError, path));
   return kExitFailed;
 }

@@ -5,7 +5,6 @@
 #include "app/list_selection.h"
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/csv_layout_question.h"
 #include "conversion/format_search.h"
 
 namespace {
@@ -29,18 +28,19 @@ FormatTable ReadersOf(const FormatTable& table, const CItineraryFormat& row) {
 }
 
 // The lists of the first reader that understands the file; none when there is no such reader.
-PointLists ListsOf(const FormatTable& readers, const WideString& file) {
+PointLists ListsOf(const FormatTable& readers, const WideString& file, ConversionContext& context) {
   for (const CItineraryFormat& row : readers) {
     PointLists lists;
-    if (CallReader(row, file, lists, true) == kStatusSuccess) return lists;
+    if (CallReader(row, file, lists, true, context) == kStatusSuccess) return lists;
   }
   return {};
 }
 
 // Reads one file back; false when that fails. Without a choice, the list is taken that a
 // conversion of the file would take.
-bool ReadBack(const FormatTable& readers, const WideString& file, CGpsRoute& into) {
-  const PointLists lists = ListsOf(readers, file);
+bool ReadBack(const FormatTable& readers, const WideString& file, ConversionContext& context,
+              CGpsRoute& into) {
+  const PointLists lists = ListsOf(readers, file, context);
   if (lists.empty()) return false;
   for (const size_t index : SelectLists(lists, ListChoice())) {
     CGpsPointArray& list = *lists[index];
@@ -51,12 +51,6 @@ bool ReadBack(const FormatTable& readers, const WideString& file, CGpsRoute& int
   return true;
 }
 
-void ReadCsvAsWritten() {
-  CCsvLayout layout;
-  AskCsvLayout(ECsvUse::kWrite, /*silent=*/true, layout);
-  SetCsvLayoutForRun(ECsvUse::kRead, layout);
-}
-
 }  // namespace
 
 bool ConversionCheck::HasLosses() const {
@@ -65,27 +59,26 @@ bool ConversionCheck::HasLosses() const {
 }
 
 void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check) {
-  check.linesPassedOver = notes.Count(EConversionNote::kLinePassedOver);
-  check.stopsWithoutWaypoint = notes.Count(EConversionNote::kStopWithoutWaypoint);
-  check.pointsWithoutPosition = notes.Count(EConversionNote::kPointWithoutPosition) +
-                                notes.Count(EConversionNote::kStopNotFound);
+  check.linesPassedOver = notes.Count(ConversionNote::kLinePassedOver);
+  check.stopsWithoutWaypoint = notes.Count(ConversionNote::kStopWithoutWaypoint);
+  check.pointsWithoutPosition = notes.Count(ConversionNote::kPointWithoutPosition) +
+                                notes.Count(ConversionNote::kStopNotFound);
 }
 
 void CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
                        const std::vector<WideString>& files, const CGpsPointArray& list,
-                       const std::optional<CCsvLayout>& csvRead, ConversionCheck& check) {
+                       const ConversionContext& context, ConversionCheck& check) {
   const FormatTable readers = ReadersOf(table, row);
   if (readers.empty()) {
     check.outcome = ConversionCheck::EOutcome::kOnlyWritten;
     return;
   }
-  const bool isCsv = std::u16string_view(row.extension) == u"csv";
-  if (isCsv) ReadCsvAsWritten();
+  ConversionContext readingBack = context.ForReadingBack();
   CGpsRoute written;
   for (const WideString& file : files) {
-    if (!ReadBack(readers, file, written)) check.outcome = ConversionCheck::EOutcome::kNotReadable;
+    if (!ReadBack(readers, file, readingBack, written))
+      check.outcome = ConversionCheck::EOutcome::kNotReadable;
   }
-  if (isCsv) SetCsvLayoutForRun(ECsvUse::kRead, csvRead);
   if (check.outcome == ConversionCheck::EOutcome::kChecked)
     check.losses = CompareLists(list, written);
 }

@@ -2,16 +2,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/wide_string.h"
+#include "conversion/conversion_context.h"
 #include "conversion/conversion_notes.h"
 #include "conversion/format_table.h"
 #include "conversion/loss_report.h"
 #include "io/byte_sink.h"
-#include "settings/csv_layout.h"
 
 /// What is known of the losses of one conversion.
 struct ConversionCheck {
@@ -35,11 +34,10 @@ struct ConversionCheck {
 void TakeReaderNotes(const ConversionNotes& notes, ConversionCheck& check);
 
 /// Reads the written files back and compares them with `list`: with the row's reader, or else with
-/// those of the same extension or text. CSV is read in the layout in which it was written;
-/// `csvRead` is the layout of this run to go back to.
+/// those of the same extension or text. `context` is that of the writing.
 void CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
                        const std::vector<WideString>& files, const CGpsPointArray& list,
-                       const std::optional<CCsvLayout>& csvRead, ConversionCheck& check);
+                       const ConversionContext& context, ConversionCheck& check);
 
 /// One to five lines for the user.
 std::string DescribeCheck(const ConversionCheck& check);

@@ -6,7 +6,6 @@
 #include "app/json_string.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"
-#include "conversion/csv_layout_question.h"
 #include "settings/settings.h"
 #include "settings/settings_list.h"
 #include "settings/storage.h"
@@ -60,10 +59,7 @@ void LoadUserSettings() {
   TellOfDamage();
 }
 
-bool ApplyCsvLayouts(const Options& options) {
-  SetCsvLayoutForRun(ECsvUse::kRead, options.csvRead);
-  SetCsvLayoutForRun(ECsvUse::kWrite, options.csvWrite);
-  if (!options.remember) return true;
+bool RememberCsvLayouts(const Options& options) {
   try {
     storage::Storage storage = storage::OpenUserStorage();
     StoreCsvLayouts(storage, options.csvRead, options.csvWrite);

@@ -10,10 +10,8 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "conversion/conversion_driver.h"
-#include "conversion/conversion_notes.h"
 #include "conversion/format_search.h"
 #include "platform/folder.h"
-#include "platform/last_error.h"
 #include "platform/scratch_folder.h"
 
 namespace {
@@ -37,11 +35,13 @@ std::u16string_view NameIn(std::u16string_view path) {
 /// One run over a file or a folder.
 class Conversion {
  public:
-  Conversion(const Options& options, const FormatTable& table, const CItineraryFormat& row)
+  Conversion(const Options& options, const FormatTable& table, const CItineraryFormat& row,
+             ConversionContext& context)
       : m_options(options),
         m_row(row),
+        m_context(context),
         m_front(options),
-        m_driver(table, m_front, EChangeTracking::kOff) {}
+        m_driver(table, m_front, context, ChangeTracking::kOff) {}
 
   int ConvertFile(const WideString& source);
   int ConvertFolder(const WideString& folder);
@@ -56,6 +56,7 @@ class Conversion {
 
   const Options& m_options;
   const CItineraryFormat& m_row;
+  ConversionContext& m_context;
   ConsoleFront m_front;
   CConversionDriver m_driver;
   bool m_inFolder = false;
@@ -87,13 +88,15 @@ int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) c
 
 int Conversion::ConvertFolder(const WideString& folder) {
   std::vector<WideString> names;
-  if (ListFolder(folder, names) != kStatusSuccess) {
+  if (const uint32_t error = ListFolder(folder, names)) {
     // That it is a folder is no reason here.
-    Complain(folder, std::string(LoadTextUtf8(kTextCannotBeRead)) + FailureReason(WideString()));
+    Complain(folder,
+             std::string(LoadTextUtf8(kTextCannotBeRead)) + DescribeReason(error, WideString()));
     return kExitFailed;
   }
-  if (!m_options.output.empty() && CreateFolders(m_options.output) != kStatusSuccess) {
-    std::string reason = FailureReason(m_options.output);
+  const uint32_t error = m_options.output.empty() ? 0 : CreateFolders(m_options.output);
+  if (error != kStatusSuccess) {
+    std::string reason = DescribeReason(error, m_options.output);
     if (FileAttributes(m_options.output) == kAttributeNormal)
       reason = " " + Text(kTextReason, LoadTextUtf8(kTextReasonFile));
     Complain(m_options.output, std::string(LoadTextUtf8(kTextCannotBeWritten)) + reason);
@@ -143,13 +146,12 @@ int Conversion::ConvertFolder(const WideString& folder) {
 
 EOutcome Conversion::Convert(const WideString& source, const WideString& target) {
   m_front.SetSubject(source);
-  SetLastError(kStatusSuccess);
-  const ConversionNotes notes;
   const uint32_t status = m_driver.OpenFile(source, false, true);
-  const uint64_t lookedUp = notes.Count(EConversionNote::kStopLookedUp);
+  const ConversionNotes& notes = m_context.notes;
+  const uint64_t lookedUp = notes.Count(ConversionNote::kStopLookedUp);
   if (lookedUp > 0 && !m_options.quiet) {
     Complain(Text(kTextStopsLookedUp, ShownPath(source), lookedUp,
-                  notes.Count(EConversionNote::kStopNotFound)));
+                  notes.Count(ConversionNote::kStopNotFound)));
   }
   if (status != kStatusSuccess && m_front.Declined()) {
     Complain(Text(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
@@ -168,7 +170,7 @@ EOutcome Conversion::Convert(const WideString& source, const WideString& target)
   const ScratchFolder scratch;
   if (scratch.Path().empty()) {
     m_front.SetSubject(target);
-    m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
+    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, {scratch.Status(), 0, 0, {}});
     return EOutcome::kFailed;
   }
   return Write(JoinedPath(scratch.Path(), NameIn(target)), check);
@@ -181,22 +183,20 @@ EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
     return EOutcome::kFailed;
   }
   m_front.SetSubject(target);
-  SetLastError(kStatusSuccess);
-  const ConversionNotes notes;
   const uint32_t status = m_driver.ExportTo(target, m_row, true, m_options.split);
-  const uint64_t countries = notes.Count(EConversionNote::kCountryNotFound);
+  const uint64_t countries = m_context.notes.Count(ConversionNote::kCountryNotFound);
   if (countries > 0 && !m_options.quiet)
     Complain(Text(kTextCountriesNotFound, ShownPath(target), countries));
   if (status != kStatusSuccess) return EOutcome::kFailed;
   // Some devices' writers call it a success when a file could not be made. We don't.
-  if (LastError() != kStatusSuccess) {
-    m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
+  if (m_context.failure.platformError != kStatusSuccess) {
+    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, m_context.failure);
     return EOutcome::kFailed;
   }
 
   if (m_options.quiet && !m_options.strict && !m_options.check) return EOutcome::kConverted;
-  CheckWrittenFiles(m_driver.table, m_row, notes.WrittenFiles(), m_driver.current,
-                    m_options.csvRead, check);
+  CheckWrittenFiles(m_driver.table, m_row, m_context.writtenFiles, m_driver.current, m_context,
+                    check);
   Tell(check);
   return check.HasLosses() ? EOutcome::kWithLosses : EOutcome::kConverted;
 }
@@ -219,7 +219,7 @@ void Conversion::ShowProgress(size_t done, size_t count) const {
 
 }  // namespace
 
-int RunConversion(const Options& options, const FormatTable& table) {
+int RunConversion(const Options& options, const FormatTable& table, ConversionContext& context) {
   const WideString& source = options.tokens[0];
   const WideString& key = options.tokens[1];
   const CItineraryFormat* row = FindWriter(table, ToLowerAscii(key));
@@ -231,13 +231,14 @@ int RunConversion(const Options& options, const FormatTable& table) {
     Complain(Text(kTextNoFileFormat, ShownPath(key)));
     return kExitWrongUsage;
   }
-  const uint32_t attributes = FileAttributes(source);
-  if (attributes == kNoAttributes && LastError() == kStatusFileNotFound) {
+  uint32_t error = kStatusSuccess;
+  const uint32_t attributes = FileAttributes(source, &error);
+  if (attributes == kNoAttributes && error == kStatusFileNotFound) {
     Complain(Text(kTextNoSource, ShownPath(source)));
     return kExitWrongUsage;
   }
   // Never destroyed: to free a million points one by one takes longer than to end the process.
-  static auto* const conversion = new Conversion(options, table, *row);
+  static auto* const conversion = new Conversion(options, table, *row, context);
   return attributes == kAttributeDirectory ? conversion->ConvertFolder(source)
                                            : conversion->ConvertFile(source);
 }

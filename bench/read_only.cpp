@@ -17,7 +17,8 @@ int main(int argc, char** argv) {
   }
   // Left to the end of the process, as the converter does with what it has read.
   auto& lists = *new PointLists;
-  const uint32_t status = SearchReaders(DefaultFormatTable(), WidePath(argv[1]), true,
+  ConversionContext context;
+  const uint32_t status = SearchReaders(DefaultFormatTable(), WidePath(argv[1]), true, context,
                                         [&](const CItineraryFormat&, PointLists& found) {
                                           lists = std::move(found);
                                           return kStatusSuccess;

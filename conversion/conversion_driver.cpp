@@ -9,7 +9,6 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "conversion/format_search.h"
-#include "conversion/lookup_cache.h"
 
 namespace {
 
@@ -71,26 +70,27 @@ uint32_t CallWriter(FormatWriteFn write, const WideString& path, const CGpsPoint
 /// The front is busy as long as this lives.
 class BusyScope {
  public:
-  explicit BusyScope(IConversionFront& front) : m_front(front) { m_front.SetBusy(true); }
+  explicit BusyScope(ConversionFront& front) : m_front(front) { m_front.SetBusy(true); }
   ~BusyScope() { m_front.SetBusy(false); }
   BusyScope(const BusyScope&) = delete;
   BusyScope& operator=(const BusyScope&) = delete;
 
  private:
-  IConversionFront& m_front;
+  ConversionFront& m_front;
 };
 
 }  // namespace
 
-CConversionDriver::CConversionDriver(FormatTable formats, IConversionFront& front,
-                                     EChangeTracking tracking)
-    : table(std::move(formats)), m_front(front), m_tracking(tracking) {}
+CConversionDriver::CConversionDriver(FormatTable formats, ConversionFront& front,
+                                     ConversionContext& context, ChangeTracking tracking)
+    : table(std::move(formats)), m_front(front), m_context(context), m_tracking(tracking) {}
 
 uint32_t CConversionDriver::OpenFile(const WideString& path, bool append, bool silent) {
   uint32_t status = kStatusBadFormat;
+  m_context.Renew();
   {
     const BusyScope busy(m_front);
-    status = SearchReaders(table, path, silent,
+    status = SearchReaders(table, path, silent, m_context,
                            [this, append](const CItineraryFormat&, PointLists& lists) {
                              return MergeLists(lists, append);
                            });
@@ -117,17 +117,17 @@ uint32_t CConversionDriver::MergeLists(PointLists& lists, bool append) {
 uint32_t CConversionDriver::Report(uint32_t status, const WideString& path, bool append) {
   if (status == kStatusSuccess) return ReportSuccess(path, append);
   if (const uint32_t textId = ReadFailureText(status))
-    m_front.ShowMessage(EMessageIcon::kError, textId);
+    m_front.ShowMessage(MessageIcon::kError, textId, m_context.failure);
   return status;
 }
 
 uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
-  LookupCache::Instance().Clear();
+  if (!m_context.lookups.lastForRun) m_context.lookups.answers->Clear();
   if (current.points.empty()) {
-    m_front.ShowMessage(EMessageIcon::kWarning, kTextNoItinerary);
+    m_front.ShowMessage(MessageIcon::kWarning, kTextNoItinerary, {});
     return kStatusFailure;
   }
-  if (current.Count() > kManyPoints && !m_front.AskYesNo(EMessageIcon::kWarning, kTextManyPoints))
+  if (current.Count() > kManyPoints && !m_front.AskYesNo(MessageIcon::kWarning, kTextManyPoints))
     return kStatusDeclined;
   if (!append) {
     sourcePath = path;
@@ -141,11 +141,13 @@ uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
 uint32_t CConversionDriver::ExportTo(const WideString& path, const CItineraryFormat& row,
                                      bool silent, uint32_t splitLimit) {
   const BusyScope busy(m_front);
+  const ConversionScope scope(m_context);
+  m_context.Renew();
   const uint32_t status = CallWriter(row.write, path, current, splitLimit, silent);
   if (status == kStatusSuccess) {
     RememberState();
   } else {
-    m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
+    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, m_context.failure);
   }
   return status;
 }
@@ -195,14 +197,15 @@ WideString CConversionDriver::DefaultExportName() const {
 void CConversionDriver::InterpretLink(const WideString& text) {
   const auto accepts = [&text](const LinkReader& reader) { return reader.accepts(text); };
   if (std::none_of(linkReaders.begin(), linkReaders.end(), accepts)) return;
-  if (!m_front.AskYesNo(EMessageIcon::kQuestion, kTextLinkDetected) || !ConfirmDiscard()) return;
+  if (!m_front.AskYesNo(MessageIcon::kQuestion, kTextLinkDetected) || !ConfirmDiscard()) return;
   uint32_t status = kStatusBadFormat;
   for (const LinkReader& reader : linkReaders) {
     if (!reader.accepts(text)) continue;
+    m_context.Renew();
     {
       const BusyScope busy(m_front);
       status = ReadWithRow(
-          reader.row, text, false,
+          reader.row, text, false, m_context,
           [this](const CItineraryFormat&, PointLists& lists) { return MergeLists(lists, false); });
     }
     status = Report(status, text, false);
@@ -216,9 +219,9 @@ bool CConversionDriver::ConfirmDiscard() {
   const bool unchanged = current.name == current.snapshot.name &&
                          std::equal(current.points.begin(), current.points.end(),
                                     current.snapshot.points.begin(), current.snapshot.points.end());
-  return unchanged || m_front.AskYesNo(EMessageIcon::kWarning, kTextChangesWillBeLost);
+  return unchanged || m_front.AskYesNo(MessageIcon::kWarning, kTextChangesWillBeLost);
 }
 
 void CConversionDriver::RememberState() {
-  if (m_tracking == EChangeTracking::kOn) current.snapshot.Assign(current);
+  if (m_tracking == ChangeTracking::kOn) current.snapshot.Assign(current);
 }

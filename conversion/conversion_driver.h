@@ -4,13 +4,14 @@
 #include <vector>
 
 #include "base/wide_string.h"
+#include "conversion/conversion_context.h"
 #include "conversion/conversion_front.h"
 #include "conversion/format_table.h"
 #include "model/point_list.h"
 
 /// Whether the driver keeps the state of the itinerary at the last load or save. Where nobody will
 /// be asked whether changes may be lost, a copy of all points is not worth its memory.
-enum class EChangeTracking { kOn, kOff };
+enum class ChangeTracking { kOn, kOff };
 
 /// A kind of link that can be read as an itinerary.
 struct LinkReader {
@@ -21,9 +22,9 @@ struct LinkReader {
 /// The way from a file to the current itinerary and from there to another file.
 class CConversionDriver {
  public:
-  /// `front` must outlive the driver.
-  CConversionDriver(FormatTable formats, IConversionFront& front,
-                    EChangeTracking tracking = EChangeTracking::kOn);
+  /// `front` and `context`, which every read and write of this driver uses, must outlive it.
+  CConversionDriver(FormatTable formats, ConversionFront& front, ConversionContext& context,
+                    ChangeTracking tracking = ChangeTracking::kOn);
 
   /// Reads a file into `current`, behind what is there with `append`, and reports the result to
   /// the user. Returns the status: 0, kStatusDeclined, or what the message was about.
@@ -66,6 +67,7 @@ class CConversionDriver {
   uint32_t ReportSuccess(const WideString& path, bool append);
   void RememberState();
 
-  IConversionFront& m_front;
-  const EChangeTracking m_tracking;
+  ConversionFront& m_front;
+  ConversionContext& m_context;
+  const ChangeTracking m_tracking;
 };

@@ -1,10 +1,10 @@
 #include "conversion/format_search.h"
 
 #include <algorithm>
-#include <array>
 #include <exception>
 #include <iterator>
 #include <new>
+#include <utility>
 
 #include <fmt/printf.h>
 
@@ -12,7 +12,6 @@
 #include "base/numbers.h"
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
 
 namespace {
 
@@ -44,22 +43,21 @@ uint32_t CallAnyway(FormatReadFn read, const WideString& path, PointLists& lists
 }  // namespace
 
 uint32_t CallReader(const CItineraryFormat& row, const WideString& path, PointLists& lists,
-                    bool silent) {
-  std::array<uint64_t, static_cast<size_t>(EConversionNote::kCount)> counts{};
+                    bool silent, ConversionContext& context) {
+  const ConversionNotes before = std::exchange(context.notes, {});
   uint32_t status = kStatusSuccess;
   {
-    const ConversionNotes notes;
+    const ConversionScope scope(context);
     status = CallAnyway(row.read, path, lists, silent);
-    for (size_t i = 0; i < counts.size(); ++i)
-      counts[i] = notes.Count(static_cast<EConversionNote>(i));
   }
   std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
   if (status == kStatusSuccess && lists.empty()) status = kStatusBadFormat;
-  for (size_t i = 0; i < counts.size(); ++i) {
-    const auto note = static_cast<EConversionNote>(i);
+  const ConversionNotes noted = std::exchange(context.notes, before);
+  for (size_t i = 0; i < static_cast<size_t>(ConversionNote::kCount); ++i) {
+    const auto note = static_cast<ConversionNote>(i);
     const bool isLookup =
-        note == EConversionNote::kStopLookedUp || note == EConversionNote::kStopNotFound;
-    if (status == kStatusSuccess || isLookup) NoteConversion(note, counts[i]);
+        note == ConversionNote::kStopLookedUp || note == ConversionNote::kStopNotFound;
+    if (status == kStatusSuccess || isLookup) context.Note(note, noted.Count(note));
   }
   return status;
 }
@@ -132,20 +130,20 @@ WideString SaveFilter(const CItineraryFormat& row) {
 }
 
 uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool silent,
-                     const AcceptLists& accept) {
+                     ConversionContext& context, const AcceptLists& accept) {
   PointLists lists;
-  const uint32_t status = CallReader(row, path, lists, silent);
+  const uint32_t status = CallReader(row, path, lists, silent, context);
   return status == kStatusSuccess ? accept(row, lists) : status;
 }
 
 uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool silent,
-                       const AcceptLists& accept) {
+                       ConversionContext& context, const AcceptLists& accept) {
   const std::u16string_view extension = ExtensionOfPath(path);
   uint32_t result = kStatusBadFormat;
   if (extension.empty()) return result;
   for (const CItineraryFormat& row : table) {
     if (!row.read || !EqualsIgnoringCase(row.extension, extension)) continue;
-    result = ReadWithRow(row, path, silent, accept);
+    result = ReadWithRow(row, path, silent, context, accept);
     if (EndsSearch(result)) break;
   }
   return result;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/wide_string.h"
+#include "conversion/conversion_context.h"
 #include "conversion/format_table.h"
 #include "model/point_list.h"
 
@@ -35,12 +36,12 @@ WideString OpenFilter(const FormatTable& table);
 /// Filter of the save dialog for one row.
 WideString SaveFilter(const CItineraryFormat& row);
 
-/// Calls the reader of a row, which must have one. An exception is a status like any other; lists
-/// without points are removed, and kStatusBadFormat is the result when none remains. What a reader
-/// notes counts only with the result 0, for the notes of one that the file was not for mean
-/// nothing; what was asked of a service is told in any case.
+/// Calls the reader of a row, which must have one, with `context` in place. An exception is a
+/// status like any other; lists without points are removed, and kStatusBadFormat is the result when
+/// none remains. What a reader notes counts only with the result 0, for the notes of one that the
+/// file was not for mean nothing; what was asked of a service is told in any case.
 uint32_t CallReader(const CItineraryFormat& row, const WideString& path, PointLists& lists,
-                    bool silent);
+                    bool silent, ConversionContext& context);
 
 /// Takes the lists of a successful reader, none of them without points. What it returns is the
 /// result of that reader's call.
@@ -49,11 +50,11 @@ using AcceptLists = std::function<uint32_t(const CItineraryFormat& row, PointLis
 /// Calls the reader of a row, drops lists without points, and offers the others to `accept`.
 /// kStatusBadFormat when none is left.
 uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool silent,
-                     const AcceptLists& accept);
+                     ConversionContext& context, const AcceptLists& accept);
 
 /// Tries the readers of the path's extension in table order until one ends with success, with a
 /// file that is locked, or with the user's cancelling; returns the last result. A file that no
 /// reader knows gives kStatusBadFormat. Lists that the user declines do not end the search: the
 /// next reader may see others in the file.
 uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool silent,
-                       const AcceptLists& accept);
+                       ConversionContext& context, const AcceptLists& accept);

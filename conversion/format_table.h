@@ -1,10 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "base/wide_string.h"
 #include "model/point_list.h"
+
+class ByteSink;
+class ConversionContext;
 
 /// Reads `path` and appends the lists that it finds to `lists`. Returns 0, kStatusBadFormat for a
 /// file of another format, or another status. `silent`: no question may be asked.
@@ -13,6 +17,14 @@ using FormatReadFn = uint32_t (*)(const WideString& path, PointLists& lists, boo
 /// Writes `list` to `path`. `splitLimit` is 0, or an option whose meaning is the writer's own.
 using FormatWriteFn = uint32_t (*)(const WideString& path, const CGpsPointArray& list,
                                    uint32_t splitLimit, bool silent);
+
+/// The inner function of a reader: the bytes of a whole file. They ask no question.
+using FormatParseFn = uint32_t (*)(std::string_view bytes, PointLists& lists,
+                                   ConversionContext& context);
+
+/// The inner function of a writer: the bytes of one whole file go to `sink`.
+using FormatEmitFn = uint32_t (*)(ByteSink& sink, const CGpsPointArray& list, uint32_t option,
+                                  ConversionContext& context);
 
 /// One row of the format table.
 struct CItineraryFormat {

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
 #include "fuzz/fuzzed_row.h"
 
 namespace {
@@ -29,7 +28,6 @@ extern "C" int LLVMFuzzerInitialize(int* argumentCount, char*** arguments) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const ConversionNotes notes;
   for (const auto& list : ReadFuzzed({reinterpret_cast<const char*>(data), size})) {
     for (const CItineraryFormat& row : Rows()) {
       if (!MakesAFile(row)) continue;

@@ -10,7 +10,6 @@
 
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
 #include "formats/format_rows.h"
 
 namespace {
@@ -94,7 +93,6 @@ bool WriteFile(const CItineraryFormat& row, const WideString& path, const CGpsPo
 }
 
 PointLists ReadFuzzed(std::string_view bytes) {
-  const ConversionNotes notes;
   const std::string name = "input." + NarrowForFile(FuzzedRow().extension);
   return ReadFile(FuzzedRow(), WorkFolder().Put(name, bytes));
 }

@@ -6,8 +6,6 @@
 
 #include "base/numbers.h"
 #include "base/product.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
 #include "markup/xml_writer.h"
 #include "platform/clock.h"
 
@@ -78,16 +76,6 @@ void ForEachTuple(std::string_view text, Take take) {
 
 }  // namespace
 
-uint32_t ReadKml(const WideString& path, PointLists& lists, bool) {
-  CKmlReader reader(lists);
-  return ReadXmlFile(reader, path);
-}
-
-uint32_t ParseKml(std::string_view bytes, PointLists& lists) {
-  CKmlReader reader(lists);
-  return ParseXml(reader, bytes);
-}
-
 void CKmlReader::StartElement(const XML_Char* name, const XML_Char**) {
   m_text.clear();
   if (IsName(name, "Document") || IsName(name, "Folder") || IsName(name, kTour)) {
@@ -105,7 +93,7 @@ void CKmlReader::StartElement(const XML_Char* name, const XML_Char**) {
 
 void CKmlReader::EndElement(const XML_Char* name) {
   if (m_stack.empty()) {
-    if (IsName(name, "Placemark")) NoteConversion(EConversionNote::kLinePassedOver);
+    if (IsName(name, "Placemark")) m_context.Note(ConversionNote::kLinePassedOver);
     return;
   }
   Container& container = m_stack.back();
@@ -145,9 +133,9 @@ void CKmlReader::EndInLineString(const XML_Char* name) {
 // placemark, if that has been told by now and may be repeated.
 void CKmlReader::AddTrack() {
   auto track = std::make_unique<CGpsTrack>();
-  ForEachTuple(m_text, [&track](const Tuple& tuple) {
+  ForEachTuple(m_text, [this, &track](const Tuple& tuple) {
     if (tuple.count != 3) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      m_context.Note(ConversionNote::kLinePassedOver);
       return;
     }
     CGpsPoint& point = track->points.emplace_back();
@@ -156,7 +144,7 @@ void CKmlReader::AddTrack() {
     point.altitude = ParseReal(tuple.parts[2]);
     if (point.IsNull()) {
       track->points.pop_back();
-      NoteConversion(EConversionNote::kPointWithoutPosition);
+      m_context.Note(ConversionNote::kPointWithoutPosition);
     }
   });
   if (track->points.empty()) return;
@@ -209,10 +197,6 @@ void CKmlReader::EndInFlyTo(const XML_Char* name) {
   } else if (IsName(name, "altitude")) {
     m_point.altitude = ParseReal(m_text);
   }
-}
-
-uint32_t WriteKml(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteKmlBody(sink, list); });
 }
 
 namespace {
@@ -282,10 +266,6 @@ void WriteKmlBody(ByteSink& sink, const CGpsPointArray& list) {
                                       : kInnerStyle);
     ++index;
   }
-}
-
-uint32_t WriteNdriveKml(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteNdriveKmlBody(sink, list); });
 }
 
 void WriteNdriveKmlBody(ByteSink& sink, const CGpsPointArray& list) {

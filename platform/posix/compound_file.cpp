@@ -5,13 +5,11 @@
 #include <unistd.h>
 
 #include "base/status.h"
-#include "platform/last_error.h"
 #include "platform/posix/compound_files/module.h"
 
 namespace {
 
 constexpr char kModuleName[] = "/corvane_compound_files.so";
-constexpr uint32_t kModuleNotFound = 126;  // ERROR_MOD_NOT_FOUND
 
 // The folder of the running program. $ORIGIN in the module's path would do the same, but not in a
 // sanitizer build, where it stands for the folder of the sanitizer's library.
@@ -42,7 +40,6 @@ const CompoundFileModule* LoadModule() {
 // Null when the part of the program is not installed.
 const CompoundFileModule* Module() {
   static const CompoundFileModule* const module = LoadModule();
-  if (!module) SetLastError(kModuleNotFound);
   return module;
 }
 

@@ -11,10 +11,10 @@
 #include "platform/path_text.h"
 #include "platform/posix/errors.h"
 
-uint32_t FileAttributes(const WideString& path) {
+uint32_t FileAttributes(const WideString& path, uint32_t* error) {
   struct stat details {};
   if (stat(PathBytes(path).c_str(), &details) != 0) {
-    FailWithErrno();
+    if (error) *error = FailWithErrno();
     return kNoAttributes;
   }
   return S_ISDIR(details.st_mode) ? kAttributeDirectory : kAttributeNormal;

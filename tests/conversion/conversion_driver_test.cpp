@@ -34,13 +34,13 @@ uint32_t Write(const WideString& path, const CGpsPointArray& list, uint32_t spli
 }
 
 /// A front that keeps what it was told and answers as the test wants.
-class ScriptedFront : public IConversionFront {
+class ScriptedFront : public ConversionFront {
  public:
-  void ShowMessage(EMessageIcon icon, uint32_t textId) override {
+  void ShowMessage(MessageIcon icon, uint32_t textId, const FailureReason&) override {
     messages.push_back(textId);
     icons.push_back(icon);
   }
-  bool AskYesNo(EMessageIcon icon, uint32_t textId) override {
+  bool AskYesNo(MessageIcon icon, uint32_t textId) override {
     questions.push_back(textId);
     icons.push_back(icon);
     return answer;
@@ -62,7 +62,7 @@ class ScriptedFront : public IConversionFront {
 
   std::vector<uint32_t> messages;
   std::vector<uint32_t> questions;
-  std::vector<EMessageIcon> icons;
+  std::vector<MessageIcon> icons;
   std::vector<size_t> chosen{0};
   bool answer = true;
   std::string diary;
@@ -74,7 +74,7 @@ class ScriptedFront : public IConversionFront {
 class ConversionDriver : public testing::Test {
  protected:
   ConversionDriver()
-      : driver({{u"x", 106, Read, Write, 0}, {u"ggm", 203, nullptr, Write, 0}}, front) {
+      : driver({{u"x", 106, Read, Write, 0}, {u"ggm", 203, nullptr, Write, 0}}, front, context) {
     nextLists = {MakeList<CGpsTrack>("Track", MakePoint(1, 1, "a"), MakePoint(2, 2, "b")),
                  MakeList<CGpsTrack>("Other", MakePoint(3, 3, "c"))};
     nextStatus = 0;
@@ -92,6 +92,7 @@ class ConversionDriver : public testing::Test {
   }
 
   ScriptedFront front;
+  ConversionContext context;
   CConversionDriver driver;
 };
 
@@ -149,7 +150,7 @@ TEST_F(ConversionDriver, TellsEveryFailureOfARead) {
     nextStatus = expected.status;
     EXPECT_EQ(driver.OpenFile(u"/one.x", false, false), expected.status);
     EXPECT_EQ(front.messages, expected.messages) << expected.status;
-    for (const EMessageIcon icon : front.icons) EXPECT_EQ(icon, EMessageIcon::kError);
+    for (const MessageIcon icon : front.icons) EXPECT_EQ(icon, MessageIcon::kError);
   }
   EXPECT_EQ(driver.current.Count(), 0u);
 }
@@ -163,7 +164,7 @@ TEST_F(ConversionDriver, AsksFromThreeHundredAndOnePointsOnAfterTheLoad) {
   front.diary.clear();
   EXPECT_EQ(driver.OpenFile(u"/two.x", false, false), kStatusDeclined);
   EXPECT_EQ(front.questions, std::vector<uint32_t>{271});
-  EXPECT_EQ(front.icons, std::vector<EMessageIcon>{EMessageIcon::kWarning});
+  EXPECT_EQ(front.icons, std::vector<MessageIcon>{MessageIcon::kWarning});
   EXPECT_EQ(driver.current.Count(), 301u);
   EXPECT_EQ(driver.sourcePath, u"");
   EXPECT_EQ(driver.current.name, "");
@@ -212,7 +213,7 @@ TEST_F(ConversionDriver, ExportsAndTellsAFailure) {
 }
 
 TEST_F(ConversionDriver, KeepsNoStateWhenNobodyWillBeAsked) {
-  CConversionDriver unattended({{u"x", 106, Read, Write, 0}}, front, EChangeTracking::kOff);
+  CConversionDriver unattended({{u"x", 106, Read, Write, 0}}, front, context, ChangeTracking::kOff);
   unattended.OpenFile(u"/one.x", false, true);
   EXPECT_EQ(unattended.current.Count(), 2u);
   EXPECT_EQ(unattended.current.snapshot.Count(), 0u);
@@ -304,13 +305,22 @@ TEST_F(ConversionDriver, ExportCommandAsksForNoFileWhereTheTargetIsNone) {
 }
 
 TEST_F(ConversionDriver, EmptiesTheCacheOfLookUpsWithANewItinerary) {
-  LookupCache::Instance().Keep("question", "answer");
+  LookupCache& answers = *context.lookups.answers;
+  answers.Keep("question", {std::nullopt, "answer"});
   nextStatus = 11;
   driver.OpenFile(u"/one.x", false, false);
-  EXPECT_EQ(LookupCache::Instance().Find("question"), "answer");
+  ASSERT_TRUE(answers.Find("question").has_value());
+  EXPECT_EQ(answers.Find("question")->text, "answer");
   nextStatus = 0;
   driver.OpenFile(u"/one.x", false, false);
-  EXPECT_FALSE(LookupCache::Instance().Find("question").has_value());
+  EXPECT_FALSE(answers.Find("question").has_value());
+}
+
+TEST_F(ConversionDriver, KeepsTheAnswersOfARunThatAsksEachQuestionOnce) {
+  context.lookups.lastForRun = true;
+  context.lookups.answers->Keep("question", {std::nullopt, "answer"});
+  driver.OpenFile(u"/one.x", false, false);
+  EXPECT_TRUE(context.lookups.answers->Find("question").has_value());
 }
 
 bool AcceptsHttp(const WideString& text) { return text.starts_with(u"http"); }
@@ -325,7 +335,7 @@ TEST_F(ConversionDriver, ReadsALinkWithEveryDetectorThatAccepts) {
   driver.sourcePath = u"/old.x";
   driver.InterpretLink(u"https://maps/a.b");
   EXPECT_EQ(front.questions, std::vector<uint32_t>{296});
-  EXPECT_EQ(front.icons.front(), EMessageIcon::kQuestion);
+  EXPECT_EQ(front.icons.front(), MessageIcon::kQuestion);
   EXPECT_EQ(front.messages, std::vector<uint32_t>{164});
   EXPECT_EQ(Names(), "ab");
   EXPECT_EQ(driver.sourcePath, u"");

@@ -9,7 +9,7 @@
 
 #include "base/localized_text.h"
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "tests/list_builder.h"
 
 namespace {
@@ -28,8 +28,9 @@ uint32_t Reader(const WideString&, PointLists& lists, bool) {
 // Notes a line that it passes over, and answers as above.
 template <char kName, uint32_t kStatus, int kPoints>
 uint32_t NotingReader(const WideString& path, PointLists& lists, bool silent) {
-  NoteConversion(EConversionNote::kLinePassedOver);
-  NoteConversion(EConversionNote::kStopLookedUp);
+  ContextInPlace context;
+  context->Note(ConversionNote::kLinePassedOver);
+  context->Note(ConversionNote::kStopLookedUp);
   return Reader<kName, kStatus, kPoints>(path, lists, silent);
 }
 
@@ -44,11 +45,13 @@ uint32_t NoWriter(const WideString&, const CGpsPointArray&, uint32_t, bool) { re
 
 uint32_t Search(const FormatTable& table, const WideString& path, uint32_t accepted = 0) {
   calls.clear();
-  return SearchReaders(table, path, true, [accepted](const CItineraryFormat&, PointLists& lists) {
-    EXPECT_FALSE(lists.empty());
-    for (const auto& list : lists) EXPECT_FALSE(list->points.empty());
-    return accepted;
-  });
+  ContextInPlace context;
+  return SearchReaders(table, path, true, context,
+                       [accepted](const CItineraryFormat&, PointLists& lists) {
+                         EXPECT_FALSE(lists.empty());
+                         for (const auto& list : lists) EXPECT_FALSE(list->points.empty());
+                         return accepted;
+                       });
 }
 
 CItineraryFormat Row(const char16_t* extension, FormatReadFn read, FormatWriteFn write = nullptr,
@@ -96,13 +99,14 @@ TEST(SearchReaders, GoesOnWhenTheUserDeclines) {
 }
 
 TEST(SearchReaders, ForgetsTheNotesOfReadersThatTheFileWasNotFor) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   const FormatTable table{Row(u"x", NotingReader<'a', 11, 1>), Row(u"x", NotingReader<'b', 0, 0>),
                           Row(u"x", NotingReader<'c', 0, 1>)};
   EXPECT_EQ(Search(table, u"f.x"), 0u);
   EXPECT_EQ(calls, "abc");
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
-  EXPECT_EQ(notes.Count(EConversionNote::kStopLookedUp), 3u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kStopLookedUp), 3u);
 }
 
 TEST(SearchReaders, KnowsNoFileWithoutAnExtensionOfTheTable) {
