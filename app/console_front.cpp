@@ -3,7 +3,8 @@
 #include <algorithm>
 
 #include "app/console_text.h"
-#include "app/list_selection.h"
+#include "app/list_description.h"
+#include "conversion/list_choice.h"
 
 namespace {
 
@@ -43,11 +44,9 @@ bool ConsoleFront::AskYesNo(MessageIcon, uint32_t textId) {
 
 std::vector<size_t> ConsoleFront::ChooseLists(const PointLists& lists) {
   std::vector<size_t> chosen = SelectLists(lists, m_options.lists);
-  m_listsTaken = chosen.size();
-  m_leftListsBehind = chosen.size() < lists.size();
   m_declined = chosen.empty();
-  if (!m_declined && m_leftListsBehind && m_options.lists.which == ListChoice::EWhich::kDefault &&
-      !m_options.quiet) {
+  if (!m_declined && chosen.size() < lists.size() &&
+      m_options.lists.which == ListChoice::Which::kDefault && !m_options.quiet) {
     TellWhatWasTaken(lists, chosen);
   }
   return chosen;

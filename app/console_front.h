@@ -20,10 +20,6 @@ class ConsoleFront final : public ConversionFront {
   void SetReportsUnknown(bool reports) { m_reportsUnknown = reports; }
   /// True when no reader has found the lists that the user asks for in the subject.
   bool Declined() const { return m_declined; }
-  /// How many lists were chosen last.
-  size_t ListsTaken() const { return m_listsTaken; }
-  /// True when the lists chosen last were not all that the file holds.
-  bool LeftListsBehind() const { return m_leftListsBehind; }
 
   void ShowMessage(MessageIcon icon, uint32_t textId, const FailureReason& reason) override;
   bool AskYesNo(MessageIcon icon, uint32_t textId) override;
@@ -38,7 +34,5 @@ class ConsoleFront final : public ConversionFront {
   const Options& m_options;
   WideString m_subject;
   bool m_reportsUnknown = true;
-  size_t m_listsTaken = 0;
-  bool m_leftListsBehind = false;
   bool m_declined = false;
 };

@@ -5,32 +5,20 @@
 
 #include "app/console_front.h"
 #include "app/console_text.h"
-#include "app/loss_check.h"
+#include "app/loss_description.h"
 #include "app/output_sink.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "conversion/conversion_driver.h"
 #include "conversion/format_search.h"
 #include "platform/folder.h"
-#include "platform/scratch_folder.h"
 
 namespace {
 
 constexpr uint32_t kTextCannotBeRead = 108;
 constexpr uint32_t kTextCannotBeWritten = 109;
 
-enum class EOutcome { kConverted, kWithLosses, kNotRecognised, kFailed };
-
-WideString JoinedPath(const WideString& folder, std::u16string_view name) {
-  WideString path = folder;
-  if (!path.empty() && path.back() != u'/' && path.back() != kPathSeparator) path += kPathSeparator;
-  return path.append(name);
-}
-
-// What stands behind the folder in a path, whole: two names may differ in front of a backslash.
-std::u16string_view NameIn(std::u16string_view path) {
-  return path.substr(path.find_last_of(kPathSeparators) + 1);
-}
+enum class Outcome { kConverted, kWithLosses, kNotRecognised, kFailed };
 
 /// One run over a file or a folder.
 class Conversion {
@@ -39,7 +27,6 @@ class Conversion {
              ConversionContext& context)
       : m_options(options),
         m_row(row),
-        m_context(context),
         m_front(options),
         m_driver(table, m_front, context, ChangeTracking::kOff) {}
 
@@ -47,16 +34,15 @@ class Conversion {
   int ConvertFolder(const WideString& folder);
 
  private:
-  EOutcome Convert(const WideString& source, const WideString& target);
-  EOutcome Write(const WideString& target, ConversionCheck& check);
-  void Tell(const ConversionCheck& check);
+  Outcome Convert(const WideString& source, const WideString& target);
+  Outcome Write(const WideString& source, const WideString& target);
+  void Tell(const WideString& source, const WideString& target, const LossCheck& check);
   int ExitStatus(size_t converted, size_t withLosses, size_t failed) const;
   WideString TargetBeside(const WideString& source) const;
   void ShowProgress(size_t done, size_t count) const;
 
   const Options& m_options;
   const CItineraryFormat& m_row;
-  ConversionContext& m_context;
   ConsoleFront m_front;
   CConversionDriver m_driver;
   bool m_inFolder = false;
@@ -76,9 +62,9 @@ int Conversion::ConvertFile(const WideString& source) {
   } else if (!m_options.output.empty()) {
     target = m_options.output;
   }
-  const EOutcome outcome = Convert(source, target);
-  const bool withLosses = outcome == EOutcome::kWithLosses;
-  return ExitStatus(withLosses || outcome == EOutcome::kConverted ? 1 : 0, withLosses ? 1 : 0, 0);
+  const Outcome outcome = Convert(source, target);
+  const bool withLosses = outcome == Outcome::kWithLosses;
+  return ExitStatus(withLosses || outcome == Outcome::kConverted ? 1 : 0, withLosses ? 1 : 0, 0);
 }
 
 int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) const {
@@ -117,21 +103,21 @@ int Conversion::ConvertFolder(const WideString& folder) {
     const WideString source = JoinedPath(folder, names[i]);
     WideString target = TargetBeside(source);
     if (!m_options.output.empty()) target = JoinedPath(m_options.output, NameIn(target));
-    const EOutcome outcome = Convert(source, target);
-    const bool isConverted = outcome == EOutcome::kConverted || outcome == EOutcome::kWithLosses;
+    const Outcome outcome = Convert(source, target);
+    const bool isConverted = outcome == Outcome::kConverted || outcome == Outcome::kWithLosses;
     if (isConverted && target != source && !taken.insert(target).second && !m_options.quiet)
       Complain(Text(kTextReplacedInFolder, ShownPath(target), ShownPath(source)));
     switch (outcome) {
-      case EOutcome::kWithLosses:
+      case Outcome::kWithLosses:
         ++withLosses;
         [[fallthrough]];
-      case EOutcome::kConverted:
+      case Outcome::kConverted:
         ++converted;
         break;
-      case EOutcome::kNotRecognised:
+      case Outcome::kNotRecognised:
         ++unknown;
         break;
-      case EOutcome::kFailed:
+      case Outcome::kFailed:
         ++failed;
         break;
     }
@@ -144,71 +130,49 @@ int Conversion::ConvertFolder(const WideString& folder) {
   return ExitStatus(converted, withLosses, failed);
 }
 
-EOutcome Conversion::Convert(const WideString& source, const WideString& target) {
+Outcome Conversion::Convert(const WideString& source, const WideString& target) {
   m_front.SetSubject(source);
   const uint32_t status = m_driver.OpenFile(source, false, true);
-  const ConversionNotes& notes = m_context.notes;
-  const uint64_t lookedUp = notes.Count(ConversionNote::kStopLookedUp);
+  const uint64_t lookedUp = m_driver.readNotes.Count(ConversionNote::kStopLookedUp);
   if (lookedUp > 0 && !m_options.quiet) {
     Complain(Text(kTextStopsLookedUp, ShownPath(source), lookedUp,
-                  notes.Count(ConversionNote::kStopNotFound)));
+                  m_driver.readNotes.Count(ConversionNote::kStopNotFound)));
   }
   if (status != kStatusSuccess && m_front.Declined()) {
     Complain(Text(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
-    return EOutcome::kFailed;
+    return Outcome::kFailed;
   }
-  if (status == kStatusBadFormat) return EOutcome::kNotRecognised;
-  if (status != kStatusSuccess) return EOutcome::kFailed;
-
-  ConversionCheck check;
-  check.source = source;
-  check.target = target;
-  check.listsMerged = m_front.ListsTaken() > 1 ? m_front.ListsTaken() : 0;
-  TakeReaderNotes(notes, check);
-  if (!m_options.check) return Write(target, check);
-  // Nothing of the target is to stay: it is written into a folder of its own that goes again.
-  const ScratchFolder scratch;
-  if (scratch.Path().empty()) {
-    m_front.SetSubject(target);
-    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, {scratch.Status(), 0, 0, {}});
-    return EOutcome::kFailed;
-  }
-  return Write(JoinedPath(scratch.Path(), NameIn(target)), check);
+  if (status == kStatusBadFormat) return Outcome::kNotRecognised;
+  return status == kStatusSuccess ? Write(source, target) : Outcome::kFailed;
 }
 
-EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
-  // What was left out of the file would be lost with it.
-  if (m_front.LeftListsBehind() && IsSameFile(check.source, target)) {
-    Complain(Text(kTextTargetIsSource, ShownPath(check.source)));
-    return EOutcome::kFailed;
-  }
+Outcome Conversion::Write(const WideString& source, const WideString& target) {
+  WriteOptions options;
+  options.option = m_options.split;
+  options.silent = true;
+  options.checks = !m_options.quiet || m_options.strict || m_options.check;
+  options.keepsNothing = m_options.check;
   m_front.SetSubject(target);
-  const uint32_t status = m_driver.ExportTo(target, m_row, true, m_options.split);
-  const uint64_t countries = m_context.notes.Count(ConversionNote::kCountryNotFound);
+  const TripWrite trip = m_driver.Export(target, m_row, options);
+  if (trip.refusal == WriteRefusal::kSourceHoldsMore)
+    Complain(Text(kTextTargetIsSource, ShownPath(source)));
+  const uint64_t countries = trip.notes.Count(ConversionNote::kCountryNotFound);
   if (countries > 0 && !m_options.quiet)
     Complain(Text(kTextCountriesNotFound, ShownPath(target), countries));
-  if (status != kStatusSuccess) return EOutcome::kFailed;
-  // Some devices' writers call it a success when a file could not be made. We don't.
-  if (m_context.failure.platformError != kStatusSuccess) {
-    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, m_context.failure);
-    return EOutcome::kFailed;
-  }
-
-  if (m_options.quiet && !m_options.strict && !m_options.check) return EOutcome::kConverted;
-  CheckWrittenFiles(m_driver.table, m_row, m_context.writtenFiles, m_driver.current, m_context,
-                    check);
-  Tell(check);
-  return check.HasLosses() ? EOutcome::kWithLosses : EOutcome::kConverted;
+  if (trip.status != kStatusSuccess) return Outcome::kFailed;
+  if (!trip.check) return Outcome::kConverted;
+  Tell(source, target, *trip.check);
+  return trip.check->HasLosses() ? Outcome::kWithLosses : Outcome::kConverted;
 }
 
-void Conversion::Tell(const ConversionCheck& check) {
+void Conversion::Tell(const WideString& source, const WideString& target, const LossCheck& check) {
   if (m_options.json) {
     OutputSink sink;
-    WriteJsonCheck(sink, check);
+    WriteJsonCheck(sink, source, target, check);
     sink.Put('\n');
     m_outputFailed = !sink.Finish() || m_outputFailed;
   } else if (!m_options.quiet && (!m_inFolder || check.HasLosses())) {
-    WriteError(DescribeCheck(check));
+    WriteError(DescribeCheck(source, target, check));
   }
 }
 

@@ -37,7 +37,12 @@ ConversionContext ConversionContext::ForReadingBack() const {
   ConversionContext context;
   context.csvLayouts.forReading = csvLayouts.written;
   context.lookups.isOffline = true;
-  context.progress = progress;
+  if (progress) {
+    context.progress = [tell = progress](ConversionProgress told) {
+      told.stage = ConversionProgress::Stage::kChecking;
+      return tell(told);
+    };
+  }
   context.stop = stop;
   return context;
 }

@@ -1,14 +1,13 @@
 #include "conversion/conversion_driver.h"
 
 #include <algorithm>
-#include <exception>
-#include <new>
 #include <utility>
 
 #include "base/localized_text.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "conversion/format_search.h"
+#include "conversion/read_trip.h"
 
 namespace {
 
@@ -55,18 +54,6 @@ uint32_t ReadFailureText(uint32_t status) {
   }
 }
 
-// Calls the writer; running out of memory is a failure like any other.
-uint32_t CallWriter(FormatWriteFn write, const WideString& path, const CGpsPointArray& list,
-                    uint32_t splitLimit, bool silent) {
-  try {
-    return write(path, list, splitLimit, silent);
-  } catch (const std::bad_alloc&) {
-    return kStatusOutOfMemory;
-  } catch (const std::exception&) {
-    return kStatusInternalError;
-  }
-}
-
 /// The front is busy as long as this lives.
 class BusyScope {
  public:
@@ -86,38 +73,55 @@ CConversionDriver::CConversionDriver(FormatTable formats, ConversionFront& front
     : table(std::move(formats)), m_front(front), m_context(context), m_tracking(tracking) {}
 
 uint32_t CConversionDriver::OpenFile(const WideString& path, bool append, bool silent) {
-  uint32_t status = kStatusBadFormat;
-  m_context.Renew();
-  {
-    const BusyScope busy(m_front);
-    status = SearchReaders(table, path, silent, m_context,
-                           [this, append](const CItineraryFormat&, PointLists& lists) {
-                             return MergeLists(lists, append);
-                           });
-  }
-  return Report(status, path, append);
+  FailureReason reason;
+  const uint32_t status = Read(path, append, silent, reason);
+  return Report(status, reason, path, append);
 }
 
-uint32_t CConversionDriver::MergeLists(PointLists& lists, bool append) {
-  const std::vector<size_t> chosen = m_front.ChooseLists(lists);
+uint32_t CConversionDriver::Read(const WideString& path, bool append, bool silent,
+                                 FailureReason& reason) {
+  const BusyScope busy(m_front);
+  readNotes = {};
+  uint32_t status = kStatusBadFormat;
+  const CItineraryFormat* last = nullptr;
+  // Where the user wants none of a reader's lists, the next one may see others in the file.
+  do {
+    TripRead trip = ReadTrip(table, path, m_context, silent, last);
+    if (last && !trip.row) break;
+    last = trip.row;
+    status = trip.status == kStatusSuccess ? MergeLists(trip, path, append) : trip.status;
+    readNotes.Add(trip.notes);
+    reason = std::move(trip.reason);
+  } while (status == kStatusDeclined && last);
+  return status;
+}
+
+uint32_t CConversionDriver::MergeLists(TripRead& trip, const WideString& path, bool append) {
+  const std::vector<size_t> chosen = m_front.ChooseLists(trip.lists);
   if (chosen.empty()) return kStatusDeclined;
   if (!append) {
     current.Clear();
     sourcePath.clear();
+    m_source = {};
   }
+  m_source.path = path;
+  m_source.listsFound += trip.lists.size();
+  m_source.listsTaken += chosen.size();
+  m_source.notes.Add(trip.notes);
   m_front.ItineraryCleared();
   for (const size_t index : chosen) {
-    CGpsPointArray& list = *lists[index];
+    CGpsPointArray& list = *trip.lists[index];
     current.TakePoints(list);
     if (current.name.empty()) current.name = list.name;
   }
   return kStatusSuccess;
 }
 
-uint32_t CConversionDriver::Report(uint32_t status, const WideString& path, bool append) {
+uint32_t CConversionDriver::Report(uint32_t status, const FailureReason& reason,
+                                   const WideString& path, bool append) {
   if (status == kStatusSuccess) return ReportSuccess(path, append);
   if (const uint32_t textId = ReadFailureText(status))
-    m_front.ShowMessage(MessageIcon::kError, textId, m_context.failure);
+    m_front.ShowMessage(MessageIcon::kError, textId, reason);
   return status;
 }
 
@@ -139,17 +143,23 @@ uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
 }
 
 uint32_t CConversionDriver::ExportTo(const WideString& path, const CItineraryFormat& row,
-                                     bool silent, uint32_t splitLimit) {
+                                     bool silent) {
+  WriteOptions options;
+  options.silent = silent;
+  options.force = true;
+  return Export(path, row, options).status;
+}
+
+TripWrite CConversionDriver::Export(const WideString& path, const CItineraryFormat& row,
+                                    const WriteOptions& options) {
   const BusyScope busy(m_front);
-  const ConversionScope scope(m_context);
-  m_context.Renew();
-  const uint32_t status = CallWriter(row.write, path, current, splitLimit, silent);
-  if (status == kStatusSuccess) {
+  TripWrite trip = WriteTrip(table, row, path, current, m_source, options, m_context);
+  if (trip.status == kStatusSuccess) {
     RememberState();
-  } else {
-    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, m_context.failure);
+  } else if (trip.refusal == WriteRefusal::kNone) {
+    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, trip.reason);
   }
-  return status;
+  return trip;
 }
 
 void CConversionDriver::OpenCommand() {
@@ -201,14 +211,13 @@ void CConversionDriver::InterpretLink(const WideString& text) {
   uint32_t status = kStatusBadFormat;
   for (const LinkReader& reader : linkReaders) {
     if (!reader.accepts(text)) continue;
-    m_context.Renew();
+    TripRead trip;
     {
       const BusyScope busy(m_front);
-      status = ReadWithRow(
-          reader.row, text, false, m_context,
-          [this](const CItineraryFormat&, PointLists& lists) { return MergeLists(lists, false); });
+      trip = ReadTripWith(reader.row, text, m_context, /*silent=*/false);
+      status = trip.status == kStatusSuccess ? MergeLists(trip, WideString(), false) : trip.status;
     }
-    status = Report(status, text, false);
+    status = Report(status, trip.reason, text, false);
   }
   if (status != kStatusSuccess) return;
   sourcePath.clear();

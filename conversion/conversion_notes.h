@@ -22,6 +22,9 @@ class ConversionNotes {
   void Add(ConversionNote note, uint64_t count = 1) {
     m_counts[static_cast<size_t>(note)] += count;
   }
+  void Add(const ConversionNotes& other) {
+    for (size_t i = 0; i < m_counts.size(); ++i) m_counts[i] += other.m_counts[i];
+  }
 
   bool operator==(const ConversionNotes&) const = default;
 

@@ -1,16 +1,11 @@
 #include "conversion/format_search.h"
 
 #include <algorithm>
-#include <exception>
-#include <iterator>
-#include <new>
-#include <utility>
 
 #include <fmt/printf.h>
 
 #include "base/localized_text.h"
 #include "base/numbers.h"
-#include "base/status.h"
 #include "base/text.h"
 
 namespace {
@@ -19,48 +14,7 @@ namespace {
 constexpr uint32_t kTextAllFormats = 105;
 constexpr uint32_t kTextAllFiles = 140;
 
-constexpr std::u16string_view kPseudoExtensions[] = {u"ggm", u"here", u"vmm", u"tth", u"ttd"};
-
-bool EndsSearch(uint32_t status) {
-  return status == kStatusSuccess || status == kStatusSharingViolation ||
-         status == kStatusCancelled || status == kStatusStorageSharing;
-}
-
-// What a reader throws is a fault of the file.
-uint32_t CallAnyway(FormatReadFn read, const WideString& path, PointLists& lists, bool silent) {
-  try {
-    return read(path, lists, silent);
-  } catch (const std::bad_alloc&) {
-    return kStatusOutOfMemory;
-  } catch (const std::exception&) {
-    return kStatusInvalidData;
-  } catch (...) {
-    // Expat's plain error code, when there is no memory for a parser.
-    return kStatusOutOfMemory;
-  }
-}
-
 }  // namespace
-
-uint32_t CallReader(const CItineraryFormat& row, const WideString& path, PointLists& lists,
-                    bool silent, ConversionContext& context) {
-  const ConversionNotes before = std::exchange(context.notes, {});
-  uint32_t status = kStatusSuccess;
-  {
-    const ConversionScope scope(context);
-    status = CallAnyway(row.read, path, lists, silent);
-  }
-  std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
-  if (status == kStatusSuccess && lists.empty()) status = kStatusBadFormat;
-  const ConversionNotes noted = std::exchange(context.notes, before);
-  for (size_t i = 0; i < static_cast<size_t>(ConversionNote::kCount); ++i) {
-    const auto note = static_cast<ConversionNote>(i);
-    const bool isLookup =
-        note == ConversionNote::kStopLookedUp || note == ConversionNote::kStopNotFound;
-    if (status == kStatusSuccess || isLookup) context.Note(note, noted.Count(note));
-  }
-  return status;
-}
 
 std::string FormatLabel(const CItineraryFormat& row) {
   const std::string_view text = LoadTextUtf8(row.textId);
@@ -72,11 +26,6 @@ std::string FormatPatterns(const CItineraryFormat& row) {
   const size_t start = text.find('|');
   if (start == std::string_view::npos) return {};
   return std::string(text.substr(start + 1, text.find('|', start + 1) - start - 1));
-}
-
-bool IsPseudoFormat(const CItineraryFormat& row) {
-  return std::find(std::begin(kPseudoExtensions), std::end(kPseudoExtensions), row.extension) !=
-         std::end(kPseudoExtensions);
 }
 
 const CItineraryFormat* FindWriter(const FormatTable& table, std::u16string_view key) {
@@ -127,24 +76,4 @@ WideString OpenFilter(const FormatTable& table) {
 
 WideString SaveFilter(const CItineraryFormat& row) {
   return LoadText(row.textId) + LoadText(kTextAllFiles);
-}
-
-uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool silent,
-                     ConversionContext& context, const AcceptLists& accept) {
-  PointLists lists;
-  const uint32_t status = CallReader(row, path, lists, silent, context);
-  return status == kStatusSuccess ? accept(row, lists) : status;
-}
-
-uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool silent,
-                       ConversionContext& context, const AcceptLists& accept) {
-  const std::u16string_view extension = ExtensionOfPath(path);
-  uint32_t result = kStatusBadFormat;
-  if (extension.empty()) return result;
-  for (const CItineraryFormat& row : table) {
-    if (!row.read || !EqualsIgnoringCase(row.extension, extension)) continue;
-    result = ReadWithRow(row, path, silent, context, accept);
-    if (EndsSearch(result)) break;
-  }
-  return result;
 }

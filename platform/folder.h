@@ -22,6 +22,12 @@ inline constexpr char16_t kPathSeparator = u'/';
 inline constexpr std::u16string_view kPathSeparators = u"/";
 #endif
 
+/// The path of `name` in `folder`.
+WideString JoinedPath(const WideString& folder, std::u16string_view name);
+
+/// What stands behind the folder in a path, whole: two names may differ in front of a backslash.
+std::u16string_view NameIn(std::u16string_view path);
+
 /// kAttributeDirectory, kAttributeNormal, or kNoAttributes, whose cause, the platform's error code,
 /// is put into `error` then. Links are followed.
 uint32_t FileAttributes(const WideString& path, uint32_t* error = nullptr);

@@ -114,7 +114,7 @@ uint32_t ParseSygic(std::string_view bytes, PointLists& lists, ConversionContext
 
 uint32_t EmitSygicMcGuider(ByteSink& sink, const CGpsPointArray& list, uint32_t,
                            ConversionContext&) {
-  if (list.Count() > kLargestNumber) return kStatusInvalidParameter;
+  if (list.Count() > kMostMcGuiderPoints) return kStatusInvalidParameter;
   WriteSygicMcGuiderBody(sink, list);
   return kStatusSuccess;
 }

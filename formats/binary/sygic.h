@@ -16,6 +16,9 @@
 uint32_t ParseSygic(std::string_view bytes, PointLists& lists, ConversionContext& context);
 inline constexpr FormatReadFn ReadSygic = ReadFileOf<ParseSygic>;
 
+/// Points that a McGuider itinerary can hold.
+inline constexpr size_t kMostMcGuiderPoints = 65535;
+
 /// Writes a McGuider itinerary. 0; 1 when it cannot be written, and kStatusInvalidParameter for
 /// more than 65535 points, which it cannot hold.
 uint32_t EmitSygicMcGuider(ByteSink& sink, const CGpsPointArray& list, uint32_t splitLimit,

@@ -8,6 +8,7 @@
 #include "base/status.h"
 #include "conversion/lookup_cache.h"
 #include "tests/list_builder.h"
+#include "tests/temporary_folder.h"
 
 namespace {
 
@@ -32,6 +33,8 @@ uint32_t Write(const WideString& path, const CGpsPointArray& list, uint32_t spli
   writtenLimit = splitLimit;
   return nextStatus;
 }
+
+uint32_t Refuse(const WideString&, PointLists&, bool) { return 11; }
 
 /// A front that keeps what it was told and answers as the test wants.
 class ScriptedFront : public ConversionFront {
@@ -74,10 +77,12 @@ class ScriptedFront : public ConversionFront {
 class ConversionDriver : public testing::Test {
  protected:
   ConversionDriver()
-      : driver({{u"x", 106, Read, Write, 0}, {u"ggm", 203, nullptr, Write, 0}}, front, context) {
+      : driver({{u"x", 106, Read, Write, 0}, {u"ggm", 203, nullptr, Write, 0, {.isFile = false}}},
+               front, context) {
     nextLists = {MakeList<CGpsTrack>("Track", MakePoint(1, 1, "a"), MakePoint(2, 2, "b")),
                  MakeList<CGpsTrack>("Other", MakePoint(3, 3, "c"))};
     nextStatus = 0;
+    written.clear();
   }
 
   std::string Names() const {
@@ -137,6 +142,29 @@ TEST_F(ConversionDriver, LeavesTheItineraryAloneWhenTheUserDeclines) {
   EXPECT_EQ(driver.sourcePath, u"/one.x");
   EXPECT_EQ(front.diary, "()");
   EXPECT_TRUE(front.messages.empty());
+}
+
+TEST_F(ConversionDriver, AsksTheNextReaderWhenTheUserDeclines) {
+  CConversionDriver both({{u"x", 106, Read, Write, 0}, {u"x", 107, Refuse, nullptr, 0}}, front,
+                         context);
+  front.chosen.clear();
+  EXPECT_EQ(both.OpenFile(u"/one.x", false, false), kStatusBadFormat);
+  EXPECT_EQ(front.messages, std::vector<uint32_t>{164});
+}
+
+TEST_F(ConversionDriver, RefusesToWriteOverASourceThatHoldsMore) {
+  const TemporaryFolder folder;
+  const WideString path = folder.Put("one.x", "both lists");
+  driver.OpenFile(path, false, false);
+  WriteOptions options;
+  const TripWrite refused = driver.Export(path, driver.table[0], options);
+  EXPECT_EQ(refused.status, kStatusDeclined);
+  EXPECT_EQ(refused.refusal, WriteRefusal::kSourceHoldsMore);
+  EXPECT_TRUE(front.messages.empty());
+  EXPECT_TRUE(written.empty());
+  EXPECT_EQ(driver.Export(folder.WidePathTo("two.x"), driver.table[0], options).status, 0u);
+  options.force = true;
+  EXPECT_EQ(driver.Export(path, driver.table[0], options).status, 0u);
 }
 
 TEST_F(ConversionDriver, TellsEveryFailureOfARead) {
@@ -200,7 +228,9 @@ TEST_F(ConversionDriver, RemembersTheStateAtLoadAndExport) {
 TEST_F(ConversionDriver, ExportsAndTellsAFailure) {
   driver.OpenFile(u"/one.x", false, false);
   front.diary.clear();
-  EXPECT_EQ(driver.ExportTo(u"/out.x", driver.table[0], false, 7), kStatusSuccess);
+  WriteOptions options;
+  options.option = 7;
+  EXPECT_EQ(driver.Export(u"/out.x", driver.table[0], options).status, kStatusSuccess);
   EXPECT_EQ(written, (std::vector<std::string>{"a", "b"}));
   EXPECT_EQ(writtenLimit, 7u);
   EXPECT_EQ(front.diary, "()");
@@ -326,7 +356,6 @@ TEST_F(ConversionDriver, KeepsTheAnswersOfARunThatAsksEachQuestionOnce) {
 bool AcceptsHttp(const WideString& text) { return text.starts_with(u"http"); }
 bool AcceptsAll(const WideString&) { return true; }
 bool AcceptsNone(const WideString&) { return false; }
-uint32_t Refuse(const WideString&, PointLists&, bool) { return 11; }
 
 TEST_F(ConversionDriver, ReadsALinkWithEveryDetectorThatAccepts) {
   driver.linkReaders = {{AcceptsNone, {u"", 0, Refuse, nullptr, 0}},
