@@ -3,9 +3,10 @@
 #include <algorithm>
 
 #include "app/console_text.h"
-#include "app/list_selection.h"
+#include "app/list_description.h"
 #include "base/format_text.h"
 #include "base/text_ids.h"
+#include "conversion/list_choice.h"
 
 namespace {
 
@@ -16,12 +17,13 @@ bool BeginsLike(const std::string& answer, std::string_view word) {
 
 }  // namespace
 
-void ConsoleFront::ShowMessage(EMessageIcon, uint32_t textId) {
+void ConsoleFront::ShowMessage(MessageIcon, uint32_t textId, const FailureReason& reason) {
   if (textId == kTextUnknownFormat && (!m_reportsUnknown || m_declined)) return;
-  Complain(m_subject, std::string(LoadTextUtf8(textId)) + FailureReason(m_subject));
+  Complain(m_subject,
+           std::string(LoadTextUtf8(textId)) + DescribeReason(reason.platformError, m_subject));
 }
 
-bool ConsoleFront::AskYesNo(EMessageIcon, uint32_t textId) {
+bool ConsoleFront::AskYesNo(MessageIcon, uint32_t textId) {
   if (m_options.quiet) return true;
   const std::string_view yes = LoadTextUtf8(kTextYes);
   const std::string_view no = LoadTextUtf8(kTextNo);
@@ -42,11 +44,9 @@ bool ConsoleFront::AskYesNo(EMessageIcon, uint32_t textId) {
 
 std::vector<size_t> ConsoleFront::ChooseLists(const PointLists& lists) {
   std::vector<size_t> chosen = SelectLists(lists, m_options.lists);
-  m_listsTaken = chosen.size();
-  m_leftListsBehind = chosen.size() < lists.size();
   m_declined = chosen.empty();
-  if (!m_declined && m_leftListsBehind && m_options.lists.which == ListChoice::EWhich::kDefault &&
-      !m_options.quiet) {
+  if (!m_declined && chosen.size() < lists.size() &&
+      m_options.lists.which == ListChoice::Which::kDefault && !m_options.quiet) {
     TellWhatWasTaken(lists, chosen);
   }
   return chosen;

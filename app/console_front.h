@@ -6,7 +6,7 @@
 
 /// The console as the front of a conversion: messages go to standard error, questions to the
 /// terminal, and where there is none the first answer is taken.
-class ConsoleFront final : public IConversionFront {
+class ConsoleFront final : public ConversionFront {
  public:
   /// `options` must outlive the front.
   explicit ConsoleFront(const Options& options) : m_options(options) {}
@@ -20,13 +20,9 @@ class ConsoleFront final : public IConversionFront {
   void SetReportsUnknown(bool reports) { m_reportsUnknown = reports; }
   /// True when no reader has found the lists that the user asks for in the subject.
   bool Declined() const { return m_declined; }
-  /// How many lists were chosen last.
-  size_t ListsTaken() const { return m_listsTaken; }
-  /// True when the lists chosen last were not all that the file holds.
-  bool LeftListsBehind() const { return m_leftListsBehind; }
 
-  void ShowMessage(EMessageIcon icon, uint32_t textId) override;
-  bool AskYesNo(EMessageIcon icon, uint32_t textId) override;
+  void ShowMessage(MessageIcon icon, uint32_t textId, const FailureReason& reason) override;
+  bool AskYesNo(MessageIcon icon, uint32_t textId) override;
   std::vector<size_t> ChooseLists(const PointLists& lists) override;
   void SetBusy(bool) override {}
   void ItineraryCleared() override {}
@@ -38,7 +34,5 @@ class ConsoleFront final : public IConversionFront {
   const Options& m_options;
   WideString m_subject;
   bool m_reportsUnknown = true;
-  size_t m_listsTaken = 0;
-  bool m_leftListsBehind = false;
   bool m_declined = false;
 };

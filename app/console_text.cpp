@@ -5,7 +5,6 @@
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "platform/folder.h"
-#include "platform/last_error.h"
 
 namespace {
 
@@ -40,8 +39,7 @@ void Complain(const WideString& path, const std::string& message) {
   Complain(Printable(ShownPath(path)) + ": " + message);
 }
 
-std::string FailureReason(const WideString& path) {
-  const uint32_t status = LastError();
-  if (status == kStatusSuccess) return {};
-  return " " + FormatText(kTextReason, LoadTextUtf8(ReasonText(status, path)));
+std::string DescribeReason(uint32_t platformError, const WideString& path) {
+  if (platformError == kStatusSuccess) return {};
+  return " " + FormatText(kTextReason, LoadTextUtf8(ReasonText(platformError, path)));
 }

@@ -12,6 +12,6 @@ std::string ShownPath(const WideString& path);
 void Complain(const std::string& message);
 void Complain(const WideString& path, const std::string& message);
 
-/// Why the last file operation failed, as a sentence of its own that begins with a blank; empty
-/// when nothing is known. `path` is the file it was about.
-std::string FailureReason(const WideString& path);
+/// Why a file operation failed, as a sentence of its own that begins with a blank; empty when
+/// nothing is known, 0. `path` is the file it was about.
+std::string DescribeReason(uint32_t platformError, const WideString& path);

@@ -5,7 +5,7 @@
 
 #include "app/console_text.h"
 #include "app/json_string.h"
-#include "app/list_selection.h"
+#include "app/list_description.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
@@ -14,32 +14,10 @@
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/format_search.h"
+#include "conversion/read_trip.h"
 #include "platform/folder.h"
-#include "platform/last_error.h"
 
 namespace {
-
-struct Inspected {
-  WideString path;
-  uint32_t status = kStatusBadFormat;
-  const CItineraryFormat* row = nullptr;  // null unless the status is 0
-  size_t rowNumber = 0;
-  PointLists lists;
-};
-
-Inspected Inspect(const WideString& path, const FormatTable& table) {
-  Inspected result;
-  result.path = path;
-  result.status = SearchReaders(table, path, true,
-                                [&](const CItineraryFormat& row, PointLists& lists) -> uint32_t {
-                                  result.row = &row;
-                                  result.rowNumber = static_cast<size_t>(&row - table.data());
-                                  result.lists = std::move(lists);
-                                  lists.clear();
-                                  return kStatusSuccess;
-                                });
-  return result;
-}
 
 // The shortest text that reads back as the same number.
 void WriteJsonNumber(ByteSink& sink, double value) {
@@ -75,20 +53,25 @@ void WriteJsonList(ByteSink& sink, const CGpsPointArray& list) {
   sink.Write("]}");
 }
 
-void WriteJson(ByteSink& sink, const Inspected& inspected) {
+size_t RowNumber(const FormatTable& table, const TripRead& trip) {
+  return static_cast<size_t>(trip.row - table.data());
+}
+
+void WriteJson(ByteSink& sink, const WideString& path, const FormatTable& table,
+               const TripRead& trip) {
   sink.Write("{\"file\": ");
-  WriteJsonString(sink, ShownPath(inspected.path));
-  sink.Printf(", \"status\": %u", inspected.status);
-  if (inspected.row) {
-    const CItineraryFormat& row = *inspected.row;
+  WriteJsonString(sink, ShownPath(path));
+  sink.Printf(", \"status\": %u", trip.status);
+  if (trip.status == kStatusSuccess) {
+    const CItineraryFormat& row = *trip.row;
     sink.Printf(",\n \"format\": {\"row\": %d, \"extension\": \"%s\", \"textId\": %u, \"label\": ",
-                inspected.rowNumber, NarrowForFile(row.extension), row.textId);
+                RowNumber(table, trip), NarrowForFile(row.extension), row.textId);
     WriteJsonString(sink, FormatLabel(row));
     sink.Put('}');
   }
   sink.Write(",\n \"lists\": [");
   const char* separator = "";
-  for (const auto& list : inspected.lists) {
+  for (const auto& list : trip.lists) {
     sink.Write(separator);
     WriteJsonList(sink, *list);
     separator = ",";
@@ -96,12 +79,13 @@ void WriteJson(ByteSink& sink, const Inspected& inspected) {
   sink.Write("]}\n");
 }
 
-void WriteText(ByteSink& sink, const Inspected& inspected) {
-  sink.Write(FormatText(kTextInspectedRow, ShownPath(inspected.path), inspected.rowNumber,
-                        FormatLabel(*inspected.row)) +
+void WriteText(ByteSink& sink, const WideString& path, const FormatTable& table,
+               const TripRead& trip) {
+  sink.Write(FormatText(kTextInspectedRow, ShownPath(path), RowNumber(table, trip),
+                        FormatLabel(*trip.row)) +
              "\n");
   size_t number = 0;
-  for (const auto& list : inspected.lists) {
+  for (const auto& list : trip.lists) {
     sink.Printf("%d. %s\n", ++number, DescribeList(*list));
     for (const CGpsPoint& point : list->points) {
       sink.Printf("   %11s %12s  %s\n",
@@ -114,10 +98,11 @@ void WriteText(ByteSink& sink, const Inspected& inspected) {
 
 }  // namespace
 
-int RunInspection(const Options& options, const FormatTable& table) {
+int RunInspection(const Options& options, const FormatTable& table, ConversionContext& context) {
   const WideString& path = options.tokens[0];
-  const uint32_t attributes = FileAttributes(path);
-  if (attributes == kNoAttributes && LastError() == kStatusFileNotFound) {
+  uint32_t error = kStatusSuccess;
+  const uint32_t attributes = FileAttributes(path, &error);
+  if (attributes == kNoAttributes && error == kStatusFileNotFound) {
     Complain(FormatText(kTextNoSource, ShownPath(path)));
     return kExitWrongUsage;
   }
@@ -126,18 +111,17 @@ int RunInspection(const Options& options, const FormatTable& table) {
                        FormatText(kTextReason, LoadTextUtf8(kTextReasonFolder)));
     return kExitFailed;
   }
-  SetLastError(kStatusSuccess);
-  const Inspected inspected = Inspect(path, table);
+  const TripRead trip = ReadTrip(table, path, context, /*silent=*/true);
   OutputSink sink;
   if (options.json) {
-    WriteJson(sink, inspected);
-  } else if (inspected.status == kStatusSuccess) {
-    WriteText(sink, inspected);
+    WriteJson(sink, path, table, trip);
+  } else if (trip.status == kStatusSuccess) {
+    WriteText(sink, path, table, trip);
   }
   const bool isWritten = sink.Finish();
-  if (inspected.status == kStatusSuccess) return isWritten ? kExitConverted : kExitFailed;
-  const uint32_t message =
-      inspected.status == kStatusBadFormat ? kTextUnknownFormat : kTextCannotBeRead;
-  Complain(path, std::string(LoadTextUtf8(message)) + FailureReason(path));
+  if (trip.status == kStatusSuccess) return isWritten ? kExitConverted : kExitFailed;
+  const uint32_t message = trip.status == kStatusBadFormat ? kTextUnknownFormat : kTextCannotBeRead;
+  Complain(path,
+           std::string(LoadTextUtf8(message)) + DescribeReason(trip.reason.platformError, path));
   return kExitFailed;
 }

@@ -11,6 +11,7 @@
 #include "base/format_text.h"
 #include "base/product.h"
 #include "base/text_ids.h"
+#include "conversion/conversion_context.h"
 #include "formats/format_rows.h"
 #include "platform/console.h"
 #include "platform/locale.h"
@@ -41,15 +42,19 @@ int Run(Options& options) {
     return WriteOutput(std::string(kProductName) + "\n") ? kExitConverted : kExitFailed;
   }
   if (const int status = ChangeSettings(options)) return status;
-  if (!ApplyCsvLayouts(options)) return kExitFailed;
+  if (options.remember && !RememberCsvLayouts(options)) return kExitFailed;
   if (options.settings) return RunSettings(options);
   const FormatTable table = DefaultFormatTable();
   if (options.formats) {
     return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
   }
   DropLanguageTokens(options.tokens);
-  if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table);
-  if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table);
+  ConversionContext context;
+  context.csvLayouts.forReading = options.csvRead;
+  context.csvLayouts.forWriting = options.csvWrite;
+  context.lookups.lastForRun = true;
+  if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table, context);
+  if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table, context);
   if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;
   Complain(FormatText(options.inspect ? kTextUsage : kTextNoWindow));
   if (!options.inspect) Complain(FormatText(kTextUsage));

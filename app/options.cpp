@@ -19,13 +19,13 @@ namespace {
 
 struct NamedChoice {
   std::string_view name;
-  ListChoice::EWhich which;
+  ListChoice::Which which;
 };
 
 constexpr NamedChoice kNamedChoices[] = {
-    {"all", ListChoice::EWhich::kAll},       {"routes", ListChoice::EWhich::kRoutes},
-    {"tracks", ListChoice::EWhich::kTracks}, {"waypoints", ListChoice::EWhich::kWaypoints},
-    {"pois", ListChoice::EWhich::kPois},
+    {"all", ListChoice::Which::kAll},       {"routes", ListChoice::Which::kRoutes},
+    {"tracks", ListChoice::Which::kTracks}, {"waypoints", ListChoice::Which::kWaypoints},
+    {"pois", ListChoice::Which::kPois},
 };
 
 // The tokens among what the parser made of no option. It is not asked for them itself because it
@@ -168,7 +168,7 @@ std::optional<ListChoice> ParseListChoice(const std::string& text) {
     choice.which = named->which;
     return choice;
   }
-  choice.which = ListChoice::EWhich::kNumbers;
+  choice.which = ListChoice::Which::kNumbers;
   if (!ParseNumbers(text, choice.numbers)) return std::nullopt;
   return choice;
 }

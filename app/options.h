@@ -7,16 +7,8 @@
 
 #include "app/list_operations.h"
 #include "base/wide_string.h"
+#include "conversion/list_choice.h"
 #include "settings/csv_layout.h"
-
-/// Which lists of a file become the itinerary.
-struct ListChoice {
-  enum class EWhich { kDefault, kAll, kRoutes, kTracks, kWaypoints, kPois, kNumbers };
-
-  EWhich which = EWhich::kDefault;
-  std::vector<size_t> numbers;  ///< from 1, for kNumbers
-  std::string text;             ///< as the user wrote it
-};
 
 /// Understands the value of --list; nothing for a value that means nothing.
 std::optional<ListChoice> ParseListChoice(const std::string& text);

@@ -8,7 +8,6 @@
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/text_ids.h"
-#include "conversion/csv_layout_question.h"
 #include "settings/settings.h"
 #include "settings/settings_list.h"
 #include "settings/storage.h"
@@ -62,10 +61,7 @@ void LoadUserSettings() {
   TellOfDamage();
 }
 
-bool ApplyCsvLayouts(const Options& options) {
-  SetCsvLayoutForRun(ECsvUse::kRead, options.csvRead);
-  SetCsvLayoutForRun(ECsvUse::kWrite, options.csvWrite);
-  if (!options.remember) return true;
+bool RememberCsvLayouts(const Options& options) {
   try {
     storage::Storage storage = storage::OpenUserStorage();
     StoreCsvLayouts(storage, options.csvRead, options.csvWrite);

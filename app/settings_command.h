@@ -5,9 +5,9 @@
 /// Loads the settings of the user. Here and below, a damaged store is told of once.
 void LoadUserSettings();
 
-/// Takes the CSV layouts of the options for this run, and stores them with --remember. False when
-/// they could not be stored; the user has been told.
-bool ApplyCsvLayouts(const Options& options);
+/// Stores the CSV layouts of the options. False when they could not be stored; the user has been
+/// told.
+bool RememberCsvLayouts(const Options& options);
 
 /// Changes the settings that --set names and stores them, all or none. Returns the exit status.
 int ChangeSettings(const Options& options);

@@ -6,50 +6,37 @@
 #include "app/console_front.h"
 #include "app/console_text.h"
 #include "app/list_operations.h"
-#include "app/loss_check.h"
+#include "app/loss_description.h"
 #include "app/output_sink.h"
 #include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/conversion_driver.h"
-#include "conversion/conversion_notes.h"
 #include "conversion/format_search.h"
 #include "platform/folder.h"
-#include "platform/last_error.h"
-#include "platform/scratch_folder.h"
 
 namespace {
 
-enum class EOutcome { kConverted, kWithLosses, kNotRecognised, kFailed };
-
-WideString JoinedPath(const WideString& folder, std::u16string_view name) {
-  WideString path = folder;
-  if (!path.empty() && path.back() != u'/' && path.back() != kPathSeparator) path += kPathSeparator;
-  return path.append(name);
-}
-
-// What stands behind the folder in a path, whole: two names may differ in front of a backslash.
-std::u16string_view NameIn(std::u16string_view path) {
-  return path.substr(path.find_last_of(kPathSeparators) + 1);
-}
+enum class Outcome { kConverted, kWithLosses, kNotRecognised, kFailed };
 
 /// One run over a file or a folder.
 class Conversion {
  public:
-  Conversion(const Options& options, const FormatTable& table, const CItineraryFormat& row)
+  Conversion(const Options& options, const FormatTable& table, const CItineraryFormat& row,
+             ConversionContext& context)
       : m_options(options),
         m_row(row),
         m_front(options),
-        m_driver(table, m_front, EChangeTracking::kOff) {}
+        m_driver(table, m_front, context, ChangeTracking::kOff) {}
 
   int ConvertFile(const WideString& source);
   int ConvertFolder(const WideString& folder);
 
  private:
-  EOutcome Convert(const WideString& source, const WideString& target);
-  EOutcome Write(const WideString& target, ConversionCheck& check);
-  void Tell(const ConversionCheck& check);
+  Outcome Convert(const WideString& source, const WideString& target);
+  Outcome Write(const WideString& source, const WideString& target);
+  void Tell(const WideString& source, const WideString& target, const LossCheck& check);
   int ExitStatus(size_t converted, size_t withLosses, size_t failed) const;
   WideString TargetBeside(const WideString& source) const;
   void ShowProgress(size_t done, size_t count) const;
@@ -75,9 +62,9 @@ int Conversion::ConvertFile(const WideString& source) {
   } else if (!m_options.output.empty()) {
     target = m_options.output;
   }
-  const EOutcome outcome = Convert(source, target);
-  const bool withLosses = outcome == EOutcome::kWithLosses;
-  return ExitStatus(withLosses || outcome == EOutcome::kConverted ? 1 : 0, withLosses ? 1 : 0, 0);
+  const Outcome outcome = Convert(source, target);
+  const bool withLosses = outcome == Outcome::kWithLosses;
+  return ExitStatus(withLosses || outcome == Outcome::kConverted ? 1 : 0, withLosses ? 1 : 0, 0);
 }
 
 int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) const {
@@ -87,13 +74,15 @@ int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) c
 
 int Conversion::ConvertFolder(const WideString& folder) {
   std::vector<WideString> names;
-  if (ListFolder(folder, names) != kStatusSuccess) {
+  if (const uint32_t error = ListFolder(folder, names)) {
     // That it is a folder is no reason here.
-    Complain(folder, std::string(LoadTextUtf8(kTextCannotBeRead)) + FailureReason(WideString()));
+    Complain(folder,
+             std::string(LoadTextUtf8(kTextCannotBeRead)) + DescribeReason(error, WideString()));
     return kExitFailed;
   }
-  if (!m_options.output.empty() && CreateFolders(m_options.output) != kStatusSuccess) {
-    std::string reason = FailureReason(m_options.output);
+  const uint32_t error = m_options.output.empty() ? 0 : CreateFolders(m_options.output);
+  if (error != kStatusSuccess) {
+    std::string reason = DescribeReason(error, m_options.output);
     if (FileAttributes(m_options.output) == kAttributeNormal)
       reason = " " + FormatText(kTextReason, LoadTextUtf8(kTextReasonFile));
     Complain(m_options.output, std::string(LoadTextUtf8(kTextCannotBeWritten)) + reason);
@@ -114,21 +103,21 @@ int Conversion::ConvertFolder(const WideString& folder) {
     const WideString source = JoinedPath(folder, names[i]);
     WideString target = TargetBeside(source);
     if (!m_options.output.empty()) target = JoinedPath(m_options.output, NameIn(target));
-    const EOutcome outcome = Convert(source, target);
-    const bool isConverted = outcome == EOutcome::kConverted || outcome == EOutcome::kWithLosses;
+    const Outcome outcome = Convert(source, target);
+    const bool isConverted = outcome == Outcome::kConverted || outcome == Outcome::kWithLosses;
     if (isConverted && target != source && !taken.insert(target).second && !m_options.quiet)
       Complain(FormatText(kTextReplacedInFolder, ShownPath(target), ShownPath(source)));
     switch (outcome) {
-      case EOutcome::kWithLosses:
+      case Outcome::kWithLosses:
         ++withLosses;
         [[fallthrough]];
-      case EOutcome::kConverted:
+      case Outcome::kConverted:
         ++converted;
         break;
-      case EOutcome::kNotRecognised:
+      case Outcome::kNotRecognised:
         ++unknown;
         break;
-      case EOutcome::kFailed:
+      case Outcome::kFailed:
         ++failed;
         break;
     }
@@ -141,75 +130,51 @@ int Conversion::ConvertFolder(const WideString& folder) {
   return ExitStatus(converted, withLosses, failed);
 }
 
-EOutcome Conversion::Convert(const WideString& source, const WideString& target) {
+Outcome Conversion::Convert(const WideString& source, const WideString& target) {
   m_front.SetSubject(source);
-  SetLastError(kStatusSuccess);
-  const ConversionNotes notes;
   const uint32_t status = m_driver.OpenFile(source, false, true);
-  const uint64_t lookedUp = notes.Count(EConversionNote::kStopLookedUp);
+  const uint64_t lookedUp = m_driver.readNotes.Count(ConversionNote::kStopLookedUp);
   if (lookedUp > 0 && !m_options.quiet) {
     Complain(FormatText(kTextStopsLookedUp, ShownPath(source), lookedUp,
-                        notes.Count(EConversionNote::kStopNotFound)));
+                        m_driver.readNotes.Count(ConversionNote::kStopNotFound)));
   }
   if (status != kStatusSuccess && m_front.Declined()) {
     Complain(FormatText(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
-    return EOutcome::kFailed;
+    return Outcome::kFailed;
   }
-  if (status == kStatusBadFormat) return EOutcome::kNotRecognised;
-  if (status != kStatusSuccess) return EOutcome::kFailed;
+  if (status == kStatusBadFormat) return Outcome::kNotRecognised;
+  if (status != kStatusSuccess) return Outcome::kFailed;
   ApplyListOperations(m_options.operations, source, m_options.quiet, m_driver.current);
-
-  ConversionCheck check;
-  check.source = source;
-  check.target = target;
-  check.listsMerged = m_front.ListsTaken() > 1 ? m_front.ListsTaken() : 0;
-  TakeReaderNotes(notes, check);
-  if (!m_options.check) return Write(target, check);
-  // Nothing of the target is to stay: it is written into a folder of its own that goes again.
-  const ScratchFolder scratch;
-  if (scratch.Path().empty()) {
-    m_front.SetSubject(target);
-    m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
-    return EOutcome::kFailed;
-  }
-  return Write(JoinedPath(scratch.Path(), NameIn(target)), check);
+  return Write(source, target);
 }
 
-EOutcome Conversion::Write(const WideString& target, ConversionCheck& check) {
-  // What was left out of the file would be lost with it.
-  if (m_front.LeftListsBehind() && IsSameFile(check.source, target)) {
-    Complain(FormatText(kTextTargetIsSource, ShownPath(check.source)));
-    return EOutcome::kFailed;
-  }
+Outcome Conversion::Write(const WideString& source, const WideString& target) {
+  WriteOptions options;
+  options.option = m_options.split;
+  options.silent = true;
+  options.checks = !m_options.quiet || m_options.strict || m_options.check;
+  options.keepsNothing = m_options.check;
   m_front.SetSubject(target);
-  SetLastError(kStatusSuccess);
-  const ConversionNotes notes;
-  const uint32_t status = m_driver.ExportTo(target, m_row, true, m_options.split);
-  const uint64_t countries = notes.Count(EConversionNote::kCountryNotFound);
+  const TripWrite trip = m_driver.Export(target, m_row, options);
+  if (trip.refusal == WriteRefusal::kSourceHoldsMore)
+    Complain(FormatText(kTextTargetIsSource, ShownPath(source)));
+  const uint64_t countries = trip.notes.Count(ConversionNote::kCountryNotFound);
   if (countries > 0 && !m_options.quiet)
     Complain(FormatText(kTextCountriesNotFound, ShownPath(target), countries));
-  if (status != kStatusSuccess) return EOutcome::kFailed;
-  // Some devices' writers call it a success when a file could not be made. We don't.
-  if (LastError() != kStatusSuccess) {
-    m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
-    return EOutcome::kFailed;
-  }
-
-  if (m_options.quiet && !m_options.strict && !m_options.check) return EOutcome::kConverted;
-  CheckWrittenFiles(m_driver.table, m_row, notes.WrittenFiles(), m_driver.current,
-                    m_options.csvRead, check);
-  Tell(check);
-  return check.HasLosses() ? EOutcome::kWithLosses : EOutcome::kConverted;
+  if (trip.status != kStatusSuccess) return Outcome::kFailed;
+  if (!trip.check) return Outcome::kConverted;
+  Tell(source, target, *trip.check);
+  return trip.check->HasLosses() ? Outcome::kWithLosses : Outcome::kConverted;
 }
 
-void Conversion::Tell(const ConversionCheck& check) {
+void Conversion::Tell(const WideString& source, const WideString& target, const LossCheck& check) {
   if (m_options.json) {
     OutputSink sink;
-    WriteJsonCheck(sink, check);
+    WriteJsonCheck(sink, source, target, check);
     sink.Put('\n');
     m_outputFailed = !sink.Finish() || m_outputFailed;
   } else if (!m_options.quiet && (!m_inFolder || check.HasLosses())) {
-    WriteError(DescribeCheck(check));
+    WriteError(DescribeCheck(source, target, check));
   }
 }
 
@@ -220,7 +185,7 @@ void Conversion::ShowProgress(size_t done, size_t count) const {
 
 }  // namespace
 
-int RunConversion(const Options& options, const FormatTable& table) {
+int RunConversion(const Options& options, const FormatTable& table, ConversionContext& context) {
   const WideString& source = options.tokens[0];
   const WideString& key = options.tokens[1];
   const CItineraryFormat* row = FindWriter(table, ToLowerAscii(key));
@@ -232,13 +197,14 @@ int RunConversion(const Options& options, const FormatTable& table) {
     Complain(FormatText(kTextNoFileFormat, ShownPath(key)));
     return kExitWrongUsage;
   }
-  const uint32_t attributes = FileAttributes(source);
-  if (attributes == kNoAttributes && LastError() == kStatusFileNotFound) {
+  uint32_t error = kStatusSuccess;
+  const uint32_t attributes = FileAttributes(source, &error);
+  if (attributes == kNoAttributes && error == kStatusFileNotFound) {
     Complain(FormatText(kTextNoSource, ShownPath(source)));
     return kExitWrongUsage;
   }
   // Never destroyed: to free a million points one by one takes longer than to end the process.
-  static auto* const conversion = new Conversion(options, table, *row);
+  static auto* const conversion = new Conversion(options, table, *row, context);
   return attributes == kAttributeDirectory ? conversion->ConvertFolder(source)
                                            : conversion->ConvertFile(source);
 }

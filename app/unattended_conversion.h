@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/options.h"
+#include "conversion/conversion_context.h"
 #include "conversion/format_table.h"
 
 /// Exit statuses of the program.
@@ -13,4 +14,4 @@ enum EExitStatus : int {
 
 /// Converts one file, or every file of a folder that a reader knows. `options.tokens` are the
 /// source, the key and whatever else, without the language. Returns the exit status.
-int RunConversion(const Options& options, const FormatTable& table);
+int RunConversion(const Options& options, const FormatTable& table, ConversionContext& context);

@@ -1,11 +1,13 @@
 #include "base/localized_text.h"
 
+#include <atomic>
+
 #include "base/text.h"
 #include "resources/string_tables.h"
 
 namespace {
 
-ELanguage currentLanguage = ELanguage::kEnglish;
+std::atomic<ELanguage> currentLanguage = ELanguage::kEnglish;
 
 const StringTable& TableOf(ELanguage language) {
   switch (language) {

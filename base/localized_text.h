@@ -9,7 +9,8 @@
 /// Languages of the program, by the primary language identifiers of Windows.
 enum class ELanguage : uint32_t { kGerman = 0x07, kEnglish = 0x09, kFrench = 0x0C, kDutch = 0x13 };
 
-/// The language of all texts of this process; English at start.
+/// The language of all texts of this process; English at start. Any thread may load texts, also
+/// while the language changes.
 void SetLanguage(ELanguage language);
 ELanguage CurrentLanguage();
 

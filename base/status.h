@@ -17,6 +17,7 @@ enum EStatus : uint32_t {
   kStatusSharingViolation = 32,  ///< ERROR_SHARING_VIOLATION: the file is locked
   kStatusInvalidParameter = 87,  ///< ERROR_INVALID_PARAMETER
   kStatusDiskFull = 112,         ///< ERROR_DISK_FULL
+  kStatusModuleNotFound = 126,   ///< ERROR_MOD_NOT_FOUND
   kStatusNameTooLong = 206,      ///< ERROR_FILENAME_EXCED_RANGE
   kStatusCancelled = 1223,       ///< ERROR_CANCELLED: the user has cancelled
   kStatusInternalError = 1359,   ///< ERROR_INTERNAL_ERROR: every error without a number of its own
@@ -24,7 +25,7 @@ enum EStatus : uint32_t {
   kStatusStreamNotFound = 0x80030002,      ///< STG_E_FILENOTFOUND
   kStatusStorageSharing = 0x80030020,      ///< STG_E_SHAREVIOLATION: the compound file is locked
   kStatusNotAStorage = 0x80030050,         ///< STG_E_FILEALREADYEXISTS: no compound file
-  kStatusStorageFull = 0x80030070,       ///< STG_E_MEDIUMFULL
+  kStatusStorageFull = 0x80030070,         ///< STG_E_MEDIUMFULL
   kStatusStorageCorrupt = 0x80030109,      ///< STG_E_DOCFILECORRUPT: damaged or cut
   kStatusStorageOutOfMemory = 0x8007000E,  ///< E_OUTOFMEMORY
   kStatusModuleMissing = 0x8007007E,       ///< a part of the program is not installed

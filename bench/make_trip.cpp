@@ -6,9 +6,9 @@
 #include <CLI/CLI.hpp>
 
 #include "bench/trip.h"
+#include "conversion/conversion_context.h"
 #include "conversion/format_search.h"
 #include "formats/format_rows.h"
-#include "platform/last_error.h"
 #include "platform/path_text.h"
 
 int main(int argc, char** argv) {
@@ -39,10 +39,12 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "make_trip: nothing writes \"%s\"\n", key.c_str());
     return 2;
   }
+  ConversionContext context;
+  const ConversionScope scope(context);
   const uint32_t status = row->write(WidePath(output), MakeTrip(options), 0, true);
   if (status != 0) {
     std::fprintf(stderr, "make_trip: %s cannot be written (status %u, cause %u)\n", output.c_str(),
-                 status, LastError());
+                 status, context.failure.platformError);
     return 1;
   }
   return 0;

@@ -121,7 +121,8 @@ void BM_ParseItn(benchmark::State& state) {
   WriteItnBody(sink, TripOf(points));
   for (auto _ : state) {
     PointLists lists;
-    benchmark::DoNotOptimize(ParseItn(sink.Bytes(), lists));
+    ConversionContext context;
+    benchmark::DoNotOptimize(ParseItn(sink.Bytes(), lists, context));
   }
   CountItems(state, points);
 }

@@ -2,11 +2,10 @@
 // costs before anything is written.
 
 #include <cstdio>
-#include <utility>
 
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/format_search.h"
+#include "conversion/read_trip.h"
 #include "formats/format_rows.h"
 #include "platform/path_text.h"
 
@@ -15,19 +14,16 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: read_only FILE\n");
     return 2;
   }
+  ConversionContext context;
+  const FormatTable table = DefaultFormatTable();
   // Left to the end of the process, as the converter does with what it has read.
-  auto& lists = *new PointLists;
-  const uint32_t status = SearchReaders(DefaultFormatTable(), WidePath(argv[1]), true,
-                                        [&](const CItineraryFormat&, PointLists& found) {
-                                          lists = std::move(found);
-                                          return kStatusSuccess;
-                                        });
-  if (status != kStatusSuccess) {
-    std::fprintf(stderr, "read_only: %s cannot be read (status %u)\n", argv[1], status);
+  const TripRead& trip = *new TripRead(ReadTrip(table, WidePath(argv[1]), context, true));
+  if (trip.status != kStatusSuccess) {
+    std::fprintf(stderr, "read_only: %s cannot be read (status %u)\n", argv[1], trip.status);
     return 1;
   }
   size_t points = 0;
-  for (const auto& list : lists) points += list->Count();
-  std::printf("%zu lists, %zu points\n", lists.size(), points);
+  for (const auto& list : trip.lists) points += list->Count();
+  std::printf("%zu lists, %zu points\n", trip.lists.size(), points);
   return 0;
 }

@@ -1,8 +1,6 @@
 #include "conversion/conversion_driver.h"
 
 #include <algorithm>
-#include <exception>
-#include <new>
 #include <utility>
 
 #include "base/localized_text.h"
@@ -10,7 +8,7 @@
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/format_search.h"
-#include "conversion/lookup_cache.h"
+#include "conversion/read_trip.h"
 
 namespace {
 
@@ -46,78 +44,84 @@ uint32_t ReadFailureText(uint32_t status) {
   }
 }
 
-// Calls the writer; running out of memory is a failure like any other.
-uint32_t CallWriter(FormatWriteFn write, const WideString& path, const CGpsPointArray& list,
-                    uint32_t splitLimit, bool silent) {
-  try {
-    return write(path, list, splitLimit, silent);
-  } catch (const std::bad_alloc&) {
-    return kStatusOutOfMemory;
-  } catch (const std::exception&) {
-    return kStatusInternalError;
-  }
-}
-
 /// The front is busy as long as this lives.
 class BusyScope {
  public:
-  explicit BusyScope(IConversionFront& front) : m_front(front) { m_front.SetBusy(true); }
+  explicit BusyScope(ConversionFront& front) : m_front(front) { m_front.SetBusy(true); }
   ~BusyScope() { m_front.SetBusy(false); }
   BusyScope(const BusyScope&) = delete;
   BusyScope& operator=(const BusyScope&) = delete;
 
  private:
-  IConversionFront& m_front;
+  ConversionFront& m_front;
 };
 
 }  // namespace
 
-CConversionDriver::CConversionDriver(FormatTable formats, IConversionFront& front,
-                                     EChangeTracking tracking)
-    : table(std::move(formats)), m_front(front), m_tracking(tracking) {}
+CConversionDriver::CConversionDriver(FormatTable formats, ConversionFront& front,
+                                     ConversionContext& context, ChangeTracking tracking)
+    : table(std::move(formats)), m_front(front), m_context(context), m_tracking(tracking) {}
 
 uint32_t CConversionDriver::OpenFile(const WideString& path, bool append, bool silent) {
-  uint32_t status = kStatusBadFormat;
-  {
-    const BusyScope busy(m_front);
-    status = SearchReaders(table, path, silent,
-                           [this, append](const CItineraryFormat&, PointLists& lists) {
-                             return MergeLists(lists, append);
-                           });
-  }
-  return Report(status, path, append);
+  FailureReason reason;
+  const uint32_t status = Read(path, append, silent, reason);
+  return Report(status, reason, path, append);
 }
 
-uint32_t CConversionDriver::MergeLists(PointLists& lists, bool append) {
-  const std::vector<size_t> chosen = m_front.ChooseLists(lists);
+uint32_t CConversionDriver::Read(const WideString& path, bool append, bool silent,
+                                 FailureReason& reason) {
+  const BusyScope busy(m_front);
+  readNotes = {};
+  uint32_t status = kStatusBadFormat;
+  const CItineraryFormat* last = nullptr;
+  // Where the user wants none of a reader's lists, the next one may see others in the file.
+  do {
+    TripRead trip = ReadTrip(table, path, m_context, silent, last);
+    if (last && !trip.row) break;
+    last = trip.row;
+    status = trip.status == kStatusSuccess ? MergeLists(trip, path, append) : trip.status;
+    readNotes.Add(trip.notes);
+    reason = std::move(trip.reason);
+  } while (status == kStatusDeclined && last);
+  return status;
+}
+
+uint32_t CConversionDriver::MergeLists(TripRead& trip, const WideString& path, bool append) {
+  const std::vector<size_t> chosen = m_front.ChooseLists(trip.lists);
   if (chosen.empty()) return kStatusDeclined;
   if (!append) {
     current.Clear();
     sourcePath.clear();
+    m_source = {};
   }
+  m_source.path = path;
+  m_source.listsFound += trip.lists.size();
+  m_source.listsTaken += chosen.size();
+  m_source.notes.Add(trip.notes);
   m_front.ItineraryCleared();
   for (const size_t index : chosen) {
-    CGpsPointArray& list = *lists[index];
+    CGpsPointArray& list = *trip.lists[index];
     current.TakePoints(list);
     if (current.name.empty()) current.name = list.name;
   }
   return kStatusSuccess;
 }
 
-uint32_t CConversionDriver::Report(uint32_t status, const WideString& path, bool append) {
+uint32_t CConversionDriver::Report(uint32_t status, const FailureReason& reason,
+                                   const WideString& path, bool append) {
   if (status == kStatusSuccess) return ReportSuccess(path, append);
   if (const uint32_t textId = ReadFailureText(status))
-    m_front.ShowMessage(EMessageIcon::kError, textId);
+    m_front.ShowMessage(MessageIcon::kError, textId, reason);
   return status;
 }
 
 uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
-  LookupCache::Instance().Clear();
+  if (!m_context.lookups.lastForRun) m_context.lookups.answers->Clear();
   if (current.points.empty()) {
-    m_front.ShowMessage(EMessageIcon::kWarning, kTextNoItinerary);
+    m_front.ShowMessage(MessageIcon::kWarning, kTextNoItinerary, {});
     return kStatusFailure;
   }
-  if (current.Count() > kManyPoints && !m_front.AskYesNo(EMessageIcon::kWarning, kTextManyPoints))
+  if (current.Count() > kManyPoints && !m_front.AskYesNo(MessageIcon::kWarning, kTextManyPoints))
     return kStatusDeclined;
   if (!append) {
     sourcePath = path;
@@ -129,15 +133,23 @@ uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
 }
 
 uint32_t CConversionDriver::ExportTo(const WideString& path, const CItineraryFormat& row,
-                                     bool silent, uint32_t splitLimit) {
+                                     bool silent) {
+  WriteOptions options;
+  options.silent = silent;
+  options.force = true;
+  return Export(path, row, options).status;
+}
+
+TripWrite CConversionDriver::Export(const WideString& path, const CItineraryFormat& row,
+                                    const WriteOptions& options) {
   const BusyScope busy(m_front);
-  const uint32_t status = CallWriter(row.write, path, current, splitLimit, silent);
-  if (status == kStatusSuccess) {
+  TripWrite trip = WriteTrip(table, row, path, current, m_source, options, m_context);
+  if (trip.status == kStatusSuccess) {
     RememberState();
-  } else {
-    m_front.ShowMessage(EMessageIcon::kError, kTextCannotBeWritten);
+  } else if (trip.refusal == WriteRefusal::kNone) {
+    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, trip.reason);
   }
-  return status;
+  return trip;
 }
 
 void CConversionDriver::OpenCommand() {
@@ -185,17 +197,17 @@ WideString CConversionDriver::DefaultExportName() const {
 void CConversionDriver::InterpretLink(const WideString& text) {
   const auto accepts = [&text](const LinkReader& reader) { return reader.accepts(text); };
   if (std::none_of(linkReaders.begin(), linkReaders.end(), accepts)) return;
-  if (!m_front.AskYesNo(EMessageIcon::kQuestion, kTextLinkDetected) || !ConfirmDiscard()) return;
+  if (!m_front.AskYesNo(MessageIcon::kQuestion, kTextLinkDetected) || !ConfirmDiscard()) return;
   uint32_t status = kStatusBadFormat;
   for (const LinkReader& reader : linkReaders) {
     if (!reader.accepts(text)) continue;
+    TripRead trip;
     {
       const BusyScope busy(m_front);
-      status = ReadWithRow(
-          reader.row, text, false,
-          [this](const CItineraryFormat&, PointLists& lists) { return MergeLists(lists, false); });
+      trip = ReadTripWith(reader.row, text, m_context, /*silent=*/false);
+      status = trip.status == kStatusSuccess ? MergeLists(trip, WideString(), false) : trip.status;
     }
-    status = Report(status, text, false);
+    status = Report(status, trip.reason, text, false);
   }
   if (status != kStatusSuccess) return;
   sourcePath.clear();
@@ -206,9 +218,9 @@ bool CConversionDriver::ConfirmDiscard() {
   const bool unchanged = current.name == current.snapshot.name &&
                          std::equal(current.points.begin(), current.points.end(),
                                     current.snapshot.points.begin(), current.snapshot.points.end());
-  return unchanged || m_front.AskYesNo(EMessageIcon::kWarning, kTextChangesWillBeLost);
+  return unchanged || m_front.AskYesNo(MessageIcon::kWarning, kTextChangesWillBeLost);
 }
 
 void CConversionDriver::RememberState() {
-  if (m_tracking == EChangeTracking::kOn) current.snapshot.Assign(current);
+  if (m_tracking == ChangeTracking::kOn) current.snapshot.Assign(current);
 }

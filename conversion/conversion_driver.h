@@ -4,13 +4,16 @@
 #include <vector>
 
 #include "base/wide_string.h"
+#include "conversion/conversion_context.h"
 #include "conversion/conversion_front.h"
 #include "conversion/format_table.h"
+#include "conversion/read_trip.h"
+#include "conversion/write_trip.h"
 #include "model/point_list.h"
 
 /// Whether the driver keeps the state of the itinerary at the last load or save. Where nobody will
 /// be asked whether changes may be lost, a copy of all points is not worth its memory.
-enum class EChangeTracking { kOn, kOff };
+enum class ChangeTracking { kOn, kOff };
 
 /// A kind of link that can be read as an itinerary.
 struct LinkReader {
@@ -21,17 +24,19 @@ struct LinkReader {
 /// The way from a file to the current itinerary and from there to another file.
 class CConversionDriver {
  public:
-  /// `front` must outlive the driver.
-  CConversionDriver(FormatTable formats, IConversionFront& front,
-                    EChangeTracking tracking = EChangeTracking::kOn);
+  /// `front` and `context`, which every read and write of this driver uses, must outlive it.
+  CConversionDriver(FormatTable formats, ConversionFront& front, ConversionContext& context,
+                    ChangeTracking tracking = ChangeTracking::kOn);
 
   /// Reads a file into `current`, behind what is there with `append`, and reports the result to
   /// the user. Returns the status: 0, kStatusDeclined, or what the message was about.
   uint32_t OpenFile(const WideString& path, bool append, bool silent);
 
-  /// Writes `current` with a row's writer and reports a failure. `splitLimit` is handed on.
-  uint32_t ExportTo(const WideString& path, const CItineraryFormat& row, bool silent,
-                    uint32_t splitLimit = 0);
+  /// Writes `current` with a row's writer and reports a failure. Returns the status.
+  uint32_t ExportTo(const WideString& path, const CItineraryFormat& row, bool silent);
+  /// The same with more to say and to tell. A refusal is for the caller to report.
+  TripWrite Export(const WideString& path, const CItineraryFormat& row,
+                   const WriteOptions& options);
 
   /// Lets the user open a file, after a question when changes would be lost.
   void OpenCommand();
@@ -54,18 +59,23 @@ class CConversionDriver {
 
   const FormatTable table;
   CGpsRoute current;                    ///< the one itinerary of the running program
+  ConversionNotes readNotes;            ///< of the last read, whatever came of it
   WideString sourcePath;                ///< the file opened last without appending; empty at start
   int32_t exportIndex = -1;             ///< entry of the export list chosen last; negative = none
   std::vector<LinkReader> linkReaders;  ///< in the order in which they are tried
 
  private:
-  uint32_t MergeLists(PointLists& lists, bool append);
+  uint32_t Read(const WideString& path, bool append, bool silent, FailureReason& reason);
+  uint32_t MergeLists(TripRead& trip, const WideString& path, bool append);
   void NameFromField();
   WideString DefaultExportName() const;
-  uint32_t Report(uint32_t status, const WideString& path, bool append);
+  uint32_t Report(uint32_t status, const FailureReason& reason, const WideString& path,
+                  bool append);
   uint32_t ReportSuccess(const WideString& path, bool append);
   void RememberState();
 
-  IConversionFront& m_front;
-  const EChangeTracking m_tracking;
+  ConversionFront& m_front;
+  ConversionContext& m_context;
+  const ChangeTracking m_tracking;
+  TripSource m_source;  ///< of `current`; without a path for a link
 };

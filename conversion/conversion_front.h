@@ -6,10 +6,11 @@
 #include <vector>
 
 #include "base/wide_string.h"
+#include "conversion/failure_reason.h"
 #include "model/point_list.h"
 
 /// The sign beside a message.
-enum class EMessageIcon { kError, kWarning, kQuestion };
+enum class MessageIcon { kError, kWarning, kQuestion };
 
 /// What a file dialog shows.
 struct FileDialog {
@@ -28,13 +29,14 @@ struct ChosenFile {
 
 /// What the conversion needs of whoever stands in front of it: a window with its boxes, or the
 /// console. Texts are numbers of string resources.
-class IConversionFront {
+class ConversionFront {
  public:
-  virtual ~IConversionFront() = default;
+  virtual ~ConversionFront() = default;
 
-  virtual void ShowMessage(EMessageIcon icon, uint32_t textId) = 0;
+  /// `reason` is what is known of the cause of a failure.
+  virtual void ShowMessage(MessageIcon icon, uint32_t textId, const FailureReason& reason) = 0;
   /// True for Yes.
-  virtual bool AskYesNo(EMessageIcon icon, uint32_t textId) = 0;
+  virtual bool AskYesNo(MessageIcon icon, uint32_t textId) = 0;
   /// The indices of the lists that become the itinerary, in their order; none when the user
   /// declines. All lists have points, and there is at least one.
   virtual std::vector<size_t> ChooseLists(const PointLists& lists) = 0;

@@ -1,67 +1,19 @@
 #include "conversion/format_search.h"
 
 #include <algorithm>
-#include <array>
-#include <exception>
-#include <iterator>
-#include <new>
 
 #include <fmt/printf.h>
 
 #include "base/localized_text.h"
 #include "base/numbers.h"
-#include "base/status.h"
 #include "base/text.h"
 #include "base/text_ids.h"
-#include "conversion/conversion_notes.h"
 
 namespace {
 
 // Numbers of the texts that file dialogs need.
 
-constexpr std::u16string_view kPseudoExtensions[] = {u"ggm", u"here", u"vmm", u"tth", u"ttd"};
-
-bool EndsSearch(uint32_t status) {
-  return status == kStatusSuccess || status == kStatusSharingViolation ||
-         status == kStatusCancelled || status == kStatusStorageSharing;
-}
-
-// What a reader throws is a fault of the file.
-uint32_t CallAnyway(FormatReadFn read, const WideString& path, PointLists& lists, bool silent) {
-  try {
-    return read(path, lists, silent);
-  } catch (const std::bad_alloc&) {
-    return kStatusOutOfMemory;
-  } catch (const std::exception&) {
-    return kStatusInvalidData;
-  } catch (...) {
-    // Expat's plain error code, when there is no memory for a parser.
-    return kStatusOutOfMemory;
-  }
-}
-
 }  // namespace
-
-uint32_t CallReader(const CItineraryFormat& row, const WideString& path, PointLists& lists,
-                    bool silent) {
-  std::array<uint64_t, static_cast<size_t>(EConversionNote::kCount)> counts{};
-  uint32_t status = kStatusSuccess;
-  {
-    const ConversionNotes notes;
-    status = CallAnyway(row.read, path, lists, silent);
-    for (size_t i = 0; i < counts.size(); ++i)
-      counts[i] = notes.Count(static_cast<EConversionNote>(i));
-  }
-  std::erase_if(lists, [](const auto& list) { return list->points.empty(); });
-  if (status == kStatusSuccess && lists.empty()) status = kStatusBadFormat;
-  for (size_t i = 0; i < counts.size(); ++i) {
-    const auto note = static_cast<EConversionNote>(i);
-    const bool isLookup =
-        note == EConversionNote::kStopLookedUp || note == EConversionNote::kStopNotFound;
-    if (status == kStatusSuccess || isLookup) NoteConversion(note, counts[i]);
-  }
-  return status;
-}
 
 std::string FormatLabel(const CItineraryFormat& row) {
   const std::string_view text = LoadTextUtf8(row.textId);
@@ -73,11 +25,6 @@ std::string FormatPatterns(const CItineraryFormat& row) {
   const size_t start = text.find('|');
   if (start == std::string_view::npos) return {};
   return std::string(text.substr(start + 1, text.find('|', start + 1) - start - 1));
-}
-
-bool IsPseudoFormat(const CItineraryFormat& row) {
-  return std::find(std::begin(kPseudoExtensions), std::end(kPseudoExtensions), row.extension) !=
-         std::end(kPseudoExtensions);
 }
 
 const CItineraryFormat* FindWriter(const FormatTable& table, std::u16string_view key) {
@@ -128,26 +75,4 @@ WideString OpenFilter(const FormatTable& table) {
 
 WideString SaveFilter(const CItineraryFormat& row) {
   return LoadText(row.textId) + LoadText(kTextAllFiles);
-}
-
-uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool silent,
-                     const AcceptLists& accept) {
-  PointLists lists;
-  const uint32_t status = CallReader(row, path, lists, silent);
-  return status == kStatusSuccess ? accept(row, lists) : status;
-}
-
-uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool silent,
-                       const AcceptLists& accept) {
-  std::u16string_view extension = ExtensionOfPath(path);
-  uint32_t result = kStatusBadFormat;
-  if (extension.empty()) return result;
-  // An archive with a KML file in it, which the reader of KML unpacks.
-  if (EqualsIgnoringCase(extension, u"kmz")) extension = u"kml";
-  for (const CItineraryFormat& row : table) {
-    if (!row.read || !EqualsIgnoringCase(row.extension, extension)) continue;
-    result = ReadWithRow(row, path, silent, accept);
-    if (EndsSearch(result)) break;
-  }
-  return result;
 }

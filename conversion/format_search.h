@@ -1,14 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/wide_string.h"
 #include "conversion/format_table.h"
-#include "model/point_list.h"
 
 /// The text of a row in the current language, cut at its first bar. Empty for a row without text.
 std::string FormatLabel(const CItineraryFormat& row);
@@ -16,7 +14,7 @@ std::string FormatLabel(const CItineraryFormat& row);
 std::string FormatPatterns(const CItineraryFormat& row);
 
 /// True for a target that is no file: its writer opens a page or calls a program.
-bool IsPseudoFormat(const CItineraryFormat& row);
+inline bool IsPseudoFormat(const CItineraryFormat& row) { return !row.facts.isFile; }
 
 /// The first row with a writer for a key: an extension without regard to case, or
 /// "extension:textId" for one particular row. Null when there is none.
@@ -34,26 +32,3 @@ std::vector<const CItineraryFormat*> ExportList(const FormatTable& table);
 WideString OpenFilter(const FormatTable& table);
 /// Filter of the save dialog for one row.
 WideString SaveFilter(const CItineraryFormat& row);
-
-/// Calls the reader of a row, which must have one. An exception is a status like any other; lists
-/// without points are removed, and kStatusBadFormat is the result when none remains. What a reader
-/// notes counts only with the result 0, for the notes of one that the file was not for mean
-/// nothing; what was asked of a service is told in any case.
-uint32_t CallReader(const CItineraryFormat& row, const WideString& path, PointLists& lists,
-                    bool silent);
-
-/// Takes the lists of a successful reader, none of them without points. What it returns is the
-/// result of that reader's call.
-using AcceptLists = std::function<uint32_t(const CItineraryFormat& row, PointLists& lists)>;
-
-/// Calls the reader of a row, drops lists without points, and offers the others to `accept`.
-/// kStatusBadFormat when none is left.
-uint32_t ReadWithRow(const CItineraryFormat& row, const WideString& path, bool silent,
-                     const AcceptLists& accept);
-
-/// Tries the readers of the path's extension ("kml" for "kmz") in table order until one ends with
-/// success, with a file that is locked, or with the user's cancelling; returns the last result. A
-/// file that no reader knows gives kStatusBadFormat. Lists that the user declines do not end the
-/// search: the next reader may see others in the file.
-uint32_t SearchReaders(const FormatTable& table, const WideString& path, bool silent,
-                       const AcceptLists& accept);

@@ -1,10 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "base/wide_string.h"
 #include "model/point_list.h"
+
+class ByteSink;
+class ConversionContext;
 
 /// Reads `path` and appends the lists that it finds to `lists`. Returns 0, kStatusBadFormat for a
 /// file of another format, or another status. `silent`: no question may be asked.
@@ -14,6 +19,36 @@ using FormatReadFn = uint32_t (*)(const WideString& path, PointLists& lists, boo
 using FormatWriteFn = uint32_t (*)(const WideString& path, const CGpsPointArray& list,
                                    uint32_t splitLimit, bool silent);
 
+/// The inner function of a reader: the bytes of a whole file. They ask no question.
+using FormatParseFn = uint32_t (*)(std::string_view bytes, PointLists& lists,
+                                   ConversionContext& context);
+
+/// The inner function of a writer: the bytes of one whole file go to `sink`.
+using FormatEmitFn = uint32_t (*)(ByteSink& sink, const CGpsPointArray& list, uint32_t option,
+                                  ConversionContext& context);
+
+/// What the number means that a writer takes as its third argument.
+enum class WriterOption {
+  kNone,           ///< nothing: the writer ignores it
+  kSplit,          ///< most points in one file
+  kRemoveCommas,   ///< other than 0: names and comments are written without commas
+  kMarkViaPoints,  ///< other than 0: inner stops are marked as via points
+  kExplorist,      ///< other than 0: the form of the eXplorist, with the route's name
+  kHandOff,        ///< other than 0: given to the device's companion program instead of a file
+  kPrintable,      ///< other than 0: the printable version of the page
+};
+
+/// What else is known of a row.
+struct RowFacts {
+  FormatParseFn parse = nullptr;  ///< the inner function of `read`
+  FormatEmitFn emit = nullptr;    ///< the inner function of `write`; null where there is no file
+  WriterOption option = WriterOption::kNone;
+  size_t largestList = kAllPoints;  ///< points that the writer can write
+  bool isFile = true;               ///< false: the writer opens a page or calls a program
+  bool readsBack = true;            ///< false: no reader of the table understands what is written
+  bool findsByName = false;  ///< stops are found again by their names, which should be unique
+};
+
 /// One row of the format table.
 struct CItineraryFormat {
   const char16_t* extension;  ///< key of the row: a file extension or a target that is no file
@@ -21,6 +56,7 @@ struct CItineraryFormat {
   FormatReadFn read;          ///< may be null
   FormatWriteFn write;        ///< may be null
   uint32_t optionTextId;      ///< label of the writer's option, 0 = none
+  RowFacts facts = {};
 };
 
 /// The rows in their order, which decides every search.

@@ -9,7 +9,7 @@
 #include "model/point.h"
 
 /// What an online service has answered. 100 + n stands for transport error n.
-enum EServiceStatus : uint32_t {
+enum ServiceStatus : uint32_t {
   kServiceSuccess = 0,
   kServiceNoResults = 1,
   kServiceOverLimit = 2,
@@ -30,8 +30,8 @@ class CGeocoder {
   CGeocoder& operator=(const CGeocoder&) = delete;
   virtual ~CGeocoder() = default;
 
-  /// Asks the service for `query` and waits for its answer. Returns an EServiceStatus, and fills
-  /// the results when that is 0. Failures of the transport are statuses too, never exceptions.
+  /// Asks the service for `query` and waits for its answer. Returns a ServiceStatus, and fills the
+  /// results when that is 0. Failures of the transport are statuses too, never exceptions.
   virtual uint32_t Search(const std::string& query) = 0;
   /// The provider's id.
   virtual int32_t GetId() const = 0;
@@ -45,23 +45,5 @@ class CGeocoder {
   uint32_t m_status = kServiceInvalid;
 };
 
-/// A new geocoder of this provider; null when there is none.
-std::unique_ptr<CGeocoder> CreateGeocoder(int32_t providerId);
-
-/// Puts a maker of geocoders behind a provider's id for as long as it lives; of several for one
-/// id the latest counts. Registrations change and geocoders are made on one thread.
-class GeocoderRegistration {
- public:
-  using Maker = std::function<std::unique_ptr<CGeocoder>()>;
-
-  GeocoderRegistration(int32_t providerId, Maker maker);
-  ~GeocoderRegistration();
-  GeocoderRegistration(const GeocoderRegistration&) = delete;
-  GeocoderRegistration& operator=(const GeocoderRegistration&) = delete;
-
- private:
-  friend std::unique_ptr<CGeocoder> CreateGeocoder(int32_t providerId);
-
-  int32_t m_providerId;
-  Maker m_maker;
-};
+/// Makes a new geocoder of the provider with this id; null when there is none.
+using GeocoderMaker = std::function<std::unique_ptr<CGeocoder>(int32_t providerId)>;

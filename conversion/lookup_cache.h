@@ -5,18 +5,23 @@
 #include <optional>
 #include <string>
 
-/// What services have answered for the present itinerary, so that nothing is asked twice. One for
-/// the process; any thread may use it.
+#include "model/point.h"
+
+/// What a service has answered to one question; both parts are empty where it knew nothing.
+struct LookupAnswer {
+  std::optional<CGpsCoordinate> position;
+  std::string text;
+};
+
+/// The answers of services, so that nothing is asked twice. Any thread may use it.
 class LookupCache {
  public:
-  static LookupCache& Instance();
-
   /// The answer that was kept for a question.
-  std::optional<std::string> Find(const std::string& question) const;
-  void Keep(const std::string& question, const std::string& answer);
+  std::optional<LookupAnswer> Find(const std::string& question) const;
+  void Keep(const std::string& question, const LookupAnswer& answer);
   void Clear();
 
  private:
   mutable std::mutex m_mutex;
-  std::map<std::string, std::string> m_answers;
+  std::map<std::string, LookupAnswer> m_answers;
 };

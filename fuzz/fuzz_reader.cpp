@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerInitialize(int* argumentCount, char*** arguments) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   uint64_t sum = 0;
-  for (const auto& list : ReadFuzzed({reinterpret_cast<const char*>(data), size})) {
+  for (const auto& list : ReadBytes(FuzzedRow(), {reinterpret_cast<const char*>(data), size})) {
     sum += Touch(list->GetName()) + list->GetKind() + list->LastIndex();
     for (const CGpsPoint& point : list->points) sum += Touch(point);
   }

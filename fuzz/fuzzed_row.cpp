@@ -10,8 +10,9 @@
 
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/format_rows.h"
+#include "io/byte_sink.h"
 
 namespace {
 
@@ -78,23 +79,18 @@ const FormatTable& Rows() {
 
 const CItineraryFormat& FuzzedRow() { return *chosenRow; }
 
-const TemporaryFolder& WorkFolder() {
-  static const TemporaryFolder folder;
-  return folder;
-}
-
-PointLists ReadFile(const CItineraryFormat& row, const WideString& path) {
+PointLists ReadBytes(const CItineraryFormat& row, std::string_view bytes) {
   PointLists lists;
-  CallAsDriver([&] { return row.read(path, lists, true); });
+  ConversionContext context;
+  CallAsDriver([&] { return row.facts.parse(bytes, lists, context); });
   return lists;
 }
 
-bool WriteFile(const CItineraryFormat& row, const WideString& path, const CGpsPointArray& list) {
-  return CallAsDriver([&] { return row.write(path, list, 0, true); }) == kStatusSuccess;
-}
-
-PointLists ReadFuzzed(std::string_view bytes) {
-  const ConversionNotes notes;
-  const std::string name = "input." + NarrowForFile(FuzzedRow().extension);
-  return ReadFile(FuzzedRow(), WorkFolder().Put(name, bytes));
+bool WriteBytes(const CItineraryFormat& row, const CGpsPointArray& list, std::string& bytes) {
+  StringSink sink;
+  ConversionContext context;
+  const bool isWritten =
+      CallAsDriver([&] { return row.facts.emit(sink, list, 0, context); }) == kStatusSuccess;
+  bytes = sink.Bytes();
+  return isWritten;
 }

@@ -14,8 +14,7 @@
 //   0x80030070  the new file would be larger than compound files can be (2 GB)
 //   0x80030109  a compound file that is damaged, or cut
 //   0x8007000E  out of memory
-//   0x8007007E  the part of the program that handles compound files is not installed; `LastError`
-//               is then 126
+//   0x8007007E  the part of the program that handles compound files is not installed
 
 /// Gives the content of a stream in `content`, which stays as it is on failure.
 uint32_t ReadStorageStream(std::string_view storage, std::string_view streamName,

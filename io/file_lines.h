@@ -26,13 +26,3 @@ class FileLines {
   InputFile& m_file;
   LineSplitter m_lines;
 };
-
-/// Reads the file at `path` and gives its FileLines to `parse`, whose status is the result; 1 for a
-/// file that cannot be read, with the cause in `LastError`.
-template <typename Parse>
-uint32_t ReadFileByLine(const WideString& path, Parse&& parse) {
-  InputFile file;
-  if (file.Open(path) != kStatusSuccess) return kStatusFailure;
-  FileLines lines(file);
-  return parse(lines);
-}

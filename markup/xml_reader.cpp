@@ -7,9 +7,6 @@
 
 #include <fmt/format.h>
 
-#include "base/status.h"
-#include "platform/debug_log.h"
-
 namespace {
 
 // Documents are read into Expat's buffer piece by piece. A piece in which nothing came to an end is
@@ -33,18 +30,6 @@ XmlSource SourceOf(std::string_view bytes) {
     bytes.remove_prefix(count);
     return count;
   };
-}
-
-// The result of `parse`; false, and a line in the debug log, for a document that is not
-// well-formed.
-template <typename Parse>
-bool ParseLogged(const CXmlReader& reader, Parse&& parse) {
-  try {
-    return parse();
-  } catch (const XML_Error error) {
-    DebugLog(reader.DescribeError(error));
-    return false;
-  }
 }
 
 }  // namespace
@@ -183,10 +168,19 @@ void CXmlReader::ParseBuffer(const char* data, size_t length) {
 
 int CXmlReader::ErrorCode() const { return XML_GetErrorCode(m_parser.get()); }
 
-std::string CXmlReader::DescribeError(XML_Error error) const {
+void CXmlReader::Watch(std::function<bool(uint64_t bytesDone)> goesOn) {
+  m_goesOn = std::move(goesOn);
+}
+
+XmlFault CXmlReader::FaultOf(XML_Error error) const {
   const XML_LChar* const text = XML_ErrorString(error);
-  return fmt::format("line {}, column {}: {}", XML_GetCurrentLineNumber(m_parser.get()),
-                     XML_GetCurrentColumnNumber(m_parser.get()), text ? text : "no parser");
+  return {XML_GetCurrentLineNumber(m_parser.get()),
+          uint64_t{XML_GetCurrentColumnNumber(m_parser.get())} + 1, text ? text : "no parser"};
+}
+
+std::string CXmlReader::DescribeError(XML_Error error) const {
+  const XmlFault fault = FaultOf(error);
+  return fmt::format("line {}, column {}: {}", fault.line, fault.column - 1, fault.text);
 }
 
 // The reset drops the encoding given at creation: from here on the document's own declaration
@@ -232,7 +226,9 @@ bool CXmlReader::Parse(const XmlSource& source, EStart start) {
   size_t pieceSize = kPieceSize;
   XML_Index position = -1;
   bool hasStarted = start == EStart::kFirstByte;
+  uint64_t bytesDone = 0;
   for (bool isAtEnd = false; !isAtEnd;) {
+    if (m_goesOn && !m_goesOn(bytesDone)) throw XML_ERROR_ABORTED;
     auto* const buffer = static_cast<char*>(XML_GetBuffer(parser, static_cast<int>(pieceSize)));
     if (!buffer) throw XML_GetErrorCode(parser);
     const std::optional<size_t> count = source(buffer, pieceSize);
@@ -241,6 +237,7 @@ bool CXmlReader::Parse(const XmlSource& source, EStart start) {
       return false;
     }
     isAtEnd = *count == 0;
+    bytesDone += *count;
     std::string_view piece(buffer, *count);
     if (!hasStarted) {
       piece.remove_prefix(std::min(piece.find('<'), piece.size()));
@@ -258,22 +255,4 @@ bool CXmlReader::Parse(const XmlSource& source, EStart start) {
   }
   m_initialised = false;
   return true;
-}
-
-uint32_t ParseXml(CXmlReader& reader, std::string_view bytes) {
-  return ParseXml(reader, SourceOf(bytes));
-}
-
-uint32_t ParseXml(CXmlReader& reader, const XmlSource& source) {
-  const bool isRead = ParseLogged(reader, [&] { return reader.ParseSource(source); });
-  return isRead ? kStatusSuccess : kStatusFailure;
-}
-
-uint32_t ReadXmlFile(CXmlReader& reader, const WideString& path) {
-  SequentialFile file;
-  if (file.Open(path) != kStatusSuccess) return kStatusFailure;
-  const bool isRead = ParseLogged(reader, [&] { return reader.ParseFile(file); });
-  // A change meanwhile may also be why the parse has failed.
-  const bool isUnchanged = file.CheckUnchanged() == kStatusSuccess;
-  return isRead && isUnchanged ? kStatusSuccess : kStatusFailure;
 }

@@ -16,6 +16,13 @@
 #include "markup/xml_encoding.h"
 #include "platform/sequential_file.h"
 
+/// Where and why a document is not well-formed.
+struct XmlFault {
+  uint64_t line = 0;    ///< from 1
+  uint64_t column = 0;  ///< from 1, in bytes
+  std::string text;     ///< Expat's, in English
+};
+
 /// Base of every XML reader: a subclass overrides the callbacks and builds its lists as they come.
 /// All texts are UTF-8 and end with a zero byte, except those that come with a length; names are
 /// as in the document, prefix included. `attributes` holds name and value in turn and ends with a
@@ -68,8 +75,13 @@ class CXmlReader {
   /// Parses one whole document, from its first byte on.
   void ParseBuffer(const char* data, size_t length);
 
+  /// `goesOn` is called before each piece of a document with the bytes that were parsed so far;
+  /// false ends the parse with the XML_ERROR_ABORTED.
+  void Watch(std::function<bool(uint64_t bytesDone)> goesOn);
+
   /// Expat's number of the last error.
   int ErrorCode() const;
+  XmlFault FaultOf(XML_Error error) const;
   /// The text of an error and where it lies, for the debug log.
   std::string DescribeError(XML_Error error) const;
 
@@ -99,6 +111,7 @@ class CXmlReader {
 
   std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> m_parser;
   const EEncodings m_encodings;
+  std::function<bool(uint64_t bytesDone)> m_goesOn;
   bool m_initialised = false;
   bool m_inDoctype = false;
   size_t m_declarationSize = 0;      ///< of the document type's declarations so far
@@ -122,12 +135,3 @@ inline std::string_view AttributeValue(const XML_Char** attributes, std::string_
   }
   return {};
 }
-
-/// The frame of XML formats: parses bytes with `reader`. 0, or 1 for a document that is not
-/// well-formed, whose error goes to the debug log.
-uint32_t ParseXml(CXmlReader& reader, std::string_view bytes);
-/// The same for bytes from anywhere; 1 also when they cannot be read to their end.
-uint32_t ParseXml(CXmlReader& reader, const XmlSource& source);
-
-/// The same for the file at `path`; 1 also when it cannot be opened.
-uint32_t ReadXmlFile(CXmlReader& reader, const WideString& path);

@@ -7,7 +7,6 @@
 
 #include "base/text.h"
 #include "net/url.h"
-#include "platform/last_error.h"
 #include "platform/program_module.h"
 
 namespace {
@@ -166,11 +165,14 @@ bool CHttpRequest::Wait(int32_t timeoutMs) {
   if (!isDone && IsOnTransportThread()) throw CInternetException(kInternetWouldDeadlock);
   const bool wasSignalled = isDone || m_doneEvent.Wait(timeoutMs);
   const std::lock_guard lock(m_lock);
-  if (m_failure.code != 0) {
-    SetLastError(m_failure.code);
-    if (m_failure.code != kInternetCancelled) throw CInternetException(m_failure);
-  }
+  if (m_failure.code != 0 && m_failure.code != kInternetCancelled)
+    throw CInternetException(m_failure);
   return wasSignalled;
+}
+
+uint32_t CHttpRequest::FailureCode() const {
+  const std::lock_guard lock(m_lock);
+  return m_failure.code;
 }
 
 void CHttpRequest::Cancel() {

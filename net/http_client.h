@@ -98,9 +98,10 @@ class CHttpRequest final : private IHttpTransferEvents {
 
   /// Waits until the request has ended without its completion starting another one. Returns false
   /// when the time limit, in milliseconds, has passed first. Throws the request's failure, unless
-  /// it was cancelled; `LastError` is its number in both cases. Throws 1131 on the background
-  /// thread, unless there is nothing to wait for.
+  /// it was cancelled. Throws 1131 on the background thread, unless there is nothing to wait for.
   bool Wait(int32_t timeoutMs);
+  /// The number of the last request's failure, also of a cancelled one; 0 for none.
+  uint32_t FailureCode() const;
 
   /// Ends the request. When it returns, nothing more reaches the sink; the completion may still be
   /// running. Inside the sink it does not wait for that.

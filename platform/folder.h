@@ -9,8 +9,7 @@
 /// File attributes as the unattended conversion asks for them.
 inline constexpr uint32_t kAttributeDirectory = 0x10;
 inline constexpr uint32_t kAttributeNormal = 0x80;
-/// What `FileAttributes` gives for a path that does not exist or cannot be looked at; which of the
-/// two is in `LastError`.
+/// What `FileAttributes` gives for a path that does not exist or cannot be looked at.
 inline constexpr uint32_t kNoAttributes = 0xFFFFFFFF;
 
 /// The separator that this platform puts between a folder and a name, and all that it understands.
@@ -23,8 +22,15 @@ inline constexpr char16_t kPathSeparator = u'/';
 inline constexpr std::u16string_view kPathSeparators = u"/";
 #endif
 
-/// kAttributeDirectory, kAttributeNormal, or kNoAttributes. Links are followed.
-uint32_t FileAttributes(const WideString& path);
+/// The path of `name` in `folder`.
+WideString JoinedPath(const WideString& folder, std::u16string_view name);
+
+/// What stands behind the folder in a path, whole: two names may differ in front of a backslash.
+std::u16string_view NameIn(std::u16string_view path);
+
+/// kAttributeDirectory, kAttributeNormal, or kNoAttributes, whose cause, the platform's error code,
+/// is put into `error` then. Links are followed.
+uint32_t FileAttributes(const WideString& path, uint32_t* error = nullptr);
 
 /// The names in a folder in byte order, without "." and "..". Returns 0 or the platform's error
 /// code; what was listed before a failure stays in `names`.

@@ -1,14 +1,9 @@
 #pragma once
 
-#include <cstdint>
-
-/// What `LastError` tells when a part of the program is not installed: ERROR_MOD_NOT_FOUND.
-inline constexpr uint32_t kErrorModuleNotFound = 126;
-
 /// A part of the program that is loaded at its first use, since the libraries behind it take longer
 /// to load than most conversions take to run. It stands beside a program that was just built, and
 /// in a folder of its own beside an installed one. It stays loaded until the process ends.
 ///
 /// Returns the module's function `entry`; null when the part is not installed or has no such
-/// function, with the cause in `LastError`. `module` is a name without folder and suffix.
+/// function. `module` is a name without folder and suffix.
 void* LoadModuleEntry(const char* module, const char* entry);

@@ -10,9 +10,12 @@ class ScratchFolder {
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-  /// Empty when no folder could be made; `LastError` then tells why.
+  /// Empty when no folder could be made.
   const WideString& Path() const { return m_path; }
+  /// 0, or the platform's error code when no folder could be made.
+  uint32_t Status() const { return m_status; }
 
  private:
   WideString m_path;
+  uint32_t m_status = 0;
 };

@@ -20,14 +20,20 @@ class SequentialFile {
   uint32_t Open(const WideString& path);
 
   /// Puts up to `size` of the next bytes at `data`. Returns how many, 0 only at the file's end;
-  /// nothing when the file cannot be read, with the cause in `LastError`.
+  /// nothing when the file cannot be read, with the cause in `Status`.
   std::optional<size_t> Read(char* data, size_t size);
 
   /// Returns 0 when nobody has written to the file since it was opened, otherwise the error code of
-  /// a file in use, also for `LastError`: what was read may be of two states, half and half.
+  /// a file in use: what was read may be of two states, half and half.
   uint32_t CheckUnchanged() const;
+
+  /// The size of the file in bytes when it was opened.
+  uint64_t Size() const { return static_cast<uint64_t>(m_state.size); }
+  /// 0, or the platform's error code of a read that has failed.
+  uint32_t Status() const { return m_status; }
 
  private:
   int m_file = -1;
   FileState m_state;
+  uint32_t m_status = 0;
 };

@@ -25,6 +25,6 @@ class ZipArchive {
   virtual std::optional<size_t> Read(char* data, size_t size) = 0;
 };
 
-/// Opens the archive whose bytes these are; they must outlive it. Null when they are none; where
-/// the part of the program that unpacks is not installed, with the cause in `LastError`.
+/// Opens the archive whose bytes these are; they must outlive it. Null when they are none, and
+/// where the part of the program that unpacks is not installed.
 std::unique_ptr<ZipArchive> OpenZipArchive(std::string_view bytes);

@@ -6,11 +6,9 @@
 #include "base/numbers.h"
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/file_sink.h"
+#include "conversion/format_frame.h"
 #include "io/byte_cursor.h"
 #include "io/compound_file.h"
-#include "platform/input_file.h"
 #include "resources/route_templates.h"
 
 namespace {
@@ -137,14 +135,15 @@ bool TakeStop(std::string_view journey, ByteCursor& record, size_t lengthOffset,
   return true;
 }
 
-uint32_t ReadStops(std::string_view bytes, CGpsPointArray& route) {
+uint32_t ReadStops(std::string_view bytes, CGpsPointArray& route, ConversionContext& context) {
   std::string properties;
   std::string journey;
   uint32_t status = ReadStorageStream(bytes, kMapPropertiesStream, properties);
   if (status == kStatusSuccess) status = ReadStorageStream(bytes, kJourneyStream, journey);
-  if (status == kStatusNotAStorage) return ParsePlainJourney(bytes, route);
+  if (status == kStatusNotAStorage) return ParsePlainJourney(bytes, route, context);
+  if (status == kStatusModuleMissing) context.Keep(kStatusModuleNotFound);
   if (status != kStatusSuccess) return status;
-  ParseJourney(journey, ReadMapVersion(properties), route);
+  ParseJourney(journey, ReadMapVersion(properties), route, context);
   return kStatusSuccess;
 }
 
@@ -164,14 +163,15 @@ void SetInt32(std::string& bytes, size_t offset, int32_t value) {
 }  // namespace
 
 uint32_t ReadAutoRoute(const WideString& path, PointLists& lists, bool) {
+  ContextInPlace context;
   auto& route = AddList<CGpsRoute>(lists);
-  InputFile file;
-  const uint32_t status = file.Open(path);
-  return status == kStatusSuccess ? ReadStops(file.Bytes(), route) : StorageStatus(status);
+  return ReadFileWith(
+      path, context, [&](std::string_view bytes) { return ReadStops(bytes, route, context); },
+      StorageStatus);
 }
 
-uint32_t ParseAutoRoute(std::string_view bytes, PointLists& lists) {
-  return ReadStops(bytes, AddList<CGpsRoute>(lists));
+uint32_t ParseAutoRoute(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  return ReadStops(bytes, AddList<CGpsRoute>(lists), context);
 }
 
 int32_t ReadMapVersion(std::string_view properties) {
@@ -191,19 +191,21 @@ int32_t ReadMapVersion(std::string_view properties) {
   return 0;
 }
 
-void ParseJourney(std::string_view journey, int32_t version, CGpsPointArray& route) {
+void ParseJourney(std::string_view journey, int32_t version, CGpsPointArray& route,
+                  ConversionContext& context) {
   ByteCursor head(journey, kCountOffset);
   const int32_t count = head.Int32();
   const size_t lengthOffset = NameLengthOffset(version);
   ByteCursor record(journey, kRecordsOffset);
   for (int32_t i = 0; i < count; ++i) {
     if (TakeStop(journey, record, lengthOffset, route)) continue;
-    NoteConversion(EConversionNote::kLinePassedOver);
+    context.Note(ConversionNote::kLinePassedOver);
     return;
   }
 }
 
-uint32_t ParsePlainJourney(std::string_view bytes, CGpsPointArray& route) {
+uint32_t ParsePlainJourney(std::string_view bytes, CGpsPointArray& route,
+                           ConversionContext& context) {
   ByteCursor mark(bytes, kPlainMarkOffset);
   if (mark.Take(kPlainMark.size()) != kPlainMark) return kStatusFailure;
   ByteCursor head(bytes, kPlainCountOffset);
@@ -216,7 +218,7 @@ uint32_t ParsePlainJourney(std::string_view bytes, CGpsPointArray& route) {
     const JourneyPosition position = TakeHead(record, kNameLengthOffset, nameLength);
     const std::string_view name = record.Take(nameLength);
     if (record.Overrun()) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      context.Note(ConversionNote::kLinePassedOver);
       break;
     }
     CGpsPoint& point = route.points.emplace_back();
@@ -228,25 +230,22 @@ uint32_t ParsePlainJourney(std::string_view bytes, CGpsPointArray& route) {
   return kStatusSuccess;
 }
 
-uint32_t WriteAutoRoute(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteCompoundRoute(kTemplateAutoRoute, path, list);
-}
-
-uint32_t WriteMapPoint(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteCompoundRoute(kTemplateMapPoint, path, list);
-}
-
-uint32_t WriteStreetsTrips(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteCompoundRoute(kTemplateStreetsTrips, path, list);
+uint32_t EmitCompoundRoute(uint32_t templateNumber, ByteSink& sink, const CGpsPointArray& list,
+                           ConversionContext& context) {
+  std::string file;
+  const uint32_t status = FillRouteTemplate(RouteTemplate(templateNumber), list, file);
+  if (status == kStatusModuleMissing) context.Keep(kStatusModuleNotFound);
+  if (status == kStatusSuccess) sink.Write(file);
+  return status;
 }
 
 uint32_t WriteCompoundRoute(uint32_t templateNumber, const WideString& path,
                             const CGpsPointArray& list) {
-  std::string file;
-  uint32_t status = FillRouteTemplate(RouteTemplate(templateNumber), list, file);
-  if (status != kStatusSuccess) return status;
-  status = WriteFileWith(path, [&file](ByteSink& sink) { sink.Write(file); });
-  return status == kStatusSuccess ? kStatusSuccess : StorageStatus(status);
+  ContextInPlace context;
+  return WriteFileWith(
+      path, context,
+      [&](ByteSink& sink) { return EmitCompoundRoute(templateNumber, sink, list, context); },
+      StorageStatus);
 }
 
 uint32_t FillRouteTemplate(std::string_view templateFile, const CGpsPointArray& list,

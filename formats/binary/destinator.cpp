@@ -7,11 +7,9 @@
 
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/file_sink.h"
+#include "conversion/conversion_context.h"
 #include "io/byte_cursor.h"
 #include "io/file_hole.h"
-#include "platform/input_file.h"
 
 namespace {
 
@@ -42,21 +40,15 @@ void WriteText(ByteSink& sink, std::string_view text) {
 
 }  // namespace
 
-uint32_t ReadDestinator(const WideString& path, PointLists& lists, bool) {
-  InputFile file;
-  if (const uint32_t status = file.Open(path); status != kStatusSuccess) return status;
-  return ParseDestinator(file.Bytes(), lists);
-}
-
-uint32_t ParseDestinator(std::string_view bytes, PointLists& lists) {
+uint32_t ParseDestinator(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   ByteCursor record(bytes);
   size_t empty = 0;
-  while (!record.AtEnd()) {
+  while (!record.AtEnd() && context.GoesOn(record.Position())) {
     const std::string kind = Utf16LeToUtf8(record.ZeroTerminatedUtf16());
     const bool isKnown = std::find(kKinds.begin(), kKinds.end(), kind) != kKinds.end();
     if (!isKnown) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      context.Note(ConversionNote::kLinePassedOver);
       break;
     }
     std::string_view name = record.ZeroTerminatedUtf16();
@@ -67,7 +59,7 @@ uint32_t ParseDestinator(std::string_view bytes, PointLists& lists) {
     const double longitude = record.Double();
     const double latitude = record.Double();
     if (record.Overrun()) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      context.Note(ConversionNote::kLinePassedOver);
       break;
     }
     record.Skip(kGapAfterPosition);
@@ -81,10 +73,6 @@ uint32_t ParseDestinator(std::string_view bytes, PointLists& lists) {
     if (empty == kRecordsOfAHole) return kStatusInvalidData;
   }
   return kStatusSuccess;
-}
-
-uint32_t WriteDestinator(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFileWith(path, [&list](ByteSink& sink) { WriteDestinatorBody(sink, list); });
 }
 
 void WriteDestinatorBody(ByteSink& sink, const CGpsPointArray& list) {

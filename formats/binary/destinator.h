@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -12,10 +13,9 @@
 
 /// Reads the places that a device has saved into one new route. 0, or the platform's error code
 /// when the file cannot be opened. A record of an unknown kind ends the list.
-uint32_t ReadDestinator(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseDestinator(std::string_view bytes, PointLists& lists);
+uint32_t ParseDestinator(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadDestinator = ReadFileOf<ParseDestinator, TellPlatformError>;
 
 /// Writes the list for a device. 0 or the platform's error code.
-uint32_t WriteDestinator(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                         bool silent);
 void WriteDestinatorBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteDestinator = kWriterOf<WriteDestinatorBody, TellPlatformError>;

@@ -5,6 +5,7 @@
 
 #include "base/product.h"
 #include "base/text.h"
+#include "conversion/format_frame.h"
 #include "formats/binary/mapsource_reader.h"
 #include "formats/binary/mapsource_writer.h"
 #include "io/byte_cursor.h"
@@ -46,7 +47,8 @@ constexpr size_t kTrackPointDetailSizes[] = {4, 8, 8};
 
 class GdbReader final : public MapSourceReader {
  public:
-  GdbReader() : MapSourceReader(kMagic, kLayout.altitudeIsOptional) {}
+  explicit GdbReader(ConversionContext& context)
+      : MapSourceReader(kMagic, kLayout.altitudeIsOptional, context) {}
 
  private:
   uint32_t TakeVersion(uint8_t letter) override {
@@ -87,15 +89,19 @@ class GdbReader final : public MapSourceReader {
 }  // namespace
 
 uint32_t ReadGdb(const WideString& path, PointLists& lists, bool) {
-  return GdbReader().ReadFile(path, lists);
+  ContextInPlace context;
+  const auto parse = [&](std::string_view bytes) -> uint32_t {
+    return bytes.empty() ? uint32_t{kStatusFailure} : ParseGdb(bytes, lists, context);
+  };
+  return ReadFileWith(path, context, parse, TellPlatformError);
+}
+
+uint32_t ParseGdb(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  return GdbReader(context).Read(bytes, lists);
 }
 
 uint32_t ParseGdbBuffer(const void* data, size_t size, PointLists& lists) {
-  return GdbReader().Read({static_cast<const char*>(data), size}, lists);
-}
-
-uint32_t WriteGdb(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteMapSourceFile(path, [&list](ByteSink& sink) { WriteGdbBody(sink, list); });
+  return ParseGdb({static_cast<const char*>(data), size}, lists, ContextInPlace());
 }
 
 void WriteGdbBody(ByteSink& sink, const CGpsPointArray& list) {

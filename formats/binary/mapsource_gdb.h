@@ -2,8 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
+#include "formats/binary/mapsource_writer.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -13,11 +16,11 @@
 /// platform's error code when the file cannot be opened, 1 when it is empty, and
 /// kStatusInvalidArgument when it is no such file.
 uint32_t ReadGdb(const WideString& path, PointLists& lists, bool silent);
-/// The same for the `size` bytes at `data`.
+uint32_t ParseGdb(std::string_view bytes, PointLists& lists, ConversionContext& context);
+/// The same for the `size` bytes at `data`, with the context in place.
 uint32_t ParseGdbBuffer(const void* data, size_t size, PointLists& lists);
 
 /// Writes the list as a route with its waypoints. Always 0: a file that cannot be written is told
-/// by `LastError` alone.
-uint32_t WriteGdb(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                  bool silent);
+/// by the context alone.
 void WriteGdbBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteGdb = kWriterOf<WriteGdbBody, TellNoFailure>;

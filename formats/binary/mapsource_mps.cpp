@@ -5,6 +5,7 @@
 
 #include "base/status.h"
 #include "base/text.h"
+#include "conversion/format_frame.h"
 #include "formats/binary/mapsource_reader.h"
 #include "formats/binary/mapsource_writer.h"
 #include "io/byte_cursor.h"
@@ -41,7 +42,8 @@ constexpr size_t kTrackPointDetailsSize = 14;
 
 class MpsReader final : public MapSourceReader {
  public:
-  MpsReader() : MapSourceReader(kMagic, kLayout.altitudeIsOptional) {}
+  explicit MpsReader(ConversionContext& context)
+      : MapSourceReader(kMagic, kLayout.altitudeIsOptional, context) {}
 
  private:
   uint32_t TakeVersion(uint8_t letter) override {
@@ -70,15 +72,19 @@ class MpsReader final : public MapSourceReader {
 }  // namespace
 
 uint32_t ReadMps(const WideString& path, PointLists& lists, bool) {
-  return MpsReader().ReadFile(path, lists);
+  ContextInPlace context;
+  const auto parse = [&](std::string_view bytes) -> uint32_t {
+    return bytes.empty() ? uint32_t{kStatusFailure} : ParseMps(bytes, lists, context);
+  };
+  return ReadFileWith(path, context, parse, TellPlatformError);
+}
+
+uint32_t ParseMps(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  return MpsReader(context).Read(bytes, lists);
 }
 
 uint32_t ParseMpsBuffer(const void* data, size_t size, PointLists& lists) {
-  return MpsReader().Read({static_cast<const char*>(data), size}, lists);
-}
-
-uint32_t WriteMps(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteMapSourceFile(path, [&list](ByteSink& sink) { WriteMpsBody(sink, list); });
+  return ParseMps({static_cast<const char*>(data), size}, lists, ContextInPlace());
 }
 
 void WriteMpsBody(ByteSink& sink, const CGpsPointArray& list) {

@@ -4,8 +4,7 @@
 #include <array>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
-#include "platform/input_file.h"
+#include "conversion/conversion_context.h"
 
 namespace {
 
@@ -36,16 +35,7 @@ double FromSemicircles(int32_t value) {
   return static_cast<double>(static_cast<float>(value * 180.0 * kHalfTurnPart));
 }
 
-void NoteLostRecord() { NoteConversion(EConversionNote::kLinePassedOver); }
-
 }  // namespace
-
-uint32_t MapSourceReader::ReadFile(const WideString& path, PointLists& lists) {
-  InputFile file;
-  if (const uint32_t status = file.Open(path); status != kStatusSuccess) return status;
-  if (file.Bytes().empty()) return kStatusFailure;
-  return Read(file.Bytes(), lists);
-}
 
 uint32_t MapSourceReader::Read(std::string_view bytes, PointLists& lists) {
   if (!bytes.starts_with(m_magic)) return kStatusInvalidArgument;
@@ -54,13 +44,13 @@ uint32_t MapSourceReader::Read(std::string_view bytes, PointLists& lists) {
 
   ByteCursor file(bytes, m_magic.size());
   bool offFrame = false;
-  while (m_allowance > 0) {
+  while (m_allowance > 0 && m_context.GoesOn(file.Position())) {
     const int32_t length = file.Int32();
     const uint8_t type = file.Uint8();
     if (file.Overrun()) break;
     if (length < 0) {
       // Behind a record that is longer than it says no record begins, and none is lost.
-      if (!offFrame) NoteLostRecord();
+      if (!offFrame) m_context.Note(ConversionNote::kLinePassedOver);
       break;
     }
     ByteCursor record = file;
@@ -85,7 +75,7 @@ uint32_t MapSourceReader::Read(std::string_view bytes, PointLists& lists) {
       Spend(record.Position() - file.Position());
     }
   }
-  if (m_allowance == 0) NoteLostRecord();
+  if (m_allowance == 0) m_context.Note(ConversionNote::kLinePassedOver);
   return kStatusSuccess;
 }
 
@@ -97,7 +87,7 @@ void MapSourceReader::ReadWaypoint(ByteCursor& record, CGpsPointArray& userWaypo
   record.Skip(SubclassSize());
   waypoint.position = ReadPosition(record);
   if (record.Overrun()) {
-    NoteLostRecord();
+    m_context.Note(ConversionNote::kLinePassedOver);
     return;
   }
   waypoint.comment = record.ZeroTerminated();
@@ -115,7 +105,7 @@ void MapSourceReader::ReadTrack(ByteCursor& record, CGpsPointArray& track) const
   for (int32_t i = 0; i < count; ++i) {
     const Position position = ReadPosition(record);
     if (record.Overrun()) {
-      NoteLostRecord();
+      m_context.Note(ConversionNote::kLinePassedOver);
       break;
     }
     AppendPosition(track, position);
@@ -137,7 +127,7 @@ void MapSourceReader::ReadRoute(ByteCursor& record, CGpsPointArray& route) {
   for (int32_t i = 0; i < count; ++i) {
     const std::string_view name = record.ZeroTerminated();
     if (record.Overrun()) {
-      NoteLostRecord();
+      m_context.Note(ConversionNote::kLinePassedOver);
       break;
     }
     if (stops.size() == NameIndex<NameInPool>::kMostAtOnce) {
@@ -166,7 +156,7 @@ void MapSourceReader::AppendStops(CGpsPointArray& route, std::span<const std::st
   m_poolIndex.Find(names, numbers.data());
   for (size_t i = 0; i < names.size() && m_allowance > 0; ++i) {
     if (numbers[i] == NameIndex<NameInPool>::kNone) {
-      NoteConversion(EConversionNote::kStopWithoutWaypoint);
+      m_context.Note(ConversionNote::kStopWithoutWaypoint);
       continue;
     }
     const Waypoint& waypoint = m_pool[numbers[i]];

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/wide_string.h"
+#include "conversion/conversion_context.h"
 #include "io/byte_cursor.h"
 #include "model/name_index.h"
 #include "model/point_list.h"
@@ -20,10 +20,6 @@ class MapSourceReader {
   MapSourceReader(const MapSourceReader&) = delete;
   MapSourceReader& operator=(const MapSourceReader&) = delete;
 
-  /// Reads the file at `path`. As `Read`; the platform's error code when the file cannot be opened,
-  /// 1 when it is empty.
-  uint32_t ReadFile(const WideString& path, PointLists& lists);
-
   /// Reads the bytes of a whole file, once. The free waypoints come first, even when there are
   /// none, then routes and tracks in the order of the file. 0, kStatusInvalidArgument without the
   /// magic, or what `TakeVersion` gives; what was read before that stays in `lists`.
@@ -32,8 +28,8 @@ class MapSourceReader {
  protected:
   /// `magic`: how the file begins. `altitudeIsOptional`: an altitude stands in the file only when
   /// the flag in front of it is set.
-  MapSourceReader(std::string_view magic, bool altitudeIsOptional)
-      : m_magic(magic), m_altitudeIsOptional(altitudeIsOptional) {}
+  MapSourceReader(std::string_view magic, bool altitudeIsOptional, ConversionContext& context)
+      : m_magic(magic), m_altitudeIsOptional(altitudeIsOptional), m_context(context) {}
 
   /// Takes the letter of a version record. A status other than 0 ends the read with it.
   virtual uint32_t TakeVersion(uint8_t letter) = 0;
@@ -82,6 +78,7 @@ class MapSourceReader {
 
   const std::string_view m_magic;
   const bool m_altitudeIsOptional;
+  ConversionContext& m_context;
   std::vector<Waypoint> m_pool;  ///< the waypoints that belong to routes
   NameIndex<NameInPool> m_poolIndex{NameInPool{m_pool}};
   uint32_t m_indexed = 0;  ///< points of the pool that the index knows

@@ -3,9 +3,7 @@
 #include <cmath>
 #include <string>
 
-#include "conversion/conversion_notes.h"
-#include "conversion/country_lookup.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_context.h"
 #include "io/byte_cursor.h"
 #include "platform/clock.h"
 
@@ -81,34 +79,12 @@ CGpsPoint ParseRecord(std::string_view bytes) {
   return point;
 }
 
-// The country of each stop. Neighbours mostly lie in one country, whose details are asked once.
-class CountryFinder {
- public:
-  // The three letters of the country, or nothing.
-  std::string Find(const CGpsPoint& point) {
-    std::string code;
-    if (GetCountryCode(point.latitude, point.longitude, code) != kStatusSuccess) return NotFound();
-    if (m_text.empty() || code != m_code) {
-      CCountryInfo info;
-      m_text.clear();
-      if (GetCountryInfo(code, info) != kStatusSuccess ||
-          info.isoAlpha3.size() != size_t{kCountryTextLength})
-        return NotFound();
-      m_code = code;
-      m_text = info.isoAlpha3;
-    }
-    return m_text;
-  }
-
- private:
-  static std::string NotFound() {
-    NoteConversion(EConversionNote::kCountryNotFound);
-    return {};
-  }
-
-  std::string m_code;
-  std::string m_text;
-};
+// The three letters of the stop's country, or nothing.
+std::string CountryOf(const CGpsPoint& stop, ConversionContext& context) {
+  std::string country = context.lookups.CountryAt(stop);
+  if (country.empty()) context.Note(ConversionNote::kCountryNotFound);
+  return country;
+}
 
 void WriteSubRecordHead(ByteSink& sink, int32_t type, int32_t length) {
   sink.Int32(type);
@@ -160,10 +136,9 @@ std::string IdText(const CalendarTime& time) {
                       time.minute, time.second);
 }
 
-std::string Records(const CGpsPointArray& list) {
+std::string Records(const CGpsPointArray& list, ConversionContext& context) {
   StringSink records;
-  CountryFinder countries;
-  for (const CGpsPoint& point : list.points) WriteRecord(records, point, countries.Find(point));
+  for (const CGpsPoint& point : list.points) WriteRecord(records, point, CountryOf(point, context));
   return records.Bytes();
 }
 
@@ -179,12 +154,7 @@ void WriteFile(ByteSink& sink, const std::string& id, size_t count, const std::s
 
 }  // namespace
 
-uint32_t ReadNavigonRoute(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(
-      path, [&lists](std::string_view bytes) { return ParseNavigonRoute(bytes, lists); });
-}
-
-uint32_t ParseNavigonRoute(std::string_view bytes, PointLists& lists) {
+uint32_t ParseNavigonRoute(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   ByteCursor head(bytes, kRestOffset);
   const int64_t rest = head.Int32();
   if (!bytes.starts_with(kMagic) || head.Overrun() ||
@@ -196,12 +166,12 @@ uint32_t ParseNavigonRoute(std::string_view bytes, PointLists& lists) {
   head.Skip(head.Uint32());
   const uint64_t count = head.Uint64();
   size_t start = head.Position();
-  for (uint64_t i = 0; i < count && start < bytes.size(); ++i) {
+  for (uint64_t i = 0; i < count && start < bytes.size() && context.GoesOn(start); ++i) {
     ByteCursor record(bytes, start);
     const int32_t size = record.Int32();
     // A record that does not lead on would be read for ever.
     if (record.Overrun() || size < 0) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      context.Note(ConversionNote::kLinePassedOver);
       break;
     }
     const size_t length = sizeof size + static_cast<size_t>(size);
@@ -209,7 +179,7 @@ uint32_t ParseNavigonRoute(std::string_view bytes, PointLists& lists) {
     if (point.IsValid()) {
       route.points.push_back(std::move(point));
     } else {
-      NoteConversion(EConversionNote::kPointWithoutPosition);
+      context.Note(ConversionNote::kPointWithoutPosition);
     }
     start += length;
   }
@@ -218,14 +188,16 @@ uint32_t ParseNavigonRoute(std::string_view bytes, PointLists& lists) {
 
 uint32_t WriteNavigonRoute(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
   // The look-ups may take their time, so the file is opened behind them.
+  ContextInPlace context;
   const std::string id = IdText(LocalNow());
-  const std::string records = Records(list);
-  return WriteFormatFile(path, [&](ByteSink& sink) { WriteFile(sink, id, list.Count(), records); });
+  const std::string records = Records(list, context);
+  return WriteFileWith(path, context,
+                       [&](ByteSink& sink) { WriteFile(sink, id, list.Count(), records); });
 }
 
-void WriteNavigonRouteBody(ByteSink& sink, const CGpsPointArray& list) {
+void WriteNavigonRouteBody(ByteSink& sink, const CGpsPointArray& list, ConversionContext& context) {
   const std::string id = IdText(LocalNow());
-  WriteFile(sink, id, list.Count(), Records(list));
+  WriteFile(sink, id, list.Count(), Records(list, context));
 }
 
 uint64_t PackCoordinate(double degrees) {

@@ -6,8 +6,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_context.h"
 #include "io/byte_cursor.h"
 
 namespace {
@@ -85,12 +84,7 @@ void WriteWays(ByteSink& sink, const CGpsPointArray& list, WriteWay writeWay) {
 
 }  // namespace
 
-uint32_t ReadSygic(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseSygic(bytes, lists); });
-}
-
-uint32_t ParseSygic(std::string_view bytes, PointLists& lists) {
+uint32_t ParseSygic(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   ByteCursor file(bytes);
   const bool isOurs = file.Uint32() == kOurTime;
   const uint16_t count = file.Uint16();
@@ -113,14 +107,16 @@ uint32_t ParseSygic(std::string_view bytes, PointLists& lists) {
   // Nothing but the sizes tells other programs' files from those of another kind.
   const bool fits = !file.Overrun() && file.AtEnd();
   if (!isOurs && !fits) return kStatusBadFormat;
-  if (file.Overrun()) NoteConversion(EConversionNote::kLinePassedOver);
+  if (file.Overrun()) context.Note(ConversionNote::kLinePassedOver);
   lists.push_back(std::move(route));
   return kStatusSuccess;
 }
 
-uint32_t WriteSygicMcGuider(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  if (list.Count() > kLargestNumber) return kStatusInvalidParameter;
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteSygicMcGuiderBody(sink, list); });
+uint32_t EmitSygicMcGuider(ByteSink& sink, const CGpsPointArray& list, uint32_t,
+                           ConversionContext&) {
+  if (list.Count() > kMostMcGuiderPoints) return kStatusInvalidParameter;
+  WriteSygicMcGuiderBody(sink, list);
+  return kStatusSuccess;
 }
 
 void WriteSygicMcGuiderBody(ByteSink& sink, const CGpsPointArray& list) {
@@ -145,10 +141,6 @@ void WriteSygicMcGuiderBody(ByteSink& sink, const CGpsPointArray& list) {
   }
 }
 
-uint32_t WriteSygic11(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteSygic11Body(sink, list); });
-}
-
 void WriteSygic11Body(ByteSink& sink, const CGpsPointArray& list) {
   WriteWays(sink, list, [&sink](const CGpsPoint& from, const CGpsPoint& to) {
     WriteCounted(sink, kWay);
@@ -156,10 +148,6 @@ void WriteSygic11Body(ByteSink& sink, const CGpsPointArray& list) {
     WritePosition(sink, to);
     WriteSettings(sink, kSettingsSize11);
   });
-}
-
-uint32_t WriteSygic13(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteSygic13Body(sink, list); });
 }
 
 void WriteSygic13Body(ByteSink& sink, const CGpsPointArray& list) {

@@ -9,8 +9,7 @@
 #include "base/numbers.h"
 #include "base/product.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_lines.h"
 #include "markup/json.h"
 
 namespace {
@@ -45,7 +44,7 @@ struct OpenStop {
   double longitude = 0.0;
 };
 
-void SetField(OpenStop& stop, const KeyedLine& line) {
+void SetField(OpenStop& stop, const KeyedLine& line, ConversionContext& context) {
   if (line.key == "Longitude") {
     stop.longitude = FromMillionths(ParseWhole(line.value));
   } else if (line.key == "Latitude") {
@@ -59,7 +58,7 @@ void SetField(OpenStop& stop, const KeyedLine& line) {
   } else if (line.key == "State") {
     stop.state = line.value;
   } else if (line.key == "Start Stop") {
-    NoteConversion(EConversionNote::kLinePassedOver);
+    context.Note(ConversionNote::kLinePassedOver);
   }
 }
 
@@ -115,16 +114,11 @@ void WriteWideBody(ByteSink& sink, const CGpsPointArray& list, const WideDialect
 
 }  // namespace
 
-uint32_t ReadCoPilot6(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseCoPilot6(bytes, lists); });
-}
-
-uint32_t ParseCoPilot6(std::string_view bytes, PointLists& lists) {
+uint32_t ParseCoPilot6(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   const std::string text = DecodeTextFileToUtf8(bytes);
 
-  LineSplitter lines(text);
+  ConversionLines lines(text, context);
   bool inStop = false;
   OpenStop stop;
   for (std::string_view wholeLine; lines.Next(wholeLine);) {
@@ -136,7 +130,7 @@ uint32_t ParseCoPilot6(std::string_view bytes, PointLists& lists) {
       point.name = NameOf(stop);
       inStop = false;
     } else if (inStop) {
-      SetField(stop, line);
+      SetField(stop, line, context);
     } else if (line.key == "Start Stop") {
       stop = OpenStop();
       stop.title = line.value;
@@ -144,19 +138,14 @@ uint32_t ParseCoPilot6(std::string_view bytes, PointLists& lists) {
     } else if (line.key == "Start Trip") {
       route.name = line.value;
     } else if (line.key == "End Stop") {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      context.Note(ConversionNote::kLinePassedOver);
     }
   }
-  if (inStop) NoteConversion(EConversionNote::kLinePassedOver);
+  if (inStop) context.Note(ConversionNote::kLinePassedOver);
   return kStatusSuccess;
 }
 
-uint32_t ReadCoPilot10(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseCoPilot10(bytes, lists); });
-}
-
-uint32_t ParseCoPilot10(std::string_view bytes, PointLists& lists) {
+uint32_t ParseCoPilot10(std::string_view bytes, PointLists& lists, ConversionContext&) {
   CJsonDocument document;
   // A failure does not matter as long as the trip was complete by then.
   static_cast<void>(document.Parse(bytes));
@@ -176,10 +165,6 @@ uint32_t ParseCoPilot10(std::string_view bytes, PointLists& lists) {
   return kStatusSuccess;
 }
 
-uint32_t WriteCoPilot6(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteCoPilot6Body(sink, list); });
-}
-
 void WriteCoPilot6Body(ByteSink& sink, const CGpsPointArray& list) {
   sink.Printf(
       "Data Version=6.0.0.27\r\nStart Trip=%s\r\nCreator=%s\r\nTollClosed=0\r\nEnd Trip\r\n",
@@ -197,16 +182,8 @@ void WriteCoPilot6Body(ByteSink& sink, const CGpsPointArray& list) {
   }
 }
 
-uint32_t WriteCoPilot8(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteCoPilot8Body(sink, list); });
-}
-
 void WriteCoPilot8Body(ByteSink& sink, const CGpsPointArray& list) {
   WriteWideBody(sink, list, kCoPilot8);
-}
-
-uint32_t WriteCoPilot10(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteCoPilot10Body(sink, list); });
 }
 
 void WriteCoPilot10Body(ByteSink& sink, const CGpsPointArray& list) {

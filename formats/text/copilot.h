@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -14,26 +15,23 @@
 
 /// Reads keyed text of any version and in any encoding into one new route. 0, or 1 when the file
 /// cannot be opened.
-uint32_t ReadCoPilot6(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseCoPilot6(std::string_view bytes, PointLists& lists);
+uint32_t ParseCoPilot6(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadCoPilot6 = ReadFileOf<ParseCoPilot6>;
 
 /// Reads a JSON document into one new route. 0, or 1 when the file cannot be opened. Throws
 /// CJsonException for a document without a trip, and for one that lacks something further on or
 /// has it in another type; the route with the stops so far is then in `lists`.
-uint32_t ReadCoPilot10(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseCoPilot10(std::string_view bytes, PointLists& lists);
+uint32_t ParseCoPilot10(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadCoPilot10 = ReadFileOf<ParseCoPilot10>;
 
 /// Writes keyed text in 8 bits. 0, or 1 on failure.
-uint32_t WriteCoPilot6(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                       bool silent);
 void WriteCoPilot6Body(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteCoPilot6 = kWriterOf<WriteCoPilot6Body>;
 
 /// Writes keyed text in UTF-16 as versions 8 and 9 have it. 0, or 1 on failure.
-uint32_t WriteCoPilot8(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                       bool silent);
 void WriteCoPilot8Body(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteCoPilot8 = kWriterOf<WriteCoPilot8Body>;
 
 /// Writes keyed text in UTF-16 as version 10 takes it. 0, or 1 on failure.
-uint32_t WriteCoPilot10(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                        bool silent);
 void WriteCoPilot10Body(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteCoPilot10 = kWriterOf<WriteCoPilot10Body>;

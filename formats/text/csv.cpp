@@ -10,10 +10,8 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "base/text_ids.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/csv_layout_question.h"
-#include "conversion/file_sink.h"
-#include "platform/input_file.h"
+#include "conversion/conversion_lines.h"
+#include "conversion/format_frame.h"
 
 namespace {
 
@@ -84,8 +82,9 @@ class SeparatorFinder {
 // Turns the lines of a text into points, without keeping more of a line than the fields in use.
 class LineReader {
  public:
-  LineReader(const CCsvLayout& layout, bool isUtf8, CGpsPointArray& route)
-      : LineReader(layout.Columns(), CsvSeparators(layout), isUtf8, route) {}
+  LineReader(const CCsvLayout& layout, bool isUtf8, CGpsPointArray& route,
+             ConversionContext& context)
+      : LineReader(layout.Columns(), CsvSeparators(layout), isUtf8, route, context) {}
 
   void Read(std::string_view line) {
     Split(line);
@@ -106,13 +105,14 @@ class LineReader {
 
  private:
   LineReader(const std::array<uint32_t, kContentCount>& columns, const NumberSeparators& separators,
-             bool isUtf8, CGpsPointArray& route)
+             bool isUtf8, CGpsPointArray& route, ConversionContext& context)
       : m_columns(columns),
         m_lastColumn(*std::max_element(columns.begin(), columns.end())),
         m_isUtf8(isUtf8),
         m_decimal(isUtf8 ? WidenToUtf8(separators.decimal) : separators.decimal),
         m_finder(separators.list, isUtf8),
-        m_route(route) {}
+        m_route(route),
+        m_context(context) {}
 
   // Finds the fields of the columns in use; a missing one is empty. Separators inside quotes don't
   // count, that is behind an odd number of quotes since the field's start.
@@ -168,9 +168,9 @@ class LineReader {
     if (isEmpty) return;
     m_hadData = true;
     if (hasPosition) {
-      NoteConversion(EConversionNote::kPointWithoutPosition);
+      m_context.Note(ConversionNote::kPointWithoutPosition);
     } else if (!isFirst) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      m_context.Note(ConversionNote::kLinePassedOver);
     }
   }
 
@@ -180,9 +180,15 @@ class LineReader {
   std::string m_decimal;
   SeparatorFinder m_finder;
   CGpsPointArray& m_route;
+  ConversionContext& m_context;
   std::array<std::string_view, kContentCount> m_fields{};
   bool m_hadData = false;  // a line with data has been dropped
 };
+
+bool CanWrite(const CCsvLayout& layout) {
+  const auto columns = layout.Columns();
+  return *std::max_element(columns.begin(), columns.end()) <= kMostCsvColumns;
+}
 
 // The lines of a file: one cell a column.
 class LineWriter {
@@ -247,14 +253,24 @@ class LineWriter {
 }  // namespace
 
 uint32_t ReadCsv(const WideString& path, PointLists& lists, bool silent) {
+  ContextInPlace context;
   CCsvLayout layout;
-  if (const uint32_t status = AskCsvLayout(ECsvUse::kRead, silent, layout)) return status;
-  InputFile file;
-  if (const uint32_t status = file.Open(path)) return status;
-  return ParseCsv(file.Bytes(), lists, layout);
+  if (const uint32_t status = context->csvLayouts.Choose(ECsvUse::kRead, silent, layout))
+    return status;
+  return ReadFileWith(
+      path, context,
+      [&](std::string_view bytes) { return ParseCsvTable(bytes, lists, layout, context); },
+      TellPlatformError);
 }
 
-uint32_t ParseCsv(std::string_view bytes, PointLists& lists, const CCsvLayout& layout) {
+uint32_t ParseCsv(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  CCsvLayout layout;
+  context.csvLayouts.Choose(ECsvUse::kRead, /*silent=*/true, layout);
+  return ParseCsvTable(bytes, lists, layout, context);
+}
+
+uint32_t ParseCsvTable(std::string_view bytes, PointLists& lists, const CCsvLayout& layout,
+                       ConversionContext& context) {
   const DetectedEncoding detected = DetectEncoding(bytes);
   std::string decoded;
   std::string_view text = bytes.substr(detected.skipped);
@@ -262,20 +278,29 @@ uint32_t ParseCsv(std::string_view bytes, PointLists& lists, const CCsvLayout& l
     decoded = DecodeTextFileToUtf8(bytes);
     text = decoded;
   }
-  LineReader reader(layout, detected.encoding != kEncodingNarrow, AddList<CGpsRoute>(lists));
-  LineSplitter lines(text);
+  LineReader reader(layout, detected.encoding != kEncodingNarrow, AddList<CGpsRoute>(lists),
+                    context);
+  ConversionLines lines(text, context);
   for (std::string_view line; lines.Next(line);) reader.Read(line);
   return kStatusSuccess;
 }
 
 uint32_t WriteCsv(const WideString& path, const CGpsPointArray& list, uint32_t, bool silent) {
+  ContextInPlace context;
   CCsvLayout layout;
-  if (const uint32_t status = AskCsvLayout(ECsvUse::kWrite, silent, layout)) return status;
-  const auto columns = layout.Columns();
-  if (*std::max_element(columns.begin(), columns.end()) > kMostCsvColumns)
-    return kStatusInvalidParameter;
-  return WriteFileWith(path,
-                       [&list, &layout](ByteSink& sink) { WriteCsvBody(sink, list, layout); });
+  if (const uint32_t status = context->csvLayouts.Choose(ECsvUse::kWrite, silent, layout))
+    return status;
+  if (!CanWrite(layout)) return kStatusInvalidParameter;
+  return WriteFileWith(
+      path, context, [&](ByteSink& sink) { WriteCsvBody(sink, list, layout); }, TellPlatformError);
+}
+
+uint32_t EmitCsv(ByteSink& sink, const CGpsPointArray& list, uint32_t, ConversionContext& context) {
+  CCsvLayout layout;
+  context.csvLayouts.Choose(ECsvUse::kWrite, /*silent=*/true, layout);
+  if (!CanWrite(layout)) return kStatusInvalidParameter;
+  WriteCsvBody(sink, list, layout);
+  return kStatusSuccess;
 }
 
 void WriteCsvBody(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout) {

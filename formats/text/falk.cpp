@@ -5,8 +5,7 @@
 
 #include "base/numbers.h"
 #include "base/product.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_context.h"
 #include "markup/profile_file.h"
 #include "model/projection.h"
 
@@ -36,12 +35,7 @@ size_t CountStops(const ProfileFile& profile) {
 
 }  // namespace
 
-uint32_t ReadFalkTour(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseFalkTour(bytes, lists); });
-}
-
-uint32_t ParseFalkTour(std::string_view bytes, PointLists& lists) {
+uint32_t ParseFalkTour(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   const ProfileFile profile(bytes, EProfileText::kUtf8OrNarrow);
   const std::string tourName = profile.Section(kTour).GetText(kName);
@@ -58,12 +52,8 @@ uint32_t ParseFalkTour(std::string_view bytes, PointLists& lists) {
     point.name = stop.GetText(kName);
   }
   // Stops behind a gap in the numbers.
-  NoteConversion(EConversionNote::kLinePassedOver, CountStops(profile) - route.Count());
+  context.Note(ConversionNote::kLinePassedOver, CountStops(profile) - route.Count());
   return kStatusSuccess;
-}
-
-uint32_t WriteFalkTour(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteFalkTourBody(sink, list); });
 }
 
 void WriteFalkTourBody(ByteSink& sink, const CGpsPointArray& list) {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -12,10 +13,9 @@
 
 /// Reads the stops into one new route, up to the first number that is missing. 0, or 1 when the
 /// file cannot be opened.
-uint32_t ReadFalkTour(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseFalkTour(std::string_view bytes, PointLists& lists);
+uint32_t ParseFalkTour(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadFalkTour = ReadFileOf<ParseFalkTour>;
 
 /// 0, or 1 on failure.
-uint32_t WriteFalkTour(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                       bool silent);
 void WriteFalkTourBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteFalkTour = kWriterOf<WriteFalkTourBody>;

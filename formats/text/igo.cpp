@@ -5,8 +5,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_lines.h"
 
 namespace {
 
@@ -51,19 +50,15 @@ void WritePois(ByteSink& sink, const CGpsPointArray& list, const LineFrame& fram
 
 }  // namespace
 
-uint32_t ReadUpoi(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path, [&lists](std::string_view bytes) { return ParseUpoi(bytes, lists); });
-}
-
-uint32_t ParseUpoi(std::string_view bytes, PointLists& lists) {
+uint32_t ParseUpoi(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   const std::string text = DecodeTextFileToUtf8(bytes);
-  LineSplitter lines(text);
+  ConversionLines lines(text, context);
   std::vector<std::string_view> fields;
   for (std::string_view line; lines.Next(line);) {
     SplitFirstFields(line, '|', 17, fields);
     if (fields.size() < kLeastFieldCount) {
-      if (!line.empty()) NoteConversion(EConversionNote::kLinePassedOver);
+      if (!line.empty()) context.Note(ConversionNote::kLinePassedOver);
       continue;
     }
     CGpsPoint& point = route.points.emplace_back();
@@ -76,16 +71,8 @@ uint32_t ParseUpoi(std::string_view bytes, PointLists& lists) {
   return kStatusSuccess;
 }
 
-uint32_t WriteUpoi80(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteUpoi80Body(sink, list); });
-}
-
 void WriteUpoi80Body(ByteSink& sink, const CGpsPointArray& list) {
   WritePois(sink, list, kFrame80);
-}
-
-uint32_t WriteUpoi83(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteUpoi83Body(sink, list); });
 }
 
 void WriteUpoi83Body(ByteSink& sink, const CGpsPointArray& list) {

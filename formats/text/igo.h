@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -12,15 +13,13 @@
 
 /// Reads both versions into one new route, in any encoding that `DetectEncoding` tells. 0, or 1
 /// when the file cannot be opened.
-uint32_t ReadUpoi(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseUpoi(std::string_view bytes, PointLists& lists);
+uint32_t ParseUpoi(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadUpoi = ReadFileOf<ParseUpoi>;
 
 /// iGo 8.0. The writers give 0, or 1 on failure.
-uint32_t WriteUpoi80(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                     bool silent);
 void WriteUpoi80Body(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteUpoi80 = kWriterOf<WriteUpoi80Body>;
 
 /// iGo 8.3.
-uint32_t WriteUpoi83(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                     bool silent);
 void WriteUpoi83Body(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteUpoi83 = kWriterOf<WriteUpoi83Body>;

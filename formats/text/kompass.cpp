@@ -4,8 +4,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_lines.h"
 
 namespace {
 
@@ -14,20 +13,15 @@ constexpr int kAltitudeDecimals = 2;
 
 }  // namespace
 
-uint32_t ReadKompass(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseKompass(bytes, lists); });
-}
-
-uint32_t ParseKompass(std::string_view bytes, PointLists& lists) {
+uint32_t ParseKompass(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
-  LineSplitter lines(bytes.substr(DetectEncoding(bytes).skipped));
+  ConversionLines lines(bytes.substr(DetectEncoding(bytes).skipped), context);
   std::vector<std::string_view> fields;
   for (std::string_view line; lines.Next(line);) {
     SplitFirstFields(line, ',', 3, fields);
     CGpsPoint point;
     if (fields.size() < 2 || !TryParseReal(fields[0], point.latitude)) {
-      if (!line.empty()) NoteConversion(EConversionNote::kLinePassedOver);
+      if (!line.empty()) context.Note(ConversionNote::kLinePassedOver);
       continue;
     }
     point.longitude = ParseReal(fields[1]);
@@ -35,10 +29,6 @@ uint32_t ParseKompass(std::string_view bytes, PointLists& lists) {
     route.points.push_back(std::move(point));
   }
   return kStatusSuccess;
-}
-
-uint32_t WriteKompass(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteKompassBody(sink, list); });
 }
 
 void WriteKompassBody(ByteSink& sink, const CGpsPointArray& list) {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -11,10 +12,9 @@
 // between. Files of the vendor often have no altitude.
 
 /// Reads the points into one new route, those at 0, 0 too. 0, or 1 when the file cannot be opened.
-uint32_t ReadKompass(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseKompass(std::string_view bytes, PointLists& lists);
+uint32_t ParseKompass(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadKompass = ReadFileOf<ParseKompass>;
 
 /// 0, or 1 on failure.
-uint32_t WriteKompass(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                      bool silent);
 void WriteKompassBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteKompass = kWriterOf<WriteKompassBody>;

@@ -8,8 +8,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/units.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_lines.h"
 #include "formats/text/padded_number.h"
 
 namespace {
@@ -109,27 +108,22 @@ void MagellanPool::IndexNewWaypoints() {
   for (size_t i = indexed; i < m_ids.size(); ++i) m_index.Add(static_cast<uint32_t>(i));
 }
 
-uint32_t ReadMagellan(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseMagellan(bytes, lists); });
-}
-
-uint32_t ParseMagellan(std::string_view bytes, PointLists& lists) {
+uint32_t ParseMagellan(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   MagellanPool pool;
   auto& route = AddList<CGpsRoute>(lists);
   size_t nameShift = 0;
 
-  LineSplitter lines(bytes);
+  ConversionLines lines(bytes, context);
   Fields fields;
   for (std::string_view line; lines.Next(line);) {
     if (!line.starts_with(kSentences)) continue;
     SplitSentence(line, fields);
     if (fields[0] == kWaypointSentence) {
-      ParseMagellanWaypoint(fields, pool);
+      ParseMagellanWaypoint(fields, pool, context);
     } else if (fields[0] == kRouteSentence) {
-      ParseMagellanRoute(fields, pool, route, nameShift);
+      ParseMagellanRoute(fields, pool, route, nameShift, context);
     } else if (fields[0] == kTrackSentence) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      context.Note(ConversionNote::kLinePassedOver);
     }
   }
   if (route.points.empty()) {
@@ -140,9 +134,9 @@ uint32_t ParseMagellan(std::string_view bytes, PointLists& lists) {
   return kStatusSuccess;
 }
 
-void ParseMagellanWaypoint(const Fields& fields, MagellanPool& pool) {
+void ParseMagellanWaypoint(const Fields& fields, MagellanPool& pool, ConversionContext& context) {
   if (fields.size() < kFewestWaypointFields) {
-    NoteConversion(EConversionNote::kLinePassedOver);
+    context.Note(ConversionNote::kLinePassedOver);
     return;
   }
   CGpsPoint& point = pool.Add(fields[7]);
@@ -154,21 +148,21 @@ void ParseMagellanWaypoint(const Fields& fields, MagellanPool& pool) {
 }
 
 void ParseMagellanRoute(const Fields& fields, MagellanPool& pool, CGpsRoute& route,
-                        size_t& nameShift) {
+                        size_t& nameShift, ConversionContext& context) {
   if (fields.size() < kFewestRouteFields) {
-    NoteConversion(EConversionNote::kLinePassedOver);
+    context.Note(ConversionNote::kLinePassedOver);
     return;
   }
   // A sentence with the route's name has an odd number of fields, the checksum included.
   if (ParseWhole(fields[2]) == 1) nameShift = fields.size() % 2;
   if (!fields[3].starts_with('c')) {
-    NoteConversion(EConversionNote::kLinePassedOver);
+    context.Note(ConversionNote::kLinePassedOver);
     return;
   }
   if (nameShift == 1 && route.name.empty()) route.name = WidenToUtf8(fields[5]);
   // An id and an icon in turn.
   for (size_t i = nameShift + 5; i + 1 < fields.size(); i += 2) {
-    if (!pool.AppendTo(route, fields[i])) NoteConversion(EConversionNote::kStopWithoutWaypoint);
+    if (!pool.AppendTo(route, fields[i])) context.Note(ConversionNote::kStopWithoutWaypoint);
   }
 }
 
@@ -179,7 +173,19 @@ uint32_t WriteMagellan(const WideString& path, const CGpsPointArray& list, uint3
     routeName = NarrowForFile(FileTitleOfPath(path));
     RemoveCommas(*routeName);
   }
-  return WriteFormatFile(path, [&](ByteSink& sink) { WriteMagellanBody(sink, list, routeName); });
+  return WriteFileWith(path, ContextInPlace(),
+                       [&](ByteSink& sink) { WriteMagellanBody(sink, list, routeName); });
+}
+
+uint32_t EmitMagellan(ByteSink& sink, const CGpsPointArray& list, uint32_t explorist,
+                      ConversionContext&) {
+  std::optional<std::string> routeName;
+  if (explorist != 0) {
+    routeName = NarrowUtf8(list.name);
+    RemoveCommas(*routeName);
+  }
+  WriteMagellanBody(sink, list, routeName);
+  return kStatusSuccess;
 }
 
 void WriteMagellanBody(ByteSink& sink, const CGpsPointArray& list,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/name_index.h"
 #include "model/point_list.h"
@@ -51,21 +52,25 @@ class MagellanPool {
 /// Reads a file into one new route: the stops of its route sentences, or all its waypoints when it
 /// has none. Comments hold the ids. Nothing tells a file of another format, which gives an empty
 /// route. 0, or 1 when the file cannot be opened.
-uint32_t ReadMagellan(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseMagellan(std::string_view bytes, PointLists& lists);
+uint32_t ParseMagellan(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadMagellan = ReadFileOf<ParseMagellan>;
 
 /// Adds the waypoint of a "$PMGNWPL" sentence to `pool`.
-void ParseMagellanWaypoint(const std::vector<std::string_view>& fields, MagellanPool& pool);
+void ParseMagellanWaypoint(const std::vector<std::string_view>& fields, MagellanPool& pool,
+                           ConversionContext& context);
 
 /// Appends the stops of a "$PMGNRTE" sentence to `route`. `nameShift` is 1 in a file whose route
 /// sentences hold the route's name; the first sentence of a route tells.
 void ParseMagellanRoute(const std::vector<std::string_view>& fields, MagellanPool& pool,
-                        CGpsRoute& route, size_t& nameShift);
+                        CGpsRoute& route, size_t& nameShift, ConversionContext& context);
 
 /// Writes waypoints and route. With `explorist` other than 0 the route sentences hold the route's
 /// name, the title of the file, as the eXplorist wants it. 0, or 1 on failure.
 uint32_t WriteMagellan(const WideString& path, const CGpsPointArray& list, uint32_t explorist,
                        bool silent);
+/// The same without a file, whose title is the list's name then.
+uint32_t EmitMagellan(ByteSink& sink, const CGpsPointArray& list, uint32_t explorist,
+                      ConversionContext& context);
 
 /// `routeName`: 8-bit text for the eXplorist form; without it the plain form is written.
 void WriteMagellanBody(ByteSink& sink, const CGpsPointArray& list,

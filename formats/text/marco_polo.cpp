@@ -6,11 +6,9 @@
 #include "base/numbers.h"
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/file_sink.h"
+#include "conversion/conversion_context.h"
 #include "markup/profile_file.h"
 #include "model/projection.h"
-#include "platform/input_file.h"
 
 namespace {
 
@@ -69,13 +67,7 @@ void WriteStationKey(ByteSink& sink, size_t number) {
 
 }  // namespace
 
-uint32_t ReadBcr(const WideString& path, PointLists& lists, bool) {
-  InputFile file;
-  const uint32_t status = file.Open(path);
-  return status == kStatusSuccess ? ParseBcr(file.Bytes(), lists) : status;
-}
-
-uint32_t ParseBcr(std::string_view bytes, PointLists& lists) {
+uint32_t ParseBcr(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   const ProfileFile profile(bytes, EProfileText::kNarrow);
   const ProfileSection client = profile.Section(kClient);
   if (client.GetText(kRequest) == kProfileError) return kStatusFileNotFound;
@@ -97,12 +89,8 @@ uint32_t ParseBcr(std::string_view bytes, PointLists& lists) {
     if (name != kProfileError) point.name = name;
   }
   // Stations behind a gap in the numbers.
-  NoteConversion(EConversionNote::kLinePassedOver, CountStations(coordinates) - route.Count());
+  context.Note(ConversionNote::kLinePassedOver, CountStations(coordinates) - route.Count());
   return kStatusSuccess;
-}
-
-uint32_t WriteBcr(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFileWith(path, [&list](ByteSink& sink) { WriteBcrBody(sink, list); });
 }
 
 void WriteBcrBody(ByteSink& sink, const CGpsPointArray& list) {

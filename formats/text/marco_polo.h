@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -13,10 +14,9 @@
 /// Reads the stations into one new route, up to the first number that is missing. 0;
 /// kStatusFileNotFound for a file without a request, as for a file that isn't there; or the
 /// platform's error code.
-uint32_t ReadBcr(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseBcr(std::string_view bytes, PointLists& lists);
+uint32_t ParseBcr(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadBcr = ReadFileOf<ParseBcr, TellPlatformError>;
 
 /// 0, or the platform's error code.
-uint32_t WriteBcr(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                  bool silent);
 void WriteBcrBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteBcr = kWriterOf<WriteBcrBody, TellPlatformError>;

@@ -5,8 +5,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_lines.h"
 
 namespace {
 
@@ -64,19 +63,14 @@ WideString WithFileNameStart(const WideString& path) {
 
 }  // namespace
 
-uint32_t ReadMireo(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseMireo(bytes, lists); });
-}
-
-uint32_t ParseMireo(std::string_view bytes, PointLists& lists) {
+uint32_t ParseMireo(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   const DetectedEncoding detected = DetectEncoding(bytes);
   const auto toUtf8 = [&detected](std::string_view text) {
     return detected.encoding == kEncodingUtf8 ? std::string(text) : WidenToUtf8(text);
   };
 
-  LineSplitter lines(bytes.substr(detected.skipped));
+  ConversionLines lines(bytes.substr(detected.skipped), context);
   for (std::string_view line; lines.Next(line);) {
     const bool isComment = line.starts_with(kComment);
     if (isComment) line.remove_prefix(1);
@@ -99,14 +93,13 @@ uint32_t ParseMireo(std::string_view bytes, PointLists& lists) {
     if (hasPosition)
       route.points.push_back(std::move(point));
     else if (hasWords && !hasName && !isComment)
-      NoteConversion(EConversionNote::kLinePassedOver);
+      context.Note(ConversionNote::kLinePassedOver);
   }
   return kStatusSuccess;
 }
 
 uint32_t WriteMireoTxt(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(WithFileNameStart(path),
-                         [&list](ByteSink& sink) { WriteMireoTxtBody(sink, list); });
+  return kWriterOf<WriteMireoTxtBody>(WithFileNameStart(path), list, 0, true);
 }
 
 void WriteMireoTxtBody(ByteSink& sink, const CGpsPointArray& list) {
@@ -119,10 +112,6 @@ void WriteMireoTxtBody(ByteSink& sink, const CGpsPointArray& list) {
     sink.Fixed(point.latitude, kDecimals);
     sink.Write("\"\n");
   }
-}
-
-uint32_t WriteMireoRt(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteMireoRtBody(sink, list); });
 }
 
 void WriteMireoRtBody(ByteSink& sink, const CGpsPointArray& list) {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -16,8 +17,8 @@
 
 /// Reads both kinds into one new route. The words of a line may stand in any order, and a line
 /// with "PT=" makes a point. 0, or 1 when the file cannot be opened.
-uint32_t ReadMireo(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseMireo(std::string_view bytes, PointLists& lists);
+uint32_t ParseMireo(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadMireo = ReadFileOf<ParseMireo>;
 
 /// The device wants file names that begin with "Route ": where `path` ends in another, the word is
 /// put in front of it, in the same folder. 0, or 1 on failure.
@@ -26,6 +27,5 @@ uint32_t WriteMireoTxt(const WideString& path, const CGpsPointArray& list, uint3
 void WriteMireoTxtBody(ByteSink& sink, const CGpsPointArray& list);
 
 /// 0, or 1 on failure.
-uint32_t WriteMireoRt(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                      bool silent);
 void WriteMireoRtBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteMireoRt = kWriterOf<WriteMireoRtBody>;

@@ -5,9 +5,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
-#include "conversion/geocoder.h"
+#include "conversion/conversion_lines.h"
 
 namespace {
 
@@ -54,39 +52,40 @@ void ReadPosition(const Fields& fields, const FieldNumbers& numbers, CGpsPoint& 
 }
 
 // Asks for the position of a stop that has none. The address goes out as the file spells it.
-void LookUp(const std::string& address, CGpsPoint& stop) {
-  const std::unique_ptr<CGeocoder> geocoder = CreateGeocoder(kProviderGoogle);
-  if (!geocoder) {
-    NoteConversion(EConversionNote::kPointWithoutPosition);
+void LookUp(const std::string& address, CGpsPoint& stop, ConversionContext& context) {
+  if (!context.lookups.HasGeocoder()) {
+    context.Note(ConversionNote::kPointWithoutPosition);
     return;
   }
-  NoteConversion(EConversionNote::kStopLookedUp);
-  if (geocoder->Search(address) == kServiceSuccess && !geocoder->GetResults().empty()) {
-    static_cast<CGpsCoordinate&>(stop) = geocoder->GetResults().front();
+  context.Note(ConversionNote::kStopLookedUp);
+  if (const auto position = context.lookups.FindAddress(address)) {
+    static_cast<CGpsCoordinate&>(stop) = *position;
     stop.ClearRouteLeg();
   }
-  if (stop.IsNull()) NoteConversion(EConversionNote::kStopNotFound);
+  if (stop.IsNull()) context.Note(ConversionNote::kStopNotFound);
 }
 
 // Gives the name as the file spells it. False for a line that has too few fields.
-bool ReadBracketLine(const Fields& fields, CGpsPoint& stop, std::string_view& name) {
+bool ReadBracketLine(const Fields& fields, CGpsPoint& stop, std::string_view& name,
+                     ConversionContext& context) {
   const FieldNumbers& numbers = fields[1].starts_with(']') ? kOneBar : kTwoBars;
   if (fields.size() <= numbers.latitude) return false;
   name = fields[0].size() < 2 ? fields[numbers.name] : fields[0].substr(1);
   ReadPosition(fields, numbers, stop);
-  if (stop.IsNull()) NoteConversion(EConversionNote::kPointWithoutPosition);
+  if (stop.IsNull()) context.Note(ConversionNote::kPointWithoutPosition);
   return true;
 }
 
 // The same for the oldest shape. Fields that aren't there are empty.
-void ReadPlainLine(const Fields& fields, CGpsPoint& stop, std::string_view& name) {
+void ReadPlainLine(const Fields& fields, CGpsPoint& stop, std::string_view& name,
+                   ConversionContext& context) {
   const FieldNumbers& numbers = fields.size() < kPlainFieldCount ? kShortPlain : kPlain;
   name = FieldAt(fields, numbers.name);
   ReadPosition(fields, numbers, stop);
   if (stop.IsNull()) {
     std::string address(FieldAt(fields, numbers.name - 1));
     address.append(" ").append(name);
-    LookUp(address, stop);
+    LookUp(address, stop, context);
   }
 }
 
@@ -104,30 +103,25 @@ void WriteStops(ByteSink& sink, const CGpsPointArray& list, const LineFrame& fra
 
 }  // namespace
 
-uint32_t ReadNavigonRte(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseNavigonRte(bytes, lists); });
-}
-
-uint32_t ParseNavigonRte(std::string_view bytes, PointLists& lists) {
+uint32_t ParseNavigonRte(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   const DetectedEncoding detected = DetectEncoding(bytes);
   const bool isUtf8 = detected.encoding == kEncodingUtf8;
 
-  LineSplitter lines(bytes.substr(detected.skipped));
+  ConversionLines lines(bytes.substr(detected.skipped), context);
   Fields fields;
   for (std::string_view line; lines.Next(line);) {
     SplitFirstFields(line, '|', 16, fields);
     if (fields.size() < 2) {
-      if (!line.empty()) NoteConversion(EConversionNote::kLinePassedOver);
+      if (!line.empty()) context.Note(ConversionNote::kLinePassedOver);
       continue;
     }
     CGpsPoint& stop = route.points.emplace_back();
     std::string_view name;
     if (!fields[0].starts_with('[')) {
-      ReadPlainLine(fields, stop, name);
-    } else if (!ReadBracketLine(fields, stop, name)) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      ReadPlainLine(fields, stop, name, context);
+    } else if (!ReadBracketLine(fields, stop, name, context)) {
+      context.Note(ConversionNote::kLinePassedOver);
       route.points.pop_back();
       continue;
     }
@@ -140,24 +134,12 @@ uint32_t ParseNavigonRte(std::string_view bytes, PointLists& lists) {
   return kStatusSuccess;
 }
 
-uint32_t WriteNavigonMn5(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteNavigonMn5Body(sink, list); });
-}
-
 void WriteNavigonMn5Body(ByteSink& sink, const CGpsPointArray& list) {
   WriteStops(sink, list, kMn5Frame);
 }
 
-uint32_t WriteNavigonMn6(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteNavigonMn6Body(sink, list); });
-}
-
 void WriteNavigonMn6Body(ByteSink& sink, const CGpsPointArray& list) {
   WriteStops(sink, list, kMn6Frame);
-}
-
-uint32_t WriteBecker(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteBeckerBody(sink, list); });
 }
 
 void WriteBeckerBody(ByteSink& sink, const CGpsPointArray& list) {

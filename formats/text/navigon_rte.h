@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -13,20 +14,17 @@
 /// Reads the stops into one new route. A stop of the oldest shape without a position is looked up
 /// by its address with the geocoder of `kProviderGoogle`, one blocking request a stop; what has no
 /// position then is dropped. 0, or 1 when the file cannot be opened.
-uint32_t ReadNavigonRte(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseNavigonRte(std::string_view bytes, PointLists& lists);
+uint32_t ParseNavigonRte(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadNavigonRte = ReadFileOf<ParseNavigonRte>;
 
 /// Navigon MN 4 and 5, and MioMap 2. The writers give 0, or 1 on failure.
-uint32_t WriteNavigonMn5(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                         bool silent);
 void WriteNavigonMn5Body(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteNavigonMn5 = kWriterOf<WriteNavigonMn5Body>;
 
 /// Navigon MN 6.
-uint32_t WriteNavigonMn6(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                         bool silent);
 void WriteNavigonMn6Body(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteNavigonMn6 = kWriterOf<WriteNavigonMn6Body>;
 
 /// Becker Traffic Assist.
-uint32_t WriteBecker(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                     bool silent);
 void WriteBeckerBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteBecker = kWriterOf<WriteBeckerBody>;

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/units.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_lines.h"
 #include "formats/text/padded_number.h"
 #include "io/file_lines.h"
 
@@ -43,14 +43,12 @@ constexpr size_t kLongestComment = 40;
 // the memory of its line.
 constexpr size_t kMostEmptyRoutes = 1000;
 
-void NotePassedOver() { NoteConversion(EConversionNote::kLinePassedOver); }
-
 // Calls `addPoint` with the fields of every line behind the first `skippedLines` that has enough of
 // them for a point. Leading blanks of the line are cut; a field keeps those that follow its comma.
 template <typename AddPoint>
 void ReadPointLines(std::string_view bytes, size_t skippedLines, size_t headLines, size_t limit,
-                    AddPoint addPoint) {
-  LineSplitter lines(bytes);
+                    ConversionContext& context, AddPoint addPoint) {
+  ConversionLines lines(bytes, context);
   Fields fields;
   size_t number = 0;
   for (std::string_view line; lines.Next(line);) {
@@ -60,7 +58,7 @@ void ReadPointLines(std::string_view bytes, size_t skippedLines, size_t headLine
     if (fields.size() >= kFewestPointFields) {
       addPoint(fields);
     } else if (number > headLines && !line.empty()) {
-      NotePassedOver();
+      context.Note(ConversionNote::kLinePassedOver);
     }
   }
 }
@@ -109,8 +107,9 @@ CGpsRoute& NextRoute(CGpsRoute* last, PointLists& lists) {
 }
 
 // Reads a route file line by line from a LineSplitter or FileLines.
-template <typename Lines>
-uint32_t ParseRouteLines(Lines& lines, PointLists& lists) {
+template <typename Source>
+uint32_t ParseRouteLines(Source source, PointLists& lists, ConversionContext& context) {
+  ConversionLines lines(std::move(source), context);
   bool headerSeen = false;
   CGpsRoute* route = nullptr;
   int32_t routeNumber = kNoRouteNumber;
@@ -125,7 +124,7 @@ uint32_t ParseRouteLines(Lines& lines, PointLists& lists) {
       routeNumber = ParseOziRteRouteLine(fields, *route);
     } else if (fields[0] == "W") {
       if (!route || fields.size() < kFewestRteFields || ParseWhole(fields[1]) != routeNumber) {
-        NotePassedOver();
+        context.Note(ConversionNote::kLinePassedOver);
         continue;
       }
       CGpsPoint& point = route->points.emplace_back();
@@ -141,12 +140,16 @@ uint32_t ParseRouteLines(Lines& lines, PointLists& lists) {
 }  // namespace
 
 uint32_t ReadOziRoute(const WideString& path, PointLists& lists, bool) {
-  return ReadFileByLine(path, [&lists](FileLines& lines) { return ParseRouteLines(lines, lists); });
+  ContextInPlace context;
+  InputFile file;
+  if (context->Keep(file.Open(path))) return kStatusFailure;
+  context->Begin(ConversionProgress::Stage::kReading, file.Bytes().size());
+  const uint32_t status = ParseRouteLines(FileLines(file), lists, context);
+  return context->IsCancelled() ? static_cast<uint32_t>(kStatusCancelled) : status;
 }
 
-uint32_t ParseOziRoute(std::string_view bytes, PointLists& lists) {
-  LineSplitter lines(bytes);
-  return ParseRouteLines(lines, lists);
+uint32_t ParseOziRoute(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  return ParseRouteLines(LineSplitter(bytes), lists, context);
 }
 
 int32_t ParseOziRteRouteLine(const Fields& fields, CGpsPointArray& list) {
@@ -178,20 +181,11 @@ void WriteOziRouteBody(ByteSink& sink, const CGpsPointArray& list) {
   }
 }
 
-uint32_t WriteOziRoute(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOziRouteBody(sink, list); });
-}
-
-uint32_t ReadOziRouteCe(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseOziRouteCe(bytes, lists); });
-}
-
-uint32_t ParseOziRouteCe(std::string_view bytes, PointLists& lists) {
+uint32_t ParseOziRouteCe(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   bool headerSeen = false;
   CGpsRoute* route = nullptr;
 
-  LineSplitter lines(bytes);
+  ConversionLines lines(bytes, context);
   Fields fields;
   for (std::string_view line; lines.Next(line);) {
     SplitFirstFields(line, ',', kRt2Fields, fields);
@@ -202,7 +196,7 @@ uint32_t ParseOziRouteCe(std::string_view bytes, PointLists& lists) {
       ParseOziRt2RouteLine(fields, *route);
     } else if (fields[0] == "W") {
       if (!route || fields.size() < kFewestRt2Fields) {
-        NotePassedOver();
+        context.Note(ConversionNote::kLinePassedOver);
         continue;
       }
       CGpsPoint& point = route->points.emplace_back();
@@ -233,23 +227,15 @@ void WriteOziRouteCeBody(ByteSink& sink, const CGpsPointArray& list) {
   }
 }
 
-uint32_t WriteOziRouteCe(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOziRouteCeBody(sink, list); });
-}
-
-uint32_t ReadOziTrack(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParseOziTrack(bytes, lists); });
-}
-
-uint32_t ParseOziTrack(std::string_view bytes, PointLists& lists) {
+uint32_t ParseOziTrack(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& track = AddList<CGpsTrack>(lists);
-  ReadPointLines(bytes, kPltHeadLines, kPltHeadLines, kPltFields, [&track](const Fields& fields) {
-    CGpsPoint& point = track.points.emplace_back();
-    point.latitude = ParseReal(fields[0]);
-    point.longitude = ParseReal(fields[1]);
-    point.altitude = FeetToMetres(fields[3]);
-  });
+  ReadPointLines(bytes, kPltHeadLines, kPltHeadLines, kPltFields, context,
+                 [&track](const Fields& fields) {
+                   CGpsPoint& point = track.points.emplace_back();
+                   point.latitude = ParseReal(fields[0]);
+                   point.longitude = ParseReal(fields[1]);
+                   point.altitude = FeetToMetres(fields[3]);
+                 });
   return kStatusSuccess;
 }
 
@@ -271,18 +257,9 @@ void WriteOziTrackBody(ByteSink& sink, const CGpsPointArray& list) {
   }
 }
 
-uint32_t WriteOziTrack(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOziTrackBody(sink, list); });
-}
-
-uint32_t ReadOziWaypoints(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(
-      path, [&lists](std::string_view bytes) { return ParseOziWaypoints(bytes, lists); });
-}
-
-uint32_t ParseOziWaypoints(std::string_view bytes, PointLists& lists) {
+uint32_t ParseOziWaypoints(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& waypoints = AddList<CGpsWaypointList>(lists);
-  ReadPointLines(bytes, kWptSkippedLines, kWptHeadLines, kWptFields,
+  ReadPointLines(bytes, kWptSkippedLines, kWptHeadLines, kWptFields, context,
                  [&waypoints](const Fields& fields) {
                    CGpsPoint& point = waypoints.points.emplace_back();
                    point.name = WidenToUtf8(fields[1]);
@@ -313,8 +290,4 @@ void WriteOziWaypointsBody(ByteSink& sink, const CGpsPointArray& list) {
     line += "\r\n";
     sink.Write(line);
   }
-}
-
-uint32_t WriteOziWaypoints(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOziWaypointsBody(sink, list); });
 }

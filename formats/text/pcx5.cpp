@@ -11,8 +11,7 @@
 #include "base/numbers.h"
 #include "base/product.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_lines.h"
 #include "formats/text/padded_number.h"
 
 namespace {
@@ -173,17 +172,13 @@ void AppendDescription(std::string& line, std::string_view name) {
 
 }  // namespace
 
-uint32_t ReadPcx5(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path, [&lists](std::string_view bytes) { return ParsePcx5(bytes, lists); });
-}
-
-uint32_t ParsePcx5(std::string_view bytes, PointLists& lists) {
+uint32_t ParsePcx5(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   bool started = false;
   Pcx5Columns columns;
   EPcx5Form form = EPcx5Form::kDegrees;
 
-  LineSplitter lines(bytes);
+  ConversionLines lines(bytes, context);
   for (std::string_view line; lines.Next(line);) {
     const char code = line.empty() ? '\0' : line[0];
     if (code == 'H' && line.find(kSoftwareTitle) != std::string_view::npos) {
@@ -199,13 +194,13 @@ uint32_t ParsePcx5(std::string_view bytes, PointLists& lists) {
         ParsePcx5RouteLine(line, route);
         break;
       case 'U':
-        if (!ParseForm(line, form)) return kStatusFailure;
+        if (!ParseForm(line, form)) return lines.FailHere();
         break;
       case 'W':
         ParsePcx5Waypoint(line, columns, form, route);
         break;
       case 'T':  // a point of a track
-        NoteConversion(EConversionNote::kLinePassedOver);
+        context.Note(ConversionNote::kLinePassedOver);
         break;
       default:
         break;
@@ -236,9 +231,9 @@ void ParsePcx5Waypoint(std::string_view line, const Pcx5Columns& columns, EPcx5F
   point.name = WidenToUtf8(name);
 }
 
-uint32_t WritePcx5(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  const CalendarTime moment = UtcNow();
-  return WriteFormatFile(path, [&](ByteSink& sink) { WritePcx5Body(sink, list, moment); });
+uint32_t EmitPcx5(ByteSink& sink, const CGpsPointArray& list, uint32_t, ConversionContext&) {
+  WritePcx5Body(sink, list, UtcNow());
+  return kStatusSuccess;
 }
 
 void WritePcx5Body(ByteSink& sink, const CGpsPointArray& list, const CalendarTime& moment) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 #include "platform/clock.h"
@@ -39,8 +40,8 @@ enum class EPcx5Form { kDegrees, kDegreesMinutesSeconds, kDegreesMinutes };
 
 /// Reads a file into one new route. 0, or 1 when the file cannot be opened, has no software line or
 /// an unknown coordinate system; the points before it stay in `lists`.
-uint32_t ReadPcx5(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParsePcx5(std::string_view bytes, PointLists& lists);
+uint32_t ParsePcx5(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadPcx5 = ReadFileOf<ParsePcx5>;
 
 /// Names `list` from an "R" line.
 void ParsePcx5RouteLine(std::string_view line, CGpsPointArray& list);
@@ -50,6 +51,7 @@ void ParsePcx5Waypoint(std::string_view line, const Pcx5Columns& columns, EPcx5F
                        CGpsPointArray& list);
 
 /// Writes one route of waypoint lines, all with the present moment in UTC. 0, or 1 on failure.
-uint32_t WritePcx5(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                   bool silent);
+uint32_t EmitPcx5(ByteSink& sink, const CGpsPointArray& list, uint32_t splitLimit,
+                  ConversionContext& context);
+inline constexpr FormatWriteFn WritePcx5 = WriteFileOf<EmitPcx5>;
 void WritePcx5Body(ByteSink& sink, const CGpsPointArray& list, const CalendarTime& moment);

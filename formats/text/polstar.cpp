@@ -5,8 +5,7 @@
 
 #include "base/numbers.h"
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_context.h"
 #include "io/byte_cursor.h"
 #include "io/file_hole.h"
 
@@ -36,16 +35,11 @@ std::string ToBigEndian(double number) {
 
 }  // namespace
 
-uint32_t ReadPolstar(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path,
-                        [&lists](std::string_view bytes) { return ParsePolstar(bytes, lists); });
-}
-
-uint32_t ParsePolstar(std::string_view bytes, PointLists& lists) {
+uint32_t ParsePolstar(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   ByteCursor records(bytes);
   size_t empty = 0;
-  while (records.Remaining() >= kRecordSize) {
+  while (records.Remaining() >= kRecordSize && context.GoesOn(records.Position())) {
     CGpsPoint& point = route.points.emplace_back();
     records.Skip(kWordSize);
     point.longitude = records.Int32() / kUnitsPerDegree;
@@ -55,12 +49,8 @@ uint32_t ParsePolstar(std::string_view bytes, PointLists& lists) {
     empty = point.IsNull() ? empty + 1 : 0;
     if (empty == kRecordsOfAHole) return kStatusInvalidData;
   }
-  if (!records.AtEnd()) NoteConversion(EConversionNote::kLinePassedOver);
+  if (!records.AtEnd()) context.Note(ConversionNote::kLinePassedOver);
   return kStatusSuccess;
-}
-
-uint32_t WritePolstar(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WritePolstarBody(sink, list); });
 }
 
 void WritePolstarBody(ByteSink& sink, const CGpsPointArray& list) {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -11,10 +12,9 @@
 
 /// Reads the records into one new route; a cut last record is passed over. 0, or 1 when the file
 /// cannot be opened.
-uint32_t ReadPolstar(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParsePolstar(std::string_view bytes, PointLists& lists);
+uint32_t ParsePolstar(std::string_view bytes, PointLists& lists, ConversionContext& context);
+inline constexpr FormatReadFn ReadPolstar = ReadFileOf<ParsePolstar>;
 
 /// 0, or 1 on failure.
-uint32_t WritePolstar(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                      bool silent);
 void WritePolstarBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WritePolstar = kWriterOf<WritePolstarBody>;

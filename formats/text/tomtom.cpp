@@ -6,10 +6,8 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/conversion_lines.h"
 #include "io/byte_cursor.h"
-#include "platform/last_error.h"
 
 namespace {
 
@@ -40,22 +38,18 @@ WideString PartPath(const WideString& path, uint32_t part) {
 
 }  // namespace
 
-uint32_t ReadItn(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path, [&lists](std::string_view bytes) { return ParseItn(bytes, lists); });
-}
-
-uint32_t ParseItn(std::string_view bytes, PointLists& lists) {
+uint32_t ParseItn(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   const DetectedEncoding detected = DetectEncoding(bytes);
   const bool isUtf8 = detected.encoding == kEncodingUtf8;
   auto& route = AddList<CGpsRoute>(lists);
 
-  LineSplitter lines(bytes.substr(detected.skipped));
+  ConversionLines lines(bytes.substr(detected.skipped), context);
   std::vector<std::string_view> fields;
   for (std::string_view line; lines.Next(line);) {
     if (line.empty()) continue;
     SplitFirstFields(line, '|', 4, fields);
     if (fields.size() < 4) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      context.Note(ConversionNote::kLinePassedOver);
       continue;
     }
     CGpsPoint& point = route.points.emplace_back();
@@ -69,24 +63,23 @@ uint32_t ParseItn(std::string_view bytes, PointLists& lists) {
 uint32_t WriteItn(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit, bool) {
   const size_t count = list.Count();
   if (splitLimit == 0 || splitLimit >= count) return WriteItnFile(path, list);
-  if (splitLimit == 1) {
-    SetLastError(kStatusInvalidParameter);
-    return kStatusInvalidParameter;
-  }
+  if (splitLimit == 1) return ContextInPlace()->Keep(kStatusInvalidParameter);
 
   uint32_t part = 0;
   for (size_t start = 0; start < count;) {
     ++part;
     if (start != 0) --start;
     const size_t length = std::min<size_t>(splitLimit, count - start);
-    WriteItnFile(PartPath(path, part), CGpsWaypointList(list, start, length));
+    if (WriteItnFile(PartPath(path, part), CGpsWaypointList(list, start, length)) ==
+        kStatusCancelled)
+      return kStatusCancelled;
     start += length;
   }
   return kStatusSuccess;
 }
 
 uint32_t WriteItnFile(const WideString& path, const CGpsPointArray& list) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteItnBody(sink, list); });
+  return kWriterOf<WriteItnBody>(path, list, 0, true);
 }
 
 void WriteItnBody(ByteSink& sink, const CGpsPointArray& list) {
@@ -107,13 +100,9 @@ void WriteItnBody(ByteSink& sink, const CGpsPointArray& list) {
   }
 }
 
-uint32_t ReadOv2(const WideString& path, PointLists& lists, bool) {
-  return ReadFormatFile(path, [&lists](std::string_view bytes) { return ParseOv2(bytes, lists); });
-}
-
-uint32_t ParseOv2(std::string_view bytes, PointLists& lists) {
+uint32_t ParseOv2(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& pois = AddList<CGpsPoiList>(lists);
-  for (size_t position = 0; position < bytes.size();) {
+  for (size_t position = 0; position < bytes.size() && context.GoesOn(position);) {
     ByteCursor record(bytes, position);
     const uint8_t type = record.Uint8();
     if (type == kRecordArea) {
@@ -139,10 +128,6 @@ uint32_t ParseOv2(std::string_view bytes, PointLists& lists) {
     position += static_cast<size_t>(length);
   }
   return kStatusSuccess;
-}
-
-uint32_t WriteOv2(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOv2Body(sink, list); });
 }
 
 void WriteOv2Body(ByteSink& sink, const CGpsPointArray& list) {

@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "base/product.h"
-#include "conversion/format_file.h"
 #include "markup/xml_writer.h"
 
 namespace {
@@ -86,34 +85,12 @@ void WriteRouteIcon(CXmlElement& route) {
 
 }  // namespace
 
-uint32_t ReadDaimlerGpx(const WideString& path, PointLists& lists, bool) {
-  CDaimlerGpxReader reader(lists);
-  return ReadXmlFile(reader, path);
-}
-
-uint32_t ParseDaimlerGpx(std::string_view bytes, PointLists& lists) {
-  CDaimlerGpxReader reader(lists);
-  return ParseXml(reader, bytes);
-}
-
 void CDaimlerGpxReader::StartElement(const XML_Char* name, const XML_Char** attributes) {
   CGpxReader::StartElement(PlainName(name), attributes);
 }
 
 void CDaimlerGpxReader::EndElement(const XML_Char* name) {
   CGpxReader::EndElement(PlainName(name));
-}
-
-uint32_t WriteDaimlerGpx50(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&](ByteSink& sink) { WriteDaimlerGpx50Body(sink, list); });
-}
-
-uint32_t WriteDaimlerGpx55(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&](ByteSink& sink) { WriteDaimlerGpx55Body(sink, list); });
-}
-
-uint32_t WriteDaimlerGpxMbux(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&](ByteSink& sink) { WriteDaimlerGpxMbuxBody(sink, list); });
 }
 
 void WriteDaimlerGpx50Body(ByteSink& sink, const CGpsPointArray& list) {

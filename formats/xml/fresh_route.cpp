@@ -1,8 +1,7 @@
 #include "formats/xml/fresh_route.h"
 
 #include "base/numbers.h"
-#include "conversion/format_file.h"
-#include "conversion/itinerary_hand_off.h"
+#include "conversion/format_frame.h"
 #include "formats/xml/point_element_reader.h"
 #include "markup/xml_writer.h"
 
@@ -13,23 +12,17 @@ constexpr int kDecimals = 6;
 constexpr PointField kElements[] = {
     {"Name", TakeName}, {"Latitude", TakeLatitude}, {"Longitude", TakeLongitude}};
 constexpr ElementKey kRoute[] = {{"Route"}};
-constexpr PointFormat kFormat{
-    .containers = kRoute, .listNameElement = "Name", .point = {"Point"}, .elements = kElements};
 
 }  // namespace
 
-uint32_t ReadFreshRoute(const WideString& path, PointLists& lists, bool) {
-  return ReadPoints(path, lists, kFormat);
-}
-
-uint32_t ParseFreshRoute(std::string_view bytes, PointLists& lists) {
-  return ParsePoints(bytes, lists, kFormat);
-}
+constinit const PointFormat kFreshRouteFormat{
+    .containers = kRoute, .listNameElement = "Name", .point = {"Point"}, .elements = kElements};
 
 uint32_t WriteFreshRoute(const WideString& path, const CGpsPointArray& list, uint32_t handOver,
                          bool) {
-  if (handOver != 0) return HandOverItinerary(list);
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteFreshRouteBody(sink, list); });
+  if (handOver == 0) return kWriterOf<WriteFreshRouteBody>(path, list, 0, true);
+  ContextInPlace context;
+  return context->handOff ? context->handOff(list) : uint32_t{kStatusNotImplemented};
 }
 
 void WriteFreshRouteBody(ByteSink& sink, const CGpsPointArray& list) {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "formats/xml/point_element_reader.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -11,8 +12,9 @@
 
 /// Reads one route, into `lists` before the file is parsed. 0, or 1 when it cannot be opened or
 /// parsed; the points before a fault stay.
-uint32_t ReadFreshRoute(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseFreshRoute(std::string_view bytes, PointLists& lists);
+extern const PointFormat kFreshRouteFormat;
+inline constexpr FormatReadFn ReadFreshRoute = ReadPointsOf<kFreshRouteFormat>;
+inline constexpr FormatParseFn ParseFreshRoute = ParsePointsOf<kFreshRouteFormat>;
 
 /// Writes names and positions. 0, or 1 on failure. With `handOver` other than 0 nothing is written:
 /// the list goes to the companion program (core/itinerary_hand_off.h), whose status is the result.

@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "base/product.h"
-#include "conversion/format_file.h"
 #include "formats/xml/gpx.h"
 #include "markup/xml_writer.h"
 
@@ -155,13 +154,6 @@ void WriteZumoMetadata(CXmlElement& root, const Bounds& bounds, const std::strin
 
 }  // namespace
 
-uint32_t WriteNuviGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                      bool) {
-  return WriteFormatFile(path, [&](ByteSink& sink) {
-    WriteNuviGpxBody(sink, list, /*marksViaPoints=*/splitLimit != 0);
-  });
-}
-
 void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaPoints) {
   const std::string stamp = GpxTimeStamp();
   CXmlWriter document(sink);
@@ -194,10 +186,6 @@ void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaP
                        if (marksViaPoints && isInner) WriteViaPoint(extensions);
                      });
   }
-}
-
-uint32_t WriteZumoGpx(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&](ByteSink& sink) { WriteZumoGpxBody(sink, list); });
 }
 
 void WriteZumoGpxBody(ByteSink& sink, const CGpsPointArray& list) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -12,12 +13,10 @@
 /// For Nüvi devices and MapSource: every stop is written as a waypoint and again as a point of the
 /// route. A `splitLimit` other than 0 marks the stops between the first and the last as via points.
 /// 0, or 1 on failure.
-uint32_t WriteNuviGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                      bool silent);
 void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaPoints);
+inline constexpr FormatWriteFn WriteNuviGpx = kWriterOf<WriteNuviGpxBody>;
 
 /// For Zumo devices and BaseCamp: a route whose stops are all via points, without elevations. 0, or
 /// 1 on failure.
-uint32_t WriteZumoGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                      bool silent);
 void WriteZumoGpxBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteZumoGpx = kWriterOf<WriteZumoGpxBody>;

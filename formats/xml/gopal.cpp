@@ -2,7 +2,6 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
 #include "model/projection.h"
 
@@ -15,8 +14,14 @@ constexpr std::string_view kHead =
     "PedestrianSpeed=\"1\" MotorWays=\"0\" Mode=\"2\" Ferries=\"1\" CyclistSpeed=\"4\"/>\n";
 
 // The metres of the plane stand in the fields of the degrees until the point is whole.
-void TakeX(CGpsPoint& point, std::string_view text) { point.longitude = ParseWhole(text); }
-void TakeY(CGpsPoint& point, std::string_view text) { point.latitude = ParseWhole(text); }
+bool TakeX(CGpsPoint& point, std::string_view text) {
+  point.longitude = ParseWhole(text);
+  return true;
+}
+bool TakeY(CGpsPoint& point, std::string_view text) {
+  point.latitude = ParseWhole(text);
+  return true;
+}
 
 constexpr PointField kAttributes[] = {
     {"City", TakeName}, {"Longitude", TakeX}, {"Latitude", TakeY}};
@@ -28,21 +33,10 @@ void FromPlane(CGpsPoint& point) {
   point.longitude = position.longitude;
 }
 
-constexpr PointFormat kFormat{.point = {"dest"}, .attributes = kAttributes, .finish = FromPlane};
-
 }  // namespace
 
-uint32_t ReadGoPal(const WideString& path, PointLists& lists, bool) {
-  return ReadPoints(path, lists, kFormat);
-}
-
-uint32_t ParseGoPal(std::string_view bytes, PointLists& lists) {
-  return ParsePoints(bytes, lists, kFormat);
-}
-
-uint32_t WriteGoPal(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteGoPalBody(sink, list); });
-}
+constinit const PointFormat kGoPalFormat{
+    .point = {"dest"}, .attributes = kAttributes, .finish = FromPlane};
 
 void WriteGoPalBody(ByteSink& sink, const CGpsPointArray& list) {
   const CMercatorProjection6371 projection;

@@ -7,8 +7,6 @@
 
 #include "base/numbers.h"
 #include "base/product.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
 #include "platform/clock.h"
 
 namespace {
@@ -28,16 +26,6 @@ constexpr std::string_view kTrackPoint = "trkpt";
 
 }  // namespace
 
-uint32_t ReadGpx(const WideString& path, PointLists& lists, bool) {
-  CGpxReader reader(lists);
-  return ReadXmlFile(reader, path);
-}
-
-uint32_t ParseGpx(std::string_view bytes, PointLists& lists) {
-  CGpxReader reader(lists);
-  return ParseXml(reader, bytes);
-}
-
 void CGpxReader::StartElement(const XML_Char* name, const XML_Char** attributes) {
   m_text.clear();
   if (IsName(name, kWaypoint) && !m_current) OpenWaypoints();
@@ -48,7 +36,7 @@ void CGpxReader::StartElement(const XML_Char* name, const XML_Char** attributes)
   } else if (IsName(name, "trk")) {
     OpenList(std::make_unique<CGpsTrack>(), kTrackPoint);
   } else if (IsName(name, kWaypoint) || IsName(name, kRoutePoint) || IsName(name, kTrackPoint)) {
-    NoteConversion(EConversionNote::kLinePassedOver);
+    m_context.Note(ConversionNote::kLinePassedOver);
   }
 }
 
@@ -78,7 +66,7 @@ void CGpxReader::OpenWaypoints() {
 
 // A route or track inside an open one takes its place.
 void CGpxReader::OpenList(std::unique_ptr<CGpsPointArray> list, std::string_view pointElement) {
-  if (m_open) NoteConversion(EConversionNote::kLinePassedOver, m_open->Count());
+  if (m_open) m_context.Note(ConversionNote::kLinePassedOver, m_open->Count());
   m_open = std::move(list);
   m_current = m_open.get();
   m_pointElement = pointElement;
@@ -120,11 +108,6 @@ void CGpxReader::EndFile() {
   if (m_waypoints && m_waypoints->Count() > 0) m_results.push_back(std::move(m_waypoints));
   m_waypoints.reset();
   m_pointElement = {};
-}
-
-uint32_t WriteGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit, bool) {
-  return WriteFormatFile(
-      path, [&](ByteSink& sink) { WriteGpxBody(sink, list, /*removesCommas=*/splitLimit != 0); });
 }
 
 void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas) {

@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
+#include "conversion/xml_frame.h"
 #include "formats/xml/bounds.h"
 #include "io/byte_sink.h"
 #include "markup/xml_reader.h"
@@ -20,33 +22,13 @@ inline constexpr std::string_view kXsiNamespace = "http://www.w3.org/2001/XMLSch
 inline constexpr std::string_view kGpx11Namespace = "http://www.topografix.com/GPX/1/1";
 inline constexpr std::string_view kGpx11Schema = "http://www.topografix.com/GPX/1/1/gpx.xsd";
 
-/// Reads routes and tracks in the order of the file, each with its segments run together, and then
-/// one list of all waypoints. Lists without points are left out. 0, or 1 when the file cannot be
-/// opened or is not well-formed; the routes and tracks that ended before the fault stay in `lists`.
-uint32_t ReadGpx(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseGpx(std::string_view bytes, PointLists& lists);
-
-/// Writes one route, whatever the list's kind, as GPX 1.0. A `splitLimit` other than 0 removes the
-/// commas from the names and comments of points. 0, or 1 on failure.
-uint32_t WriteGpx(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                  bool silent);
-void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas);
-
-/// The present moment as GPX files write it, in UTC.
-std::string GpxTimeStamp();
-
-/// Of the coordinates and elevations that GPX files write.
-inline constexpr int kGpxDecimals = 6;
-
-/// Writes the attributes "lat" and "lon".
-void WriteGpxPosition(CXmlElement& element, const CGpsCoordinate& position);
-
 /// The reader behind `ReadGpx`. Names count exactly as they are: elements with a prefix are
 /// passed over.
 class CGpxReader : public CXmlReader {
  public:
   /// Hands its lists to `results`.
-  explicit CGpxReader(PointLists& results) : CXmlReader(EEncodings::kSystems), m_results(results) {}
+  CGpxReader(PointLists& results, ConversionContext& context)
+      : CXmlReader(EEncodings::kSystems), m_results(results), m_context(context) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override;
   void EndElement(const XML_Char* name) override;
@@ -61,6 +43,7 @@ class CGpxReader : public CXmlReader {
   void EndFile();
 
   PointLists& m_results;
+  ConversionContext& m_context;
   CGpsPointArray* m_current = nullptr;  ///< receives points: the open list, the waypoints or none
   std::unique_ptr<CGpsPointArray> m_open;       ///< the route or track whose end has not come
   std::unique_ptr<CGpsPointArray> m_waypoints;  ///< made at the first `wpt`
@@ -68,3 +51,23 @@ class CGpxReader : public CXmlReader {
   std::string_view m_pointElement;  ///< what makes a point at present; empty for nothing
   bool m_inPoint = false;
 };
+
+/// Reads routes and tracks in the order of the file, each with its segments run together, and then
+/// one list of all waypoints. Lists without points are left out. 0, or 1 when the file cannot be
+/// opened or is not well-formed; the routes and tracks that ended before the fault stay in `lists`.
+inline constexpr FormatReadFn ReadGpx = ReadXmlFileOf<CGpxReader>;
+inline constexpr FormatParseFn ParseGpx = ParseXmlOf<CGpxReader>;
+
+/// Writes one route, whatever the list's kind, as GPX 1.0. A `splitLimit` other than 0 removes the
+/// commas from the names and comments of points. 0, or 1 on failure.
+void WriteGpxBody(ByteSink& sink, const CGpsPointArray& list, bool removesCommas);
+inline constexpr FormatWriteFn WriteGpx = kWriterOf<WriteGpxBody>;
+
+/// The present moment as GPX files write it, in UTC.
+std::string GpxTimeStamp();
+
+/// Of the coordinates and elevations that GPX files write.
+inline constexpr int kGpxDecimals = 6;
+
+/// Writes the attributes "lat" and "lon".
+void WriteGpxPosition(CXmlElement& element, const CGpsCoordinate& position);

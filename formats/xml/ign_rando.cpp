@@ -6,8 +6,6 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
 #include "markup/xml_writer.h"
 #include "platform/clock.h"
@@ -16,15 +14,13 @@ namespace {
 
 constexpr int kDecimals = 6;
 
-void TakePosition(CGpsPoint& point, std::string_view text) {
+bool TakePosition(CGpsPoint& point, std::string_view text) {
   const size_t comma = text.find(',');
-  if (comma == std::string_view::npos) {
-    if (!text.empty()) NoteConversion(EConversionNote::kLinePassedOver);
-    return;
-  }
+  if (comma == std::string_view::npos) return text.empty();
   point.latitude = ParseReal(text.substr(0, comma));
   // A third part ends this number by its comma.
   point.longitude = ParseReal(text.substr(comma + 1));
+  return true;
 }
 
 constexpr PointField kElements[] = {
@@ -32,21 +28,10 @@ constexpr PointField kElements[] = {
     {"ALTITUDE", TakeAltitude},
     {"DESCRIPTION_ETAPE", TakeName},
 };
-constexpr PointFormat kFormat{.point = {"ETAPE"}, .elements = kElements};
 
 }  // namespace
 
-uint32_t ReadRdn(const WideString& path, PointLists& lists, bool) {
-  return ReadPoints(path, lists, kFormat);
-}
-
-uint32_t ParseRdn(std::string_view bytes, PointLists& lists) {
-  return ParsePoints(bytes, lists, kFormat);
-}
-
-uint32_t WriteRdn(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteRdnBody(sink, list); });
-}
+constinit const PointFormat kRdnFormat{.point = {"ETAPE"}, .elements = kElements};
 
 void WriteRdnBody(ByteSink& sink, const CGpsPointArray& list) {
   CXmlWriter writer(sink);

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "base/numbers.h"
-#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
 #include "markup/xml_writer.h"
 
@@ -24,32 +23,24 @@ std::string ToGerman(double value) {
   return number;
 }
 
-void TakeGermanLatitude(CGpsPoint& point, std::string_view text) {
+bool TakeGermanLatitude(CGpsPoint& point, std::string_view text) {
   point.latitude = ParseGerman(text);
+  return true;
 }
-void TakeGermanLongitude(CGpsPoint& point, std::string_view text) {
+bool TakeGermanLongitude(CGpsPoint& point, std::string_view text) {
   point.longitude = ParseGerman(text);
+  return true;
 }
 
 constexpr PointField kElements[] = {
     {"City", TakeName}, {"Latitude", TakeGermanLatitude}, {"Longitude", TakeGermanLongitude}};
 // The root has had two names.
 constexpr ElementKey kRoute[] = {{"pkDRoute"}, {"kDRoute"}, {"Stations"}};
-constexpr PointFormat kFormat{.containers = kRoute, .point = {"Station"}, .elements = kElements};
 
 }  // namespace
 
-uint32_t ReadKlickTel(const WideString& path, PointLists& lists, bool) {
-  return ReadPoints(path, lists, kFormat);
-}
-
-uint32_t ParseKlickTel(std::string_view bytes, PointLists& lists) {
-  return ParsePoints(bytes, lists, kFormat);
-}
-
-uint32_t WriteKlickTel(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteKlickTelBody(sink, list); });
-}
+constinit const PointFormat kKlickTelFormat{
+    .containers = kRoute, .point = {"Station"}, .elements = kElements};
 
 void WriteKlickTelBody(ByteSink& sink, const CGpsPointArray& list) {
   CXmlWriter writer(sink);

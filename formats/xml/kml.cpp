@@ -7,8 +7,6 @@
 #include "base/numbers.h"
 #include "base/product.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
 #include "formats/xml/kmz.h"
 #include "markup/xml_writer.h"
 #include "platform/clock.h"
@@ -81,15 +79,15 @@ std::string_view TakeWord(std::string_view& text) {
 }
 
 // A position at exactly 0, 0 is none.
-void AppendTrackPoint(CGpsPointArray& track, std::string_view longitude, std::string_view latitude,
-                      std::string_view altitude) {
+void AppendTrackPoint(CGpsPointArray& track, ConversionContext& context, std::string_view longitude,
+                      std::string_view latitude, std::string_view altitude) {
   CGpsPoint& point = track.points.emplace_back();
   point.longitude = ParseReal(longitude);
   point.latitude = ParseReal(latitude);
   point.altitude = ParseReal(altitude);
   if (!point.IsNull()) return;
   track.points.pop_back();
-  NoteConversion(EConversionNote::kPointWithoutPosition);
+  context.Note(ConversionNote::kPointWithoutPosition);
 }
 
 // Calls `take` with the tuple of every piece of `text` between blanks and line feeds that is not
@@ -109,13 +107,10 @@ void ForEachTuple(std::string_view text, Take take) {
 }  // namespace
 
 uint32_t ReadKml(const WideString& path, PointLists& lists, bool) {
-  CKmlReader reader(lists);
-  return IsKmzFile(path) ? ReadKmzFile(reader, path) : ReadXmlFile(reader, path);
-}
-
-uint32_t ParseKml(std::string_view bytes, PointLists& lists) {
-  CKmlReader reader(lists);
-  return ParseXml(reader, bytes);
+  ContextInPlace context;
+  CKmlReader reader(lists, *context);
+  return IsKmzFile(path) ? ReadKmzFile(reader, path, *context)
+                         : ReadXmlFile(reader, path, *context);
 }
 
 void CKmlReader::StartElement(const XML_Char* name, const XML_Char**) {
@@ -149,7 +144,7 @@ void CKmlReader::StartPlacemark() {
 
 void CKmlReader::EndElement(const XML_Char* name) {
   if (m_stack.empty()) {
-    if (IsName(name, "Placemark")) NoteConversion(EConversionNote::kLinePassedOver);
+    if (IsName(name, "Placemark")) m_context.Note(ConversionNote::kLinePassedOver);
     return;
   }
   Container& container = m_stack.back();
@@ -190,11 +185,11 @@ void CKmlReader::EndInLineString(const XML_Char* name) {
 // Only tuples of longitude, latitude and altitude make points.
 void CKmlReader::AddLine() {
   auto track = std::make_unique<CGpsTrack>();
-  ForEachTuple(m_text, [&track](const Tuple& tuple) {
+  ForEachTuple(m_text, [this, &track](const Tuple& tuple) {
     if (tuple.count == 3) {
-      AppendTrackPoint(*track, tuple.parts[0], tuple.parts[1], tuple.parts[2]);
+      AppendTrackPoint(*track, m_context, tuple.parts[0], tuple.parts[1], tuple.parts[2]);
     } else if (tuple.count > 1 || !Trim(tuple.parts[0], kWhiteSpace).empty()) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      m_context.Note(ConversionNote::kLinePassedOver);
     }
   });
   AddTrack(std::move(track));
@@ -208,9 +203,9 @@ void CKmlReader::EndInRecordedTrack(const XML_Char* name) {
     // Where the receiver had no fix, the element is empty.
     if (longitude.empty()) return;
     if (latitude.empty())
-      NoteConversion(EConversionNote::kLinePassedOver);
+      m_context.Note(ConversionNote::kLinePassedOver);
     else
-      AppendTrackPoint(*m_recordedTrack, longitude, latitude, TakeWord(rest));
+      AppendTrackPoint(*m_recordedTrack, m_context, longitude, latitude, TakeWord(rest));
   } else if (IsRecordedTrack(name)) {
     AddTrack(std::move(m_recordedTrack));
   }
@@ -300,10 +295,6 @@ void CKmlReader::EndInFlyTo(const XML_Char* name) {
   }
 }
 
-uint32_t WriteKml(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteKmlBody(sink, list); });
-}
-
 namespace {
 
 // The whole route in one line of the colour and width of a planned road.
@@ -371,10 +362,6 @@ void WriteKmlBody(ByteSink& sink, const CGpsPointArray& list) {
                                       : kInnerStyle);
     ++index;
   }
-}
-
-uint32_t WriteNdriveKml(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteNdriveKmlBody(sink, list); });
 }
 
 void WriteNdriveKmlBody(ByteSink& sink, const CGpsPointArray& list) {

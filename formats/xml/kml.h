@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
+#include "conversion/xml_frame.h"
 #include "io/byte_sink.h"
 #include "markup/repeat_allowance.h"
 #include "markup/xml_reader.h"
@@ -20,7 +22,8 @@
 /// in. A placemark with several points makes a stop of each.
 class CKmlReader final : public CXmlReader {
  public:
-  explicit CKmlReader(PointLists& results) : CXmlReader(EEncodings::kSystems), m_results(results) {}
+  CKmlReader(PointLists& results, ConversionContext& context)
+      : CXmlReader(EEncodings::kSystems), m_results(results), m_context(context) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override;
   void EndElement(const XML_Char* name) override;
@@ -46,6 +49,7 @@ class CKmlReader final : public CXmlReader {
   void TakePosition();
 
   PointLists& m_results;
+  ConversionContext& m_context;
   std::deque<Container> m_stack;
   CGpsPoint m_point;
   RepeatAllowance m_allowance;  ///< for the texts of placemarks on their lines and further points
@@ -62,14 +66,12 @@ class CKmlReader final : public CXmlReader {
 /// Reads the lists of a file, which may be a KMZ archive. 0, or 1 when it cannot be opened or
 /// parsed; lists that were complete before a parse error stay.
 uint32_t ReadKml(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseKml(std::string_view bytes, PointLists& lists);
+inline constexpr FormatParseFn ParseKml = ParseXmlOf<CKmlReader>;
 
 /// Writes a document with the route as a line and its stops as placemarks. 0, or 1 on failure.
-uint32_t WriteKml(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                  bool silent);
 void WriteKmlBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteKml = kWriterOf<WriteKmlBody>;
 
 /// Writes the itinerary of NDrive and Mappy devices, with texts as they stand. 0, or 1 on failure.
-uint32_t WriteNdriveKml(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                        bool silent);
 void WriteNdriveKmlBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteNdriveKml = kWriterOf<WriteNdriveKmlBody>;

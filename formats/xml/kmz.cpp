@@ -7,7 +7,8 @@
 
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/format_file.h"
+#include "conversion/format_frame.h"
+#include "conversion/xml_frame.h"
 #include "platform/sequential_file.h"
 #include "platform/zip_archive.h"
 
@@ -47,18 +48,18 @@ bool IsKmzFile(const WideString& path) {
          std::string_view(start.data(), start.size()) == kArchiveMark;
 }
 
-uint32_t ReadKmzFile(CXmlReader& reader, const WideString& path) {
-  return ReadFormatFile(path,
-                        [&reader](std::string_view archive) { return ParseKmz(reader, archive); });
+uint32_t ReadKmzFile(CXmlReader& reader, const WideString& path, ConversionContext& context) {
+  return ReadFileWith(path, context,
+                      [&](std::string_view archive) { return ParseKmz(reader, archive, context); });
 }
 
-uint32_t ParseKmz(CXmlReader& reader, std::string_view archive) {
+uint32_t ParseKmz(CXmlReader& reader, std::string_view archive, ConversionContext& context) {
   const auto entries = OpenZipArchive(archive);
   const std::optional<size_t> document = entries ? FindDocument(*entries) : std::nullopt;
   if (!document || !entries->Open(*document)) return kStatusFailure;
   uint64_t left =
       std::min(kMostUnpacked, kFreeUnpacked + kMostTimesLarger * entries->PackedSize(*document));
-  return ParseXml(reader, [&](char* data, size_t size) -> std::optional<size_t> {
+  return ParseXmlSource(reader, context, [&](char* data, size_t size) -> std::optional<size_t> {
     const std::optional<size_t> count = entries->Read(data, size);
     if (!count || *count > left) return std::nullopt;
     left -= *count;

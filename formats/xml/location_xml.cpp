@@ -2,7 +2,6 @@
 
 #include "base/numbers.h"
 #include "base/product.h"
-#include "conversion/format_file.h"
 #include "markup/xml_writer.h"
 
 namespace {
@@ -10,10 +9,6 @@ namespace {
 constexpr int kDecimals = 6;
 
 }  // namespace
-
-uint32_t WriteLoc(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteLocBody(sink, list); });
-}
 
 void WriteLocBody(ByteSink& sink, const CGpsPointArray& list) {
   CXmlWriter writer(sink);

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "base/numbers.h"
-#include "conversion/format_file.h"
 #include "markup/xml_writer.h"
 
 namespace {
@@ -29,16 +28,6 @@ std::string ToUnits(double degrees) {
 }
 
 }  // namespace
-
-uint32_t ReadMapFactor(const WideString& path, PointLists& lists, bool) {
-  CMapFactorReader reader(lists);
-  return ReadXmlFile(reader, path);
-}
-
-uint32_t ParseMapFactor(std::string_view bytes, PointLists& lists) {
-  CMapFactorReader reader(lists);
-  return ParseXml(reader, bytes);
-}
 
 void CMapFactorReader::StartElement(const XML_Char* name, const XML_Char**) {
   m_text.clear();
@@ -71,10 +60,6 @@ void CMapFactorReader::EndElement(const XML_Char* name) {
     m_point.Reset();
     m_inPoint = false;
   }
-}
-
-uint32_t WriteMapFactor(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteMapFactorBody(sink, list); });
 }
 
 void WriteMapFactorBody(ByteSink& sink, const CGpsPointArray& list) {

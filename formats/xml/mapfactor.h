@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
+#include "conversion/xml_frame.h"
 #include "io/byte_sink.h"
 #include "markup/xml_reader.h"
 #include "model/point_list.h"
@@ -13,7 +15,7 @@
 
 class CMapFactorReader final : public CXmlReader {
  public:
-  explicit CMapFactorReader(PointLists& results) : m_results(results) {}
+  CMapFactorReader(PointLists& results, ConversionContext&) : m_results(results) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override;
   void EndElement(const XML_Char* name) override;
@@ -27,10 +29,9 @@ class CMapFactorReader final : public CXmlReader {
 };
 
 /// Reads a route of every set, empty ones too. 0, or 1 when the file cannot be opened or parsed.
-uint32_t ReadMapFactor(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseMapFactor(std::string_view bytes, PointLists& lists);
+inline constexpr FormatReadFn ReadMapFactor = ReadXmlFileOf<CMapFactorReader>;
+inline constexpr FormatParseFn ParseMapFactor = ParseXmlOf<CMapFactorReader>;
 
 /// Writes one set; only names and positions are kept. 0, or 1 on failure.
-uint32_t WriteMapFactor(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                        bool silent);
 void WriteMapFactorBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteMapFactor = kWriterOf<WriteMapFactorBody>;

@@ -1,7 +1,6 @@
 #include "formats/xml/my_routes.h"
 
 #include "base/numbers.h"
-#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
 #include "markup/xml_writer.h"
 
@@ -12,24 +11,13 @@ constexpr int kDecimals = 5;
 constexpr PointField kAttributes[] = {
     {"name", TakeName}, {"lat", TakeLatitude}, {"long", TakeLongitude}};
 constexpr ElementKey kRoute[] = {{"route"}};
-constexpr PointFormat kFormat{.containers = kRoute,
-                              .listNameAttribute = "name",
-                              .point = {"location"},
-                              .attributes = kAttributes};
 
 }  // namespace
 
-uint32_t ReadMyRoutesXml(const WideString& path, PointLists& lists, bool) {
-  return ReadPoints(path, lists, kFormat);
-}
-
-uint32_t ParseMyRoutesXml(std::string_view bytes, PointLists& lists) {
-  return ParsePoints(bytes, lists, kFormat);
-}
-
-uint32_t WriteMyRoutesXml(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteMyRoutesXmlBody(sink, list); });
-}
+constinit const PointFormat kMyRoutesXmlFormat{.containers = kRoute,
+                                               .listNameAttribute = "name",
+                                               .point = {"location"},
+                                               .attributes = kAttributes};
 
 void WriteMyRoutesXmlBody(ByteSink& sink, const CGpsPointArray& list) {
   CXmlWriter writer(sink);

@@ -4,6 +4,8 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
+#include "formats/xml/point_element_reader.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -11,10 +13,10 @@
 
 /// Reads one route, into `lists` before the file is parsed. 0, or 1 when it cannot be opened or
 /// parsed; the points before a fault stay.
-uint32_t ReadMyRoutesXml(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseMyRoutesXml(std::string_view bytes, PointLists& lists);
+extern const PointFormat kMyRoutesXmlFormat;
+inline constexpr FormatReadFn ReadMyRoutesXml = ReadPointsOf<kMyRoutesXmlFormat>;
+inline constexpr FormatParseFn ParseMyRoutesXml = ParsePointsOf<kMyRoutesXmlFormat>;
 
 /// Writes positions only. 0, or 1 on failure.
-uint32_t WriteMyRoutesXml(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                          bool silent);
 void WriteMyRoutesXmlBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteMyRoutesXml = kWriterOf<WriteMyRoutesXmlBody>;

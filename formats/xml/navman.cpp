@@ -3,7 +3,6 @@
 #include <string>
 
 #include "base/numbers.h"
-#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
 #include "markup/xml_writer.h"
 
@@ -11,14 +10,17 @@ namespace {
 
 constexpr double kUnitsPerDegree = 100000.0;
 
-void TakeLatitudeUnits(CGpsPoint& point, std::string_view text) {
+bool TakeLatitudeUnits(CGpsPoint& point, std::string_view text) {
   point.latitude = ParseReal(text) / kUnitsPerDegree;
+  return true;
 }
-void TakeLongitudeUnits(CGpsPoint& point, std::string_view text) {
+bool TakeLongitudeUnits(CGpsPoint& point, std::string_view text) {
   point.longitude = ParseReal(text) / kUnitsPerDegree;
+  return true;
 }
-void TakeMissingName(CGpsPoint& point, std::string_view text) {
+bool TakeMissingName(CGpsPoint& point, std::string_view text) {
   if (point.name.empty()) point.name = text;
+  return true;
 }
 
 constexpr PointField kElements[] = {
@@ -28,8 +30,6 @@ constexpr PointField kElements[] = {
     {"entryName", TakeMissingName},
 };
 constexpr ElementKey kLocationList[] = {{"MultistopLocations", "LocationList"}};
-constexpr PointFormat kFormat{
-    .containers = kLocationList, .point = {"Item", "Location"}, .elements = kElements};
 
 // An item of the device's own lists, with the fields that it keeps beside name and position at
 // the values of a place without a house number.
@@ -57,17 +57,8 @@ void WriteNavmanItem(CXmlElement& parent, const CGpsPoint& point, std::string_vi
 
 }  // namespace
 
-uint32_t ReadNavman(const WideString& path, PointLists& lists, bool) {
-  return ReadPoints(path, lists, kFormat);
-}
-
-uint32_t ParseNavman(std::string_view bytes, PointLists& lists) {
-  return ParsePoints(bytes, lists, kFormat);
-}
-
-uint32_t WriteNavman(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteNavmanBody(sink, list); });
-}
+constinit const PointFormat kNavmanFormat{
+    .containers = kLocationList, .point = {"Item", "Location"}, .elements = kElements};
 
 void WriteNavmanBody(ByteSink& sink, const CGpsPointArray& list) {
   CXmlWriter writer(sink);

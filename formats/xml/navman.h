@@ -4,6 +4,8 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
+#include "formats/xml/point_element_reader.h"
 #include "io/byte_sink.h"
 #include "model/point_list.h"
 
@@ -11,10 +13,10 @@
 
 /// Reads one route, into `lists` before the file is parsed. 0, or 1 when it cannot be opened or
 /// parsed; the points before a fault stay.
-uint32_t ReadNavman(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseNavman(std::string_view bytes, PointLists& lists);
+extern const PointFormat kNavmanFormat;
+inline constexpr FormatReadFn ReadNavman = ReadPointsOf<kNavmanFormat>;
+inline constexpr FormatParseFn ParseNavman = ParsePointsOf<kNavmanFormat>;
 
 /// Writes the locations behind a blank one, which the device wants first. 0, or 1 on failure.
-uint32_t WriteNavman(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                     bool silent);
 void WriteNavmanBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteNavman = kWriterOf<WriteNavmanBody>;

@@ -4,7 +4,6 @@
 
 #include "base/numbers.h"
 #include "base/product.h"
-#include "conversion/format_file.h"
 #include "formats/xml/point_element_reader.h"
 #include "markup/xml_writer.h"
 
@@ -22,22 +21,11 @@ constexpr PointField kElements[] = {
     {"lm:name", TakeName},           {"lm:description", TakeComment}, {"lm:latitude", TakeLatitude},
     {"lm:longitude", TakeLongitude}, {"lm:altitude", TakeAltitude},
 };
-constexpr PointFormat kFormat{
-    .listNameElement = "lm:name", .point = {"lm:landmark"}, .elements = kElements};
 
 }  // namespace
 
-uint32_t ReadLmx(const WideString& path, PointLists& lists, bool) {
-  return ReadPoints(path, lists, kFormat);
-}
-
-uint32_t ParseLmx(std::string_view bytes, PointLists& lists) {
-  return ParsePoints(bytes, lists, kFormat);
-}
-
-uint32_t WriteLmx(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteLmxBody(sink, list); });
-}
+constinit const PointFormat kLmxFormat{
+    .listNameElement = "lm:name", .point = {"lm:landmark"}, .elements = kElements};
 
 void WriteLmxBody(ByteSink& sink, const CGpsPointArray& list) {
   CXmlWriter writer(sink);

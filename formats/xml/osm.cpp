@@ -2,8 +2,7 @@
 
 #include "base/numbers.h"
 #include "base/product.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/xml_frame.h"
 #include "formats/xml/bounds.h"
 #include "markup/xml_writer.h"
 #include "platform/prefetch.h"
@@ -33,15 +32,16 @@ std::string NewId(size_t number) { return "-" + std::to_string(number); }
 }  // namespace
 
 uint32_t ReadOsm(const WideString& path, PointLists& lists, bool) {
-  COsmReader reader(lists);
-  const uint32_t status = ReadXmlFile(reader, path);
+  ContextInPlace context;
+  COsmReader reader(lists, context);
+  const uint32_t status = ReadXmlFile(reader, path, context);
   reader.Finish(status);
   return status;
 }
 
-uint32_t ParseOsm(std::string_view bytes, PointLists& lists) {
-  COsmReader reader(lists);
-  const uint32_t status = ParseXml(reader, bytes);
+uint32_t ParseOsm(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  COsmReader reader(lists, context);
+  const uint32_t status = ParseXmlBytes(reader, bytes, context);
   reader.Finish(status);
   return status;
 }
@@ -122,18 +122,14 @@ void COsmReader::AppendReferences() {
   }
   for (size_t i = 0; i < m_referenceCount; ++i) {
     if (!nodes[i]) {
-      NoteConversion(EConversionNote::kStopWithoutWaypoint);
+      m_context.Note(ConversionNote::kStopWithoutWaypoint);
     } else if (m_allowance.TakeCopy(TextSize(*nodes[i]))) {
       m_way->points.push_back(*nodes[i]);
     } else {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      m_context.Note(ConversionNote::kLinePassedOver);
     }
   }
   m_referenceCount = 0;
-}
-
-uint32_t WriteOsm(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteOsmBody(sink, list); });
 }
 
 void WriteOsmBody(ByteSink& sink, const CGpsPointArray& list) {

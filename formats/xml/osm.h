@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/wide_string.h"
+#include "conversion/format_frame.h"
 #include "formats/xml/node_index.h"
 #include "io/byte_sink.h"
 #include "markup/repeat_allowance.h"
@@ -20,7 +21,8 @@
 /// all nodes.
 class COsmReader final : public CXmlReader {
  public:
-  explicit COsmReader(PointLists& results) : m_results(results) {}
+  COsmReader(PointLists& results, ConversionContext& context)
+      : m_results(results), m_context(context) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override;
   void EndElement(const XML_Char* name) override;
@@ -41,6 +43,7 @@ class COsmReader final : public CXmlReader {
   void AppendReferences();
 
   PointLists& m_results;
+  ConversionContext& m_context;
   std::unique_ptr<CGpsWaypointList> m_nodes = std::make_unique<CGpsWaypointList>();
   NodeIndex m_nodeIndex;  ///< into m_nodes
   CGpsPoint m_point;
@@ -55,9 +58,8 @@ class COsmReader final : public CXmlReader {
 /// Reads ways and nodes. 0, or 1 when the file cannot be opened or parsed; of such a file the ways
 /// so far stay.
 uint32_t ReadOsm(const WideString& path, PointLists& lists, bool silent);
-uint32_t ParseOsm(std::string_view bytes, PointLists& lists);
+uint32_t ParseOsm(std::string_view bytes, PointLists& lists, ConversionContext& context);
 
 /// Writes the points as nodes and one way through them. 0, or 1 on failure.
-uint32_t WriteOsm(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                  bool silent);
 void WriteOsmBody(ByteSink& sink, const CGpsPointArray& list);
+inline constexpr FormatWriteFn WriteOsm = kWriterOf<WriteOsmBody>;

@@ -11,17 +11,19 @@ bool IsElement(const ElementKey& key, const XML_Char* name, const XML_Char** att
          (key.className.empty() || AttributeValue(attributes, "class") == key.className);
 }
 
-void StoreField(CGpsPoint& point, std::span<const PointField> fields, const XML_Char* name,
+bool StoreField(CGpsPoint& point, std::span<const PointField> fields, const XML_Char* name,
                 std::string_view text) {
+  bool isTaken = true;
   for (const PointField& field : fields) {
-    if (IsName(name, field.name)) field.store(point, text);
+    if (IsName(name, field.name)) isTaken = field.store(point, text) && isTaken;
   }
+  return isTaken;
 }
 
 class CPointElementReader final : public CXmlReader {
  public:
-  CPointElementReader(PointLists& results, const PointFormat& format)
-      : m_route(AddList<CGpsRoute>(results)), m_format(format) {}
+  CPointElementReader(PointLists& results, const PointFormat& format, ConversionContext& context)
+      : m_route(AddList<CGpsRoute>(results)), m_format(format), m_context(context) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override {
     m_text.clear();
@@ -37,7 +39,7 @@ class CPointElementReader final : public CXmlReader {
     if (m_depth == m_pointDepth) {
       FinishPoint();
     } else if (m_pointDepth != 0) {
-      StoreField(m_point, m_format.elements, name, m_text);
+      NoteUnlessTaken(StoreField(m_point, m_format.elements, name, m_text));
     } else if (IsContained() && IsName(name, m_format.listNameElement) && m_route.name.empty()) {
       m_route.name = m_text;
     }
@@ -61,8 +63,12 @@ class CPointElementReader final : public CXmlReader {
   void StartPoint(const XML_Char** attributes) {
     m_point.Reset();
     m_pointDepth = m_depth;
-    StoreAttributes(m_point, attributes, m_format.attributes);
+    NoteUnlessTaken(StoreAttributes(m_point, attributes, m_format.attributes));
     if (m_format.elements.empty()) FinishPoint();
+  }
+
+  void NoteUnlessTaken(bool isTaken) {
+    if (!isTaken) m_context.Note(ConversionNote::kLinePassedOver);
   }
 
   void FinishPoint() {
@@ -73,6 +79,7 @@ class CPointElementReader final : public CXmlReader {
 
   CGpsRoute& m_route;
   const PointFormat& m_format;
+  ConversionContext& m_context;
   CGpsPoint m_point;
   size_t m_depth = 0;           ///< of the innermost open element; the root is at 1
   size_t m_containerDepth = 0;  ///< of the open container, 0 without one
@@ -81,17 +88,22 @@ class CPointElementReader final : public CXmlReader {
 
 }  // namespace
 
-void StoreAttributes(CGpsPoint& point, const XML_Char** attributes,
+bool StoreAttributes(CGpsPoint& point, const XML_Char** attributes,
                      std::span<const PointField> fields) {
-  for (; *attributes; attributes += 2) StoreField(point, fields, attributes[0], attributes[1]);
+  bool isTaken = true;
+  for (; *attributes; attributes += 2)
+    isTaken = StoreField(point, fields, attributes[0], attributes[1]) && isTaken;
+  return isTaken;
 }
 
 uint32_t ReadPoints(const WideString& path, PointLists& lists, const PointFormat& format) {
-  CPointElementReader reader(lists, format);
-  return ReadXmlFile(reader, path);
+  ContextInPlace context;
+  CPointElementReader reader(lists, format, context);
+  return ReadXmlFile(reader, path, context);
 }
 
-uint32_t ParsePoints(std::string_view bytes, PointLists& lists, const PointFormat& format) {
-  CPointElementReader reader(lists, format);
-  return ParseXml(reader, bytes);
+uint32_t ParsePoints(std::string_view bytes, PointLists& lists, const PointFormat& format,
+                     ConversionContext& context) {
+  CPointElementReader reader(lists, format, context);
+  return ParseXmlBytes(reader, bytes, context);
 }

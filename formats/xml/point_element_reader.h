@@ -6,6 +6,8 @@
 
 #include "base/numbers.h"
 #include "base/wide_string.h"
+#include "conversion/format_table.h"
+#include "conversion/xml_frame.h"
 #include "markup/xml_reader.h"
 #include "model/point_list.h"
 
@@ -21,7 +23,8 @@ struct ElementKey {
 /// An element or attribute whose text goes into a point.
 struct PointField {
   std::string_view name;
-  void (*store)(CGpsPoint& point, std::string_view text);
+  /// False for a text that does not fit and is passed over.
+  bool (*store)(CGpsPoint& point, std::string_view text);
 };
 
 /// What differs between the small formats.
@@ -41,23 +44,43 @@ struct PointFormat {
   void (*finish)(CGpsPoint& point) = nullptr;
 };
 
-inline void TakeName(CGpsPoint& point, std::string_view text) { point.name = text; }
-inline void TakeComment(CGpsPoint& point, std::string_view text) { point.comment = text; }
-inline void TakeLatitude(CGpsPoint& point, std::string_view text) {
+inline bool TakeName(CGpsPoint& point, std::string_view text) {
+  point.name = text;
+  return true;
+}
+inline bool TakeComment(CGpsPoint& point, std::string_view text) {
+  point.comment = text;
+  return true;
+}
+inline bool TakeLatitude(CGpsPoint& point, std::string_view text) {
   point.latitude = ParseReal(text);
+  return true;
 }
-inline void TakeLongitude(CGpsPoint& point, std::string_view text) {
+inline bool TakeLongitude(CGpsPoint& point, std::string_view text) {
   point.longitude = ParseReal(text);
+  return true;
 }
-inline void TakeAltitude(CGpsPoint& point, std::string_view text) {
+inline bool TakeAltitude(CGpsPoint& point, std::string_view text) {
   point.altitude = ParseReal(text);
+  return true;
 }
 
-/// Stores the attributes that `fields` name.
-void StoreAttributes(CGpsPoint& point, const XML_Char** attributes,
+/// Stores the attributes that `fields` name. False when one of them was passed over.
+bool StoreAttributes(CGpsPoint& point, const XML_Char** attributes,
                      std::span<const PointField> fields);
 
 /// Reads one route, which stands in `lists` before the file is parsed. 0, or 1 when it cannot be
 /// opened or parsed; the points before a fault stay.
 uint32_t ReadPoints(const WideString& path, PointLists& lists, const PointFormat& format);
-uint32_t ParsePoints(std::string_view bytes, PointLists& lists, const PointFormat& format);
+uint32_t ParsePoints(std::string_view bytes, PointLists& lists, const PointFormat& format,
+                     ConversionContext& context);
+
+/// The reader and the inner function of a format.
+template <const PointFormat& kFormat>
+uint32_t ReadPointsOf(const WideString& path, PointLists& lists, bool) {
+  return ReadPoints(path, lists, kFormat);
+}
+template <const PointFormat& kFormat>
+uint32_t ParsePointsOf(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  return ParsePoints(bytes, lists, kFormat, context);
+}

@@ -4,8 +4,7 @@
 #include <utility>
 
 #include "base/numbers.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/format_file.h"
+#include "conversion/xml_frame.h"
 #include "formats/xml/point_element_reader.h"
 #include "markup/repeat_allowance.h"
 #include "markup/xml_reader.h"
@@ -23,7 +22,8 @@ constexpr PointField kAttributes[] = {
 
 class CXvmReader final : public CXmlReader {
  public:
-  explicit CXvmReader(PointLists& results) : m_results(results) {}
+  CXvmReader(PointLists& results, ConversionContext& context)
+      : m_results(results), m_context(context) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override {
     m_text.clear();
@@ -35,7 +35,7 @@ class CXvmReader final : public CXmlReader {
       StoreAttributes(m_point, attributes, kAttributes);
       m_allowance.AddText(m_point.name.size());
     } else if (IsName(name, "step") || IsName(name, "poi")) {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      m_context.Note(ConversionNote::kLinePassedOver);
     }
   }
 
@@ -67,7 +67,7 @@ class CXvmReader final : public CXmlReader {
     if (m_allowance.TakeCopy(m_point.name.size() + m_point.comment.size())) {
       list.points.push_back(m_point);
     } else {
-      NoteConversion(EConversionNote::kLinePassedOver);
+      m_context.Note(ConversionNote::kLinePassedOver);
     }
   }
 
@@ -76,6 +76,7 @@ class CXvmReader final : public CXmlReader {
   }
 
   PointLists& m_results;
+  ConversionContext& m_context;
   std::unique_ptr<CGpsRoute> m_route;             ///< the open itinerary
   std::unique_ptr<CGpsWaypointList> m_waypoints;  ///< made at the first free point
   CGpsPoint m_point;
@@ -84,18 +85,12 @@ class CXvmReader final : public CXmlReader {
 
 }  // namespace
 
-uint32_t ReadXvm(const WideString& path, PointLists& lists, bool) {
-  CXvmReader reader(lists);
-  return ReadXmlFile(reader, path);
+uint32_t ReadXvm(const WideString& path, PointLists& lists, bool silent) {
+  return ReadXmlFileOf<CXvmReader>(path, lists, silent);
 }
 
-uint32_t ParseXvm(std::string_view bytes, PointLists& lists) {
-  CXvmReader reader(lists);
-  return ParseXml(reader, bytes);
-}
-
-uint32_t WriteXvm(const WideString& path, const CGpsPointArray& list, uint32_t, bool) {
-  return WriteFormatFile(path, [&list](ByteSink& sink) { WriteXvmBody(sink, list); });
+uint32_t ParseXvm(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  return ParseXmlOf<CXvmReader>(bytes, lists, context);
 }
 
 void WriteXvmBody(ByteSink& sink, const CGpsPointArray& list) {

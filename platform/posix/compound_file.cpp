@@ -1,7 +1,6 @@
 #include "platform/compound_file.h"
 
 #include "base/status.h"
-#include "platform/last_error.h"
 #include "platform/posix/compound_files/module.h"
 #include "platform/program_module.h"
 
@@ -16,7 +15,6 @@ const CompoundFileModule* LoadModule() {
 // Null when the part of the program is not installed.
 const CompoundFileModule* Module() {
   static const CompoundFileModule* const module = LoadModule();
-  if (!module) SetLastError(kErrorModuleNotFound);
   return module;
 }
 

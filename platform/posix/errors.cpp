@@ -2,40 +2,36 @@
 
 #include <cerrno>
 
-#include "platform/last_error.h"
+#include "base/status.h"
 
 uint32_t StatusOfErrno(int error) {
   switch (error) {
     case 0:
-      return 0;
+      return kStatusSuccess;
     case ENOENT:
     case ENOTDIR:
-      return 2;
+      return kStatusFileNotFound;
     case EACCES:
     case EPERM:
     case EROFS:
     case EISDIR:
-      return 5;
+      return kStatusAccessDenied;
     case ENOMEM:
-      return 8;
+      return kStatusOutOfMemory;
     case EBUSY:
     case ETXTBSY:
-      return 32;
+      return kStatusSharingViolation;
     case EINVAL:
-      return 87;
+      return kStatusInvalidParameter;
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
-      return 112;
+      return kStatusDiskFull;
     case ENAMETOOLONG:
-      return 206;
+      return kStatusNameTooLong;
     default:
-      return 1359;
+      return kStatusInternalError;
   }
 }
 
-uint32_t FailWithErrno() {
-  const uint32_t status = StatusOfErrno(errno);
-  SetLastError(status);
-  return status;
-}
+uint32_t FailWithErrno() { return StatusOfErrno(errno); }

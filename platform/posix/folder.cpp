@@ -11,10 +11,20 @@
 #include "platform/path_text.h"
 #include "platform/posix/errors.h"
 
-uint32_t FileAttributes(const WideString& path) {
+WideString JoinedPath(const WideString& folder, std::u16string_view name) {
+  WideString path = folder;
+  if (!path.empty() && path.back() != u'/' && path.back() != kPathSeparator) path += kPathSeparator;
+  return path.append(name);
+}
+
+std::u16string_view NameIn(std::u16string_view path) {
+  return path.substr(path.find_last_of(kPathSeparators) + 1);
+}
+
+uint32_t FileAttributes(const WideString& path, uint32_t* error) {
   struct stat details {};
   if (stat(PathBytes(path).c_str(), &details) != 0) {
-    FailWithErrno();
+    if (error) *error = FailWithErrno();
     return kNoAttributes;
   }
   return S_ISDIR(details.st_mode) ? kAttributeDirectory : kAttributeNormal;

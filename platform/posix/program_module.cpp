@@ -6,8 +6,6 @@
 #include <limits.h>
 #include <unistd.h>
 
-#include "platform/last_error.h"
-
 namespace {
 
 // The folder of the running program. $ORIGIN in the module's path would do the same, but not in a
@@ -33,7 +31,5 @@ void* OpenModule(const std::string& name) {
 
 void* LoadModuleEntry(const char* module, const char* entry) {
   void* const library = OpenModule("/" + std::string(module) + ".so");
-  void* const function = library ? dlsym(library, entry) : nullptr;
-  if (!function) SetLastError(kErrorModuleNotFound);
-  return function;
+  return library ? dlsym(library, entry) : nullptr;
 }

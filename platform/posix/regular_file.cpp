@@ -6,13 +6,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/last_error.h"
+#include "base/status.h"
 #include "platform/path_text.h"
 #include "platform/posix/errors.h"
 
 namespace {
-
-constexpr uint32_t kInvalidParameter = 87;
 
 FileState StateOf(const struct stat& details) {
   constexpr int64_t kNanoseconds = 1000000000;
@@ -27,11 +25,8 @@ uint32_t OpenRegularFile(const WideString& path, FileDescriptor& file, FileState
   if (!file) return FailWithErrno();
   struct stat details {};
   if (fstat(file.Get(), &details) != 0) return FailWithErrno();
-  if (!S_ISREG(details.st_mode)) {
-    const uint32_t status = S_ISDIR(details.st_mode) ? StatusOfErrno(EISDIR) : kInvalidParameter;
-    SetLastError(status);
-    return status;
-  }
+  if (S_ISDIR(details.st_mode)) return kStatusAccessDenied;
+  if (!S_ISREG(details.st_mode)) return kStatusInvalidParameter;
   state = StateOf(details);
   return 0;
 }

@@ -15,7 +15,7 @@ ScratchFolder::ScratchFolder() {
   if (mkdtemp(path.data())) {
     m_path = WidePath(path);
   } else {
-    FailWithErrno();
+    m_status = FailWithErrno();
   }
 }
 

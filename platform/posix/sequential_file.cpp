@@ -27,6 +27,6 @@ std::optional<size_t> SequentialFile::Read(char* data, size_t size) {
     count = read(m_file, data, size);
   } while (count < 0 && errno == EINTR);
   if (count >= 0) return static_cast<size_t>(count);
-  FailWithErrno();
+  m_status = FailWithErrno();
   return std::nullopt;
 }

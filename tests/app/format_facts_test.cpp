@@ -14,8 +14,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/list_selection.h"
 #include "base/status.h"
+#include "conversion/list_choice.h"
+#include "conversion/read_trip.h"
 #include "conversion/format_search.h"
 #include "formats/format_rows.h"
 #include "platform/path_text.h"
@@ -189,18 +190,16 @@ struct ReadAgain {
 
 ReadAgain Read(const FormatTable& table, const std::string& path) {
   ReadAgain result;
-  const uint32_t status =
-      SearchReaders(table, WidePath(path), true,
-                    [&](const CItineraryFormat& reader, PointLists& lists) -> uint32_t {
-                      const size_t chosen = SelectLists(lists, ListChoice()).front();
-                      result.row = static_cast<size_t>(&reader - table.data());
-                      result.listName = lists[chosen]->GetName();
-                      for (const CGpsPoint& stop : lists[chosen]->points) {
-                        if (!stop.IsNull()) result.stops.push_back(stop);
-                      }
-                      return kStatusSuccess;
-                    });
-  result.done = status == kStatusSuccess && result.stops.size() == kStops;
+  ConversionContext context;
+  const TripRead trip = ReadTrip(table, WidePath(path), context, true);
+  if (trip.status != kStatusSuccess) return result;
+  const CGpsPointArray& list = *trip.lists[SelectLists(trip.lists, ListChoice()).front()];
+  result.row = static_cast<size_t>(trip.row - table.data());
+  result.listName = list.GetName();
+  for (const CGpsPoint& stop : list.points) {
+    if (!stop.IsNull()) result.stops.push_back(stop);
+  }
+  result.done = result.stops.size() == kStops;
   return result;
 }
 

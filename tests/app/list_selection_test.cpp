@@ -1,7 +1,8 @@
-#include "app/list_selection.h"
-
 #include <gtest/gtest.h>
 
+#include "app/list_description.h"
+#include "app/options.h"
+#include "conversion/list_choice.h"
 #include "tests/list_builder.h"
 
 namespace {
@@ -42,16 +43,16 @@ TEST(SelectLists, TakesKindsAndNumbers) {
   EXPECT_EQ(Select("twr", "1,4"), Indices{});
 }
 
-TEST(ParseListChoice, RefusesWhatMeansNothing) {
-  for (const char* text :
-       {"", "0", "1,", ",1", "1 2", "-1", "Routes", "1,x", "99999999999999999999"})
-    EXPECT_FALSE(ParseListChoice(text).has_value()) << text;
-}
-
 TEST(DescribeList, NamesKindNameAndCount) {
   EXPECT_EQ(DescribeList(MakeList<CGpsTrack>("Day 1", MakePoint(1, 1))),
             "track \"Day 1\" (1 points)");
   EXPECT_EQ(DescribeList(CGpsPoiList()), "points of interest (0 points)");
+}
+
+TEST(ParseListChoice, RefusesWhatMeansNothing) {
+  for (const char* text :
+       {"", "0", "1,", ",1", "1 2", "-1", "Routes", "1,x", "99999999999999999999"})
+    EXPECT_FALSE(ParseListChoice(text).has_value()) << text;
 }
 
 }  // namespace

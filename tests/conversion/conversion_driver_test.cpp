@@ -8,6 +8,7 @@
 #include "base/status.h"
 #include "conversion/lookup_cache.h"
 #include "tests/list_builder.h"
+#include "tests/temporary_folder.h"
 
 namespace {
 
@@ -33,14 +34,16 @@ uint32_t Write(const WideString& path, const CGpsPointArray& list, uint32_t spli
   return nextStatus;
 }
 
+uint32_t Refuse(const WideString&, PointLists&, bool) { return 11; }
+
 /// A front that keeps what it was told and answers as the test wants.
-class ScriptedFront : public IConversionFront {
+class ScriptedFront : public ConversionFront {
  public:
-  void ShowMessage(EMessageIcon icon, uint32_t textId) override {
+  void ShowMessage(MessageIcon icon, uint32_t textId, const FailureReason&) override {
     messages.push_back(textId);
     icons.push_back(icon);
   }
-  bool AskYesNo(EMessageIcon icon, uint32_t textId) override {
+  bool AskYesNo(MessageIcon icon, uint32_t textId) override {
     questions.push_back(textId);
     icons.push_back(icon);
     return answer;
@@ -62,7 +65,7 @@ class ScriptedFront : public IConversionFront {
 
   std::vector<uint32_t> messages;
   std::vector<uint32_t> questions;
-  std::vector<EMessageIcon> icons;
+  std::vector<MessageIcon> icons;
   std::vector<size_t> chosen{0};
   bool answer = true;
   std::string diary;
@@ -74,10 +77,12 @@ class ScriptedFront : public IConversionFront {
 class ConversionDriver : public testing::Test {
  protected:
   ConversionDriver()
-      : driver({{u"x", 106, Read, Write, 0}, {u"ggm", 203, nullptr, Write, 0}}, front) {
+      : driver({{u"x", 106, Read, Write, 0}, {u"ggm", 203, nullptr, Write, 0, {.isFile = false}}},
+               front, context) {
     nextLists = {MakeList<CGpsTrack>("Track", MakePoint(1, 1, "a"), MakePoint(2, 2, "b")),
                  MakeList<CGpsTrack>("Other", MakePoint(3, 3, "c"))};
     nextStatus = 0;
+    written.clear();
   }
 
   std::string Names() const {
@@ -92,6 +97,7 @@ class ConversionDriver : public testing::Test {
   }
 
   ScriptedFront front;
+  ConversionContext context;
   CConversionDriver driver;
 };
 
@@ -138,6 +144,29 @@ TEST_F(ConversionDriver, LeavesTheItineraryAloneWhenTheUserDeclines) {
   EXPECT_TRUE(front.messages.empty());
 }
 
+TEST_F(ConversionDriver, AsksTheNextReaderWhenTheUserDeclines) {
+  CConversionDriver both({{u"x", 106, Read, Write, 0}, {u"x", 107, Refuse, nullptr, 0}}, front,
+                         context);
+  front.chosen.clear();
+  EXPECT_EQ(both.OpenFile(u"/one.x", false, false), kStatusBadFormat);
+  EXPECT_EQ(front.messages, std::vector<uint32_t>{164});
+}
+
+TEST_F(ConversionDriver, RefusesToWriteOverASourceThatHoldsMore) {
+  const TemporaryFolder folder;
+  const WideString path = folder.Put("one.x", "both lists");
+  driver.OpenFile(path, false, false);
+  WriteOptions options;
+  const TripWrite refused = driver.Export(path, driver.table[0], options);
+  EXPECT_EQ(refused.status, kStatusDeclined);
+  EXPECT_EQ(refused.refusal, WriteRefusal::kSourceHoldsMore);
+  EXPECT_TRUE(front.messages.empty());
+  EXPECT_TRUE(written.empty());
+  EXPECT_EQ(driver.Export(folder.WidePathTo("two.x"), driver.table[0], options).status, 0u);
+  options.force = true;
+  EXPECT_EQ(driver.Export(path, driver.table[0], options).status, 0u);
+}
+
 TEST_F(ConversionDriver, TellsEveryFailureOfARead) {
   const struct {
     uint32_t status;
@@ -149,7 +178,7 @@ TEST_F(ConversionDriver, TellsEveryFailureOfARead) {
     nextStatus = expected.status;
     EXPECT_EQ(driver.OpenFile(u"/one.x", false, false), expected.status);
     EXPECT_EQ(front.messages, expected.messages) << expected.status;
-    for (const EMessageIcon icon : front.icons) EXPECT_EQ(icon, EMessageIcon::kError);
+    for (const MessageIcon icon : front.icons) EXPECT_EQ(icon, MessageIcon::kError);
   }
   EXPECT_EQ(driver.current.Count(), 0u);
 }
@@ -163,7 +192,7 @@ TEST_F(ConversionDriver, AsksFromThreeHundredAndOnePointsOnAfterTheLoad) {
   front.diary.clear();
   EXPECT_EQ(driver.OpenFile(u"/two.x", false, false), kStatusDeclined);
   EXPECT_EQ(front.questions, std::vector<uint32_t>{271});
-  EXPECT_EQ(front.icons, std::vector<EMessageIcon>{EMessageIcon::kWarning});
+  EXPECT_EQ(front.icons, std::vector<MessageIcon>{MessageIcon::kWarning});
   EXPECT_EQ(driver.current.Count(), 301u);
   EXPECT_EQ(driver.sourcePath, u"");
   EXPECT_EQ(driver.current.name, "");
@@ -199,7 +228,9 @@ TEST_F(ConversionDriver, RemembersTheStateAtLoadAndExport) {
 TEST_F(ConversionDriver, ExportsAndTellsAFailure) {
   driver.OpenFile(u"/one.x", false, false);
   front.diary.clear();
-  EXPECT_EQ(driver.ExportTo(u"/out.x", driver.table[0], false, 7), kStatusSuccess);
+  WriteOptions options;
+  options.option = 7;
+  EXPECT_EQ(driver.Export(u"/out.x", driver.table[0], options).status, kStatusSuccess);
   EXPECT_EQ(written, (std::vector<std::string>{"a", "b"}));
   EXPECT_EQ(writtenLimit, 7u);
   EXPECT_EQ(front.diary, "()");
@@ -212,7 +243,7 @@ TEST_F(ConversionDriver, ExportsAndTellsAFailure) {
 }
 
 TEST_F(ConversionDriver, KeepsNoStateWhenNobodyWillBeAsked) {
-  CConversionDriver unattended({{u"x", 106, Read, Write, 0}}, front, EChangeTracking::kOff);
+  CConversionDriver unattended({{u"x", 106, Read, Write, 0}}, front, context, ChangeTracking::kOff);
   unattended.OpenFile(u"/one.x", false, true);
   EXPECT_EQ(unattended.current.Count(), 2u);
   EXPECT_EQ(unattended.current.snapshot.Count(), 0u);
@@ -304,19 +335,27 @@ TEST_F(ConversionDriver, ExportCommandAsksForNoFileWhereTheTargetIsNone) {
 }
 
 TEST_F(ConversionDriver, EmptiesTheCacheOfLookUpsWithANewItinerary) {
-  LookupCache::Instance().Keep("question", "answer");
+  LookupCache& answers = *context.lookups.answers;
+  answers.Keep("question", {std::nullopt, "answer"});
   nextStatus = 11;
   driver.OpenFile(u"/one.x", false, false);
-  EXPECT_EQ(LookupCache::Instance().Find("question"), "answer");
+  ASSERT_TRUE(answers.Find("question").has_value());
+  EXPECT_EQ(answers.Find("question")->text, "answer");
   nextStatus = 0;
   driver.OpenFile(u"/one.x", false, false);
-  EXPECT_FALSE(LookupCache::Instance().Find("question").has_value());
+  EXPECT_FALSE(answers.Find("question").has_value());
+}
+
+TEST_F(ConversionDriver, KeepsTheAnswersOfARunThatAsksEachQuestionOnce) {
+  context.lookups.lastForRun = true;
+  context.lookups.answers->Keep("question", {std::nullopt, "answer"});
+  driver.OpenFile(u"/one.x", false, false);
+  EXPECT_TRUE(context.lookups.answers->Find("question").has_value());
 }
 
 bool AcceptsHttp(const WideString& text) { return text.starts_with(u"http"); }
 bool AcceptsAll(const WideString&) { return true; }
 bool AcceptsNone(const WideString&) { return false; }
-uint32_t Refuse(const WideString&, PointLists&, bool) { return 11; }
 
 TEST_F(ConversionDriver, ReadsALinkWithEveryDetectorThatAccepts) {
   driver.linkReaders = {{AcceptsNone, {u"", 0, Refuse, nullptr, 0}},
@@ -325,7 +364,7 @@ TEST_F(ConversionDriver, ReadsALinkWithEveryDetectorThatAccepts) {
   driver.sourcePath = u"/old.x";
   driver.InterpretLink(u"https://maps/a.b");
   EXPECT_EQ(front.questions, std::vector<uint32_t>{296});
-  EXPECT_EQ(front.icons.front(), EMessageIcon::kQuestion);
+  EXPECT_EQ(front.icons.front(), MessageIcon::kQuestion);
   EXPECT_EQ(front.messages, std::vector<uint32_t>{164});
   EXPECT_EQ(Names(), "ab");
   EXPECT_EQ(driver.sourcePath, u"");

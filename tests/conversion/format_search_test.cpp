@@ -1,126 +1,20 @@
 #include "conversion/format_search.h"
 
-#include <new>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "base/localized_text.h"
-#include "base/status.h"
-#include "conversion/conversion_notes.h"
-#include "tests/list_builder.h"
 
 namespace {
 
-// Readers that answer with the status of their name, and keep a diary of who was called.
-std::string calls;
-
-template <char kName, uint32_t kStatus, int kPoints>
-uint32_t Reader(const WideString&, PointLists& lists, bool) {
-  calls += kName;
-  auto& route = AddList<CGpsRoute>(lists);
-  for (int i = 0; i < kPoints; ++i) route.points.push_back(MakePoint(1, 1));
-  return kStatus;
-}
-
-// Notes a line that it passes over, and answers as above.
-template <char kName, uint32_t kStatus, int kPoints>
-uint32_t NotingReader(const WideString& path, PointLists& lists, bool silent) {
-  NoteConversion(EConversionNote::kLinePassedOver);
-  NoteConversion(EConversionNote::kStopLookedUp);
-  return Reader<kName, kStatus, kPoints>(path, lists, silent);
-}
-
-uint32_t ThrowingReader(const WideString&, PointLists&, bool) {
-  calls += 't';
-  throw std::runtime_error("no such key");
-}
-
-uint32_t ExhaustedReader(const WideString&, PointLists&, bool) { throw std::bad_alloc(); }
-
+uint32_t NoReader(const WideString&, PointLists&, bool) { return 1; }
 uint32_t NoWriter(const WideString&, const CGpsPointArray&, uint32_t, bool) { return 0; }
-
-uint32_t Search(const FormatTable& table, const WideString& path, uint32_t accepted = 0) {
-  calls.clear();
-  return SearchReaders(table, path, true, [accepted](const CItineraryFormat&, PointLists& lists) {
-    EXPECT_FALSE(lists.empty());
-    for (const auto& list : lists) EXPECT_FALSE(list->points.empty());
-    return accepted;
-  });
-}
 
 CItineraryFormat Row(const char16_t* extension, FormatReadFn read, FormatWriteFn write = nullptr,
                      uint32_t textId = 0) {
   return {extension, textId, read, write, 0};
-}
-
-TEST(SearchReaders, TriesRowsOfTheExtensionInTableOrder) {
-  const FormatTable table{Row(u"rte", Reader<'a', 11, 0>), Row(u"wpt", Reader<'b', 0, 1>),
-                          Row(u"rte", nullptr), Row(u"rte", Reader<'c', 0, 1>),
-                          Row(u"rte", Reader<'d', 0, 1>)};
-  EXPECT_EQ(Search(table, u"/x/foo.bar.RTE"), kStatusSuccess);
-  EXPECT_EQ(calls, "ac");
-}
-
-TEST(SearchReaders, GoesOnAfterListsWithoutPoints) {
-  const FormatTable table{Row(u"gpx", Reader<'a', 0, 0>), Row(u"gpx", Reader<'b', 0, 2>)};
-  EXPECT_EQ(Search(table, u"a.gpx"), kStatusSuccess);
-  EXPECT_EQ(calls, "ab");
-  const FormatTable empty{Row(u"gpx", Reader<'a', 0, 0>)};
-  EXPECT_EQ(Search(empty, u"a.gpx"), kStatusBadFormat);
-}
-
-TEST(SearchReaders, EndsAtALockedFileAndAtACancel) {
-  for (const auto read : {Reader<'a', 32, 1>, Reader<'a', 1223, 1>, Reader<'a', 0x80030020, 1>}) {
-    const FormatTable table{Row(u"rte", read), Row(u"rte", Reader<'b', 0, 1>)};
-    EXPECT_EQ(Search(table, u"a.rte"), read(u"", *std::make_unique<PointLists>(), true));
-    EXPECT_EQ(calls.substr(0, 1), "a");
-    EXPECT_EQ(calls.find('b'), std::string::npos);
-  }
-}
-
-TEST(SearchReaders, KeepsTheLastResult) {
-  const FormatTable table{Row(u"rte", Reader<'a', 11, 0>), Row(u"rte", Reader<'b', 1, 0>)};
-  EXPECT_EQ(Search(table, u"a.rte"), 1u);
-  EXPECT_EQ(calls, "ab");
-}
-
-TEST(SearchReaders, GoesOnWhenTheUserDeclines) {
-  const FormatTable table{Row(u"gpx", Reader<'a', 0, 1>), Row(u"gpx", Reader<'b', 11, 1>)};
-  EXPECT_EQ(Search(table, u"a.gpx", kStatusDeclined), kStatusBadFormat);
-  EXPECT_EQ(calls, "ab");
-  const FormatTable last{Row(u"gpx", Reader<'a', 0, 1>)};
-  EXPECT_EQ(Search(last, u"a.gpx", kStatusDeclined), kStatusDeclined);
-}
-
-TEST(SearchReaders, ForgetsTheNotesOfReadersThatTheFileWasNotFor) {
-  const ConversionNotes notes;
-  const FormatTable table{Row(u"x", NotingReader<'a', 11, 1>), Row(u"x", NotingReader<'b', 0, 0>),
-                          Row(u"x", NotingReader<'c', 0, 1>)};
-  EXPECT_EQ(Search(table, u"f.x"), 0u);
-  EXPECT_EQ(calls, "abc");
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
-  EXPECT_EQ(notes.Count(EConversionNote::kStopLookedUp), 3u);
-}
-
-TEST(SearchReaders, KnowsNoFileWithoutAnExtensionOfTheTable) {
-  const FormatTable table{Row(u"rte", Reader<'a', 0, 1>)};
-  EXPECT_EQ(Search(table, u"rte"), kStatusBadFormat);
-  EXPECT_EQ(Search(table, u"a.rt"), kStatusBadFormat);
-  EXPECT_EQ(Search(table, u"a."), kStatusBadFormat);
-  EXPECT_EQ(Search(table, u""), kStatusBadFormat);
-  EXPECT_EQ(calls, "");
-}
-
-TEST(SearchReaders, TakesAnExceptionForAFileThatCannotBeRead) {
-  const FormatTable table{Row(u"trp", ThrowingReader)};
-  EXPECT_EQ(Search(table, u"a.trp"), kStatusInvalidData);
-  const FormatTable exhausted{Row(u"trp", ExhaustedReader)};
-  EXPECT_EQ(Search(exhausted, u"a.trp"), kStatusOutOfMemory);
-  const FormatTable next{Row(u"trp", ThrowingReader), Row(u"trp", Reader<'b', 0, 1>)};
-  EXPECT_EQ(Search(next, u"a.trp"), kStatusSuccess);
 }
 
 TEST(FindWriter, TakesTheFirstRowOfTheExtensionWithAWriter) {
@@ -149,14 +43,14 @@ TEST(FormatTexts, AreCutAtTheBars) {
 }
 
 TEST(FormatTexts, TellTargetsThatAreNoFiles) {
-  for (const char16_t* extension : {u"ggm", u"here", u"vmm", u"tth", u"ttd"})
-    EXPECT_TRUE(IsPseudoFormat(Row(extension, nullptr)));
-  EXPECT_FALSE(IsPseudoFormat(Row(u"GGM", nullptr)));
-  EXPECT_FALSE(IsPseudoFormat(Row(u"url", nullptr)));
+  CItineraryFormat row = Row(u"ggm", nullptr);
+  EXPECT_FALSE(IsPseudoFormat(row));
+  row.facts.isFile = false;
+  EXPECT_TRUE(IsPseudoFormat(row));
 }
 
 TEST(FileDialogs, OfferAllFormatsFirstAndAllFilesLast) {
-  const auto read = Reader<'a', 0, 1>;
+  const auto read = NoReader;
   const FormatTable table{Row(u"itn", read, nullptr, 106), Row(u"wpt", read),
                           Row(u"rte", nullptr, NoWriter, 902), Row(u"rte", read, nullptr, 131),
                           Row(u"rte", read, nullptr, 165)};
@@ -169,8 +63,7 @@ TEST(FileDialogs, OfferAllFormatsFirstAndAllFilesLast) {
 
 TEST(ExportList, HoldsLabelledRowsWithAWriter) {
   const FormatTable table{Row(u"a", nullptr, NoWriter, 0), Row(u"b", nullptr, NoWriter, 106),
-                          Row(u"c", Reader<'a', 0, 1>, nullptr, 107),
-                          Row(u"d", nullptr, NoWriter, 108)};
+                          Row(u"c", NoReader, nullptr, 107), Row(u"d", nullptr, NoWriter, 108)};
   EXPECT_EQ(ExportList(table), (std::vector<const CItineraryFormat*>{&table[1], &table[3]}));
 }
 

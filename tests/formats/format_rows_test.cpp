@@ -38,6 +38,42 @@ TEST(FormatRows, NameTheirOptions) {
   }
 }
 
+TEST(FormatRows, KnowWhichTargetsAreNoFiles) {
+  for (const CItineraryFormat& row : DefaultFormatTable()) {
+    const std::string extension = NarrowForFile(row.extension);
+    const bool isHandOff =
+        std::set<std::string>{"ggm", "here", "vmm", "tth", "ttd"}.count(extension);
+    EXPECT_EQ(row.facts.isFile, !isHandOff) << extension;
+  }
+}
+
+TEST(FormatRows, HaveAnInnerFunctionForEachOuterOne) {
+  for (const CItineraryFormat& row : DefaultFormatTable()) {
+    EXPECT_EQ(row.facts.parse != nullptr, row.read != nullptr) << row.textId;
+    EXPECT_EQ(row.facts.emit != nullptr, row.write != nullptr) << row.textId;
+  }
+}
+
+TEST(FormatRows, KnowWhatOnlyDevicesRead) {
+  std::set<uint32_t> onlyWritten;
+  for (const CItineraryFormat& row : DefaultFormatTable()) {
+    if (!row.facts.readsBack) onlyWritten.insert(row.textId);
+  }
+  EXPECT_EQ(onlyWritten, (std::set<uint32_t>{130, 201, 299, 328}));
+}
+
+TEST(FormatRows, KnowWhatTheirOptionMeans) {
+  const FormatTable table = DefaultFormatTable();
+  EXPECT_EQ(table[4].facts.option, WriterOption::kRemoveCommas);
+  EXPECT_EQ(table[13].facts.option, WriterOption::kMarkViaPoints);
+  EXPECT_EQ(table[15].facts.option, WriterOption::kRemoveCommas);
+  EXPECT_EQ(table[20].facts.option, WriterOption::kSplit);
+  EXPECT_EQ(table[28].facts.option, WriterOption::kExplorist);
+  EXPECT_EQ(table[34].facts.option, WriterOption::kHandOff);
+  EXPECT_EQ(table[47].facts.largestList, 65535u);
+  EXPECT_EQ(table[39].facts.option, WriterOption::kNone);
+}
+
 TEST(FormatRows, HaveLabelsAndPatterns) {
   const FormatTable table = DefaultFormatTable();
   EXPECT_EQ(LoadTextUtf8(table[17].textId), "Daimler NTG 5.5 GPX (*.gpx)|*.gpx|");

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/format_search.h"
+#include "conversion/read_trip.h"
 #include "formats/format_rows.h"
 #include "tests/temporary_folder.h"
 
@@ -16,20 +16,9 @@ constexpr std::string_view kBcrWithoutRequest =
     "[CLIENT]\r\nROUTENAME=Eifel\r\nSTATION1=Standort,999999999\r\n"
     "[COORDINATES]\r\nSTATION1=773000,6566000\r\n[DESCRIPTION]\r\nSTATION1=Monschau\r\n";
 
-// What the search over all formats made of a file.
-struct SearchResult {
-  uint32_t status = 0;
-  size_t offers = 0;  // lists were offered so many times
-};
-
-SearchResult Search(const FormatTable& table, const WideString& path) {
-  SearchResult result;
-  result.status =
-      SearchReaders(table, path, true, [&result](const CItineraryFormat&, PointLists&) -> uint32_t {
-        ++result.offers;
-        return kStatusSuccess;
-      });
-  return result;
+TripRead Search(const FormatTable& table, const WideString& path) {
+  ConversionContext context;
+  return ReadTrip(table, path, context, true);
 }
 
 uint32_t ReadAnything(const WideString&, PointLists& lists, bool) {
@@ -39,28 +28,28 @@ uint32_t ReadAnything(const WideString&, PointLists& lists, bool) {
 
 TEST(SectionFileSearch, ABcrFileWithoutRequestIsNotTaken) {
   const TemporaryFolder folder;
-  const SearchResult result = Search(DefaultFormatTable(), folder.Put("a.bcr", kBcrWithoutRequest));
+  const TripRead result = Search(DefaultFormatTable(), folder.Put("a.bcr", kBcrWithoutRequest));
   // What Windows says of a key that is not there.
   EXPECT_EQ(result.status, kStatusFileNotFound);
-  EXPECT_EQ(result.offers, 0u);
+  EXPECT_TRUE(result.lists.empty());
 }
 
 TEST(SectionFileSearch, ABcrFileWithoutRequestGoesToTheNextReader) {
   const TemporaryFolder folder;
   FormatTable table = DefaultFormatTable();
   table.push_back({u"bcr", 0, ReadAnything, nullptr, 0});
-  const SearchResult next = Search(table, folder.Put("a.bcr", kBcrWithoutRequest));
+  const TripRead next = Search(table, folder.Put("a.bcr", kBcrWithoutRequest));
   EXPECT_EQ(next.status, kStatusSuccess);
-  EXPECT_EQ(next.offers, 1u);
+  EXPECT_EQ(next.lists.size(), 1u);
 }
 
 TEST(SectionFileSearch, ABcrFileWithRequestIsTaken) {
   const TemporaryFolder folder;
   const std::string whole =
       "[CLIENT]\r\nREQUEST=TRUE\r\n" + std::string(kBcrWithoutRequest.substr(10));
-  const SearchResult taken = Search(DefaultFormatTable(), folder.Put("a.bcr", whole));
+  const TripRead taken = Search(DefaultFormatTable(), folder.Put("a.bcr", whole));
   EXPECT_EQ(taken.status, kStatusSuccess);
-  EXPECT_EQ(taken.offers, 1u);
+  EXPECT_EQ(taken.lists.size(), 1u);
 }
 
 TEST(SectionFileSearch, ATourWithoutStopsIsOfNoFormat) {
@@ -68,9 +57,9 @@ TEST(SectionFileSearch, ATourWithoutStopsIsOfNoFormat) {
   for (const std::string_view bytes :
        {"", "[TOUR]\r\nName = Empty\r\n",
         "[TOUR]\r\nName = From one\r\n[1]\r\nPositionInList = 1\r\nLongitude = 1\r\n"}) {
-    const SearchResult result = Search(DefaultFormatTable(), folder.Put("a.tour", bytes));
+    const TripRead result = Search(DefaultFormatTable(), folder.Put("a.tour", bytes));
     EXPECT_EQ(result.status, kStatusBadFormat) << bytes;
-    EXPECT_EQ(result.offers, 0u) << bytes;
+    EXPECT_TRUE(result.lists.empty()) << bytes;
   }
   const WideString path = folder.Put(
       "a.tour", "[0]\r\nPositionInList = 0\r\nName = A\r\nLongitude = 1000\r\nLatitude = 1000\r\n");

@@ -102,7 +102,7 @@ TEST(SharedExtension, Pcx5RouteIsFoundByTheFirstReader) {
   const WideString path = folder.Put("trip.RTE", kPcx5Route);
   const std::vector<Attempt> attempts = Search(path);
   ASSERT_EQ(attempts.size(), 1u);
-  EXPECT_EQ(attempts[0].reader, &ReadPcx5);
+  EXPECT_EQ(attempts[0].reader, ReadPcx5);
   EXPECT_EQ(attempts[0].points, 2u);
   EXPECT_EQ(attempts[0].listName, "BORD DE MER");
 
@@ -131,9 +131,9 @@ TEST(SharedExtension, OziRouteIsFoundByTheSecondReader) {
   const WideString path = folder.Put("trip.rte", kOziRoute);
   const std::vector<Attempt> attempts = Search(path);
   ASSERT_EQ(attempts.size(), 2u) << "Magellan is never asked";
-  EXPECT_EQ(attempts[0].reader, &ReadPcx5);
+  EXPECT_EQ(attempts[0].reader, ReadPcx5);
   EXPECT_EQ(attempts[0].status, kStatusFailure);
-  EXPECT_EQ(attempts[1].reader, &ReadOziRoute);
+  EXPECT_EQ(attempts[1].reader, ReadOziRoute);
   EXPECT_EQ(attempts[1].points, 2u);
   EXPECT_EQ(attempts[1].listName, "Bord de mer     ");
 
@@ -149,7 +149,7 @@ TEST(SharedExtension, MagellanRouteIsFoundByTheThirdReader) {
   ASSERT_EQ(attempts.size(), 3u);
   EXPECT_EQ(attempts[0].status, kStatusFailure);
   EXPECT_EQ(attempts[1].status, kStatusFailure);
-  EXPECT_EQ(attempts[2].reader, &ReadMagellan);
+  EXPECT_EQ(attempts[2].reader, ReadMagellan);
   EXPECT_EQ(attempts[2].points, 2u);
   EXPECT_EQ(attempts[2].listName, "Bord de mer");
 
@@ -185,7 +185,7 @@ TEST(SharedExtension, WaypointFilesGoToPcx5ThenToOzi) {
   const TemporaryFolder folder;
   const std::vector<Attempt> pcx5 = Search(folder.Put("points.wpt", kPcx5Route));
   ASSERT_EQ(pcx5.size(), 1u);
-  EXPECT_EQ(pcx5[0].reader, &ReadPcx5);
+  EXPECT_EQ(pcx5[0].reader, ReadPcx5);
 
   const WideString path =
       folder.Put("points.wpt",
@@ -196,14 +196,14 @@ TEST(SharedExtension, WaypointFilesGoToPcx5ThenToOzi) {
   const std::vector<Attempt> ozi = Search(path);
   ASSERT_EQ(ozi.size(), 2u);
   EXPECT_EQ(ozi[0].status, kStatusFailure);
-  EXPECT_EQ(ozi[1].reader, &ReadOziWaypoints);
+  EXPECT_EQ(ozi[1].reader, ReadOziWaypoints);
   EXPECT_EQ(ozi[1].points, 1u);
 }
 
 TEST(SharedExtension, OtherExtensionsHaveOneReaderEach) {
-  for (const auto& [name, reader] : {std::pair{u"a.upt", &ReadMagellan},
-                                     {u"a.rt2", &ReadOziRouteCe},
-                                     {u"a.plt", &ReadOziTrack}}) {
+  for (const auto& [name, reader] : {std::pair{u"a.upt", ReadMagellan},
+                                     {u"a.rt2", ReadOziRouteCe},
+                                     {u"a.plt", ReadOziTrack}}) {
     const std::vector<Attempt> attempts = Search(name);
     ASSERT_EQ(attempts.size(), 1u);
     EXPECT_EQ(attempts[0].reader, reader);
@@ -220,12 +220,12 @@ TEST(SharedExtension, ExamplesAreFoundByTheirReaders) {
     std::string_view listName;
   };
   const Example examples[] = {
-      {"alsace-wine-villages.rte", &ReadPcx5, 12, "Route des vins d'Alsace"},
-      {"douro-valley.rte", &ReadOziRoute, 7, "Vale do Douro"},
-      {"black-forest.rt2", &ReadOziRouteCe, 7, "Hochschwarzwald"},
-      {"col-du-galibier.plt", &ReadOziTrack, 8, ""},
-      {"brittany-harbours.wpt", &ReadOziWaypoints, 9, ""},
-      {"lake-geneva.upt", &ReadMagellan, 7, "lake-geneva"},
+      {"alsace-wine-villages.rte", ReadPcx5, 12, "Route des vins d'Alsace"},
+      {"douro-valley.rte", ReadOziRoute, 7, "Vale do Douro"},
+      {"black-forest.rt2", ReadOziRouteCe, 7, "Hochschwarzwald"},
+      {"col-du-galibier.plt", ReadOziTrack, 8, ""},
+      {"brittany-harbours.wpt", ReadOziWaypoints, 9, ""},
+      {"lake-geneva.upt", ReadMagellan, 7, "lake-geneva"},
   };
   for (const Example& example : examples) {
     const auto path = std::string(CORVANE_SOURCE_FOLDER "/examples/") + std::string(example.name);

@@ -13,12 +13,10 @@ class FileLinesTest : public testing::Test {
   // Reads a file of this content and gives its lines, each behind a "|".
   std::string LinesOf(const std::string& content) {
     std::string lines;
-    const uint32_t status =
-        ReadFileByLine(m_folder.Put("lines.txt", content), [&lines](FileLines& taken) {
-          for (std::string_view line; taken.Next(line);) lines.append("|").append(line);
-          return kStatusSuccess;
-        });
-    EXPECT_EQ(status, kStatusSuccess);
+    InputFile file;
+    EXPECT_EQ(file.Open(m_folder.Put("lines.txt", content)), kStatusSuccess);
+    FileLines taken(file);
+    for (std::string_view line; taken.Next(line);) lines.append("|").append(line);
     return lines;
   }
 
@@ -41,21 +39,6 @@ TEST_F(FileLinesTest, KeepsEveryLineOfAFileThatIsGivenBackMeanwhile) {
     expected += "|" + line;
   }
   EXPECT_TRUE(LinesOf(content) == expected);
-}
-
-TEST_F(FileLinesTest, GivesTheStatusOfWhatTakesTheLines) {
-  EXPECT_EQ(ReadFileByLine(m_folder.Put("lines.txt", "one"), [](FileLines&) { return 11u; }), 11u);
-}
-
-TEST_F(FileLinesTest, FailsWithoutAFile) {
-  bool isAsked = false;
-  EXPECT_EQ(ReadFileByLine(m_folder.WidePathTo("none.txt"),
-                           [&isAsked](FileLines&) {
-                             isAsked = true;
-                             return kStatusSuccess;
-                           }),
-            kStatusFailure);
-  EXPECT_FALSE(isAsked);
 }
 
 }  // namespace

@@ -193,10 +193,10 @@ TEST(XmlReader, ReadsUtf16WithAMarkAndADeclaration) {
 // is left looks little-endian and lacks its last byte.
 TEST(XmlReader, JunkBeforeBigEndianTextEndsInAnErrorAtTheLastTag) {
   RecordingReader reader;
-  EXPECT_EQ(ParseXml(reader, "\xFE\xFF\0<\0a\0>\0x\0<\0/\0a\0>"s), kStatusFailure);
+  EXPECT_THROW(reader.ParseBytes("\xFE\xFF\0<\0a\0>\0x\0<\0/\0a\0>"s), XML_Error);
   EXPECT_THAT(reader.events, ElementsAre("<a"));
   RecordingReader other;
-  EXPECT_EQ(ParseXml(other, "\xFF\xFE<\0a\0>\0x\0<\0/\0a\0>\0"s), kStatusSuccess);
+  other.ParseBytes("\xFF\xFE<\0a\0>\0x\0<\0/\0a\0>\0"s);
   EXPECT_THAT(other.events, ElementsAre("<a", "text x", ">a"));
 }
 
@@ -257,20 +257,35 @@ TEST(XmlReader, ReadsStreams) {
 
 TEST(XmlReader, ReadsFiles) {
   const TemporaryFolder folder;
+  SequentialFile file;
+  ASSERT_EQ(file.Open(folder.Put("a.xml", "\xEF\xBB\xBF<a/>")), 0u);
   RecordingReader reader;
-  EXPECT_EQ(ReadXmlFile(reader, folder.Put("a.xml", "\xEF\xBB\xBF<a/>")), kStatusSuccess);
+  EXPECT_TRUE(reader.ParseFile(file));
   EXPECT_THAT(reader.events, ElementsAre("<a", ">a"));
-  EXPECT_EQ(ReadXmlFile(reader, folder.WidePathTo("none.xml")), kStatusFailure);
-  EXPECT_EQ(ReadXmlFile(reader, folder.Put("empty.xml", "")), kStatusFailure);
 }
 
-TEST(XmlReader, TellsTheDebugLogAboutErrors) {
-  setenv("CORVANE_DEBUG", "1", 1);
-  testing::internal::CaptureStderr();
+TEST(XmlReader, TellsWhereAndWhyADocumentIsNotWellFormed) {
   RecordingReader reader;
-  EXPECT_EQ(ParseXml(reader, "<a>\n</b>"), kStatusFailure);
-  unsetenv("CORVANE_DEBUG");
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "line 2, column 2: mismatched tag\n");
+  EXPECT_EQ(ErrorOf(reader, "<a>\n</b>"), XML_ERROR_TAG_MISMATCH);
+  const XmlFault fault = reader.FaultOf(XML_ERROR_TAG_MISMATCH);
+  EXPECT_EQ(fault.line, 2u);
+  EXPECT_EQ(fault.column, 3u);
+  EXPECT_EQ(fault.text, "mismatched tag");
+}
+
+TEST(XmlReader, EndsWhenTheWatcherSaysSo) {
+  const std::string document = "<a>" + std::string(1000000, 'x') + "</a>";
+  std::vector<uint64_t> told;
+  RecordingReader reader;
+  reader.Watch([&told](uint64_t bytesDone) {
+    told.push_back(bytesDone);
+    return told.size() < 3;
+  });
+  EXPECT_EQ(ErrorOf(reader, document), XML_ERROR_ABORTED);
+  ASSERT_EQ(told.size(), 3u);
+  EXPECT_EQ(told[0], 0u);
+  EXPECT_LT(told[1], told[2]);
+  EXPECT_LT(told[2], document.size());
 }
 
 // Throws from the callback of an element "bad".
@@ -310,7 +325,9 @@ TEST(XmlReader, LongDocumentsAreReadInSlicesWithoutASeam) {
   expected.push_back(">r");
   const TemporaryFolder folder;
   RecordingReader reader;
-  EXPECT_EQ(ReadXmlFile(reader, folder.Put("long.xml", document)), kStatusSuccess);
+  SequentialFile file;
+  ASSERT_EQ(file.Open(folder.Put("long.xml", document)), 0u);
+  EXPECT_TRUE(reader.ParseFile(file));
   EXPECT_TRUE(reader.events == expected);
   EXPECT_TRUE(EventsOf(document) == expected);
 }

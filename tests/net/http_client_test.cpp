@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/last_error.h"
 #include "tests/loopback_server.h"
 
 namespace {
@@ -185,7 +184,7 @@ TEST(HttpClient, CancelInFlightIsNoException) {
   client.Cancel();
   EXPECT_TRUE(client.Request().ClosedEvent().Wait(0));
   EXPECT_TRUE(client.Wait(kWaitForever));
-  EXPECT_EQ(LastError(), 12017u);
+  EXPECT_EQ(client.Request().FailureCode(), 12017u);
   EXPECT_EQ(code, 12017u);
   EXPECT_EQ(sink.Bytes(), "half");
 }

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/binary/autoroute.h"
 #include "io/compound_file.h"
 #include "resources/compound_file_builder.h"
@@ -38,7 +38,7 @@ const Stop kSecond{"B", "B\0"s, {-0x40000000, -0x20000000}, {-0x40000000, -0x200
 
 CGpsRoute ParsedJourney(const std::string& journey, int32_t version) {
   CGpsRoute route;
-  ParseJourney(journey, version, route);
+  ParseJourney(journey, version, route, ContextInPlace());
   return route;
 }
 
@@ -51,7 +51,7 @@ TEST(AutoRouteReader, ReadsTheHeadsOfAllVersions) {
     const auto size = static_cast<size_t>(headSize);
     const std::string journey = JourneyOf(2, kFirst.Bytes(size) + kSecond.Bytes(size));
     PointLists lists;
-    ASSERT_EQ(ParseAutoRoute(MapFile(version, journey), lists), kStatusSuccess);
+    ASSERT_EQ(ParseAutoRoute(MapFile(version, journey), lists, ContextInPlace()), kStatusSuccess);
     ASSERT_EQ(lists.size(), 1u);
     EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
     EXPECT_EQ(lists[0]->name, "");
@@ -135,10 +135,11 @@ TEST(AutoRouteReader, EndsWithTheLastStopThatIsThere) {
   const size_t firstEnd = 32 + 41 + 2 + 4 + 4 + 44;
   const size_t secondEnd = two.size() - 76 + 44;
   for (size_t size = 0; size <= two.size(); ++size) {
-    const ConversionNotes notes;
+    ConversionContext context;
+    const ConversionScope scope(context);
     const CGpsRoute route = ParsedJourney(two.substr(0, size), 12);
     EXPECT_EQ(route.Count(), size < firstEnd ? 0u : size < secondEnd ? 1u : 2u) << size;
-    EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver),
+    EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver),
               size >= 20 && size < secondEnd ? 1u : 0u);
   }
 }
@@ -154,7 +155,7 @@ TEST(AutoRouteReader, SurvivesACutAtEveryByte) {
   const std::string file = MapFile(12, JourneyOf(2, kFirst.Bytes(41) + kSecond.Bytes(41)));
   for (size_t size = 0; size < file.size(); ++size) {
     PointLists lists;
-    const uint32_t status = ParseAutoRoute(file.substr(0, size), lists);
+    const uint32_t status = ParseAutoRoute(file.substr(0, size), lists, ContextInPlace());
     ASSERT_EQ(lists.size(), 1u);
     if (status == kStatusSuccess) {
       EXPECT_EQ(lists[0]->Count(), 2u);
@@ -190,12 +191,12 @@ TEST(AutoRouteReader, ReportsWhatCannotBeRead) {
 
 TEST(AutoRouteReader, TakesFilesWithShortStreams) {
   PointLists lists;
-  EXPECT_EQ(ParseAutoRoute(MapFile(12, ""), lists), kStatusSuccess);
-  EXPECT_EQ(ParseAutoRoute(MapFile(12, "MASM"), lists), kStatusSuccess);
+  EXPECT_EQ(ParseAutoRoute(MapFile(12, ""), lists, ContextInPlace()), kStatusSuccess);
+  EXPECT_EQ(ParseAutoRoute(MapFile(12, "MASM"), lists, ContextInPlace()), kStatusSuccess);
   CompoundFileBuilder withoutVersion;
   withoutVersion.AddStream("Journey", JourneyOf(1, kFirst.Bytes(41)));
   withoutVersion.AddStream(kMapProperties, "");
-  EXPECT_EQ(ParseAutoRoute(withoutVersion.Build(), lists), kStatusSuccess);
+  EXPECT_EQ(ParseAutoRoute(withoutVersion.Build(), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 3u);
   EXPECT_EQ(lists[0]->Count(), 0u);
   EXPECT_EQ(lists[1]->Count(), 0u);
@@ -257,13 +258,15 @@ TEST(PlainJourney, IsReadWhereThereIsNoCompoundFile) {
 
 TEST(PlainJourney, IsRefusedWithoutStopsOrMark) {
   PointLists lists;
-  EXPECT_EQ(ParseAutoRoute(PlainFile(0, PlainStop(1, 2, "a", "a\0"s)), lists), kStatusFailure);
+  EXPECT_EQ(ParseAutoRoute(PlainFile(0, PlainStop(1, 2, "a", "a\0"s)), lists, ContextInPlace()),
+            kStatusFailure);
   std::string unmarked = PlainFile(1, PlainStop(1, 2, "a", "a\0"s));
   unmarked[7] = 'm';
-  EXPECT_EQ(ParseAutoRoute(unmarked, lists), kStatusFailure);
-  EXPECT_EQ(ParseAutoRoute("hereMASM", lists), kStatusFailure);
-  EXPECT_EQ(ParseAutoRoute("hereMASM" + std::string(10, '\0') + "\x01\x01\x01", lists),
-            kStatusFailure);
+  EXPECT_EQ(ParseAutoRoute(unmarked, lists, ContextInPlace()), kStatusFailure);
+  EXPECT_EQ(ParseAutoRoute("hereMASM", lists, ContextInPlace()), kStatusFailure);
+  EXPECT_EQ(
+      ParseAutoRoute("hereMASM" + std::string(10, '\0') + "\x01\x01\x01", lists, ContextInPlace()),
+      kStatusFailure);
   ASSERT_EQ(lists.size(), 4u);
   for (const auto& list : lists) EXPECT_EQ(list->Count(), 0u);
 }
@@ -274,18 +277,21 @@ TEST(PlainJourney, EndsWithTheLastStopThatIsThere) {
   const size_t stopSize = 41 + 3 + 4 + 6 + 20;
   ASSERT_EQ(bytes.size(), 34 + 2 * stopSize);
   for (size_t size = 22; size <= bytes.size(); ++size) {
-    const ConversionNotes notes;
+    ConversionContext context;
+    const ConversionScope scope(context);
     CGpsRoute route;
-    EXPECT_EQ(ParsePlainJourney(bytes.substr(0, size), route), kStatusSuccess);
+    EXPECT_EQ(ParsePlainJourney(bytes.substr(0, size), route, ContextInPlace()), kStatusSuccess);
     const size_t expected = size < 34 + 44 ? 0 : size < 34 + stopSize + 44 ? 1 : 2;
     EXPECT_EQ(route.Count(), expected) << size;
-    EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), expected == 2 ? 0u : 1u);
+    EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), expected == 2 ? 0u : 1u);
   }
   CGpsRoute route;
-  EXPECT_EQ(ParsePlainJourney(PlainFile(INT32_MAX, PlainStop(1, 2, "a", "")), route),
-            kStatusSuccess);
+  EXPECT_EQ(
+      ParsePlainJourney(PlainFile(INT32_MAX, PlainStop(1, 2, "a", "")), route, ContextInPlace()),
+      kStatusSuccess);
   EXPECT_EQ(route.Count(), 1u);
-  EXPECT_EQ(ParsePlainJourney(PlainFile(-1, PlainStop(1, 2, "a", "")), route), kStatusSuccess);
+  EXPECT_EQ(ParsePlainJourney(PlainFile(-1, PlainStop(1, 2, "a", "")), route, ContextInPlace()),
+            kStatusSuccess);
   EXPECT_EQ(route.Count(), 1u);
 }
 

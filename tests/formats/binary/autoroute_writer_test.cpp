@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "formats/binary/autoroute.h"
-#include "platform/last_error.h"
 #include "resources/compound_file_builder.h"
 #include "resources/route_templates.h"
 #include "tests/compound_file_reader.h"
@@ -72,7 +72,7 @@ TEST(AutoRouteTemplates, DifferInTheirSettings) {
 TEST(AutoRouteTemplates, AreRoutesWithoutStops) {
   for (const uint32_t number : {129u, 130u, 131u}) {
     PointLists lists;
-    EXPECT_EQ(ParseAutoRoute(RouteTemplate(number), lists), kStatusSuccess);
+    EXPECT_EQ(ParseAutoRoute(RouteTemplate(number), lists, ContextInPlace()), kStatusSuccess);
     ASSERT_EQ(lists.size(), 1u);
     EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
     EXPECT_EQ(lists[0]->name, "");
@@ -140,7 +140,8 @@ TEST(AutoRouteWriter, CountsTheUnitsOfTheWideName) {
   const std::string cut = RecordBytes(MakeList("", MakePoint(1, 2, name + "x")), 12);
   EXPECT_EQ(cut.substr(40, 11), "\x02x?\xFF\xFE\xFF\x02x\0\x3D\xD8"s);
   PointLists lists;
-  ASSERT_EQ(ParseAutoRoute(MapFile(12, JourneyOf(1, cut)), lists), kStatusSuccess);
+  ASSERT_EQ(ParseAutoRoute(MapFile(12, JourneyOf(1, cut)), lists, ContextInPlace()),
+            kStatusSuccess);
   EXPECT_EQ(lists[0]->At(0).name, "x\uFFFD");
 }
 
@@ -233,7 +234,7 @@ TEST(AutoRouteWriter, KeepsManyStopsInOrder) {
   ASSERT_EQ(FillRouteTemplate(RouteTemplate(129), route, file), kStatusSuccess);
   EXPECT_EQ(CompoundFileReader(file).Streams().size(), 8u);
   PointLists lists;
-  ASSERT_EQ(ParseAutoRoute(file, lists), kStatusSuccess);
+  ASSERT_EQ(ParseAutoRoute(file, lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1000u);
   for (size_t i = 0; i < 1000; ++i) EXPECT_EQ(lists[0]->At(i).name, std::to_string(i));
 }
@@ -242,18 +243,19 @@ TEST(AutoRouteWriter, WritesAnEmptyList) {
   std::string file;
   ASSERT_EQ(FillRouteTemplate(RouteTemplate(131), CGpsRoute(), file), kStatusSuccess);
   PointLists lists;
-  EXPECT_EQ(ParseAutoRoute(file, lists), kStatusSuccess);
+  EXPECT_EQ(ParseAutoRoute(file, lists, ContextInPlace()), kStatusSuccess);
   EXPECT_EQ(lists[0]->Count(), 0u);
 }
 
 TEST(AutoRouteWriter, ReportsAFileThatCannotBeWritten) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder.PathTo("folder.axe"));
-  SetLastError(0);
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(WriteAutoRoute(folder.WidePathTo("none/a.axe"), CGpsRoute(), 0, true), 0x80030002u);
-  EXPECT_EQ(LastError(), uint32_t{kStatusFileNotFound});
+  EXPECT_EQ(context.failure.platformError, uint32_t{kStatusFileNotFound});
   EXPECT_EQ(WriteAutoRoute(folder.WidePathTo("folder.axe"), CGpsRoute(), 0, true), 0x80030005u);
-  EXPECT_EQ(LastError(), uint32_t{kStatusAccessDenied});
+  EXPECT_EQ(context.failure.platformError, uint32_t{kStatusAccessDenied});
 }
 
 }  // namespace

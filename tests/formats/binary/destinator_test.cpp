@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "platform/path_text.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/hex_bytes.h"
@@ -93,7 +93,7 @@ TEST(DestinatorReader, ReadsAllKindsOfRecords) {
                            "View_Link", "Poi...", "Dynamic POI", ""})
     bytes += Saved(kind, kind, "note");
   PointLists lists;
-  EXPECT_EQ(ParseDestinator(bytes, lists), kStatusSuccess);
+  EXPECT_EQ(ParseDestinator(bytes, lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
   EXPECT_EQ(lists[0]->name, "");
@@ -112,7 +112,7 @@ TEST(DestinatorReader, TakesNameAndCommentFromTheFirstTwoTexts) {
   PointLists lists;
   EXPECT_EQ(ParseDestinator(Saved("Poi...", "Name", "Comment") + Saved("Poi...", "", "Second") +
                                 Saved("Poi...", "Only", "") + Saved("Poi...", "", ""),
-                            lists),
+                            lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 4u);
   EXPECT_EQ(lists[0]->points[0].name, "Name");
@@ -128,7 +128,7 @@ TEST(DestinatorReader, ReadsTextOfEveryPlane) {
   const std::string bytes = Hex(kPoiText) + Hex("41 01 3D D8 00 DE 00 00") + Repeat(14, 0) +
                             Repeat(24, 0) + Hex(kMinus1AndAHalf) + Hex(k48AndAHalf) + Repeat(16, 0);
   PointLists lists;
-  EXPECT_EQ(ParseDestinator(bytes, lists), kStatusSuccess);
+  EXPECT_EQ(ParseDestinator(bytes, lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].name, "\u0141\U0001F600");
   EXPECT_EQ(lists[0]->points[0].longitude, -1.5);
@@ -136,10 +136,10 @@ TEST(DestinatorReader, ReadsTextOfEveryPlane) {
 
 TEST(DestinatorReader, KeepsNumbersThatAreNone) {
   PointLists lists;
-  EXPECT_EQ(
-      ParseDestinator(
-          Saved("Poi...", "A", "", "00 00 00 00 00 00 F0 FF", "00 00 00 00 00 00 F8 7F"), lists),
-      kStatusSuccess);
+  EXPECT_EQ(ParseDestinator(
+                Saved("Poi...", "A", "", "00 00 00 00 00 00 F0 FF", "00 00 00 00 00 00 F8 7F"),
+                lists, ContextInPlace()),
+            kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].longitude, -std::numeric_limits<double>::infinity());
   EXPECT_TRUE(std::isnan(lists[0]->points[0].latitude));
@@ -147,20 +147,22 @@ TEST(DestinatorReader, KeepsNumbersThatAreNone) {
 
 TEST(DestinatorReader, UnknownKindEndsTheWalk) {
   PointLists lists;
-  const ConversionNotes notes;
-  EXPECT_EQ(
-      ParseDestinator(
-          Saved("Poi...", "A", "") + Saved("poi...", "B", "") + Saved("Poi...", "C", ""), lists),
-      kStatusSuccess);
+  ConversionContext context;
+  const ConversionScope scope(context);
+  EXPECT_EQ(ParseDestinator(
+                Saved("Poi...", "A", "") + Saved("poi...", "B", "") + Saved("Poi...", "C", ""),
+                lists, ContextInPlace()),
+            kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].name, "A");
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 1u);
 }
 
 TEST(DestinatorReader, KindWithAZeroByteOfAnotherCharacterIsUnknown) {
   // U+5000 ends in a zero byte; "P" comes behind it.
   PointLists lists;
-  EXPECT_EQ(ParseDestinator(Hex("00 50") + Saved("Poi...", "A", ""), lists), kStatusSuccess);
+  EXPECT_EQ(ParseDestinator(Hex("00 50") + Saved("Poi...", "A", ""), lists, ContextInPlace()),
+            kStatusSuccess);
   EXPECT_EQ(lists[0]->Count(), 0u);
 }
 
@@ -186,32 +188,37 @@ TEST(DestinatorReader, KeepsThePointsWhosePositionIsThere) {
   const std::string bytes = first + Saved("Intersection", "B", "");
   for (size_t size = 0; size <= bytes.size(); ++size) {
     PointLists lists;
-    const ConversionNotes notes;
-    ASSERT_EQ(ParseDestinator(std::string_view(bytes).substr(0, size), lists), kStatusSuccess);
+    ConversionContext context;
+    const ConversionScope scope(context);
+    ASSERT_EQ(ParseDestinator(std::string_view(bytes).substr(0, size), lists, ContextInPlace()),
+              kStatusSuccess);
     const size_t count = (size >= first.size() - 16 ? 1 : 0) + (size >= bytes.size() - 16 ? 1 : 0);
     EXPECT_EQ(lists[0]->Count(), count) << size;
     // Bytes that begin a record and do not end it are told of.
     const bool isCut = size != 0 && size < first.size() - 16;
     const bool isNextCut = size > first.size() && size < bytes.size() - 16;
-    EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), isCut || isNextCut ? 1u : 0u) << size;
+    EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), isCut || isNextCut ? 1u : 0u)
+        << size;
   }
 }
 
 TEST(DestinatorReader, TakesLongTextsAndBytesThatMeanNothing) {
   PointLists lists;
   const std::string longText(100000, 'x');
-  EXPECT_EQ(ParseDestinator(Saved("Poi...", longText, longText), lists), kStatusSuccess);
+  EXPECT_EQ(ParseDestinator(Saved("Poi...", longText, longText), lists, ContextInPlace()),
+            kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].name, longText);
   for (const char byte : {'A', '\xFF'}) {
     lists.clear();
-    EXPECT_EQ(ParseDestinator(std::string(100001, byte), lists), kStatusSuccess);
+    EXPECT_EQ(ParseDestinator(std::string(100001, byte), lists, ContextInPlace()), kStatusSuccess);
     EXPECT_EQ(lists[0]->Count(), 0u);
   }
   // Nothing but zeros is one record of no kind and without texts after the other: 74 bytes each,
   // of which the last sixteen may be missing.
   lists.clear();
-  EXPECT_EQ(ParseDestinator(std::string(74 * 3 - 16, '\0'), lists), kStatusSuccess);
+  EXPECT_EQ(ParseDestinator(std::string(74 * 3 - 16, '\0'), lists, ContextInPlace()),
+            kStatusSuccess);
   EXPECT_EQ(lists[0]->Count(), 3u);
 }
 
@@ -219,10 +226,10 @@ TEST(Destinator, WrittenFilesAreNotForReading) {
   // The reader looks for the position 16 bytes behind where the writer puts it and finds the zeros
   // at the end of the record; the record behind it is out of step.
   PointLists lists;
-  EXPECT_EQ(
-      ParseDestinator(
-          Bytes(MakeList("", MakePoint(48.5, 2.25, "Home", "x"), MakePoint(1, 1, "Away"))), lists),
-      kStatusSuccess);
+  EXPECT_EQ(ParseDestinator(
+                Bytes(MakeList("", MakePoint(48.5, 2.25, "Home", "x"), MakePoint(1, 1, "Away"))),
+                lists, ContextInPlace()),
+            kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].name, "Home");
   EXPECT_EQ(lists[0]->points[0].comment, "x");

@@ -7,9 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/binary/mapsource_mps.h"
-#include "platform/last_error.h"
 #include "platform/path_text.h"
 #include "tests/formats/binary/mapsource_bytes.h"
 #include "tests/formats/written_bytes.h"
@@ -136,10 +135,11 @@ TEST(GdbWriter, IgnoresTheSplitLimit) {
 
 TEST(GdbWriter, GivesZeroForAFileThatCannotBeCreated) {
   const TemporaryFolder folder;
-  SetLastError(0);
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(WriteGdb(folder.WidePathTo("missing/a.gdb"), CGpsRoute(), 0, true), kStatusSuccess);
   EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
-  EXPECT_EQ(LastError(), kStatusFileNotFound);
+  EXPECT_EQ(context.failure.platformError, kStatusFileNotFound);
 }
 
 // ---- Reader: records ----
@@ -185,7 +185,8 @@ TEST(GdbReader, RouteTakesThePoolOnlyAndTheFirstOfAName) {
       Record('R', RouteHead("Tour", 5) + LastStop("B", 2) + LastStop("Free", 2) + LastStop("A", 2) +
                       LastStop("b", 2) + LastStop("A", 2));
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
   ASSERT_EQ(lists.size(), 2u);
   EXPECT_EQ(NamesOf(*lists[0]), "Free;");
@@ -196,8 +197,8 @@ TEST(GdbReader, RouteTakesThePoolOnlyAndTheFirstOfAName) {
   EXPECT_EQ(lists[1]->points[1].altitude, 100.0);
   EXPECT_EQ(lists[1]->points[1].comment, "first");
   EXPECT_EQ(lists[1]->points[2].comment, "first");
-  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 2u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kStopWithoutWaypoint), 2u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 0u);
 }
 
 TEST(GdbReader, RouteBeforeItsWaypointsFindsNoStops) {
@@ -245,13 +246,14 @@ TEST(GdbReader, PassesOverEverythingElseInARoutePoint) {
                               Waypoint("B", 8, high) + Record('R', route) +
                               Waypoint("C", 0, place) + End();
     PointLists lists;
-    const ConversionNotes notes;
+    ConversionContext context;
+    const ConversionScope scope(context);
     EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
     ASSERT_EQ(lists.size(), 2u);
     EXPECT_EQ(NamesOf(*lists[1]), "A;A;A;B;") << version.letter;
     EXPECT_EQ(NamesOf(*lists[0]), "C;") << version.letter;
-    EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
-    EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 0u);
+    EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 0u);
+    EXPECT_EQ(context.notes.Count(ConversionNote::kStopWithoutWaypoint), 0u);
   }
 }
 
@@ -413,11 +415,12 @@ TEST(GdbReader, RefusesAnotherMagic) {
 
 TEST(GdbReader, FileOfAnEmptyListLosesTheFrameAndEnds) {
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(Bytes(CGpsRoute()), lists), kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->Count(), 0u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 0u);
 }
 
 TEST(GdbReader, ReadsRoutesWhoseLengthIsOffByAnAltitude) {
@@ -426,13 +429,14 @@ TEST(GdbReader, ReadsRoutesWhoseLengthIsOffByAnAltitude) {
       const auto route = MakeList("Tour", MakePoint(1, 1, "a", "", first),
                                   MakePoint(2, 2, "b", "", 3), MakePoint(3, 3, "c", "", last));
       PointLists lists;
-      const ConversionNotes notes;
+      ConversionContext context;
+      const ConversionScope scope(context);
       EXPECT_EQ(Parse(Bytes(route), lists), kStatusSuccess);
       ASSERT_EQ(lists.size(), 2u);
       EXPECT_EQ(NamesOf(*lists[1]), "a;b;c;");
       EXPECT_EQ(lists[1]->points[0].altitude, first);
       EXPECT_EQ(lists[1]->points[2].altitude, last);
-      EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u) << first << last;
+      EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 0u) << first << last;
     }
   }
 }

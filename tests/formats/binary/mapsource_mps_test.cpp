@@ -7,8 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
-#include "platform/last_error.h"
+#include "conversion/conversion_context.h"
 #include "platform/path_text.h"
 #include "tests/formats/binary/mapsource_bytes.h"
 #include "tests/formats/written_bytes.h"
@@ -144,10 +143,11 @@ TEST(MpsWriter, IgnoresTheSplitLimit) {
 
 TEST(MpsWriter, GivesZeroForAFileThatCannotBeCreated) {
   const TemporaryFolder folder;
-  SetLastError(0);
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(WriteMps(folder.WidePathTo("missing/a.mps"), CGpsRoute(), 0, true), kStatusSuccess);
   EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
-  EXPECT_EQ(LastError(), kStatusFileNotFound);
+  EXPECT_EQ(context.failure.platformError, kStatusFileNotFound);
 }
 
 // ---- Reader: versions ----
@@ -185,7 +185,8 @@ TEST(MpsReader, ReadsEveryVersionsPointsAndRoutes) {
                               Record('R', Text("Tour") + Hex("07 00") + box + Int32(4) + stops) +
                               Waypoint("Behind", 0, kHere, "", letter) + End();
     PointLists lists;
-    const ConversionNotes notes;
+    ConversionContext context;
+    const ConversionScope scope(context);
     EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
     ASSERT_EQ(lists.size(), 2u) << letter;
     EXPECT_EQ(NamesOf(*lists[0]), "Free;Behind;") << letter;
@@ -195,8 +196,8 @@ TEST(MpsReader, ReadsEveryVersionsPointsAndRoutes) {
     EXPECT_EQ(lists[1]->name, "Tour");
     EXPECT_EQ(NamesOf(*lists[1]), "A;B;A;B;") << letter;
     EXPECT_EQ(lists[1]->points[2].comment, "first");
-    EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
-    EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 0u);
+    EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 0u);
+    EXPECT_EQ(context.notes.Count(ConversionNote::kStopWithoutWaypoint), 0u);
   }
 }
 
@@ -258,7 +259,8 @@ TEST(MpsReader, NothingStandsBehindTheApplicationRecord) {
 
 TEST(MpsReader, FreeWaypointsAreNoStops) {
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(HeadOfVersion('i') + Waypoint("A", 0, kHere) +
                       Record('R', RouteHead("", 1) + LastStop("A")),
                   lists),
@@ -266,7 +268,7 @@ TEST(MpsReader, FreeWaypointsAreNoStops) {
   ASSERT_EQ(lists.size(), 2u);
   EXPECT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[1]->Count(), 0u);
-  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kStopWithoutWaypoint), 1u);
 }
 
 // ---- Reader: files that are not whole ----
@@ -355,12 +357,13 @@ TEST(Mps, RoundTripKeepsOrderAndNames) {
 TEST(Mps, EmptyListComesBackAsNoWaypoints) {
   const std::string bytes = Bytes(CGpsRoute());
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindWaypoints);
   EXPECT_EQ(lists[0]->Count(), 0u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 0u);
 }
 
 TEST(Mps, ReadsTheExample) {

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/binary/mapsource_gdb.h"
 #include "tests/formats/binary/mapsource_bytes.h"
 #include "tests/formats/points_in.h"
@@ -41,13 +41,14 @@ TEST(MapSourceReader, NegativeLengthEndsTheWalkAtOnce) {
   const std::string body =
       Text("B") + Int32(0) + Text("") + Repeat(22, 0) + Place(kNorth45, kEast90) + Text("");
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(HeadOfVersion('l') + Waypoint("A", 0, Place(kNorth45, kEast90)) +
                       RecordOfLength(-1, 'W', body) + Waypoint("C", 0, Place(kNorth45, kEast90)),
                   lists),
             kStatusSuccess);
   EXPECT_EQ(NamesOf(*lists[0]), "A;");
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 1u);
 }
 
 TEST(MapSourceReader, FieldsCountAndNotTheLength) {
@@ -101,10 +102,11 @@ TEST(MapSourceReader, KeepsWhatIsWholeOfAFileCutAnywhere) {
 TEST(MapSourceReader, CutRecordsAreNoted) {
   const std::string bytes = HeadOfVersion('l') + Waypoint("A", 0, Place(kNorth45, kEast90));
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(bytes.substr(0, bytes.size() - 20), lists), kStatusSuccess);
   EXPECT_EQ(lists[0]->Count(), 0u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 1u);
 }
 
 TEST(MapSourceReader, HostileCountsEndWithTheFile) {
@@ -135,14 +137,15 @@ TEST(MapSourceReader, RecordsThatAllLeadThroughTheWholeFileComeToAnEnd) {
   std::string bytes = HeadOfVersion('l');
   for (int i = 0; i < 20000; ++i) bytes += RecordOfLength(0, 'T', "");
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
   // What may be read twice: 4 * 100 KB + 1 MB, at 12 bytes a point.
   EXPECT_LT(PointsIn(lists), 150000u);
   // Every track has been cut, and the walk itself.
   const size_t tracks = lists.size() - 1;
   EXPECT_LT(tracks, 20u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), tracks + 1);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), tracks + 1);
 }
 
 TEST(MapSourceReader, CommentsAreNotCopiedWithoutEnd) {
@@ -168,11 +171,12 @@ TEST(MapSourceReader, ListsWithoutPointsAreNotMadeWithoutEnd) {
   std::string bytes = HeadOfVersion('l');
   for (int i = 0; i < 50000; ++i) bytes += route + track;
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
   // 4 * (50000 * 27 + 30) + 2^20 bytes at 1024 a list are 6297.6 lists; the waypoints come before.
   EXPECT_EQ(lists.size(), 6298u + 1u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 1u);
 
   // A thousand of them are no harm, and what follows is read.
   bytes = HeadOfVersion('l');
@@ -188,13 +192,14 @@ TEST(MapSourceReader, FindsStopsAmongVeryManyNames) {
   for (int i = 0; i < 200000; ++i)
     route.points.push_back(MakePoint(i * 0.0005 - 50, i % 360 - 180, "Stop " + std::to_string(i)));
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(BytesOf(WriteGdbBody, route), lists), kStatusSuccess);
   ASSERT_EQ(lists.size(), 2u);
   ASSERT_EQ(lists[1]->Count(), route.Count());
   EXPECT_EQ(lists[1]->points[0].name, "Stop 0");
   EXPECT_EQ(lists[1]->points[199999].name, "Stop 199999");
-  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 0u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kStopWithoutWaypoint), 0u);
 }
 
 TEST(MapSourceReader, TakesALongRecordOfBytesThatMeanNothing) {

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/binary/mapsource_gdb.h"
 #include "tests/formats/binary/mapsource_bytes.h"
 #include "tests/formats/written_bytes.h"
@@ -113,11 +113,12 @@ TEST(MapSourceWriter, NearStopsOfOtherNamesHaveOneWaypoint) {
                        Hex("45 00 00 00") + "W" + Text("C")),
             std::string::npos);
   PointLists lists;
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Parse(bytes, lists), kStatusSuccess);
   ASSERT_EQ(lists.size(), 2u);
   EXPECT_EQ(NamesOf(*lists[1]), "Platform 1;C;");
-  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kStopWithoutWaypoint), 1u);
 }
 
 }  // namespace

@@ -14,8 +14,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
-#include "conversion/country_lookup.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/stopped_clock.h"
@@ -31,7 +30,7 @@ const std::string kIdA = "\x00\xF1\x53\x65"s;
 const std::string kIdB = "\x80\xF8\xA9\x32"s;
 
 // Knows the country of some latitudes, and tells what it was asked.
-class Countries final : public ICountryService {
+class Countries final : public CountryService {
  public:
   uint32_t GetCountryCode(double latitude, double longitude, std::string& countryCode) override {
     asked.push_back(std::to_string(static_cast<int>(latitude)) + "," +
@@ -52,7 +51,9 @@ class Countries final : public ICountryService {
   std::function<void()> onAsked;
 };
 
-std::string Bytes(const CGpsPointArray& list) { return BytesOf(WriteNavigonRouteBody, list); }
+std::string Bytes(const CGpsPointArray& list) {
+  return BytesOf(WriteNavigonRouteBody, list, ContextInPlace());
+}
 
 std::string Int32(int64_t value) {
   StringSink sink;
@@ -96,7 +97,7 @@ std::string Record(const std::vector<std::string>& subRecords, const std::string
 
 CGpsRoute Parsed(const std::string& bytes) {
   PointLists lists;
-  EXPECT_EQ(ParseNavigonRoute(bytes, lists), kStatusSuccess);
+  EXPECT_EQ(ParseNavigonRoute(bytes, lists, ContextInPlace()), kStatusSuccess);
   EXPECT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
   EXPECT_EQ(lists[0]->name, "");
@@ -106,7 +107,9 @@ CGpsRoute Parsed(const std::string& bytes) {
 TEST(NavigonRouteWriter, WritesHeadAndRecords) {
   const StoppedClock clock(kNow);
   Countries countries;
-  const CountryServiceRegistration registration(countries);
+  ConversionContext context;
+  context.lookups.countries = &countries;
+  const ConversionScope scope(context);
   const auto route = MakeList("Trip", MakePoint(48.8566, 2.3522, "Orl\u00e9ans", "lost", 116));
   // The name has 8 bytes. The record: 12 + 12 + 12 + 56 + 12 + 15 + 8 + 16.
   EXPECT_EQ(Bytes(route),
@@ -131,10 +134,11 @@ TEST(NavigonRouteWriter, WritesHeadAndRecords) {
 
 TEST(NavigonRouteWriter, WritesEmptyCountriesWithoutAService) {
   const StoppedClock clock(kNow);
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   const auto route = MakeList("", MakePoint(1, 2, "a"), MakePoint(-3, -4, ""));
   const std::string bytes = Bytes(route);
-  EXPECT_EQ(notes.Count(EConversionNote::kCountryNotFound), 2u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kCountryNotFound), 2u);
   // 12 + 4 + 4 + 4 + 18 + 8 bytes of head, then records of 4 + 133 and 4 + 132.
   ASSERT_EQ(bytes.size(), 50u + 137 + 136);
   EXPECT_EQ(bytes.substr(12, 4), Int32(static_cast<int64_t>(bytes.size()) - 12));
@@ -150,18 +154,19 @@ TEST(NavigonRouteWriter, WritesEmptyCountriesWithoutAService) {
   EXPECT_EQ(read.At(1).latitude, -3.0);
 }
 
-TEST(NavigonRouteWriter, AsksForEachStopInOrder) {
+TEST(NavigonRouteWriter, AsksForEachStopInOrderAndForEachCountryOnce) {
   Countries countries;
-  const CountryServiceRegistration registration(countries);
-  const ConversionNotes notes;
+  ConversionContext context;
+  context.lookups.countries = &countries;
+  const ConversionScope scope(context);
   const auto route = MakeList("", MakePoint(48, 2, "Paris"), MakePoint(46, 3, "Vichy"),
                               MakePoint(44, 20, "Beograd"), MakePoint(-1, 5, "sea"),
                               MakePoint(55, 6, "four letters"), MakePoint(65, 7, "no details"),
                               MakePoint(44, 21, "Ni\u0161"));
   const std::string bytes = Bytes(route);
   EXPECT_EQ(countries.asked, (std::vector<std::string>{"48,2", "FR", "46,3", "44,20", "RS", "-1,5",
-                                                       "55,6", "XX", "65,7", "YY", "44,21", "RS"}));
-  EXPECT_EQ(notes.Count(EConversionNote::kCountryNotFound), 3u);
+                                                       "55,6", "XX", "65,7", "YY", "44,21"}));
+  EXPECT_EQ(context.notes.Count(ConversionNote::kCountryNotFound), 3u);
   size_t position = 0;
   for (const char* country : {"FRA", "FRA", "SRB", "SRB"}) {
     position = bytes.find(Int32(0) + Int32(3) + country, position + 1);
@@ -179,7 +184,9 @@ TEST(NavigonRouteWriter, AsksBeforeItOpensTheFile) {
     EXPECT_EQ(folder.Get("a.route"), "old");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
   };
-  const CountryServiceRegistration registration(countries);
+  ConversionContext context;
+  context.lookups.countries = &countries;
+  const ConversionScope scope(context);
   const auto route = MakeList("", MakePoint(48, 2, "Paris"));
   EXPECT_EQ(WriteNavigonRoute(folder.WidePathTo("a.route"), route, 1, true), kStatusSuccess);
   EXPECT_EQ(countries.asked.size(), 2u);
@@ -312,13 +319,14 @@ TEST(NavigonRouteReader, TakesTheFirstNameAndTheFirstPosition) {
 }
 
 TEST(NavigonRouteReader, DropsPointsWithoutAPosition) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   const CGpsRoute route =
       Parsed(File(4, Record({Position("zero", 0, 0)}) + Record({}, "bare") +
                          Record({SubRecord(10, "x")}) + Record({Position("kept", 1, 2)})));
   ASSERT_EQ(route.Count(), 1u);
   EXPECT_EQ(route.At(0).name, "kept");
-  EXPECT_EQ(notes.Count(EConversionNote::kPointWithoutPosition), 3u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kPointWithoutPosition), 3u);
 }
 
 TEST(NavigonRouteReader, PassesOverTheIdText) {
@@ -340,16 +348,17 @@ TEST(NavigonRouteReader, ComparesTheMagicAndTheSize) {
     std::string damaged = file;
     damaged[i] = static_cast<char>(damaged[i] + 1);
     PointLists lists;
-    EXPECT_EQ(ParseNavigonRoute(damaged, lists), kStatusFailure) << i;
+    EXPECT_EQ(ParseNavigonRoute(damaged, lists, ContextInPlace()), kStatusFailure) << i;
     EXPECT_TRUE(lists.empty());
   }
   for (size_t size = 0; size < file.size(); ++size) {
     PointLists lists;
-    EXPECT_EQ(ParseNavigonRoute(file.substr(0, size), lists), kStatusFailure) << size;
+    EXPECT_EQ(ParseNavigonRoute(file.substr(0, size), lists, ContextInPlace()), kStatusFailure)
+        << size;
   }
   PointLists lists;
-  EXPECT_EQ(ParseNavigonRoute(file + "x", lists), kStatusFailure);
-  EXPECT_EQ(ParseNavigonRoute(kMagic + Int32(-12), lists), kStatusFailure);
+  EXPECT_EQ(ParseNavigonRoute(file + "x", lists, ContextInPlace()), kStatusFailure);
+  EXPECT_EQ(ParseNavigonRoute(kMagic + Int32(-12), lists, ContextInPlace()), kStatusFailure);
 }
 
 TEST(NavigonRouteReader, ReportsAFileThatCannotBeOpened) {
@@ -383,11 +392,12 @@ TEST(NavigonRouteReader, EndsWithTheLastRecordThatIsThere) {
 TEST(NavigonRouteReader, EndsAtOnceForImpossibleLengths) {
   const std::string good = Record({Position("a", 1, 2)});
   for (const int32_t wrong : {-1, -4, INT32_MIN}) {
-    const ConversionNotes notes;
+    ConversionContext context;
+    const ConversionScope scope(context);
     std::string bad = good;
     bad.replace(0, 4, Int32(wrong));
     EXPECT_EQ(Parsed(File(3, good + bad + good)).Count(), 1u) << wrong;
-    EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
+    EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 1u);
     // The record's own name, the count of sub-records, the length of one, the name in one.
     for (const size_t field : {12u, 20u, 36u, 44u}) {
       bad = good;

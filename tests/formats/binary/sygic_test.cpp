@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "platform/path_text.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/hex_bytes.h"
@@ -114,7 +114,7 @@ TEST(SygicMcGuiderWriter, RefusesMorePointsThanItsCountCanTell) {
 
 TEST(SygicReader, ReadsWhatTheWriterWrites) {
   PointLists lists;
-  EXPECT_EQ(ParseSygic(McGuider(ThreeStops()), lists), kStatusSuccess);
+  EXPECT_EQ(ParseSygic(McGuider(ThreeStops()), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
   EXPECT_EQ(lists[0]->name, "");
@@ -131,15 +131,15 @@ TEST(SygicReader, ReadsFilesOfAnotherTimeWhenTheyFit) {
                             Hex(k48AndAHalf) + Hex("09 00 0A 00 41 01 E9 00 3D D8 00 DE 00 00") +
                             Hex(kOne) + Hex(kOne) + Hex("02 00 02 00 00 00");
   PointLists lists;
-  EXPECT_EQ(ParseSygic(bytes, lists), kStatusSuccess);
+  EXPECT_EQ(ParseSygic(bytes, lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   ASSERT_EQ(lists[0]->Count(), 2u);
   EXPECT_EQ(lists[0]->points[0].name, "\u0141\u00e9\U0001F600");
   EXPECT_EQ(lists[0]->points[1].name, "");
 
-  EXPECT_EQ(ParseSygic(bytes + "x", lists), kStatusBadFormat);
+  EXPECT_EQ(ParseSygic(bytes + "x", lists, ContextInPlace()), kStatusBadFormat);
   for (size_t size = 0; size < bytes.size(); ++size)
-    EXPECT_EQ(ParseSygic(bytes.substr(0, size), lists), kStatusBadFormat) << size;
+    EXPECT_EQ(ParseSygic(bytes.substr(0, size), lists, ContextInPlace()), kStatusBadFormat) << size;
   EXPECT_EQ(lists.size(), 1u);
 }
 
@@ -147,8 +147,9 @@ TEST(SygicReader, KeepsWholeRecordsOfAFileOfOurs) {
   const std::string bytes = McGuider(ThreeStops());
   for (size_t size = 0; size <= bytes.size(); ++size) {
     PointLists lists;
-    const ConversionNotes notes;
-    const uint32_t status = ParseSygic(bytes.substr(0, size), lists);
+    ConversionContext context;
+    const ConversionScope scope(context);
+    const uint32_t status = ParseSygic(bytes.substr(0, size), lists, ContextInPlace());
     if (size < 12) {
       EXPECT_EQ(status, kStatusBadFormat) << size;
       EXPECT_TRUE(lists.empty()) << size;
@@ -157,10 +158,10 @@ TEST(SygicReader, KeepsWholeRecordsOfAFileOfOurs) {
     EXPECT_EQ(status, kStatusSuccess) << size;
     ASSERT_EQ(lists.size(), 1u) << size;
     EXPECT_EQ(lists[0]->Count(), (size - 12) / 16) << size;
-    EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), size < bytes.size() ? 1u : 0u);
+    EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), size < bytes.size() ? 1u : 0u);
   }
   PointLists lists;
-  EXPECT_EQ(ParseSygic(bytes + "more", lists), kStatusSuccess);
+  EXPECT_EQ(ParseSygic(bytes + "more", lists, ContextInPlace()), kStatusSuccess);
   EXPECT_EQ(lists[0]->Count(), 3u);
 }
 
@@ -172,7 +173,7 @@ TEST(SygicReader, NamesEndAtTheirSizeOrTheirZeroUnit) {
                            position + Hex("08 00 41 00 00 00 42 00 00 00") +  // one too early
                            position + Hex("03 00 41 00 42") +                 // an odd size
                            position + Hex("00 00"),                           // nothing
-                       lists),
+                       lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 4u);
   EXPECT_EQ(lists[0]->points[0].name, "AB");
@@ -184,8 +185,10 @@ TEST(SygicReader, NamesEndAtTheirSizeOrTheirZeroUnit) {
 TEST(SygicReader, RefusesTheLaterGenerations) {
   PointLists lists;
   for (const CGpsRoute& route : {CGpsRoute(), MakeList("", MakePoint(1, 1, "A")), ThreeStops()}) {
-    EXPECT_EQ(ParseSygic(BytesOf(WriteSygic11Body, route), lists), kStatusBadFormat);
-    EXPECT_EQ(ParseSygic(BytesOf(WriteSygic13Body, route), lists), kStatusBadFormat);
+    EXPECT_EQ(ParseSygic(BytesOf(WriteSygic11Body, route), lists, ContextInPlace()),
+              kStatusBadFormat);
+    EXPECT_EQ(ParseSygic(BytesOf(WriteSygic13Body, route), lists, ContextInPlace()),
+              kStatusBadFormat);
   }
   EXPECT_TRUE(lists.empty());
 }
@@ -201,8 +204,9 @@ TEST(SygicReader, GivesOneForAMissingFileAndBadFormatForAnEmptyOne) {
 TEST(SygicReader, TakesBytesThatMeanNothing) {
   PointLists lists;
   for (const char byte : {'A', '\xFF'})
-    EXPECT_EQ(ParseSygic(std::string(100000, byte), lists), kStatusBadFormat);
-  EXPECT_EQ(ParseSygic(Hex("55 2B C3 03") + Repeat(1000, 0xFF), lists), kStatusSuccess);
+    EXPECT_EQ(ParseSygic(std::string(100000, byte), lists, ContextInPlace()), kStatusBadFormat);
+  EXPECT_EQ(ParseSygic(Hex("55 2B C3 03") + Repeat(1000, 0xFF), lists, ContextInPlace()),
+            kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->Count(), 0u);
 }

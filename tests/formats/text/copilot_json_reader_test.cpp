@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "formats/text/copilot.h"
 #include "markup/json.h"
 #include "tests/formats/text/copilot_reading.h"
@@ -24,7 +25,7 @@ TEST(CoPilot10Reader, ReadsADocument) {
       {"StopInfo":{"Name":"Paris","Address":"Rue X","Longitude":2352220,"Latitude":48856610}},
       {"Id":1,"StopInfo":{"Latitude":-500001.9,"Longitude":-4500000.5,"Address":"Rue Y","Name":""}}
       ]}})",
-                           lists),
+                           lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
@@ -42,8 +43,8 @@ TEST(CoPilot10Reader, ReadsADocument) {
 
 TEST(CoPilot10Reader, CoordinatesThatDoNotFitAreTheSmallestNumber) {
   PointLists lists;
-  ParseCoPilot10(TripOf(StopInfo(R"("Name":"a","Longitude":1e300,"Latitude":2147483647.5)")),
-                 lists);
+  ParseCoPilot10(TripOf(StopInfo(R"("Name":"a","Longitude":1e300,"Latitude":2147483647.5)")), lists,
+                 ContextInPlace());
   EXPECT_EQ(lists[0]->At(0).longitude, -2147.483648);
   EXPECT_EQ(lists[0]->At(0).latitude, 2147.483647);
 }

@@ -5,7 +5,7 @@
 
 #include "base/status.h"
 #include "base/text.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/text/copilot.h"
 #include "tests/formats/text/copilot_reading.h"
 #include "tests/temporary_folder.h"
@@ -178,7 +178,8 @@ TEST(CoPilot6Reader, HexadecimalNumbersAreReadInWideTextToo) {
 }
 
 TEST(CoPilot6Reader, PassesOverKeysOutOfPlace) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   const PointLists lists = Keyed(
       "City=lost\nLongitude=5\nEnd Stop\nStart Trip=first\nStart Trip=second\n"
       "Start Stop=one\nStart Stop=two\nStart Trip=third\nEnd Trip\nCity=C\nEnd Stop\nEnd Stop\n");
@@ -187,7 +188,7 @@ TEST(CoPilot6Reader, PassesOverKeysOutOfPlace) {
   EXPECT_EQ(lists[0]->At(0).name, "C");
   EXPECT_EQ(lists[0]->At(0).longitude, 0.0);
   // Two ends without a stop and a stop inside another.
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 3u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 3u);
 }
 
 TEST(CoPilot6Reader, AStopInsideAnotherKeepsTheOuterName) {
@@ -195,15 +196,17 @@ TEST(CoPilot6Reader, AStopInsideAnotherKeepsTheOuterName) {
 }
 
 TEST(CoPilot6Reader, DropsAStopThatDoesNotEndAndTellsSo) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Keyed(Stop("") + "Start Stop=x\nCity=y\n")[0]->Count(), 1u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 1u);
 }
 
 TEST(CoPilot6Reader, TellsNothingOfARegularFile) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   Keyed(kKeyedSample);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 0u);
 }
 
 TEST(CoPilot6Reader, TakesFilesCutAnywhere) {

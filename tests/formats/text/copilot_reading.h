@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "formats/text/copilot.h"
 #include "markup/json.h"
 
@@ -25,7 +26,7 @@ inline std::string Utf16(std::string_view text, bool bigEndian = false) {
 /// The one list of a file of keys and values.
 inline PointLists Keyed(std::string_view bytes) {
   PointLists lists;
-  EXPECT_EQ(ParseCoPilot6(bytes, lists), kStatusSuccess);
+  EXPECT_EQ(ParseCoPilot6(bytes, lists, ContextInPlace()), kStatusSuccess);
   EXPECT_EQ(lists.size(), 1u);
   return lists;
 }
@@ -38,7 +39,7 @@ inline std::string TripOf(std::string_view stops) {
 /// The code with which a document is refused; `lists` is what it left.
 inline int CodeOf(std::string_view document, PointLists& lists) {
   try {
-    ParseCoPilot10(document, lists);
+    ParseCoPilot10(document, lists, ContextInPlace());
   } catch (const CJsonException& failure) {
     return failure.code;
   }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "formats/text/copilot.h"
 #include "tests/file_content.h"
 #include "tests/formats/text/copilot_reading.h"
@@ -47,7 +48,8 @@ TEST(CoPilot, ReadsTheExamples) {
   EXPECT_EQ(loire[0]->At(5).longitude, 0.688891);
 
   PointLists harz;
-  EXPECT_EQ(ParseCoPilot10(ContentOf(folder + "harz-weekend.trp"), harz), kStatusSuccess);
+  EXPECT_EQ(ParseCoPilot10(ContentOf(folder + "harz-weekend.trp"), harz, ContextInPlace()),
+            kStatusSuccess);
   EXPECT_EQ(harz[0]->name, "Weekend in the Harz");
   ASSERT_EQ(harz[0]->Count(), 6u);
   EXPECT_EQ(harz[0]->At(1).name, "Am Burgberg 1, 38667 Bad Harzburg");

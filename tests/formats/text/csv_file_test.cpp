@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/csv_layout_question.h"
+#include "conversion/conversion_context.h"
 #include "formats/text/csv.h"
 #include "tests/formats/text/csv_reading.h"
 #include "tests/list_builder.h"
@@ -16,13 +16,11 @@ using namespace csv;
 
 class CsvFile : public testing::Test {
  protected:
-  ~CsvFile() override {
-    SetCsvLayoutAsker(nullptr);
-    SetCsvLayoutForRun(ECsvUse::kRead, std::nullopt);
-    SetCsvLayoutForRun(ECsvUse::kWrite, std::nullopt);
-  }
+  CsvLayouts& Layouts() { return m_context.csvLayouts; }
 
   SettingsHome m_home;
+  ConversionContext m_context;
+  const ConversionScope m_scope{m_context};
   TemporaryFolder m_folder;
 };
 
@@ -31,7 +29,7 @@ TEST_F(CsvFile, SilentUsesTheStoredLayouts) {
   StoreCsvLayout(user, ECsvUse::kRead, kInforad);
   StoreCsvLayout(user, ECsvUse::kWrite, kDestinator);
   bool wasAsked = false;
-  SetCsvLayoutAsker([&wasAsked](ECsvUse, CCsvLayout&) { return wasAsked = true; });
+  Layouts().ask = [&wasAsked](ECsvUse, CCsvLayout&) { return wasAsked = true; };
 
   PointLists lists;
   EXPECT_EQ(ReadCsv(m_folder.Put("a.csv", "48,5;2,5;a"), lists, true), kStatusSuccess);
@@ -45,10 +43,10 @@ TEST_F(CsvFile, SilentUsesTheStoredLayouts) {
 }
 
 TEST_F(CsvFile, TheUserIsAskedForTheLayout) {
-  SetCsvLayoutAsker([](ECsvUse use, CCsvLayout& layout) {
+  Layouts().ask = [](ECsvUse use, CCsvLayout& layout) {
     layout = use == ECsvUse::kRead ? kInforad : AllColumns(".", ";");
     return true;
-  });
+  };
   PointLists lists;
   EXPECT_EQ(ReadCsv(m_folder.Put("a.csv", "48,5;2,5;a"), lists, false), kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
@@ -59,7 +57,7 @@ TEST_F(CsvFile, TheUserIsAskedForTheLayout) {
 }
 
 TEST_F(CsvFile, CancellingTheQuestionEndsBoth) {
-  SetCsvLayoutAsker([](ECsvUse, CCsvLayout&) { return false; });
+  Layouts().ask = [](ECsvUse, CCsvLayout&) { return false; };
   PointLists lists;
   EXPECT_EQ(ReadCsv(m_folder.Put("a.csv", "1,2,a"), lists, false), kStatusCancelled);
   EXPECT_TRUE(lists.empty());
@@ -68,7 +66,7 @@ TEST_F(CsvFile, CancellingTheQuestionEndsBoth) {
 }
 
 TEST_F(CsvFile, ALayoutForTheRunGoesBeforeTheStoredOne) {
-  SetCsvLayoutForRun(ECsvUse::kRead, kInforad);
+  Layouts().forReading = kInforad;
   PointLists lists;
   EXPECT_EQ(ReadCsv(m_folder.Put("a.csv", "48,5;2,5;a"), lists, true), kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
@@ -97,11 +95,11 @@ TEST_F(CsvFile, AnEmptyFileIsAnEmptyRoute) {
 TEST_F(CsvFile, AnAbsurdLayoutWritesNothing) {
   CCsvLayout layout;
   layout.commentColumn = kMostCsvColumns + 1;
-  SetCsvLayoutForRun(ECsvUse::kWrite, layout);
+  Layouts().forWriting = layout;
   EXPECT_EQ(WriteCsv(m_folder.WidePathTo("a.csv"), CGpsRoute(), 0, true), kStatusInvalidParameter);
   EXPECT_FALSE(m_folder.Has("a.csv"));
   layout.commentColumn = kMostCsvColumns;
-  SetCsvLayoutForRun(ECsvUse::kWrite, layout);
+  Layouts().forWriting = layout;
   EXPECT_EQ(WriteCsv(m_folder.WidePathTo("a.csv"), CGpsRoute(), 0, true), kStatusSuccess);
   EXPECT_EQ(m_folder.Get("a.csv"),
             "Longitude,Latitude,Name" + std::string(997, ',') + "Comment\r\n");
@@ -112,8 +110,8 @@ TEST_F(CsvFile, RoundTripsInEveryPreset) {
                               MakePoint(-33.868820, -151.209290, "Caf\u00e9; 2|3"),
                               MakePoint(0, 0.000001, ""), MakePoint(90, 180, "\"quoted\""));
   for (const CsvPreset& preset : CsvPresets().first(kManualCsvPreset)) {
-    SetCsvLayoutForRun(ECsvUse::kRead, preset.layout);
-    SetCsvLayoutForRun(ECsvUse::kWrite, preset.layout);
+    Layouts().forReading = preset.layout;
+    Layouts().forWriting = preset.layout;
     PointLists lists;
     ASSERT_EQ(WriteCsv(m_folder.WidePathTo("a.csv"), route, 0, true), kStatusSuccess);
     ASSERT_EQ(ReadCsv(m_folder.WidePathTo("a.csv"), lists, true), kStatusSuccess);

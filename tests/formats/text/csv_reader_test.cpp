@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/text/csv.h"
 #include "tests/formats/text/csv_reading.h"
 #include "tests/list_builder.h"
@@ -23,10 +23,11 @@ std::string NameOf(std::string_view nameField) {
 
 // Counts what a reader tells it has passed over.
 std::pair<uint64_t, uint64_t> NotesOf(std::string_view bytes, const CCsvLayout& layout = {}) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   Parsed(bytes, layout);
-  return {notes.Count(EConversionNote::kLinePassedOver),
-          notes.Count(EConversionNote::kPointWithoutPosition)};
+  return {context.notes.Count(ConversionNote::kLinePassedOver),
+          context.notes.Count(ConversionNote::kPointWithoutPosition)};
 }
 
 // Lines and columns

@@ -20,7 +20,7 @@ inline CCsvLayout AllColumns(const char* decimal = ".", const char* column = ","
 /// The route that a reader gives for these bytes.
 inline CGpsRoute Parsed(std::string_view bytes, const CCsvLayout& layout = {}) {
   PointLists lists;
-  EXPECT_EQ(ParseCsv(bytes, lists, layout), kStatusSuccess);
+  EXPECT_EQ(ParseCsvTable(bytes, lists, layout, ContextInPlace()), kStatusSuccess);
   EXPECT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
   return CGpsRoute(*lists[0]);

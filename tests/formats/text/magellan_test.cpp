@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -34,14 +34,14 @@ std::string Sentences(const CGpsPointArray& list,
 }
 
 struct Parsed {
-  explicit Parsed(std::string_view bytes) : status(ParseMagellan(bytes, lists)) {}
+  explicit Parsed(std::string_view bytes) : status(ParseMagellan(bytes, lists, context)) {}
 
   const CGpsPointArray& Route() const { return *lists.at(0); }
-  uint64_t PassedOver() const { return notes.Count(EConversionNote::kLinePassedOver); }
-  uint64_t Missing() const { return notes.Count(EConversionNote::kStopWithoutWaypoint); }
+  uint64_t PassedOver() const { return context.notes.Count(ConversionNote::kLinePassedOver); }
+  uint64_t Missing() const { return context.notes.Count(ConversionNote::kStopWithoutWaypoint); }
 
   PointLists lists;
-  ConversionNotes notes;
+  ConversionContext context;
   uint32_t status;
 };
 

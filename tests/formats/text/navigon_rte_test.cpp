@@ -49,11 +49,18 @@ class FakeGeocoder : public CGeocoder {
 
 class NavigonLookUp : public testing::Test {
  protected:
-  FakeService service;
+  Reading Parse(std::string_view bytes) {
+    Lookups lookups;
+    lookups.makeGeocoder = [this](int32_t id) {
+      EXPECT_EQ(id, kProviderGoogle);
+      return std::make_unique<FakeGeocoder>(service);
+    };
+    lookups.isOffline = isOffline;
+    return ReadBytes(ParseNavigonRte, bytes, lookups);
+  }
 
- private:
-  GeocoderRegistration m_registration{kProviderGoogle,
-                                      [this] { return std::make_unique<FakeGeocoder>(service); }};
+  FakeService service;
+  bool isOffline = false;
 };
 
 TEST(NavigonWriter, WritesMn5Lines) {
@@ -283,6 +290,29 @@ TEST_F(NavigonLookUp, TakesMissingFieldsOfShortLinesAsEmpty) {
   Parse("a|b\n0|1|2|three\n0|1|2|three|four\n0|1|2|3|n|5|6|7|8|9|7.5\n");
   // The last line has a longitude, which is position enough.
   EXPECT_EQ(service.questions, (std::vector<std::string>{" ", "three ", "three four"}));
+}
+
+TEST_F(NavigonLookUp, AsksEachDistinctQuestionOnce) {
+  service.places["x Paris"] = {MakePoint(48.5, 2.5)};
+  const Reading reading = Parse(
+      "-|-|16|-|x|Paris|-|-|-|-|-|-|-|-|-|\n"
+      "-|-|16|-|x|nowhere|-|-|-|-|-|-|-|-|-|\n"
+      "-|-|16|-|x|Paris|-|-|-|-|-|-|-|-|-|\n"
+      "-|-|16|-|x|nowhere|-|-|-|-|-|-|-|-|-|\n");
+  EXPECT_EQ(service.questions, (std::vector<std::string>{"x Paris", "x nowhere"}));
+  ASSERT_EQ(reading.Count(), 2u);
+  EXPECT_EQ(reading[1].latitude, 48.5);
+  EXPECT_EQ(reading.lookedUp, 4u);
+  EXPECT_EQ(reading.notFound, 2u);
+}
+
+TEST_F(NavigonLookUp, AsksNothingOffline) {
+  isOffline = true;
+  const Reading reading = Parse("-|-|16|-|x|Paris|-|-|-|-|-|-|-|-|-|\n");
+  EXPECT_TRUE(service.questions.empty());
+  EXPECT_EQ(reading.Count(), 0u);
+  EXPECT_EQ(reading.withoutPosition, 1u);
+  EXPECT_EQ(reading.lookedUp, 0u);
 }
 
 TEST_F(NavigonLookUp, NeverAsksForBracketLinesOrKnownPositions) {

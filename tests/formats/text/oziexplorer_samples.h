@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/text/oziexplorer.h"
 
 namespace oziexplorer {
@@ -22,17 +22,15 @@ inline std::string Joined(std::string_view head, std::string_view rest) {
   return std::string(head) + std::string(rest);
 }
 
-using ParseFn = uint32_t (*)(std::string_view, PointLists&);
-
 /// What a parser gives for some bytes.
 struct Parsed {
-  Parsed(ParseFn parse, std::string_view bytes) : status(parse(bytes, lists)) {}
+  Parsed(FormatParseFn parse, std::string_view bytes) : status(parse(bytes, lists, context)) {}
 
   PointLists lists;
-  ConversionNotes notes;
+  ConversionContext context;
   uint32_t status;
 
-  uint64_t PassedOver() const { return notes.Count(EConversionNote::kLinePassedOver); }
+  uint64_t PassedOver() const { return context.notes.Count(ConversionNote::kLinePassedOver); }
 };
 
 }  // namespace oziexplorer

@@ -56,12 +56,12 @@ TEST(OziReaders, TakeZeroBytesAsText) {
   EXPECT_EQ(route.lists[0]->points[0].latitude, 1.0);
 
   const std::string zeros(1000, '\0');
-  for (const ParseFn parse : {ParseOziRoute, ParseOziRouteCe}) {
+  for (const FormatParseFn parse : {ParseOziRoute, ParseOziRouteCe}) {
     const Parsed parsed(parse, zeros);
     EXPECT_EQ(parsed.status, kStatusFailure);
     EXPECT_TRUE(parsed.lists.empty());
   }
-  for (const ParseFn parse : {ParseOziTrack, ParseOziWaypoints}) {
+  for (const FormatParseFn parse : {ParseOziTrack, ParseOziWaypoints}) {
     const Parsed parsed(parse, zeros);
     EXPECT_EQ(parsed.status, kStatusSuccess);
     EXPECT_EQ(parsed.lists[0]->Count(), 0u);

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/text/pcx5.h"
 #include "tests/formats/text/pcx5_samples.h"
 #include "tests/list_builder.h"
@@ -18,12 +18,12 @@ using namespace pcx5;
 using std::string_literals::operator""s;
 
 struct Parsed {
-  explicit Parsed(std::string_view bytes) : status(ParsePcx5(bytes, lists)) {}
+  explicit Parsed(std::string_view bytes) : status(ParsePcx5(bytes, lists, context)) {}
 
   const CGpsPointArray& Route() const { return *lists.at(0); }
 
   PointLists lists;
-  ConversionNotes notes;
+  ConversionContext context;
   uint32_t status;
 };
 
@@ -106,7 +106,7 @@ TEST(Pcx5Reader, PassesOverOtherLinesAndTellsOfTrackPoints) {
                       "T  N48.5734053 E007.7521113\r\n");
   EXPECT_EQ(parsed.status, kStatusSuccess);
   EXPECT_EQ(parsed.Route().Count(), 0u);
-  EXPECT_EQ(parsed.notes.Count(EConversionNote::kLinePassedOver), 1u);
+  EXPECT_EQ(parsed.context.notes.Count(ConversionNote::kLinePassedOver), 1u);
 }
 
 TEST(Pcx5Reader, LearnsColumnsFromTheTitleLine) {

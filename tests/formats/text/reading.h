@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "model/point_list.h"
 
 /// What a reader made of some bytes.
@@ -26,15 +26,16 @@ struct Reading {
 /// Gives `bytes` to `parse` in memory of just their size, so that a sanitizer sees a read behind
 /// the end.
 template <typename Parse>
-Reading ReadBytes(Parse parse, std::string_view bytes) {
+Reading ReadBytes(Parse parse, std::string_view bytes, const Lookups& lookups = {}) {
   const std::vector<char> memory(bytes.begin(), bytes.end());
-  const ConversionNotes notes;
+  ConversionContext context;
+  context.lookups = lookups;
   Reading reading;
-  reading.status = parse({memory.data(), memory.size()}, reading.lists);
-  reading.passedOver = notes.Count(EConversionNote::kLinePassedOver);
-  reading.withoutPosition = notes.Count(EConversionNote::kPointWithoutPosition);
-  reading.lookedUp = notes.Count(EConversionNote::kStopLookedUp);
-  reading.notFound = notes.Count(EConversionNote::kStopNotFound);
+  reading.status = parse({memory.data(), memory.size()}, reading.lists, context);
+  reading.passedOver = context.notes.Count(ConversionNote::kLinePassedOver);
+  reading.withoutPosition = context.notes.Count(ConversionNote::kPointWithoutPosition);
+  reading.lookedUp = context.notes.Count(ConversionNote::kStopLookedUp);
+  reading.notFound = context.notes.Count(ConversionNote::kStopNotFound);
   return reading;
 }
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -112,7 +113,8 @@ TEST(ItnWriter, ReportsAFileThatCannotBeWritten) {
 
 TEST(ItnReader, TakesLinesOfFourTokensOnly) {
   PointLists lists;
-  EXPECT_EQ(ParseItn("123456|4876543|Home\n123456|4876543|Home|\r\n\n1|2|A|4|x|y\n", lists),
+  EXPECT_EQ(ParseItn("123456|4876543|Home\n123456|4876543|Home|\r\n\n1|2|A|4|x|y\n", lists,
+                     ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
@@ -130,7 +132,7 @@ TEST(ItnReader, TakesLinesOfFourTokensOnly) {
 
 TEST(ItnReader, ReadsHexadecimalBehindItsMark) {
   PointLists lists;
-  ParseItn("0x1E240|0x4A7A47|A||", lists);
+  ParseItn("0x1E240|0x4A7A47|A||", lists, ContextInPlace());
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].longitude, 1.23456);
   EXPECT_EQ(lists[0]->points[0].latitude, 48.80967);
@@ -138,7 +140,7 @@ TEST(ItnReader, ReadsHexadecimalBehindItsMark) {
 
 TEST(ItnReader, KeepsStopsWhoseCoordinatesAreNoNumbers) {
   PointLists lists;
-  ParseItn("east|-500000x|A|0|\n|||", lists);
+  ParseItn("east|-500000x|A|0|\n|||", lists, ContextInPlace());
   ASSERT_EQ(lists[0]->Count(), 2u);
   EXPECT_EQ(lists[0]->points[0].longitude, 0.0);
   EXPECT_EQ(lists[0]->points[0].latitude, -5.0);
@@ -147,12 +149,12 @@ TEST(ItnReader, KeepsStopsWhoseCoordinatesAreNoNumbers) {
 
 TEST(ItnReader, WidensNamesWithoutAMarkAndKeepsThemBehindOne) {
   PointLists lists;
-  ParseItn("1|2|Caf\xE9|0|\n", lists);
+  ParseItn("1|2|Caf\xE9|0|\n", lists, ContextInPlace());
   ParseItn(
       "\xEF\xBB\xBF"
       "1|2|Caf\xC3\xA9|0|\n",
-      lists);
-  ParseItn("1|2|Caf\xC3\xA9|0|\n", lists);
+      lists, ContextInPlace());
+  ParseItn("1|2|Caf\xC3\xA9|0|\n", lists, ContextInPlace());
   EXPECT_EQ(lists[0]->points[0].name, "Caf\u00e9");
   EXPECT_EQ(lists[1]->points[0].name, "Caf\u00e9");
   EXPECT_EQ(lists[1]->points[0].longitude, 0.00001);
@@ -163,7 +165,7 @@ TEST(ItnReader, ReadsOtherEncodingsAsBytesBehindTheirMark) {
   PointLists lists;
   EXPECT_EQ(ParseItn("\xFF\xFE"
                      "1|2|\xC3\xA9|4|\r\n",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].longitude, 0.00001);
@@ -172,7 +174,7 @@ TEST(ItnReader, ReadsOtherEncodingsAsBytesBehindTheirMark) {
 
 TEST(ItnReader, ClampsNumbersThatAreTooLarge) {
   PointLists lists;
-  EXPECT_EQ(ParseItn("99999999999|-99999999999|A|0|\n", lists), kStatusSuccess);
+  EXPECT_EQ(ParseItn("99999999999|-99999999999|A|0|\n", lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].longitude, 21474.83647);
   EXPECT_EQ(lists[0]->points[0].latitude, -21474.83648);
@@ -183,11 +185,12 @@ TEST(ItnReader, TakesCutFilesAndLongLines) {
   // A stop counts from the bar behind its name on, at the 6th and at the 16th byte.
   for (size_t length = 0; length <= whole.size(); ++length) {
     PointLists lists;
-    EXPECT_EQ(ParseItn(whole.substr(0, length), lists), kStatusSuccess);
+    EXPECT_EQ(ParseItn(whole.substr(0, length), lists, ContextInPlace()), kStatusSuccess);
     EXPECT_EQ(lists[0]->Count(), length >= 16 ? 2u : length >= 6 ? 1u : 0u) << length;
   }
   PointLists lists;
-  EXPECT_EQ(ParseItn("1|2|" + std::string(1000000, 'x') + "|4|" + std::string(1000000, '|'), lists),
+  EXPECT_EQ(ParseItn("1|2|" + std::string(1000000, 'x') + "|4|" + std::string(1000000, '|'), lists,
+                     ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].name.size(), 1000000u);
@@ -225,7 +228,7 @@ TEST(Ov2Reader, ReadsPoiRecordsAndSkipsTheOthers) {
                             "\x03\x13\x00\x00\x00\xFF\xFF\xFF\xFF\x04\x00\x00\x00"
                             "B\x00more"s;
   PointLists lists;
-  EXPECT_EQ(ParseOv2(bytes, lists), kStatusSuccess);
+  EXPECT_EQ(ParseOv2(bytes, lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindPois);
   ASSERT_EQ(lists[0]->Count(), 2u);
@@ -240,7 +243,7 @@ TEST(Ov2Reader, StopsAtAnUnknownTypeWithThePointsSoFar) {
   PointLists lists;
   EXPECT_EQ(ParseOv2("\x02\x0F\x00\x00\x00\x01\x00\x00\x00\x02\x00\x00\x00"
                      "A\x00\x09"s,
-                     lists),
+                     lists, ContextInPlace()),
             kStatusFailure);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->Count(), 1u);
@@ -248,7 +251,8 @@ TEST(Ov2Reader, StopsAtAnUnknownTypeWithThePointsSoFar) {
 
 TEST(Ov2Reader, AreasOnlyGiveAnEmptyList) {
   PointLists lists;
-  EXPECT_EQ(ParseOv2("\x01" + std::string(20, 'x') + "\x01" + std::string(20, 'y'), lists),
+  EXPECT_EQ(ParseOv2("\x01" + std::string(20, 'x') + "\x01" + std::string(20, 'y'), lists,
+                     ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->Count(), 0u);
@@ -256,8 +260,8 @@ TEST(Ov2Reader, AreasOnlyGiveAnEmptyList) {
 
 TEST(Ov2Reader, EndsAtARecordThatLeadsNowhere) {
   PointLists lists;
-  EXPECT_EQ(ParseOv2("\x00\x00\x00\x00\x00\x02"s, lists), kStatusSuccess);
-  EXPECT_EQ(ParseOv2("\x00\xFB\xFF\xFF\xFF\x02"s, lists), kStatusSuccess);
+  EXPECT_EQ(ParseOv2("\x00\x00\x00\x00\x00\x02"s, lists, ContextInPlace()), kStatusSuccess);
+  EXPECT_EQ(ParseOv2("\x00\xFB\xFF\xFF\xFF\x02"s, lists, ContextInPlace()), kStatusSuccess);
   EXPECT_EQ(lists[0]->Count() + lists[1]->Count(), 0u);
 }
 
@@ -268,7 +272,7 @@ TEST(Ov2Reader, KeepsAPointWhoseRecordLeadsNowhereOrPastTheEnd) {
     EXPECT_EQ(ParseOv2("\x02" + length +
                            "\x01\x00\x00\x00\x02\x00\x00\x00"
                            "A\x00\x09"s,
-                       lists),
+                       lists, ContextInPlace()),
               kStatusSuccess);
     ASSERT_EQ(lists[0]->Count(), 1u);
     EXPECT_EQ(lists[0]->points[0].name, "A");
@@ -281,7 +285,7 @@ TEST(Ov2Reader, DropsARecordWhoseNameIsCutByTheEnd) {
       "AB\x00"s;
   for (size_t length = 0; length <= whole.size(); ++length) {
     PointLists lists;
-    EXPECT_EQ(ParseOv2(whole.substr(0, length), lists), kStatusSuccess);
+    EXPECT_EQ(ParseOv2(whole.substr(0, length), lists, ContextInPlace()), kStatusSuccess);
     EXPECT_EQ(lists[0]->Count(), length == whole.size() ? 1u : 0u) << length;
   }
 }

@@ -7,6 +7,7 @@
 
 #include "base/product.h"
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/gpx_samples.h"
 #include "tests/list_builder.h"
@@ -130,7 +131,7 @@ TEST(DaimlerGpxWriter, WritesFilesAndNeverSplits) {
 // A document that must be well-formed.
 PointLists Parsed(std::string_view document) {
   PointLists lists;
-  EXPECT_EQ(ParseDaimlerGpx(document, lists), kStatusSuccess) << document;
+  EXPECT_EQ(ParseDaimlerGpx(document, lists, ContextInPlace()), kStatusSuccess) << document;
   return lists;
 }
 
@@ -182,7 +183,7 @@ TEST(DaimlerGpxReader, AFileWithoutItsEndKeepsWhatHasEnded) {
   for (size_t length = 0; length <= whole.size(); ++length) {
     PointLists lists;
     const bool isWhole = length >= whole.find(fileEnd) + fileEnd.size();
-    EXPECT_EQ(ParseDaimlerGpx(std::string_view(whole).substr(0, length), lists),
+    EXPECT_EQ(ParseDaimlerGpx(std::string_view(whole).substr(0, length), lists, ContextInPlace()),
               isWhole ? kStatusSuccess : kStatusFailure);
     const size_t expected = (length >= whole.find(routeEnd) + routeEnd.size() ? 1u : 0u) +
                             (length >= whole.find(trackEnd) + trackEnd.size() ? 1u : 0u) +
@@ -227,7 +228,7 @@ TEST(DaimlerGpx, ThePlainReaderFindsNothing) {
   for (const auto writeBody :
        {WriteDaimlerGpx50Body, WriteDaimlerGpx55Body, WriteDaimlerGpxMbuxBody}) {
     PointLists lists;
-    EXPECT_EQ(ParseGpx(BytesOf(writeBody, Trip()), lists), kStatusSuccess);
+    EXPECT_EQ(ParseGpx(BytesOf(writeBody, Trip()), lists, ContextInPlace()), kStatusSuccess);
     EXPECT_TRUE(lists.empty());
   }
 }

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/itinerary_hand_off.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 #include "tests/temporary_folder.h"
@@ -50,10 +50,12 @@ TEST(FreshRouteWriter, HandsTheListOverInsteadOfWriting) {
   EXPECT_EQ(WriteFreshRoute(path, list, 1, true), kStatusNotImplemented);
 
   std::string taken;
-  const ItineraryHandOffRegistration registration([&taken](const CGpsPointArray& given) {
+  ConversionContext context;
+  context.handOff = [&taken](const CGpsPointArray& given) {
     taken += given.name;
     return uint32_t{kStatusAccessDenied};
-  });
+  };
+  const ConversionScope scope(context);
   EXPECT_EQ(WriteFreshRoute(path, list, 1, true), kStatusAccessDenied);
   EXPECT_EQ(taken, "Rhein");
   EXPECT_FALSE(folder.Has("a.freshroute"));
@@ -69,7 +71,7 @@ TEST(FreshRouteReader, ReadsPointsInAnyOrderOfElements) {
                             "<Point><Longitude>7.588996</Longitude><Name>Koblenz</Name>"
                             "<Latitude>50.356943</Latitude></Point>\n"
                             "<Name>Rhein</Name>\n<Point/>\n</Route>",
-                            lists),
+                            lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
@@ -84,7 +86,8 @@ TEST(FreshRouteReader, ReadsPointsInAnyOrderOfElements) {
 
 TEST(FreshRouteReader, PositionsOutsideOfAPointDoNotCount) {
   PointLists lists;
-  ParseFreshRoute("<Route><Latitude>1</Latitude><Longitude>2</Longitude><Point/></Route>", lists);
+  ParseFreshRoute("<Route><Latitude>1</Latitude><Longitude>2</Longitude><Point/></Route>", lists,
+                  ContextInPlace());
   ASSERT_EQ(lists.at(0)->Count(), 1u);
   EXPECT_TRUE(lists[0]->points[0].IsNull());
 }
@@ -93,7 +96,7 @@ TEST(FreshRoute, RoundTripKeepsNamesAndPositions) {
   const auto list = MakeList("Rhein & Mosel", MakePoint(50.356943, 7.588996, "K\u00f6ln <\"'>"),
                              MakePoint(-22.95192, -43.21049, "\u0141\u00f3d\u017a"));
   PointLists lists;
-  EXPECT_EQ(ParseFreshRoute(FreshRouteBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseFreshRoute(FreshRouteBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->name, list.name);
   ASSERT_EQ(lists[0]->Count(), 2u);

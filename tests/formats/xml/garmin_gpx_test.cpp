@@ -6,6 +6,7 @@
 
 #include "base/product.h"
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "formats/xml/gpx.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/gpx_samples.h"
@@ -224,7 +225,7 @@ TEST(GarminGpx, WritesFiles) {
 
 TEST(GarminGpx, ComesBackAsRouteAndWaypoints) {
   PointLists nuvi;
-  EXPECT_EQ(ParseGpx(NuviBytes(Trip(), true), nuvi), kStatusSuccess);
+  EXPECT_EQ(ParseGpx(NuviBytes(Trip(), true), nuvi, ContextInPlace()), kStatusSuccess);
   const std::string positions = " 45.899247,6.129384 -33.86882,-70.5 45.923697,6.869433\n";
   EXPECT_EQ(Outline(nuvi), "route 'Trip & more':" + positions + "waypoints '':" + positions);
   EXPECT_EQ(nuvi[0]->points[0].altitude, 448.5);
@@ -232,7 +233,7 @@ TEST(GarminGpx, ComesBackAsRouteAndWaypoints) {
     for (size_t i = 0; i < 3; ++i) EXPECT_EQ(list->points[i], Trip().points[i]);
   }
   PointLists zumo;
-  EXPECT_EQ(ParseGpx(ZumoBytes(Trip()), zumo), kStatusSuccess);
+  EXPECT_EQ(ParseGpx(ZumoBytes(Trip()), zumo, ContextInPlace()), kStatusSuccess);
   EXPECT_EQ(Outline(zumo), "route 'Trip & more':" + positions);
   EXPECT_EQ(zumo[0]->points[0].altitude, 0.0);
   for (size_t i = 0; i < 3; ++i) EXPECT_EQ(zumo[0]->points[i], Trip().points[i]);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
@@ -51,7 +52,7 @@ TEST(GoPalReader, ReadsDestinations) {
                        " Longitude=\"261555\" Street=\"x\"/>\r\n"
                        "<dest Longitude=\"-4804787\" Latitude=\"-2623267\"/>\r\n"
                        "<dest/>\r\n</tour>\r\n",
-                       lists),
+                       lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
@@ -70,7 +71,7 @@ TEST(GoPalReader, ReadsDestinations) {
 
 TEST(GoPalReader, AppendsAtTheStartOfADestination) {
   PointLists lists;
-  EXPECT_EQ(ParseGoPal("<tour><dest City=\"Paris\">", lists), kStatusFailure);
+  EXPECT_EQ(ParseGoPal("<tour><dest City=\"Paris\">", lists, ContextInPlace()), kStatusFailure);
   ASSERT_EQ(lists.size(), 1u);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].name, "Paris");
@@ -81,7 +82,7 @@ TEST(GoPalReader, ClampsPositionsOutsideOfTheWorld) {
   ParseGoPal(
       "<tour><dest Longitude=\"30000000\" Latitude=\"99999999999\"/>"
       "<dest Longitude=\"-30000000\" Latitude=\"-99999999999\"/></tour>",
-      lists);
+      lists, ContextInPlace());
   ASSERT_EQ(lists.at(0)->Count(), 2u);
   EXPECT_EQ(lists[0]->points[0].longitude, 180.0);
   EXPECT_NEAR(lists[0]->points[0].latitude, 90.0, 1e-9);
@@ -91,7 +92,8 @@ TEST(GoPalReader, ClampsPositionsOutsideOfTheWorld) {
 
 TEST(GoPalReader, PositionsAreWholeNumbers) {
   PointLists lists;
-  ParseGoPal("<tour><dest Longitude=\"261555.9\" Latitude=\"north\"/></tour>", lists);
+  ParseGoPal("<tour><dest Longitude=\"261555.9\" Latitude=\"north\"/></tour>", lists,
+             ContextInPlace());
   ASSERT_EQ(lists.at(0)->Count(), 1u);
   EXPECT_NEAR(lists[0]->points[0].longitude, 2.3522206263607357, 1e-12);
   EXPECT_EQ(lists[0]->points[0].latitude, 0.0);
@@ -101,7 +103,7 @@ TEST(GoPal, ANameWithAnAmpersandCannotBeReadBack) {
   const auto list = MakeList("", MakePoint(48.85661, 2.35222, "Paris"),
                              MakePoint(50.93333, 6.95, "K\u00f6ln & Bonn"), MakePoint(1, 2, "c"));
   PointLists lists;
-  EXPECT_EQ(ParseGoPal(GoPalBytes(list), lists), kStatusFailure);
+  EXPECT_EQ(ParseGoPal(GoPalBytes(list), lists, ContextInPlace()), kStatusFailure);
   ASSERT_EQ(lists.size(), 1u);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].name, "Paris");
@@ -111,7 +113,7 @@ TEST(GoPal, RoundTripKeepsPositionsToTheMetre) {
   const auto list = MakeList("", MakePoint(48.85661, 2.35222, "Ch\u00e2telet"),
                              MakePoint(-22.95192, -43.21049, "Corcovado, 'Rio'"));
   PointLists lists;
-  EXPECT_EQ(ParseGoPal(GoPalBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseGoPal(GoPalBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.at(0)->Count(), 2u);
   for (size_t i = 0; i < 2; ++i) {
     EXPECT_EQ(lists[0]->points[i], list.points[i]);

@@ -7,7 +7,7 @@
 
 #include "base/product.h"
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/gpx_samples.h"
 #include "tests/list_builder.h"
@@ -20,7 +20,7 @@ using std::string_literals::operator""s;
 // A document that must be well-formed.
 PointLists Parsed(std::string_view document) {
   PointLists lists;
-  EXPECT_EQ(ParseGpx(document, lists), kStatusSuccess) << document;
+  EXPECT_EQ(ParseGpx(document, lists, ContextInPlace()), kStatusSuccess) << document;
   return lists;
 }
 
@@ -148,21 +148,23 @@ TEST(GpxReader, TellsElementsApartExactly) {
 }
 
 TEST(GpxReader, PassesOverPointsThatDoNotBelongWhereTheyStand) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(Outline(Parsed("<gpx><rtept lat='1' lon='1'/><trkpt lat='2' lon='2'/>"
                            "<rte><wpt lat='3' lon='3'><name>of the wpt</name></wpt>"
                            "<rtept lat='4' lon='4'/><trkpt lat='5' lon='5'/></rte></gpx>")),
             "route 'of the wpt': 4,4\n");
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 4u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 4u);
 }
 
 TEST(GpxReader, ARouteInsideAnOpenOneTakesItsPlace) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_EQ(
       Outline(Parsed("<gpx><rte><rtept lat='1' lon='1'/><rtept lat='2' lon='2'/>"
                      "<rte><rtept lat='3' lon='3'/></rte><rtept lat='4' lon='4'/></rte></gpx>")),
       "route '': 3,3\n");
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 3u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 3u);
   EXPECT_EQ(Outline(Parsed("<gpx><trk><trkpt lat='1' lon='1'/>"
                            "<rte><rtept lat='2' lon='2'/></rte></trk></gpx>")),
             "route '': 2,2\n");
@@ -193,7 +195,7 @@ TEST(GpxReader, AFileWithoutItsEndKeepsWhatHasEnded) {
   EXPECT_EQ(ParseGpx("<gpx><wpt lat='1' lon='1'/><rte><rtept lat='2' lon='2'/></rte>"
                      "<wpt lat='3' lon='3'/><trk><trkpt lat='4' lon='4'/></trk>"
                      "<rte><rtept lat='5' lon='5'/>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusFailure);
   EXPECT_EQ(Outline(lists), "route '': 2,2\ntrack '': 4,4\n");
 }
@@ -201,7 +203,7 @@ TEST(GpxReader, AFileWithoutItsEndKeepsWhatHasEnded) {
 TEST(GpxReader, AddsToWhatIsThere) {
   PointLists lists;
   AddList<CGpsRoute>(lists);
-  EXPECT_EQ(ParseGpx("<gpx><wpt lat='1' lon='1'/></gpx>", lists), kStatusSuccess);
+  EXPECT_EQ(ParseGpx("<gpx><wpt lat='1' lon='1'/></gpx>", lists, ContextInPlace()), kStatusSuccess);
   EXPECT_EQ(Outline(lists), "route '':\nwaypoints '': 1,1\n");
 }
 
@@ -292,11 +294,12 @@ TEST(GpxReader, ReadsOurExamples) {
 TEST(GpxReader, RejectsWhatIsNoXml) {
   for (const std::string_view bytes : {"", "<", "x", "235222|4856614|Paris|4|\r\n"}) {
     PointLists lists;
-    EXPECT_EQ(ParseGpx(bytes, lists), kStatusFailure);
+    EXPECT_EQ(ParseGpx(bytes, lists, ContextInPlace()), kStatusFailure);
     EXPECT_TRUE(lists.empty());
   }
   PointLists lists;
-  EXPECT_EQ(ParseGpx("<gpx><wpt><name>\0</name></wpt></gpx>"s, lists), kStatusFailure);
+  EXPECT_EQ(ParseGpx("<gpx><wpt><name>\0</name></wpt></gpx>"s, lists, ContextInPlace()),
+            kStatusFailure);
   EXPECT_TRUE(lists.empty());
 }
 
@@ -316,7 +319,7 @@ TEST(GpxReader, AFileCutAnywhereKeepsTheListsThatHaveEnded) {
   const size_t fileEnd = whole.find("</gpx>") + 6;
   for (size_t length = 0; length <= whole.size(); ++length) {
     PointLists lists;
-    EXPECT_EQ(ParseGpx(std::string_view(whole).substr(0, length), lists),
+    EXPECT_EQ(ParseGpx(std::string_view(whole).substr(0, length), lists, ContextInPlace()),
               length < fileEnd ? kStatusFailure : kStatusSuccess);
     EXPECT_EQ(lists.size(), length < routeEnd ? 0u : length < fileEnd ? 1u : 2u) << length;
   }
@@ -418,7 +421,7 @@ TEST(GpxWriter, EscapesNamesAndBreaksCdataAtItsEnd) {
             "<name>&lt;&amp;&apos;&quot;&gt; | = ; \u0141 \U0001F6B2</name>"
             "<desc><![CDATA[x]]>y]]></desc></rtept></rte>");
   PointLists lists;
-  EXPECT_EQ(ParseGpx(GpxBytes(list), lists), kStatusFailure);
+  EXPECT_EQ(ParseGpx(GpxBytes(list), lists, ContextInPlace()), kStatusFailure);
 }
 
 TEST(GpxWriter, WritesFilesAndNeverSplits) {

@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "platform/clock.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
@@ -110,7 +110,7 @@ TEST(RdnReader, ReadsStages) {
                      "</ETAPE>\r\n"
                      "<ETAPE><POSITION>-0.5, -51.25</POSITION></ETAPE>\r\n"
                      "</RANDONNEE>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
@@ -133,7 +133,7 @@ TEST(RdnReader, ReadsStages) {
 CGpsPoint PointAt(const std::string& position) {
   PointLists lists;
   EXPECT_EQ(ParseRdn("<RANDONNEE><ETAPE><POSITION>" + position + "</POSITION></ETAPE></RANDONNEE>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   return lists.at(0)->At(0);
 }
@@ -152,11 +152,12 @@ TEST(RdnReader, EmptyPartsOfAPositionCount) {
 }
 
 TEST(RdnReader, APositionOfOnePartIsNone) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   EXPECT_TRUE(PointAt("").IsNull());
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 0u);
   EXPECT_TRUE(PointAt("1.5").IsNull());
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 1u);
 }
 
 TEST(RdnReader, NothingOutsideOfAStageCounts) {
@@ -164,7 +165,7 @@ TEST(RdnReader, NothingOutsideOfAStageCounts) {
   EXPECT_EQ(ParseRdn("<RANDONNEE><POSITION>1,2</POSITION><ALTITUDE>3</ALTITUDE>"
                      "<DESCRIPTION_ETAPE>no</DESCRIPTION_ETAPE><ETAPE/>"
                      "<POSITION>4,5</POSITION></RANDONNEE>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.at(0)->Count(), 1u);
   EXPECT_TRUE(lists[0]->points[0].IsNull());
@@ -178,10 +179,10 @@ TEST(RdnReader, ReadsAccentsInEveryDeclaredEncoding) {
   PointLists lists;
   ParseRdn("<?xml version=\"1.0\" encoding=\"windows-1252\"" +
                fmt::format(fmt::runtime(rest), "For\xEAt \x80"),
-           lists);
+           lists, ContextInPlace());
   ParseRdn("<?xml version=\"1.0\" encoding=\"UTF-8\"" +
                fmt::format(fmt::runtime(rest), "For\u00eat \u20ac"),
-           lists);
+           lists, ContextInPlace());
   EXPECT_EQ(lists.at(0)->At(0).name, "For\u00eat \u0080");
   EXPECT_EQ(lists.at(1)->At(0).name, "For\u00eat \u20ac");
 }
@@ -191,7 +192,7 @@ TEST(Rdn, RoundTripKeepsAccents) {
       "lost", MakePoint(45.899247, 6.129384, "Ch\u00e2teau <d'Annecy> & c\u00f4te", "", 448),
       MakePoint(-22.95192, -43.21049, "", "", 709.5));
   PointLists lists;
-  EXPECT_EQ(ParseRdn(RdnBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseRdn(RdnBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.at(0)->Count(), 2u);
   for (size_t i = 0; i < 2; ++i) {
     EXPECT_EQ(lists[0]->points[i], list.points[i]);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
@@ -51,7 +52,7 @@ TEST(KlickTelReader, ReadsStations) {
                           "<Station><City>Ulm</City><Point><Latitude>48.401082</Latitude>"
                           "<Longitude>-9.9</Longitude></Point></Station>\n"
                           "<Station/>\n</Stations>\n<RouteOptions/></pkDRoute>",
-                          lists),
+                          lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
@@ -70,7 +71,8 @@ TEST(KlickTelReader, ReadsStations) {
 // How many points a document with one station in these containers gives.
 size_t PointsInside(const std::string& opening, const std::string& closing) {
   PointLists lists;
-  EXPECT_EQ(ParseKlickTel(opening + "<Station><City>a</City></Station>" + closing, lists),
+  EXPECT_EQ(ParseKlickTel(opening + "<Station><City>a</City></Station>" + closing, lists,
+                          ContextInPlace()),
             kStatusSuccess);
   return lists.at(0)->Count();
 }
@@ -89,7 +91,7 @@ TEST(KlickTelReader, EveryCommaIsADecimalMark) {
   ParseKlickTel(
       "<Stations><Station><Latitude>1,5,7</Latitude><Longitude>,25</Longitude></Station>"
       "</Stations>",
-      lists);
+      lists, ContextInPlace());
   ASSERT_EQ(lists.at(0)->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].latitude, 1.5);
   EXPECT_EQ(lists[0]->points[0].longitude, 0.25);
@@ -100,7 +102,7 @@ TEST(KlickTelReader, FieldsOutsideOfAStationDoNotCount) {
   ParseKlickTel(
       "<Stations><City>x</City><Latitude>1,0</Latitude><Station/>"
       "<Longitude>2,0</Longitude></Stations>",
-      lists);
+      lists, ContextInPlace());
   ASSERT_EQ(lists.at(0)->Count(), 1u);
   EXPECT_TRUE(lists[0]->points[0].IsNull());
   EXPECT_EQ(lists[0]->points[0].name, "");
@@ -110,7 +112,7 @@ TEST(KlickTel, RoundTripKeepsNamesAndPositions) {
   const auto list = MakeList("", MakePoint(48.5, 9.057645, "T\u00fcbingen <\"&'>"),
                              MakePoint(-22.95192, -43.21049, "R\u00edo, \u0141\u00f3d\u017a"));
   PointLists lists;
-  EXPECT_EQ(ParseKlickTel(KrtBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseKlickTel(KrtBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.at(0)->Count(), 2u);
   for (size_t i = 0; i < 2; ++i) {
     EXPECT_EQ(lists[0]->points[i], list.points[i]);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "formats/xml/kml.h"
 #include "platform/path_text.h"
 #include "tests/formats/xml/kml_reading.h"
@@ -15,7 +16,7 @@ TEST(Kml, FileOfTwoPointsReadsAsLineAndFolder) {
   const auto list = MakeList("Tour", MakePoint(48.85661, 2.35222, "Paris \"<&'>", "c <&>", 35.5),
                              MakePoint(-22.95192, -43.21049, "Rio"));
   PointLists lists;
-  EXPECT_EQ(ParseKml(KmlBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseKml(KmlBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 2u);
   EXPECT_EQ(lists[0]->GetKind(), kKindTrack);
   EXPECT_EQ(lists[0]->name, "Route (2 waypoints)");

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "formats/xml/kml.h"
 #include "tests/formats/xml/kml_reading.h"
 
@@ -158,9 +158,9 @@ TEST_F(KmlReader, ListsComeInTheOrderOfTheirEnds) {
 
 TEST_F(KmlReader, FormerListsOfTheCallerStay) {
   AddList<CGpsRoute>(m_lists).name = "before";
-  EXPECT_EQ(
-      ParseKml("<Document><Placemark>" + Coordinates("1,2") + "</Placemark></Document>", m_lists),
-      kStatusSuccess);
+  EXPECT_EQ(ParseKml("<Document><Placemark>" + Coordinates("1,2") + "</Placemark></Document>",
+                     m_lists, ContextInPlace()),
+            kStatusSuccess);
   ASSERT_EQ(m_lists.size(), 2u);
   EXPECT_EQ(m_lists[0]->name, "before");
 }
@@ -416,7 +416,7 @@ TEST_F(KmlReader, ReadsAFileOfGoogleEarth) {
                      "\t\t\t\t\t6.974,45.449,0 6.99,45.44,0 7.0313,45.4169,0 \n"
                      "\t\t\t\t</coordinates>\n\t\t\t</LineString>\n\t\t</Placemark>\n"
                      "\t</Folder>\n</Document>\n</kml>\n",
-                     m_lists),
+                     m_lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(m_lists.size(), 2u);
   EXPECT_EQ(m_lists[0]->GetKind(), kKindTrack);
@@ -432,17 +432,19 @@ TEST_F(KmlReader, ReadsAFileOfGoogleEarth) {
 }
 
 TEST_F(KmlReader, OtherKindsOfXmlGiveNothing) {
-  EXPECT_EQ(ParseKml("<gpx><wpt lat=\"1\" lon=\"2\"><name>a</name></wpt></gpx>", m_lists),
+  EXPECT_EQ(ParseKml("<gpx><wpt lat=\"1\" lon=\"2\"><name>a</name></wpt></gpx>", m_lists,
+                     ContextInPlace()),
             kStatusSuccess);
   EXPECT_TRUE(m_lists.empty());
 }
 
 TEST_F(KmlReader, WhiteSpaceBehindTheLastTupleIsNothing) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   LineOf("\n\t\t1,2,3 \n\t\t4,5,6\r\n\t\t");
   ASSERT_EQ(m_lists.size(), 1u);
   EXPECT_EQ(m_lists[0]->Count(), 2u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 0u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 0u);
 }
 
 TEST_F(KmlReader, ARecordedTrackIsATrack) {
@@ -553,17 +555,18 @@ TEST_F(KmlReader, ReadsWhatOtherProgramsDeclare) {
       ParseKml("<?xml version=\"1.0\" encoding=\"windows-1251\"?><kml><Folder><Placemark><name>"
                "\xCC\xEE\xF1\xEA\xE2\xE0</name>" +
                    Coordinates("37.6,55.7") + "</Placemark></Folder></kml>",
-               m_lists),
+               m_lists, ContextInPlace()),
       kStatusSuccess);
   ASSERT_EQ(m_lists.size(), 1u);
   EXPECT_EQ(m_lists[0]->points[0].name, "Москва");
 }
 
 TEST_F(KmlReader, TellsWhatItPassesOver) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   LineOf("1,2 3,4,5 6\t7 0,0,0");
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 2u);
-  EXPECT_EQ(notes.Count(EConversionNote::kPointWithoutPosition), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 2u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kPointWithoutPosition), 1u);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "formats/xml/kml.h"
 #include "tests/formats/written_bytes.h"
 
@@ -25,7 +26,7 @@ class KmlReader : public testing::Test {
   // Reads the content of a kml element without an error.
   const PointLists& Read(const std::string& content) {
     m_lists.clear();
-    EXPECT_EQ(ParseKml("<kml>" + content + "</kml>", m_lists), kStatusSuccess);
+    EXPECT_EQ(ParseKml("<kml>" + content + "</kml>", m_lists, ContextInPlace()), kStatusSuccess);
     return m_lists;
   }
 

@@ -5,6 +5,7 @@
 
 #include "base/product.h"
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "formats/xml/kml.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/kml_reading.h"
@@ -147,7 +148,7 @@ TEST_F(NdriveWriter, ItsFilesRead) {
   PointLists lists;
   EXPECT_EQ(ParseKml(Bytes(MakeList("Tour", MakePoint(48.85661, 2.35222, "Paris & more"),
                                     MakePoint(-22.95192, -43.21049, "Rio"))),
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindWaypoints);

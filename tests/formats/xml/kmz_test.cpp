@@ -22,8 +22,9 @@ class Kmz : public testing::Test {
  protected:
   uint32_t Read(const std::string& bytes) {
     m_lists.clear();
-    CKmlReader reader(m_lists);
-    return ParseKmz(reader, bytes);
+    ConversionContext context;
+    CKmlReader reader(m_lists, context);
+    return ParseKmz(reader, bytes, context);
   }
   // The name of the only stop that was read.
   std::string StopName() { return PointsIn(m_lists) == 1 ? m_lists[0]->points[0].name : "none"; }

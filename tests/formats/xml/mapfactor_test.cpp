@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
@@ -70,7 +71,7 @@ TEST(MapFactorWriter, EscapesNames) {
 // Reads a document without an error.
 PointLists Read(const std::string& document) {
   PointLists lists;
-  EXPECT_EQ(ParseMapFactor(document, lists), kStatusSuccess);
+  EXPECT_EQ(ParseMapFactor(document, lists, ContextInPlace()), kStatusSuccess);
   return lists;
 }
 
@@ -185,7 +186,7 @@ TEST(MapFactorReader, AFaultKeepsTheSetsThatAreComplete) {
   PointLists lists;
   EXPECT_EQ(ParseMapFactor("<routing_points><set><name>a</name></set><set><name>b</name>"
                            "<departure/></routing_points>",
-                           lists),
+                           lists, ContextInPlace()),
             kStatusFailure);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->name, "a");

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
@@ -41,7 +42,7 @@ TEST(MyRoutesReader, ReadsAttributes) {
                              " <location long=\"4.89517\" name=\"Amsterdam\" lat=\"52.37022\"/>\n"
                              " <location lat=\"-1.5\" long=\"-2.5\"></location>\n"
                              " <location/>\n</route>",
-                             lists),
+                             lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
@@ -58,7 +59,8 @@ TEST(MyRoutesReader, ReadsAttributes) {
 
 TEST(MyRoutesReader, AppendsAtTheStartOfALocation) {
   PointLists lists;
-  EXPECT_EQ(ParseMyRoutesXml("<route><location lat=\"1\" long=\"2\">", lists), kStatusFailure);
+  EXPECT_EQ(ParseMyRoutesXml("<route><location lat=\"1\" long=\"2\">", lists, ContextInPlace()),
+            kStatusFailure);
   ASSERT_EQ(lists.size(), 1u);
   ASSERT_EQ(lists[0]->Count(), 1u);
   EXPECT_EQ(lists[0]->points[0].longitude, 2.0);
@@ -66,7 +68,8 @@ TEST(MyRoutesReader, AppendsAtTheStartOfALocation) {
 
 TEST(MyRoutesReader, LocationsStandInsideARoute) {
   PointLists lists;
-  EXPECT_EQ(ParseMyRoutesXml("<places><location lat=\"1\" long=\"2\"/></places>", lists),
+  EXPECT_EQ(ParseMyRoutesXml("<places><location lat=\"1\" long=\"2\"/></places>", lists,
+                             ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->Count(), 0u);
@@ -76,7 +79,7 @@ TEST(MyRoutes, RoundTripKeepsNameAndPositions) {
   const auto list = MakeList("Zomer <\"&'> \u0141\u00f3d\u017a", MakePoint(52.37022, 4.89517),
                              MakePoint(-22.95192, -43.21049));
   PointLists lists;
-  EXPECT_EQ(ParseMyRoutesXml(MyRoutesBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseMyRoutesXml(MyRoutesBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->name, list.name);
   ASSERT_EQ(lists[0]->Count(), 2u);

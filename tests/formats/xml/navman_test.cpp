@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
@@ -64,7 +65,7 @@ TEST(NavmanReader, ReadsItems) {
                         "<entryLat>1</entryLat><entryLong>2</entryLong></Item>\n"
                         "<Item class=\"Location\"></Item>\n"
                         "</MultistopLocations>\n</MultistopLocations>\n",
-                        lists),
+                        lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
@@ -82,7 +83,7 @@ std::string NameOf(const std::string& content) {
   PointLists lists;
   EXPECT_EQ(ParseNavman("<MultistopLocations class=\"LocationList\"><Item class=\"Location\">" +
                             content + "</Item></MultistopLocations>",
-                        lists),
+                        lists, ContextInPlace()),
             kStatusSuccess);
   return lists.at(0)->At(0).name;
 }
@@ -108,7 +109,7 @@ TEST(NavmanReader, ClassesDecide) {
                             "<MultistopLocations class=\"LocationList\"><Item>" +
                             fields + "</Item><Item class=\"location\">" + fields +
                             "</Item></MultistopLocations></MultistopLocations>",
-                        lists),
+                        lists, ContextInPlace()),
             kStatusSuccess);
   EXPECT_EQ(lists.at(0)->Count(), 0u);
 }
@@ -118,7 +119,7 @@ TEST(NavmanReader, LocationListEndsWithItsElement) {
   PointLists lists;
   ParseNavman("<MultistopLocations><MultistopLocations class=\"LocationList\">" + item +
                   "</MultistopLocations>" + item + "</MultistopLocations>",
-              lists);
+              lists, ContextInPlace());
   EXPECT_EQ(lists.at(0)->Count(), 1u);
 }
 
@@ -127,7 +128,7 @@ TEST(NavmanReader, FieldsOutsideOfAnItemDoNotCount) {
   ParseNavman(
       "<MultistopLocations class=\"LocationList\"><name>x</name><lat>1</lat>"
       "<Item class=\"Location\"/><long>1</long></MultistopLocations>",
-      lists);
+      lists, ContextInPlace());
   ASSERT_EQ(lists.at(0)->Count(), 1u);
   EXPECT_TRUE(lists[0]->points[0].IsNull());
   EXPECT_EQ(lists[0]->points[0].name, "");
@@ -138,7 +139,7 @@ TEST(Navman, FileOfTwoPointsReadsAsThree) {
   const auto list = MakeList("", MakePoint(48.85661, 2.35222, "Paris \"<&'>"),
                              MakePoint(-22.95192, -43.21049, "Corcovado"));
   PointLists lists;
-  EXPECT_EQ(ParseNavman(NavmanBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseNavman(NavmanBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.at(0)->Count(), 3u);
   EXPECT_TRUE(lists[0]->points[0].IsNull());
   EXPECT_EQ(lists[0]->points[0].name, "");

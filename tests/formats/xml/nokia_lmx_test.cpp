@@ -7,6 +7,7 @@
 
 #include "base/product.h"
 #include "base/status.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
@@ -70,7 +71,7 @@ TEST(LmxReader, ReadsLandmarksInAnyOrderOfElements) {
                      "<lm:name>Helsinki</lm:name></lm:landmark>\n"
                      "<lm:landmark><lm:category><lm:id>9</lm:id></lm:category></lm:landmark>\n"
                      "</lm:landmarkCollection></lm:lmx>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
@@ -94,7 +95,7 @@ TEST(LmxReader, FirstNameOutsideOfLandmarksNamesTheList) {
   ParseLmx(
       "<lm:lmx><lm:name></lm:name><lm:landmark><lm:name>point</lm:name></lm:landmark>"
       "<lm:name>first</lm:name><lm:name>second</lm:name></lm:lmx>",
-      lists);
+      lists, ContextInPlace());
   ASSERT_EQ(lists.at(0)->Count(), 1u);
   EXPECT_EQ(lists[0]->name, "first");
   EXPECT_EQ(lists[0]->points[0].name, "point");
@@ -105,7 +106,7 @@ TEST(LmxReader, NumbersOutsideOfALandmarkDoNotCount) {
   ParseLmx(
       "<lm:lmx><lm:latitude>1</lm:latitude><lm:longitude>2</lm:longitude>"
       "<lm:altitude>3</lm:altitude><lm:landmark/><lm:latitude>4</lm:latitude></lm:lmx>",
-      lists);
+      lists, ContextInPlace());
   ASSERT_EQ(lists.at(0)->Count(), 1u);
   EXPECT_TRUE(lists[0]->points[0].IsNull());
   EXPECT_EQ(lists[0]->points[0].altitude, 0.0);
@@ -113,7 +114,8 @@ TEST(LmxReader, NumbersOutsideOfALandmarkDoNotCount) {
 
 TEST(LmxReader, NamesWithoutThePrefixAreOthers) {
   PointLists lists;
-  EXPECT_EQ(ParseLmx("<lmx><landmark><name>x</name></landmark></lmx>", lists), kStatusSuccess);
+  EXPECT_EQ(ParseLmx("<lmx><landmark><name>x</name></landmark></lmx>", lists, ContextInPlace()),
+            kStatusSuccess);
   EXPECT_EQ(lists.at(0)->Count(), 0u);
 }
 
@@ -123,7 +125,7 @@ TEST(Lmx, RoundTripKeepsEverything) {
                MakePoint(60.16985, 24.938379, "Helsinki <\"'>", "line 1\nline 2 & <b>", 25.5),
                MakePoint(-22.95192, -43.21049, "\U0001F600", "", -3.0));
   PointLists lists;
-  EXPECT_EQ(ParseLmx(LmxBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseLmx(LmxBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.at(0)->Count(), 2u);
   EXPECT_EQ(lists[0]->name, list.name);
   for (size_t i = 0; i < 2; ++i) {

@@ -9,7 +9,7 @@
 
 #include "base/product.h"
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "platform/path_text.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
@@ -86,7 +86,7 @@ class OsmReader : public testing::Test {
   // Reads the content of an osm element without an error.
   const PointLists& Read(const std::string& content) {
     m_lists.clear();
-    EXPECT_EQ(ParseOsm("<osm>" + content + "</osm>", m_lists), kStatusSuccess);
+    EXPECT_EQ(ParseOsm("<osm>" + content + "</osm>", m_lists, ContextInPlace()), kStatusSuccess);
     return m_lists;
   }
 
@@ -166,13 +166,14 @@ TEST_F(OsmReader, AWayWithoutNodesIsAnEmptyRoute) {
 }
 
 TEST_F(OsmReader, AWayFindsOnlyNodesInFrontOfIt) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   Read(Node("1", "1") + Way({"1", "2", "3"}) + Node("2", "2") + Way({"2", "4"}));
   ASSERT_EQ(m_lists.size(), 3u);
   EXPECT_EQ(Latitudes(0), Values{1});
   EXPECT_EQ(Latitudes(1), Values{2});
   EXPECT_EQ(Latitudes(2), (Values{1, 2}));
-  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 3u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kStopWithoutWaypoint), 3u);
 }
 
 TEST_F(OsmReader, IdsHave64Bits) {
@@ -238,11 +239,12 @@ TEST_F(OsmReader, ANodeInAWay) {
 }
 
 TEST_F(OsmReader, ANodeInAWayCountsForWhatFollows) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   Read(Node("1", "1") + "<way id=\"50\"><nd ref=\"1\"/><nd ref=\"2\"/>" + Node("1", "3") +
        Node("2", "4") + "<nd ref=\"1\"/><nd ref=\"2\"/></way>");
   EXPECT_EQ(Latitudes(0), (Values{1, 3, 4}));
-  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), 1u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kStopWithoutWaypoint), 1u);
 }
 
 TEST_F(OsmReader, WaysOfManyNodes) {
@@ -254,7 +256,8 @@ TEST_F(OsmReader, WaysOfManyNodes) {
     if (i % 100 != 99) content += Node(id, id);
     references.insert(references.begin(), id);
   }
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   for (size_t count = 0; count <= kNodes; ++count) {
     references.resize(kNodes - count);
     content += Way(references);
@@ -273,7 +276,7 @@ TEST_F(OsmReader, WaysOfManyNodes) {
     }
     ASSERT_EQ(Latitudes(count), expected) << count;
   }
-  EXPECT_EQ(notes.Count(EConversionNote::kStopWithoutWaypoint), missing);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kStopWithoutWaypoint), missing);
 }
 
 TEST_F(OsmReader, ANodeInANodeLeavesABlankOne) {
@@ -302,7 +305,8 @@ TEST_F(OsmReader, AWayInAWayEndsBoth) {
 
 TEST_F(OsmReader, FormerListsOfTheCallerStay) {
   AddList<CGpsTrack>(m_lists).name = "before";
-  EXPECT_EQ(ParseOsm("<osm><tag k=\"name\" v=\"x\"/>" + Node("1", "1") + "</osm>", m_lists),
+  EXPECT_EQ(ParseOsm("<osm><tag k=\"name\" v=\"x\"/>" + Node("1", "1") + "</osm>", m_lists,
+                     ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(m_lists.size(), 2u);
   EXPECT_EQ(m_lists[0]->name, "before");
@@ -331,7 +335,7 @@ TEST_F(OsmReader, ReadsAnExtract) {
           "  <member type=\"node\" ref=\"298884269\" role=\"\"/>\n"
           "  <member type=\"way\" ref=\"26659127\" role=\"\"/>\n"
           "  <tag k=\"name\" v=\"Line 1\"/>\n </relation>\n</osm>\n",
-          m_lists),
+          m_lists, ContextInPlace()),
       kStatusSuccess);
   ASSERT_EQ(m_lists.size(), 2u);
   EXPECT_EQ(m_lists[0]->name, "Am Strand");
@@ -342,9 +346,9 @@ TEST_F(OsmReader, ReadsAnExtract) {
 }
 
 TEST_F(OsmReader, AFaultKeepsTheWaysAndDropsTheNodes) {
-  EXPECT_EQ(
-      ParseOsm("<osm>" + Node("1", "1") + Way({"1"}) + "<way id=\"60\"><nd ref=\"1\"/>", m_lists),
-      kStatusFailure);
+  EXPECT_EQ(ParseOsm("<osm>" + Node("1", "1") + Way({"1"}) + "<way id=\"60\"><nd ref=\"1\"/>",
+                     m_lists, ContextInPlace()),
+            kStatusFailure);
   ASSERT_EQ(m_lists.size(), 2u);
   EXPECT_EQ(m_lists[0]->name, "50");
   EXPECT_EQ(Latitudes(0), Values{1});
@@ -355,7 +359,7 @@ TEST_F(OsmReader, AFaultKeepsTheWaysAndDropsTheNodes) {
 TEST_F(OsmReader, NothingThatIsNoXmlParses) {
   for (const std::string& bytes :
        {""s, "<"s, "x"s, "\0"s, "\xEF\xBB\xBF"s, "no tags at all"s, "<osm>"s, "<osm/><osm/>"s}) {
-    EXPECT_EQ(ParseOsm(bytes, m_lists), kStatusFailure) << bytes;
+    EXPECT_EQ(ParseOsm(bytes, m_lists, ContextInPlace()), kStatusFailure) << bytes;
     EXPECT_TRUE(m_lists.empty());
   }
 }
@@ -365,7 +369,8 @@ TEST_F(OsmReader, CutAnywhereItFails) {
   std::vector<size_t> counts = {0};
   for (size_t length = 0; length < sample.size(); ++length) {
     m_lists.clear();
-    EXPECT_EQ(ParseOsm(std::string_view(sample).substr(0, length), m_lists), kStatusFailure);
+    EXPECT_EQ(ParseOsm(std::string_view(sample).substr(0, length), m_lists, ContextInPlace()),
+              kStatusFailure);
     EXPECT_LE(m_lists.size(), 1u);
     const size_t count = m_lists.empty() ? 0 : m_lists[0]->Count();
     if (count != counts.back()) counts.push_back(count);
@@ -378,12 +383,13 @@ TEST_F(OsmReader, ZeroBytesAreFaults) {
   for (size_t i = 1; i < sample.size(); ++i) {
     std::string faulty = sample;
     faulty[i] = '\0';
-    EXPECT_EQ(ParseOsm(faulty, m_lists), kStatusFailure) << i;
+    EXPECT_EQ(ParseOsm(faulty, m_lists, ContextInPlace()), kStatusFailure) << i;
   }
 }
 
 TEST_F(OsmReader, OtherKindsOfXmlGiveNothing) {
-  EXPECT_EQ(ParseOsm("<gpx><wpt lat=\"1\" lon=\"2\"><name>a</name></wpt></gpx>", m_lists),
+  EXPECT_EQ(ParseOsm("<gpx><wpt lat=\"1\" lon=\"2\"><name>a</name></wpt></gpx>", m_lists,
+                     ContextInPlace()),
             kStatusSuccess);
   EXPECT_TRUE(m_lists.empty());
 }
@@ -406,7 +412,7 @@ TEST_F(OsmReader, IdsMadeToCollideAreNotSlow) {
 TEST_F(OsmReader, HostileNesting) {
   std::string document;
   for (int i = 0; i < 300'000; ++i) document += "<node id=\"1\"><way id=\"1\">";
-  EXPECT_EQ(ParseOsm(document, m_lists), kStatusFailure);
+  EXPECT_EQ(ParseOsm(document, m_lists, ContextInPlace()), kStatusFailure);
   EXPECT_EQ(m_lists.size(), 300'000u);
 }
 
@@ -416,20 +422,22 @@ TEST_F(OsmReader, LongTextsAreNotCopiedWithoutEnd) {
                            "\"/><tag k=\"note\" v=\"c\"/></node>";
   std::string references;
   for (int i = 0; i < 100'000; ++i) references += "<nd ref=\"1\"/><nd ref=\"2\"/>";
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   Read(node + "<node id=\"2\"><tag k=\"name\" v=\"" + std::string(64, 'x') + "\"/></node>" +
        "<way id=\"3\">" + references + "</way>");
   ASSERT_EQ(m_lists.size(), 2u);
   EXPECT_EQ(m_lists[0]->Count(), 100'005u);
   EXPECT_EQ(m_lists[0]->points[4].name.size(), 1'000'000u);
   EXPECT_EQ(m_lists[0]->points[10].name.size(), 64u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 99'995u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 99'995u);
 }
 
 TEST_F(OsmReader, LongTexts) {
   const std::string name(1'000'000, 'n');
-  EXPECT_EQ(ParseOsm(OsmBytes(MakeList(name, MakePoint(1, 2, name, name))), m_lists),
-            kStatusSuccess);
+  EXPECT_EQ(
+      ParseOsm(OsmBytes(MakeList(name, MakePoint(1, 2, name, name))), m_lists, ContextInPlace()),
+      kStatusSuccess);
   ASSERT_EQ(m_lists.size(), 2u);
   EXPECT_EQ(m_lists[0]->name, name);
   EXPECT_EQ(m_lists[1]->At(0).comment, name);
@@ -439,7 +447,7 @@ TEST(Osm, FileOfTwoPointsReadsAsRouteAndNodes) {
   const auto list = MakeList("Tour", MakePoint(48.85661, 2.35222, "Paris \"<&'>", "c <&>", 35.5),
                              MakePoint(-22.95192, -43.21049, "Rio"));
   PointLists lists;
-  EXPECT_EQ(ParseOsm(OsmBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseOsm(OsmBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 2u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
   EXPECT_EQ(lists[0]->name, "Tour");

@@ -21,7 +21,7 @@ constexpr PointFormat kStops{.listNameElement = "title",
                              .elements = kElements};
 
 uint32_t ParseStops(std::string_view document, PointLists& lists) {
-  return ParsePoints(document, lists, kStops);
+  return ParsePoints(document, lists, kStops, ContextInPlace());
 }
 
 // The same stops in trips of a class.
@@ -36,7 +36,7 @@ constexpr PointFormat kPlannedStops{.containers = kContainers,
 // The names of the points of a document.
 std::string PlannedStops(std::string_view document) {
   PointLists lists;
-  EXPECT_EQ(ParsePoints(document, lists, kPlannedStops), kStatusSuccess);
+  EXPECT_EQ(ParsePoints(document, lists, kPlannedStops, ContextInPlace()), kStatusSuccess);
   std::string names;
   for (const CGpsPoint& point : lists.at(0)->points) names += point.name;
   return names;
@@ -102,7 +102,8 @@ TEST(PointElementReader, PointIsAppendedAtItsEnd) {
 TEST(PointElementReader, PointWithoutElementsIsAppendedAtItsStart) {
   constexpr PointFormat kMarks{.point = {"mark"}, .attributes = kAttributes};
   PointLists lists;
-  EXPECT_EQ(ParsePoints("<trip><mark name=\"A\"/><mark name=\"B\"><lon>2</lon>", lists, kMarks),
+  EXPECT_EQ(ParsePoints("<trip><mark name=\"A\"/><mark name=\"B\"><lon>2</lon>", lists, kMarks,
+                        ContextInPlace()),
             kStatusFailure);
   ASSERT_EQ(lists.at(0)->Count(), 2u);
   EXPECT_EQ(lists[0]->points[1].name, "B");
@@ -115,7 +116,8 @@ TEST(PointElementReader, FinishesEachPointOnce) {
                                  .elements = kElements,
                                  .finish = [](CGpsPoint& point) { point.name += "!"; }};
   PointLists lists;
-  ParsePoints("<trip><stop name=\"A\"/><stop><title>B</title></stop></trip>", lists, kCounted);
+  ParsePoints("<trip><stop name=\"A\"/><stop><title>B</title></stop></trip>", lists, kCounted,
+              ContextInPlace());
   ASSERT_EQ(lists.at(0)->Count(), 2u);
   EXPECT_EQ(lists[0]->points[0].name, "A!");
   EXPECT_EQ(lists[0]->points[1].name, "B!");
@@ -148,8 +150,9 @@ TEST(PointElementReader, NamesTheListOnce) {
   ParsePoints(
       "<x><title>outside</title><tour><title/><stop class=\"place\"><title>A</title></stop>"
       "<title>first</title><title>second</title></tour><tour name=\"third\"/></x>",
-      lists, kPlannedStops);
-  ParsePoints("<tour name=\"attribute\"><title>element</title></tour>", lists, kPlannedStops);
+      lists, kPlannedStops, ContextInPlace());
+  ParsePoints("<tour name=\"attribute\"><title>element</title></tour>", lists, kPlannedStops,
+              ContextInPlace());
   EXPECT_EQ(lists.at(0)->name, "first");
   EXPECT_EQ(lists.at(1)->name, "attribute");
 }

@@ -33,7 +33,7 @@ struct SmallFormat {
   std::string_view name;
   FormatReadFn read;
   FormatWriteFn write;
-  uint32_t (*parse)(std::string_view bytes, PointLists& lists);
+  FormatParseFn parse;
   void (*writeBody)(ByteSink& sink, const CGpsPointArray& list);
   std::string_view root;
 
@@ -158,7 +158,7 @@ class SmallFormats : public testing::TestWithParam<SmallFormat> {
 
   uint32_t Parse(std::string_view bytes) {
     m_lists.clear();
-    return GetParam().parse(bytes, m_lists);
+    return GetParam().parse(bytes, m_lists, ContextInPlace());
   }
 
   const CGpsRoute kSamplePoints =

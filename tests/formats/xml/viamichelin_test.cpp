@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "conversion/conversion_notes.h"
+#include "conversion/conversion_context.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/list_builder.h"
 
@@ -64,7 +64,7 @@ TEST(XvmReader, ReadsItinerariesAndFreePoints) {
                              "<description>First</description>\n</itinerary>\n"
                              "<itinerary name=\"Second\"/>\n"
                              "<poi latitude=\"5\"/>\n</poi_list>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 3u);
 
@@ -99,21 +99,22 @@ TEST(XvmReader, ReadsItinerariesAndFreePoints) {
 
 TEST(XvmReader, MakesNoWaypointListWithoutFreePoints) {
   PointLists lists;
-  EXPECT_EQ(ParseXvm("<poi_list><itinerary name=\"only\"/></poi_list>", lists), kStatusSuccess);
+  EXPECT_EQ(ParseXvm("<poi_list><itinerary name=\"only\"/></poi_list>", lists, ContextInPlace()),
+            kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->GetKind(), kKindRoute);
 }
 
 TEST(XvmReader, GivesNoListsForADocumentWithNothingInIt) {
   PointLists lists;
-  EXPECT_EQ(ParseXvm("<poi_list/>", lists), kStatusSuccess);
+  EXPECT_EQ(ParseXvm("<poi_list/>", lists, ContextInPlace()), kStatusSuccess);
   EXPECT_TRUE(lists.empty());
 }
 
 TEST(XvmReader, PointsInsideAPointRepeatIt) {
   PointLists lists;
   EXPECT_EQ(ParseXvm("<poi_list><poi name=\"a\"><poi name=\"b\" latitude=\"1\"/></poi></poi_list>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.at(0)->Count(), 2u);
   EXPECT_EQ(lists[0]->points[0].name, "b");
@@ -130,10 +131,12 @@ TEST(XvmReader, LongTextsAreNotRepeatedWithoutEnd) {
   points += "<poi name=\"" + text + "\"><description>" + text + "</description>";
   for (int i = 0; i < 10'000; ++i) points += "</poi>";
   PointLists lists;
-  const ConversionNotes notes;
-  EXPECT_EQ(ParseXvm("<poi_list>" + points + "</poi_list>", lists), kStatusSuccess);
+  ConversionContext context;
+  const ConversionScope scope(context);
+  EXPECT_EQ(ParseXvm("<poi_list>" + points + "</poi_list>", lists, ContextInPlace()),
+            kStatusSuccess);
   EXPECT_EQ(lists.at(0)->Count(), 5u);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 9'995u);
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 9'995u);
 }
 
 TEST(XvmReader, StepsStandInsideAndFreePointsOutsideOfItineraries) {
@@ -143,7 +146,7 @@ TEST(XvmReader, StepsStandInsideAndFreePointsOutsideOfItineraries) {
                      "<description>of nobody</description></poi>"
                      "<step name=\"s\" latitude=\"5\" longitude=\"6\"/></itinerary>"
                      "<step name=\"late\" latitude=\"7\" longitude=\"8\"/></poi_list>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   ASSERT_EQ(lists[0]->Count(), 1u);
@@ -157,7 +160,7 @@ TEST(XvmReader, FaultKeepsFinishedItinerariesOnly) {
   PointLists lists;
   EXPECT_EQ(ParseXvm("<poi_list>" + poi + "<itinerary name=\"done\">" + step +
                          "</itinerary><itinerary name=\"open\">" + step + "</poi_list>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusFailure);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->name, "done");
@@ -165,11 +168,12 @@ TEST(XvmReader, FaultKeepsFinishedItinerariesOnly) {
 }
 
 TEST(XvmReader, StrayPointsAreNoted) {
-  const ConversionNotes notes;
+  ConversionContext context;
+  const ConversionScope scope(context);
   PointLists lists;
   ParseXvm("<poi_list><step/><itinerary><poi/><step/></itinerary><poi/><description/></poi_list>",
-           lists);
-  EXPECT_EQ(notes.Count(EConversionNote::kLinePassedOver), 2u);
+           lists, ContextInPlace());
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 2u);
 }
 
 TEST(XvmReader, DescriptionBehindAStepIsNobodysComment) {
@@ -178,7 +182,7 @@ TEST(XvmReader, DescriptionBehindAStepIsNobodysComment) {
       "<poi_list><itinerary><description>head</description><step/>"
       "<description>between</description><step/><description>tail</description></itinerary>"
       "<description>list</description><poi/><description>end</description></poi_list>",
-      lists);
+      lists, ContextInPlace());
   ASSERT_EQ(lists.size(), 2u);
   ASSERT_EQ(lists[0]->Count(), 2u);
   ASSERT_EQ(lists[1]->Count(), 1u);
@@ -192,7 +196,7 @@ TEST(XvmReader, ItineraryInsideAStepDoesNotKeepTheStep) {
   EXPECT_EQ(ParseXvm("<poi_list><itinerary name=\"outer\"><step name=\"a\">"
                      "<itinerary name=\"inner\"><description>x</description></itinerary>"
                      "<description>y</description></step></itinerary></poi_list>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->name, "inner");
@@ -204,7 +208,7 @@ TEST(XvmReader, ItineraryInsideAnotherIsNeverHandedOverTwice) {
   EXPECT_EQ(ParseXvm("<poi_list><itinerary name=\"outer\"><step name=\"a\"/>"
                      "<itinerary name=\"inner\"><step name=\"b\"/></itinerary>"
                      "<step name=\"c\"/></itinerary></poi_list>",
-                     lists),
+                     lists, ContextInPlace()),
             kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->name, "inner");
@@ -217,7 +221,7 @@ TEST(Xvm, RoundTripKeepsNamesAndPositions) {
       MakeList("Auvergne <\"&'>", MakePoint(45.777222, 3.087025, "Ch\u00e2tel & Guyon"),
                MakePoint(-22.95192, -43.21049, "\u0141\u00f3d\u017a"));
   PointLists lists;
-  EXPECT_EQ(ParseXvm(XvmBytes(list), lists), kStatusSuccess);
+  EXPECT_EQ(ParseXvm(XvmBytes(list), lists, ContextInPlace()), kStatusSuccess);
   ASSERT_EQ(lists.size(), 1u);
   EXPECT_EQ(lists[0]->name, list.name);
   ASSERT_EQ(lists[0]->Count(), 2u);

@@ -20,7 +20,7 @@ namespace {
 
 struct XmlFormat {
   std::string_view name;
-  uint32_t (*parse)(std::string_view bytes, PointLists& lists);
+  FormatParseFn parse;
   void (*writeBody)(ByteSink& sink, const CGpsPointArray& list);
 };
 
@@ -38,7 +38,7 @@ TEST(SharedXmlExtension, EachReaderFindsPointsInItsOwnFilesOnly) {
     const std::string bytes = BytesOf(written.writeBody, list);
     for (const XmlFormat& read : kFormats) {
       PointLists lists;
-      EXPECT_EQ(read.parse(bytes, lists), kStatusSuccess) << written.name << read.name;
+      EXPECT_EQ(read.parse(bytes, lists, ContextInPlace()), kStatusSuccess) << written.name << read.name;
       const size_t count = PointsIn(lists);
       if (written.name == read.name) {
         EXPECT_GE(count, 2u) << read.name;

@@ -1,0 +1,59 @@
+#include "conversion/lookups.h"
+
+#include <bit>
+#include <cstdint>
+
+#include <fmt/format.h>
+
+#include "base/status.h"
+
+namespace {
+
+constexpr size_t kThreeLetters = 3;
+
+// The kept answer, or what `ask` makes of the question.
+template <typename Ask>
+LookupAnswer AskOnce(LookupCache& answers, const std::string& question, Ask ask) {
+  if (const auto kept = answers.Find(question)) return *kept;
+  LookupAnswer answer;
+  ask(answer);
+  answers.Keep(question, answer);
+  return answer;
+}
+
+// Tells apart any two positions that are not the same number.
+std::string PositionKey(const CGpsCoordinate& position) {
+  return fmt::format("{:x} {:x}", std::bit_cast<uint64_t>(position.latitude),
+                     std::bit_cast<uint64_t>(position.longitude));
+}
+
+}  // namespace
+
+std::optional<CGpsCoordinate> Lookups::FindAddress(const std::string& address) {
+  const auto ask = [&](LookupAnswer& answer) {
+    const std::unique_ptr<CGeocoder> geocoder = makeGeocoder(kProviderGoogle);
+    if (geocoder && geocoder->Search(address) == kServiceSuccess && !geocoder->GetResults().empty())
+      answer.position = geocoder->GetResults().front();
+  };
+  return AskOnce(*answers, "address " + address, ask).position;
+}
+
+std::string Lookups::CountryAt(const CGpsCoordinate& position) {
+  if (isOffline || !countries) return {};
+  const auto ask = [&](LookupAnswer& answer) {
+    std::string code;
+    if (countries->GetCountryCode(position.latitude, position.longitude, code) == kStatusSuccess)
+      answer.text = ThreeLetters(code);
+  };
+  return AskOnce(*answers, "country at " + PositionKey(position), ask).text;
+}
+
+std::string Lookups::ThreeLetters(const std::string& countryCode) {
+  const auto ask = [&](LookupAnswer& answer) {
+    CCountryInfo info;
+    if (countries->GetCountryInfo(countryCode, info) == kStatusSuccess &&
+        info.isoAlpha3.size() == kThreeLetters)
+      answer.text = info.isoAlpha3;
+  };
+  return AskOnce(*answers, "country " + countryCode, ask).text;
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "base/wide_string.h"
+#include "conversion/conversion_context.h"
+#include "conversion/format_table.h"
+#include "conversion/loss_report.h"
+#include "model/point_list.h"
+
+/// Where the points that are written come from.
+struct TripSource {
+  /// True when the file holds more than was taken of it, which would be lost with it.
+  bool HoldsMore() const { return listsTaken < listsFound; }
+
+  WideString path;  ///< empty for none
+  size_t listsFound = 0;
+  size_t listsTaken = 0;
+  ConversionNotes notes;  ///< of its reader
+};
+
+/// What is known of the losses of one conversion.
+struct LossCheck {
+  enum class Outcome { kChecked, kOnlyWritten, kNotReadable };
+
+  Outcome outcome = Outcome::kChecked;
+  LossReport losses;       ///< between the itinerary and the file, when checked
+  size_t listsMerged = 0;  ///< lists of the source that became one; 0 when there was one
+  ConversionNotes notes;   ///< of the source's reader
+
+  size_t LinesPassedOver() const { return notes.Count(ConversionNote::kLinePassedOver); }
+  size_t StopsWithoutWaypoint() const { return notes.Count(ConversionNote::kStopWithoutWaypoint); }
+  size_t PointsWithoutPosition() const {
+    return notes.Count(ConversionNote::kPointWithoutPosition) +
+           notes.Count(ConversionNote::kStopNotFound);
+  }
+
+  /// True when something is known to be lost on the way from the source to the target, and when
+  /// nothing can be found in the target.
+  bool HasLosses() const;
+};
+
+/// Reads the written files back and compares them with `list`: with the row's reader, or else with
+/// those of the same extension or text. `context` is that of the writing.
+LossCheck CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
+                            const std::vector<WideString>& files, const CGpsPointArray& list,
+                            const TripSource& source, const ConversionContext& context);
