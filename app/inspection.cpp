@@ -1,9 +1,9 @@
 #include "app/inspection.h"
 
-#include <cmath>
 #include <string>
 
 #include "app/console_text.h"
+#include "app/json_point.h"
 #include "app/json_string.h"
 #include "app/list_selection.h"
 #include "app/output_sink.h"
@@ -39,25 +39,6 @@ Inspected Inspect(const WideString& path, const FormatTable& table) {
                                   return kStatusSuccess;
                                 });
   return result;
-}
-
-// The shortest text that reads back as the same number.
-void WriteJsonNumber(ByteSink& sink, double value) {
-  sink.Write(std::isfinite(value) ? fmt::format("{}", value) : std::string("null"));
-}
-
-void WriteJsonPoint(ByteSink& sink, const CGpsPoint& point) {
-  sink.Write("{\"latitude\": ");
-  WriteJsonNumber(sink, point.latitude);
-  sink.Write(", \"longitude\": ");
-  WriteJsonNumber(sink, point.longitude);
-  sink.Write(", \"altitude\": ");
-  WriteJsonNumber(sink, point.altitude);
-  sink.Write(", \"name\": ");
-  WriteJsonString(sink, point.name);
-  sink.Write(", \"comment\": ");
-  WriteJsonString(sink, point.comment);
-  sink.Put('}');
 }
 
 void WriteJsonList(ByteSink& sink, const CGpsPointArray& list) {

@@ -34,7 +34,7 @@ std::string HereV8ReverseUrl(const ServiceAccess& access, const CGpsCoordinate& 
 
 std::string HereV8SearchUrl(const ServiceAccess& access, std::string_view text,
                             const CGpsCoordinate& position, uint32_t radius) {
-  return WithAccount(fmt::format("{}/v1/discover?q={}&in=circle:{};r={}&limit=20", access.url,
+  return WithAccount(fmt::format("{}/v1/discover?q={}&in=circle:{}%3Br={}&limit=20", access.url,
                                  UrlEscape(text, ""), LatLonText(position), radius),
                      access);
 }

@@ -125,7 +125,7 @@ const GeocoderCase kGeocoderCases[] = {
 class EveryGeocoder : public Finders, public testing::WithParamInterface<GeocoderCase> {};
 
 INSTANTIATE_TEST_SUITE_P(Providers, EveryGeocoder, testing::ValuesIn(kGeocoderCases),
-                         [](const auto& info) { return "Id" + std::to_string(info.param.id); });
+                         [](const auto& row) { return "Id" + std::to_string(row.param.id); });
 
 TEST_P(EveryGeocoder, AsksItsServiceAndReadsTheAnswer) {
   const std::string body(ReplyOf(GetParam().family));
@@ -306,15 +306,15 @@ const SearchCase kSearchCases[] = {
      "&app_code=KEY&at=48.077700,7.358000 HTTP/1.1",
      "here search"},
     {106, "here-v8-search",
-     "GET /v1/discover?q=pizza&in=circle:48.077700,7.358000;r=2000&limit=20&apiKey=KEY HTTP/1.1",
-     "GET /v1/discover?q=pizza&in=circle:48.077700,7.358000;r=30000&limit=20&apiKey=KEY HTTP/1.1",
+     "GET /v1/discover?q=pizza&in=circle:48.077700,7.358000%3Br=2000&limit=20&apiKey=KEY HTTP/1.1",
+     "GET /v1/discover?q=pizza&in=circle:48.077700,7.358000%3Br=30000&limit=20&apiKey=KEY HTTP/1.1",
      "here v8"},
 };
 
 class EverySearch : public Finders, public testing::WithParamInterface<SearchCase> {};
 
 INSTANTIATE_TEST_SUITE_P(Providers, EverySearch, testing::ValuesIn(kSearchCases),
-                         [](const auto& info) { return "Id" + std::to_string(info.param.id); });
+                         [](const auto& row) { return "Id" + std::to_string(row.param.id); });
 
 // What a completion was told, for other threads to wait for.
 class Told {

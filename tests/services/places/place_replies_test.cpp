@@ -32,8 +32,8 @@ std::string Shown(const PlaceList& places) {
 class PlaceReply : public testing::TestWithParam<SampleReply> {};
 
 INSTANTIATE_TEST_SUITE_P(Families, PlaceReply, testing::ValuesIn(kSampleReplies),
-                         [](const auto& info) {
-                           std::string name(info.param.family);
+                         [](const auto& row) {
+                           std::string name(row.param.family);
                            std::erase(name, ' ');
                            return name;
                          });

@@ -122,7 +122,7 @@ TEST(HereV8Request, HasOneKey) {
             "http://h/v1/revgeocode?at=48.077700,-7.358123&apiKey=KEY");
   EXPECT_EQ(
       HereV8SearchUrl(kMute, "pizza", Colmar(), 2000),
-      "http://h/v1/discover?q=pizza&in=circle:48.077700,-7.358123;r=2000&limit=20&apiKey=KEY");
+      "http://h/v1/discover?q=pizza&in=circle:48.077700,-7.358123%3Br=2000&limit=20&apiKey=KEY");
 }
 
 TEST(GeoplateformeRequest, NeedsNoKey) {
