@@ -1,9 +1,9 @@
 #include "app/inspection.h"
 
-#include <cmath>
 #include <string>
 
 #include "app/console_text.h"
+#include "app/json_point.h"
 #include "app/json_string.h"
 #include "app/list_description.h"
 #include "app/output_sink.h"
@@ -18,25 +18,6 @@
 #include "platform/folder.h"
 
 namespace {
-
-// The shortest text that reads back as the same number.
-void WriteJsonNumber(ByteSink& sink, double value) {
-  sink.Write(std::isfinite(value) ? fmt::format("{}", value) : std::string("null"));
-}
-
-void WriteJsonPoint(ByteSink& sink, const CGpsPoint& point) {
-  sink.Write("{\"latitude\": ");
-  WriteJsonNumber(sink, point.latitude);
-  sink.Write(", \"longitude\": ");
-  WriteJsonNumber(sink, point.longitude);
-  sink.Write(", \"altitude\": ");
-  WriteJsonNumber(sink, point.altitude);
-  sink.Write(", \"name\": ");
-  WriteJsonString(sink, point.name);
-  sink.Write(", \"comment\": ");
-  WriteJsonString(sink, point.comment);
-  sink.Put('}');
-}
 
 void WriteJsonList(ByteSink& sink, const CGpsPointArray& list) {
   sink.Write("\n  {\"kind\": \"");

@@ -6,6 +6,7 @@
 #include "app/format_listing.h"
 #include "app/inspection.h"
 #include "app/options.h"
+#include "app/service_commands.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
@@ -44,6 +45,7 @@ int Run(Options& options) {
   if (const int status = ChangeSettings(options)) return status;
   if (options.remember && !RememberCsvLayouts(options)) return kExitFailed;
   if (options.settings) return RunSettings(options);
+  if (const std::optional<int> status = RunServiceCommand(options)) return *status;
   const FormatTable table = DefaultFormatTable();
   if (options.formats) {
     return ListFormats(table, options.json) ? kExitConverted : kExitFailed;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
+#include <span>
 #include <string_view>
 
 #include <CLI/CLI.hpp>
@@ -125,11 +126,6 @@ class OperationOptions {
   const CLI::Option* m_optimize;
 };
 
-struct OptionHelp {
-  std::string_view option;
-  uint32_t textId;
-};
-
 constexpr OptionHelp kOptionHelp[] = {
     {"SOURCE", kTextHelpSource},
     {"KEY", kTextHelpKey},
@@ -152,9 +148,17 @@ constexpr OptionHelp kOptionHelp[] = {
     {"    --remember", kTextHelpRemember},
     {"    --settings", kTextHelpSettings},
     {"    --set KEY=VALUE", kTextHelpSet},
+};
+
+constexpr OptionHelp kLastOptionHelp[] = {
     {"-h, --help", kTextHelpHelp},
     {"    --version", kTextHelpVersion},
 };
+
+void AppendHelp(std::string& text, std::span<const OptionHelp> rows) {
+  for (const OptionHelp& row : rows)
+    text += fmt::format("  {:<22}  {}\n", row.option, LoadTextUtf8(row.textId));
+}
 
 }  // namespace
 
@@ -199,6 +203,7 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--remember", options.remember);
   parser.add_flag("--settings", options.settings);
   parser.add_option("--set", options.assignments)->expected(1)->take_all();
+  AddServiceOptions(parser, options.services);
   try {
     parser.parse(argumentCount, arguments);
     options.tokens = TakeTokens(parser.remaining());
@@ -220,7 +225,8 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
     options.lists = *choice;
   }
   if (!TakeCsvLayout(*csvReadOption, csvRead, options.csvRead, error) ||
-      !TakeCsvLayout(*csvWriteOption, csvWrite, options.csvWrite, error)) {
+      !TakeCsvLayout(*csvWriteOption, csvWrite, options.csvWrite, error) ||
+      !TakeServiceOptions(options.services, error)) {
     return std::nullopt;
   }
   return options;
@@ -230,7 +236,8 @@ std::string HelpText() {
   std::string text =
       FormatText(kTextUsage) + "\n" + FormatText(kTextPurpose) + "\n\n" + FormatText(kTextOptions);
   text += "\n";
-  for (const OptionHelp& row : kOptionHelp)
-    text += fmt::format("  {:<22}  {}\n", row.option, LoadTextUtf8(row.textId));
+  AppendHelp(text, kOptionHelp);
+  AppendHelp(text, ServiceOptionHelp());
+  AppendHelp(text, kLastOptionHelp);
   return text;
 }

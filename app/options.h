@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/list_operations.h"
+#include "app/service_options.h"
 #include "base/wide_string.h"
 #include "conversion/list_choice.h"
 #include "settings/csv_layout.h"
@@ -33,6 +34,7 @@ struct Options {
   std::optional<CCsvLayout> csvRead;
   std::optional<CCsvLayout> csvWrite;
   bool remember = false;  ///< store the CSV layouts
+  ServiceOptions services;
 };
 
 /// Reads the arguments of the program. When they cannot be understood, nothing is returned and

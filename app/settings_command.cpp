@@ -1,12 +1,17 @@
 #include "app/settings_command.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "app/console_text.h"
 #include "app/json_string.h"
 #include "app/output_sink.h"
+#include "app/service_settings.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
+#include "base/status.h"
 #include "base/text_ids.h"
 #include "settings/settings.h"
 #include "settings/settings_list.h"
@@ -18,6 +23,17 @@ namespace {
 void TellOfDamage() {
   const std::string message = TakeDamageMessage();
   if (!message.empty()) Complain(message);
+}
+
+// Returns 0 or the platform's error code.
+uint32_t Store(const std::vector<ServiceAssignment>& ofServices) {
+  try {
+    storage::Storage storage = storage::OpenUserStorage();
+    StoreServiceValues(storage, ofServices);
+    return kStatusSuccess;
+  } catch (const storage::Exception& failure) {
+    return failure.status;
+  }
 }
 
 void WriteListing(ByteSink& sink, const SettingListing& setting, bool asJson) {
@@ -45,7 +61,9 @@ void WriteListing(ByteSink& sink, const SettingListing& setting, bool asJson) {
 bool WriteListings(const CSettings& settings, bool asJson) {
   OutputSink sink;
   const char* separator = asJson ? "[" : "";
-  for (const SettingListing& setting : ListSettings(settings)) {
+  std::vector<SettingListing> listings = ListSettings(settings);
+  std::ranges::move(ListServiceSettings(UserServiceValues()), std::back_inserter(listings));
+  for (const SettingListing& setting : listings) {
     sink.Write(separator);
     WriteListing(sink, setting, asJson);
     separator = asJson ? ",\n " : "";
@@ -55,6 +73,15 @@ bool WriteListings(const CSettings& settings, bool asJson) {
 }
 
 }  // namespace
+
+ServiceValuesByName UserServiceValues() {
+  try {
+    return LoadServiceValues(storage::OpenUserStorage());
+  } catch (const storage::Exception&) {
+    TellOfDamage();
+    return {};
+  }
+}
 
 void LoadUserSettings() {
   CSettings::Instance().Load();
@@ -77,7 +104,15 @@ bool RememberCsvLayouts(const Options& options) {
 int ChangeSettings(const Options& options) {
   if (options.assignments.empty()) return kExitConverted;
   CSettings& settings = CSettings::Instance();
+  std::vector<ServiceAssignment> ofServices;
   for (const std::string& assignment : options.assignments) {
+    if (IsServiceAssignment(assignment)) {
+      std::string error;
+      if (ParseServiceAssignment(assignment, ofServices.emplace_back(), error)) continue;
+      Complain(error);
+      settings.Load();
+      return kExitWrongUsage;
+    }
     const SettingResult result = SetSetting(settings, assignment);
     if (result.outcome == ESettingOutcome::kChanged) continue;
     Complain(DescribeRefusal(result));
@@ -85,7 +120,8 @@ int ChangeSettings(const Options& options) {
     settings.Load();
     return kExitWrongUsage;
   }
-  const uint32_t status = settings.Save();
+  uint32_t status = settings.Save();
+  if (status == 0) status = Store(ofServices);
   TellOfDamage();
   if (status == 0) return kExitConverted;
   Complain(FormatText(kTextSettingsNotStored));

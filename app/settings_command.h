@@ -1,9 +1,13 @@
 #pragma once
 
 #include "app/options.h"
+#include "services/service_access.h"
 
 /// Loads the settings of the user. Here and below, a damaged store is told of once.
 void LoadUserSettings();
+
+/// What the user has set for services; nothing when the store cannot be read.
+ServiceValuesByName UserServiceValues();
 
 /// Stores the CSV layouts of the options. False when they could not be stored; the user has been
 /// told.

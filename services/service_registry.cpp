@@ -54,3 +54,15 @@ void CServiceRegistry::Clear() {
   const std::lock_guard lock(m_mutex);
   m_accounts.clear();
 }
+
+void CServiceRegistry::RegisterRouteProvider(int32_t id, RouteProviderMaker maker) {
+  Register(m_routeProviders, id, std::move(maker));
+}
+
+void CServiceRegistry::RegisterGeocoder(int32_t id, GeocoderMaker maker) {
+  Register(m_geocoders, id, std::move(maker));
+}
+
+void CServiceRegistry::RegisterReverseGeocoder(int32_t id, ReverseGeocoderMaker maker) {
+  Register(m_reverseGeocoders, id, std::move(maker));
+}

@@ -6,8 +6,8 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <string>
 #include <string_view>
+#include <utility>
 
 #include "services/service_account.h"
 
@@ -62,6 +62,22 @@ class CServiceRegistry {
   std::unique_ptr<CReverseGeocoder> CreateReverseGeocoder(int32_t id) const;
 
  private:
+  template <typename Maker>
+  void Register(std::map<int32_t, Maker>& makers, int32_t id, Maker maker) {
+    const std::lock_guard lock(m_mutex);
+    if (maker)
+      makers[id] = std::move(maker);
+    else
+      makers.erase(id);
+  }
+  // The maker that was registered; an empty one where there is none.
+  template <typename Maker>
+  Maker MakerFor(const std::map<int32_t, Maker>& makers, int32_t id) const {
+    const std::lock_guard lock(m_mutex);
+    const auto found = makers.find(id);
+    return found == makers.end() ? Maker() : found->second;
+  }
+
   mutable std::mutex m_mutex;
   std::map<int32_t, Account> m_accounts;
   std::map<int32_t, RouteProviderMaker> m_routeProviders;

@@ -116,6 +116,26 @@ constexpr Service kServices[] = {
      "photon", "", ""},
 };
 
+// Work of providers that is done under an address of its own.
+struct ServiceOfProvider {
+  std::string_view provider;
+  uint32_t abilities;
+  std::string_view service;
+};
+
+constexpr ServiceOfProvider kServicesOfProviders[] = {
+    {"tomtom", kGeocodes, "tomtom-search"},
+    {"waze-us", kCanGeocode, "waze-us-search"},
+    {"waze-us", kCanReverse, "waze-us-reverse"},
+    {"waze-world", kCanGeocode, "waze-world-search"},
+    {"waze-world", kCanReverse, "waze-world-reverse"},
+    {"here", kCanGeocode, "here-geocoder"},
+    {"here", kCanReverse, "here-reverse"},
+    {"here", kCanSearch, "here-places"},
+    {"here-v8", kGeocodes | kCanSearch, "here-v8-search"},
+    {"google", kCanPanorama, "google-panorama"},
+};
+
 }  // namespace
 
 std::span<const Service> Services() { return kServices; }
@@ -136,4 +156,16 @@ const Service& ServiceNamed(std::string_view name) {
   const Service* const service = FindService(name);
   assert(service != nullptr);
   return *service;
+}
+
+const Service& ServiceFor(const Service& provider, EServiceAbility ability) {
+  for (const ServiceOfProvider& row : kServicesOfProviders) {
+    if (row.provider == provider.name && (row.abilities & ability))
+      return ServiceNamed(row.service);
+  }
+  return provider;
+}
+
+int32_t ProviderIdOf(const Service& service) {
+  return service.id != kNoProviderId ? service.id : ServiceNamed(service.account).id;
 }

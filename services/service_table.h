@@ -81,3 +81,10 @@ const Service* FindService(int32_t id);
 
 /// The service of a name that is known to stand in the table.
 const Service& ServiceNamed(std::string_view name);
+
+/// The one of a provider's services that does this work: geocoding, say, has an address of its own
+/// with some. The provider itself where there is no other.
+const Service& ServiceFor(const Service& provider, EServiceAbility ability);
+
+/// The number of the provider that a service belongs to; kNoProviderId where there is none.
+int32_t ProviderIdOf(const Service& service);

@@ -1,0 +1,112 @@
+#include "app/providers_command.h"
+
+#include <algorithm>
+#include <string>
+
+#include "app/console_text.h"
+#include "app/json_string.h"
+#include "app/output_sink.h"
+#include "app/unattended_conversion.h"
+#include "base/format_text.h"
+#include "base/text_ids.h"
+#include "services/service_access.h"
+
+namespace {
+
+struct NamedAbility {
+  EServiceAbility ability;
+  std::string_view name;
+};
+
+constexpr NamedAbility kAbilities[] = {
+    {kCanDirections, "directions"}, {kCanGeocode, "geocoding"},   {kCanReverse, "reverse"},
+    {kCanSearch, "search"},         {kCanElevation, "elevation"}, {kCanPanorama, "panorama"},
+    {kCanCountry, "country"},       {kCanLinks, "links"},
+};
+
+// Puts commas between its entries and brackets around them.
+class JsonList {
+ public:
+  explicit JsonList(ByteSink& sink) : m_sink(sink) { m_sink.Put('['); }
+  ByteSink& Next() {
+    if (!m_isFirst) m_sink.Write(", ");
+    m_isFirst = false;
+    return m_sink;
+  }
+  void End() { m_sink.Put(']'); }
+
+ private:
+  ByteSink& m_sink;
+  bool m_isFirst = true;
+};
+
+void WriteJson(ByteSink& sink, const Service& service) {
+  sink.Write("{\"id\": ");
+  sink.Write(service.id == kNoProviderId ? std::string("null") : std::to_string(service.id));
+  sink.Write(", \"name\": ");
+  WriteJsonString(sink, service.name);
+  sink.Write(", \"label\": ");
+  WriteJsonString(sink, LoadTextUtf8(service.labelTextId));
+  sink.Write(", \"can\": ");
+  JsonList can(sink);
+  for (const NamedAbility& row : kAbilities) {
+    if (service.abilities & row.ability) WriteJsonString(can.Next(), row.name);
+  }
+  can.End();
+  const std::vector<std::string_view> missing = MissingSettings(service);
+  sink.Write(missing.empty() ? ", \"usable\": true, \"missing\": "
+                             : ", \"usable\": false, \"missing\": ");
+  JsonList settings(sink);
+  for (const std::string_view setting : missing) WriteJsonString(settings.Next(), setting);
+  settings.End();
+  if (!service.closedSince.empty()) {
+    sink.Write(", \"closed\": ");
+    WriteJsonString(sink, service.closedSince);
+    sink.Write(", \"successor\": ");
+    WriteJsonString(sink, service.successor);
+  }
+  sink.Put('}');
+}
+
+void AppendWord(std::string& words, std::string_view word) {
+  if (!words.empty()) words += ", ";
+  words += word;
+}
+
+std::string DescribeState(const Service& service) {
+  std::string missing;
+  for (const std::string_view setting : MissingSettings(service)) AppendWord(missing, setting);
+  std::string state = missing.empty() ? std::string(LoadTextUtf8(kTextServiceUsable))
+                                      : FormatText(kTextServiceNeeds, missing);
+  if (!service.closedSince.empty())
+    AppendWord(state, FormatText(kTextServiceClosed, service.closedSince, service.successor));
+  return state;
+}
+
+void WriteText(ByteSink& sink, const Service& service) {
+  std::string can;
+  for (const NamedAbility& row : kAbilities) {
+    if (service.abilities & row.ability) AppendWord(can, row.name);
+  }
+  const std::string id = service.id == kNoProviderId ? "" : std::to_string(service.id);
+  sink.Write(fmt::format("{:>3}  {:<18}  {:<24}  {}\n{:>25}{}\n", id, service.name,
+                         LoadTextUtf8(service.labelTextId), DescribeState(service), "", can));
+}
+
+}  // namespace
+
+int RunProviders(const Options& options) {
+  OutputSink sink;
+  const char* separator = "[";
+  for (const Service& service : Services()) {
+    if (options.json) {
+      sink.Write(separator);
+      WriteJson(sink, service);
+      separator = ",\n ";
+    } else {
+      WriteText(sink, service);
+    }
+  }
+  if (options.json) sink.Write("]\n");
+  return sink.Finish() ? kExitConverted : kExitFailed;
+}

@@ -1,0 +1,65 @@
+#include "app/service_outcome.h"
+
+#include "app/console_text.h"
+#include "app/json_string.h"
+#include "app/settings_command.h"
+#include "app/unattended_conversion.h"
+#include "base/format_text.h"
+#include "base/text_ids.h"
+#include "conversion/geocoder.h"
+#include "services/request_log.h"
+#include "services/service_registry.h"
+
+void PrepareServices() {
+  FillServiceRegistry(CServiceRegistry::Instance());
+  SetServiceValues(UserServiceValues());
+}
+
+void TellRequests(const Options& options) {
+  if (options.quiet) return;
+  for (const auto& [service, count] : RequestsMade())
+    Complain(FormatText(kTextRequestsTo, service->name, count));
+}
+
+ServiceOutcome OutcomeOf(uint32_t status) {
+  switch (status) {
+    case kServiceSuccess:
+      return {};
+    case kServiceNoResults:
+    case kServiceNotFound:
+      return {status, std::string(LoadTextUtf8(kTextNothingFound))};
+    case kServiceDenied:
+      return {status, std::string(LoadTextUtf8(kTextServiceRefused))};
+    default:
+      return {status, std::string(LoadTextUtf8(kTextSearchFailed))};
+  }
+}
+
+ServiceOutcome OutcomeOf(const ServiceChoice& refused) {
+  return {kServiceInvalid, refused.message};
+}
+
+void WriteJsonOutcome(ByteSink& sink, const ServiceChoice& choice, const ServiceOutcome& outcome) {
+  sink.Write("{\"provider\": {\"id\": ");
+  sink.Write(choice.provider->id == kNoProviderId ? "null" : std::to_string(choice.provider->id));
+  sink.Write(", \"name\": ");
+  WriteJsonString(sink, choice.provider->name);
+  sink.Printf("}, \"status\": %u, \"message\": ", outcome.status);
+  if (outcome.status == kServiceSuccess)
+    sink.Write("null");
+  else
+    WriteJsonString(sink, outcome.message);
+}
+
+int Conclude(const ServiceChoice& choice, const ServiceOutcome& outcome, bool isWritten) {
+  if (choice.exitStatus != 0) {
+    Complain(Printable(outcome.message));
+    return choice.exitStatus;
+  }
+  if (outcome.status != kServiceSuccess) {
+    Complain(
+        FormatText(kTextServiceFailed, choice.provider->name, outcome.message, outcome.status));
+    return kExitFailed;
+  }
+  return isWritten ? kExitConverted : kExitFailed;
+}

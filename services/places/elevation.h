@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+#include "services/places/place_reply.h"
+
+/// Asks Google how high the ground is at `position`; `point` gets the position that the answer is
+/// for, with its altitude in metres.
+uint32_t GetElevation(const CGpsCoordinate& position, CGpsPoint& point);
+
+/// Reads the reply.
+uint32_t ReadElevation(std::string_view reply, CGpsPoint& point);

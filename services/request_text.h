@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/point.h"
+
+// Pieces of the addresses of requests.
+
+/// A coordinate in a request: fixed notation, six decimals.
+std::string CoordinateText(double degrees);
+
+/// Latitude, `separator`, longitude.
+std::string LatLonText(const CGpsCoordinate& position, std::string_view separator = ",");
+
+/// Longitude, `separator`, latitude.
+std::string LonLatText(const CGpsCoordinate& position, std::string_view separator = ",");
+
+/// Appends a parameter ("&lang=") and its value, unless the value is empty.
+void AppendIfAny(std::string& url, std::string_view parameter, std::string_view value);
