@@ -175,14 +175,15 @@ uint32_t CHttpRequest::FailureCode() const {
   return m_failure.code;
 }
 
+void CHttpRequest::Close() {
+  const std::lock_guard lock(m_lock);
+  if (m_requestHandle == 0) return;
+  m_connection.Session().OpenTransport()->Cancel(m_requestHandle);
+  m_requestHandle = 0;
+}
+
 void CHttpRequest::Cancel() {
-  {
-    const std::lock_guard lock(m_lock);
-    if (m_requestHandle != 0) {
-      m_connection.Session().OpenTransport()->Cancel(m_requestHandle);
-      m_requestHandle = 0;
-    }
-  }
+  Close();
   if (!IsOnTransportThread()) m_closedEvent.Wait(kWaitForever);
 }
 

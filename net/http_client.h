@@ -103,6 +103,9 @@ class CHttpRequest final : private IHttpTransferEvents {
   /// The number of the last request's failure, also of a cancelled one; 0 for none.
   uint32_t FailureCode() const;
 
+  /// Ends the request without waiting for anything.
+  void Close();
+
   /// Ends the request. When it returns, nothing more reaches the sink; the completion may still be
   /// running. Inside the sink it does not wait for that.
   void Cancel();

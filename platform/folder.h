@@ -47,3 +47,11 @@ uint32_t CreatePrivateFolder(const WideString& path);
 
 /// The size of the file in bytes, 0 when there is none.
 uint64_t FileSize(const WideString& path);
+
+/// Removes a folder with all that it holds; no effect when there is none. Returns 0 or the
+/// platform's error code.
+uint32_t RemoveFolder(const WideString& path);
+
+/// Gives a folder another name in the same parent folder, which must not be there. Returns 0 or the
+/// platform's error code.
+uint32_t RenameFolder(const WideString& from, const WideString& to);

@@ -8,3 +8,5 @@ WideString SettingsFolder();
 
 /// The folder for what the program can fetch or make again, likewise.
 WideString CacheFolder();
+/// The folder for what the program keeps for this user besides settings, likewise.
+WideString DataFolder();

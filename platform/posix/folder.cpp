@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 
 #include <dirent.h>
 #include <sys/stat.h>
@@ -82,4 +85,16 @@ uint64_t FileSize(const WideString& path) {
   struct stat details {};
   if (stat(PathBytes(path).c_str(), &details) != 0) return 0;
   return static_cast<uint64_t>(details.st_size);
+}
+
+uint32_t RemoveFolder(const WideString& path) {
+  std::error_code failure;
+  std::filesystem::remove_all(PathBytes(path), failure);
+  if (!failure) return 0;
+  errno = failure.value();
+  return FailWithErrno();
+}
+
+uint32_t RenameFolder(const WideString& from, const WideString& to) {
+  return std::rename(PathBytes(from).c_str(), PathBytes(to).c_str()) == 0 ? 0 : FailWithErrno();
 }

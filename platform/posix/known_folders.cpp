@@ -22,3 +22,5 @@ WideString ProgramFolderIn(const char* variable, const char* inHome) {
 WideString SettingsFolder() { return ProgramFolderIn("XDG_CONFIG_HOME", "/.config"); }
 
 WideString CacheFolder() { return ProgramFolderIn("XDG_CACHE_HOME", "/.cache"); }
+
+WideString DataFolder() { return ProgramFolderIn("XDG_DATA_HOME", "/.local/share"); }

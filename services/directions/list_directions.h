@@ -20,7 +20,7 @@ struct LegTotals {
 /// leg that is missing, and gives the sums up to there.
 LegTotals UpdateLegTotals(CGpsPointArray& list);
 
-/// A leg that could not be had.
+/// How asking for a leg has ended.
 struct LegFailure {
   size_t to = 0;  ///< index of the point that the leg leads to
   uint32_t status = kRouteSuccess;

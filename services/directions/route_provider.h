@@ -6,12 +6,13 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <sstream>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "io/byte_sink.h"
 #include "model/route_leg.h"
 #include "services/directions/travel_mode_info.h"
 
@@ -32,6 +33,9 @@ enum ERouteStatus : uint32_t {
   kRouteTimedOut = 9,        ///< `Wait` ran out
   kRouteTransport = 100,     ///< plus the number of the transport's error
 };
+
+/// The status for the number of a transport's error.
+constexpr uint32_t TransportStatus(uint32_t code) { return uint32_t{kRouteTransport} + code; }
 
 /// What one request consists of.
 struct CHttpRequestSpec {
@@ -59,8 +63,8 @@ class CRouteProvider {
   CRouteProvider(const CRouteProvider&) = delete;
   CRouteProvider& operator=(const CRouteProvider&) = delete;
 
-  /// Starts a calculation. One that is still running must have ended before. Never throws for what
-  /// a service or the network does.
+  /// Starts a calculation; one that is still running is cancelled and waited for before. Never
+  /// throws for what a service or the network does.
   virtual void Calculate(std::unique_ptr<CGpsPointList> points, uint32_t travelMode,
                          const CRouteOptions& options);
   /// The same for two points.
@@ -102,20 +106,29 @@ class CRouteProvider {
   void Stop();
   /// Whether `Cancel` was called since the calculation began.
   bool IsCancelled() const { return m_cancelled; }
+  const std::atomic<bool>& CancelFlag() const { return m_cancelled; }
+  /// Takes note of `Cancel`, for classes with one of their own.
+  void NoteCancel() { m_cancelled = true; }
   /// Takes note of a calculation that begins, for classes with a `Calculate` of their own.
   void Begin();
   /// Ends the calculation: notes the status and calls the completion.
   void Finish(uint32_t status);
 
  private:
+  void Halt();
   void CutIntoChunks(CGpsPointList& points, size_t most);
   void RunNextChunk();
+  uint32_t StartRequest(const CGpsPointList& chunk);
   void TakeReply(const CInternetException& failure);
+  uint32_t ParseBody();
+  CHttpClient& Client();
+  CHttpClient* ClientIfMade();
 
   std::atomic<uint32_t> m_status = kRouteInvalidRequest;
   Completion m_completion;
-  std::unique_ptr<CHttpClient> m_client;
-  std::ostringstream m_body;
+  std::mutex m_clientMutex;               ///< guards which client there is
+  std::unique_ptr<CHttpClient> m_client;  ///< made with the first request
+  std::optional<StringSink> m_body;
   Legs m_legs;
   std::vector<CGpsPointList> m_chunks;
   size_t m_currentChunk = 0;

@@ -1,0 +1,84 @@
+#include "services/directions/google_router.h"
+
+#include <chrono>
+
+#include <fmt/format.h>
+
+#include "services/directions/polyline.h"
+#include "services/directions/route_reply.h"
+#include "services/directions/route_request.h"
+#include "services/request_pace.h"
+#include "services/service_table.h"
+
+namespace {
+
+constexpr ValueWord kModes[] = {{kPedestrian, "walking"}, {kBicycle, "bicycling"}};
+
+constexpr RoadWord kRoads[] = {{&AvoidanceOptions::motorways, "highways"},
+                               {&AvoidanceOptions::tolls, "tolls"},
+                               {&AvoidanceOptions::boatFerries, "ferries"}};
+
+CRouteMeasure ReadMeasure(const CJsonValue& value) {
+  const uint32_t duration = RoundedMember(value.Get("duration"), "value");
+  return MakeMeasure(RoundedMember(value.Get("distance"), "value"), duration);
+}
+
+CGpsRouteStep ReadStep(const CJsonValue& value) {
+  CGpsRouteStep step;
+  step.measure = ReadMeasure(value);
+  const CJsonValue& start = value.Get("start_location");
+  step.latitude = start.Get("lat").AsNumber();
+  step.longitude = start.Get("lng").AsNumber();
+  step.instruction = ReplyText(value.Get("html_instructions"));
+  return step;
+}
+
+void ReadLeg(const CJsonValue& value, CRouteData& leg) {
+  AppendPoint(leg.path, value.Get("start_location"), "lat", "lng").name =
+      ReplyText(value.Get("start_address"));
+  AppendPoint(leg.path, value.Get("end_location"), "lat", "lng").name =
+      ReplyText(value.Get("end_address"));
+  leg.measure = ReadMeasure(value);
+  for (const auto& step : value.Get("steps").AsArray()) {
+    leg.steps.push_back(ReadStep(*step));
+    const CJsonValue* const points = step->object.FindPath("polyline/points");
+    if (points) DecodePolyline(points->AsString(), EPolylinePrecision::kFive, leg.shape.points);
+  }
+}
+
+}  // namespace
+
+int32_t CGoogleRouter::GetId() const { return provider::kGoogle; }
+
+uint32_t CGoogleRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMode,
+                                     const CRouteOptions& options, CHttpRequestSpec& spec) {
+  static RequestPace pace(std::chrono::milliseconds(100));
+  const ServiceAccess access = AccessToProvider(GetId());
+  std::string& url = spec.url;
+  url = access.url + "/maps/api/directions/json?sensor=false&units=metric";
+  AppendParameter(url, "&language=", access.language);
+  AppendParameter(url, "&key=", access.key);
+  url += "&mode=";
+  url += WordFor(kModes, travelMode, "driving");
+  const auto avoided = AvoidedWords(options, kRoads);
+  if (!avoided.empty()) url += fmt::format("&avoid={}", fmt::join(avoided, "|"));
+  url += "&origin=";
+  AppendPosition(url, *chunk.points.front(), EAxisOrder::kLatitudeFirst);
+  url += "&destination=";
+  AppendPosition(url, *chunk.points.back(), EAxisOrder::kLatitudeFirst);
+  spec.referrer = access.referrer;
+  pace.Await();
+  return kRouteSuccess;
+}
+
+uint32_t CGoogleRouter::ParseResponse(std::string_view text, uint32_t travelMode,
+                                      const CRouteOptions& options, Legs& legs) {
+  const auto readStatus = [](const CJsonValue& reply) {
+    return GoogleStatus(reply.Get("status").AsString());
+  };
+  const auto readLegs = [&](const CJsonValue& reply, Legs& read) {
+    for (const auto& leg : reply.Get("routes").AsArray().At(0).Get("legs").AsArray())
+      ReadLeg(*leg, read.emplace_back(MakeLeg(travelMode, options)));
+  };
+  return ReadReply(text, legs, readStatus, readLegs);
+}

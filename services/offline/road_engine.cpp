@@ -1,0 +1,12 @@
+#include "services/offline/road_engine.h"
+
+#include "platform/program_module.h"
+
+IRoadEngine* RoadEngine() {
+  static IRoadEngine* const engine = [] {
+    const auto entry =
+        reinterpret_cast<RoadModuleEntry>(LoadModuleEntry(kRoadModule, kRoadModuleEntry));
+    return entry ? entry() : nullptr;
+  }();
+  return engine;
+}

@@ -1,0 +1,86 @@
+// Replies that are cut short or hold nonsense end with a status, never otherwise.
+
+#include <string_view>
+
+#include "tests/services/directions/router_asked.h"
+#include "tests/services/directions/sample_replies.h"
+
+namespace {
+
+using Legs = CRouteProvider::Legs;
+
+TEST(DamagedReplies, EndWithAStatusWhereverTheyAreCut) {
+  for (const SampleReply& sample : SampleReplies()) {
+    const auto router = RouterOf(sample.id);
+    for (size_t length = 0; length < sample.text.size(); ++length) {
+      Legs legs;
+      const std::string cut(sample.text, 0, length);  // ends where memory ends
+      const uint32_t status = router->ParseResponse(cut, kCar, {}, legs);
+      EXPECT_LT(status, 200u);
+      EXPECT_TRUE(status == 0 || legs.empty()) << sample.id << " at " << length;
+    }
+  }
+}
+
+// Puts `replacement` into the place of each number in turn.
+void ExpectStatusWithNumbers(const SampleReply& sample, const std::string& replacement) {
+  constexpr std::string_view kDigits = "0123456789.-";
+  const auto router = RouterOf(sample.id);
+  size_t position = sample.text.find_first_of(kDigits);
+  while (position != std::string::npos) {
+    const size_t end = sample.text.find_first_not_of(kDigits, position);
+    const std::string reply = sample.text.substr(0, position) + replacement +
+                              (end == std::string::npos ? "" : sample.text.substr(end));
+    Legs legs;
+    const uint32_t status = router->ParseResponse(reply, kCar, {}, legs);
+    EXPECT_TRUE(status == 0 || legs.empty()) << sample.id << ": " << reply;
+    position = end == std::string::npos ? end : sample.text.find_first_of(kDigits, end);
+  }
+}
+
+TEST(DamagedReplies, EndWithAStatusWhateverTheirNumbersAre) {
+  for (const SampleReply& sample : SampleReplies()) {
+    for (const char* const number : {"", "x", "-1", "1e999", "99999999999999999999", "null", "[]",
+                                     "{}", "\"1\"", "4294967296"})
+      ExpectStatusWithNumbers(sample, number);
+  }
+}
+
+TEST(DamagedReplies, WithoutNumbersAreNoSuccess) {
+  // A position, a measure: what is there must be readable.
+  const auto status = [](int32_t id, const std::string& from, const std::string& to) {
+    std::string reply = SampleReplyOf(id);
+    reply.replace(reply.find(from), from.size(), to);
+    Legs legs;
+    return RouterOf(id)->ParseResponse(reply, kCar, {}, legs);
+  };
+  EXPECT_EQ(status(provider::kGoogle, "61.5", "\"long\""), 6u);
+  EXPECT_EQ(status(provider::kGoogle, "38.5", "north"), 6u);
+  EXPECT_EQ(status(provider::kHere, "1800.4", "null"), 4u);
+  EXPECT_EQ(status(provider::kTomTom, "48.55", "[]"), 4u);
+  EXPECT_EQ(status(provider::kBing, "[48.5, 7.1]", "[48.5]"), 6u);
+  EXPECT_EQ(status(provider::kOsrm, "1234.4", "true"), 6u);
+  EXPECT_EQ(status(provider::kWazeUs, "30.5", "soon"), 4u);
+}
+
+TEST(DamagedReplies, TurnHugeNumbersIntoNone) {
+  std::string reply = SampleReplyOf(provider::kOsrm);
+  reply.replace(reply.find("1234.4"), 6, "4294967296");
+  reply.replace(reply.find("61.5"), 4, "-1");
+  Legs legs;
+  ASSERT_EQ(RouterOf(provider::kOsrm)->ParseResponse(reply, kCar, {}, legs), 0u);
+  EXPECT_EQ(legs[0].measure.distance, 0u);
+  EXPECT_EQ(legs[0].measure.duration, 0u);
+}
+
+TEST(DamagedReplies, MayBeNothingButBrackets) {
+  for (const SampleReply& sample : SampleReplies()) {
+    for (const char bracket : {'[', '{', '"', '}', '<'}) {
+      Legs legs;
+      EXPECT_NE(RouterOf(sample.id)->ParseResponse(std::string(50000, bracket), kCar, {}, legs),
+                0u);
+    }
+  }
+}
+
+}  // namespace
