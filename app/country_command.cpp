@@ -4,13 +4,13 @@
 #include <string>
 
 #include "app/json_point.h"
-#include "app/json_string.h"
 #include "app/output_sink.h"
 #include "app/service_outcome.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/text_ids.h"
 #include "conversion/geocoder.h"
+#include "markup/json_string.h"
 #include "services/country.h"
 
 namespace {

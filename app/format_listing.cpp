@@ -5,12 +5,12 @@
 #include <fmt/format.h>
 
 #include "app/console_text.h"
-#include "app/json_string.h"
 #include "app/output_sink.h"
 #include "base/localized_text.h"
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/format_search.h"
+#include "markup/json_string.h"
 
 namespace {
 

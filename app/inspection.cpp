@@ -4,7 +4,6 @@
 
 #include "app/console_text.h"
 #include "app/json_point.h"
-#include "app/json_string.h"
 #include "app/list_description.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"
@@ -15,6 +14,7 @@
 #include "base/text_ids.h"
 #include "conversion/format_search.h"
 #include "conversion/read_trip.h"
+#include "markup/json_string.h"
 #include "platform/folder.h"
 
 namespace {

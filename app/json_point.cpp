@@ -3,7 +3,7 @@
 #include <cmath>
 #include <string>
 
-#include "app/json_string.h"
+#include "markup/json_string.h"
 
 void WriteJsonNumber(ByteSink& sink, double value) {
   sink.Write(std::isfinite(value) ? fmt::format("{}", value) : std::string("null"));

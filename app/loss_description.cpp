@@ -1,9 +1,9 @@
 #include "app/loss_description.h"
 
 #include "app/console_text.h"
-#include "app/json_string.h"
 #include "base/format_text.h"
 #include "base/text_ids.h"
+#include "markup/json_string.h"
 
 std::string DescribeCheck(const WideString& source, const WideString& target,
                           const LossCheck& check) {

@@ -1,12 +1,12 @@
 #include "app/service_outcome.h"
 
 #include "app/console_text.h"
-#include "app/json_string.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/text_ids.h"
 #include "conversion/geocoder.h"
+#include "markup/json_string.h"
 #include "services/request_log.h"
 #include "services/service_registry.h"
 

@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "app/console_text.h"
-#include "app/json_string.h"
 #include "app/output_sink.h"
 #include "app/service_settings.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/status.h"
 #include "base/text_ids.h"
+#include "markup/json_string.h"
 #include "settings/settings.h"
 #include "settings/settings_list.h"
 #include "settings/storage.h"

@@ -98,6 +98,7 @@ class CRouteLeg {
   uint32_t totalDistance = 0;  ///< metres from the start of the itinerary; 0 = unknown
   uint32_t totalDuration = 0;  ///< seconds from the start of the itinerary; 0 = unknown
   CRouteData route;
+  int32_t provider = 0;  ///< number of the directions provider that gave the leg
 
   CRouteLeg() = default;
   CRouteLeg(const CRouteLeg&) = default;

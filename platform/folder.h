@@ -39,6 +39,10 @@ uint32_t ListFolder(const WideString& path, std::vector<WideString>& names);
 /// True when both paths lead to the same existing file or folder.
 bool IsSameFile(const WideString& first, const WideString& second);
 
+/// True when `path` leads to a place below `folder`, once links and dots are followed. Neither need
+/// exist.
+bool IsInsideFolder(const WideString& path, const WideString& folder);
+
 /// Creates `path` and the folders above it. Returns 0 or the platform's error code.
 uint32_t CreateFolders(const WideString& path);
 

@@ -10,3 +10,7 @@ WideString SettingsFolder();
 WideString CacheFolder();
 /// The folder for what the program keeps for this user besides settings, likewise.
 WideString DataFolder();
+
+/// The folder in which this user keeps what was downloaded, which need not exist; empty when the
+/// user has no home.
+WideString DownloadFolder();

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// A ZIP archive, whose entries are unpacked piece by piece as they are read.
 class ZipArchive {
@@ -28,3 +29,13 @@ class ZipArchive {
 /// Opens the archive whose bytes these are; they must outlive it. Null when they are none, and
 /// where the part of the program that unpacks is not installed.
 std::unique_ptr<ZipArchive> OpenZipArchive(std::string_view bytes);
+
+/// A file for a new archive.
+struct ZipEntry {
+  std::string name;  ///< UTF-8, with "/" between folders
+  std::string bytes;
+};
+
+/// Makes an archive in memory, its files stored as they are. Returns 0, kStatusFailure, or
+/// kStatusModuleMissing where the part of the program that packs is not installed.
+uint32_t MakeZipArchive(const std::vector<ZipEntry>& entries, std::string& archive);

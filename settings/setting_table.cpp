@@ -42,6 +42,10 @@ constexpr SettingRow kTable[] = {
     {"TruckCategory", &CSettings::truckCategory, 0, 0, 14, kTextTruckCategory, true},
     {"UserID", &CSettings::userId, 0, 0, 0, kTextUserId, true},
     {"DefaultMap", &CSettings::defaultMap, 0, 0, 0, kTextDefaultMap, true},
+    {"FindProvider", &CSettings::findProvider, kDefaultFindProvider, 0, kNoLimit,
+     kTextFindProviderValue, true},
+    {"CalculateAsked", &CSettings::calculateAsked, 0, 0, 1, kTextCalculateAsked, true},
+    {"PlannerPage", &CSettings::plannerPage, 0, 0, 0, kTextPlannerPage, true},
 };
 
 // One function a kind, chosen by the type of the field.

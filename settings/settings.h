@@ -18,6 +18,10 @@
 /// program comes with (Microsoft Bing).
 inline constexpr int32_t kDefaultRouteProvider = 3;
 
+/// What finds addresses and places in a fresh installation: the cities on this machine, so that
+/// nobody's stops leave it unasked.
+inline constexpr int32_t kDefaultFindProvider = 101;
+
 /// What the settings ask of the directions providers that this program knows.
 class IRouteProviders {
  public:
@@ -103,6 +107,9 @@ class CSettings {
   int32_t truckCategory;  ///< class of hazardous goods
   WideString userId;
   std::optional<MapChoice> defaultMap;
+  int32_t findProvider;    ///< number of the service that finds addresses and places
+  bool calculateAsked;     ///< the first calculation has asked which provider to take
+  WideString plannerPage;  ///< address of a planner page in place of our own; empty: our own
 
  private:
   // A value for each row of the table, none where there is nothing to store.

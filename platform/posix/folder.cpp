@@ -58,6 +58,16 @@ bool IsSameFile(const WideString& first, const WideString& second) {
          left.st_ino == right.st_ino;
 }
 
+bool IsInsideFolder(const WideString& path, const WideString& folder) {
+  std::error_code failure;
+  const auto inner = std::filesystem::weakly_canonical(PathBytes(path), failure);
+  if (failure) return false;
+  const auto outer = std::filesystem::weakly_canonical(PathBytes(folder), failure);
+  if (failure || !inner.is_absolute()) return false;
+  const auto end = std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
+  return end.first == outer.end() && end.second != inner.end();
+}
+
 namespace {
 
 uint32_t CreateFoldersAs(const WideString& path, mode_t mode) {

@@ -55,19 +55,23 @@ TEST_F(Settings, AFirstStartGivesTheDefaults) {
   EXPECT_EQ(settings.truckCategory, 0);
   EXPECT_EQ(settings.userId, u"");
   EXPECT_FALSE(settings.defaultMap.has_value());
+  EXPECT_EQ(settings.findProvider, 101);
+  EXPECT_FALSE(settings.calculateAsked);
+  EXPECT_EQ(settings.plannerPage, u"");
   EXPECT_FALSE(m_home.HasFile());
 }
 
 TEST_F(Settings, TheTableHasTheKeysInTheirOrder) {
   std::vector<std::string_view> keys;
   for (const SettingRow& row : SettingTable()) keys.push_back(row.key);
-  EXPECT_THAT(keys, testing::ElementsAre(
-                        "ConverterPosition", "EditorPosition", "AUTO_CALC", "DIST_MILES",
-                        "OPTIMIZE_USE_DIRECTION", "AVOID_HIGHWAY", "AVOID_TOLLS", "VehicleType",
-                        "ItineraryType", "RouteProvider", "ForceRoad", "AutoAddStep",
-                        "DisplayNumber", "Export", "Language", "Coordinates", "TruckHeight",
-                        "TruckWidth", "TruckLength", "TruckTrailersCount", "TruckLimitedWeight",
-                        "TruckWeightAxle", "TruckCategory", "UserID", "DefaultMap"));
+  EXPECT_THAT(keys,
+              testing::ElementsAre(
+                  "ConverterPosition", "EditorPosition", "AUTO_CALC", "DIST_MILES",
+                  "OPTIMIZE_USE_DIRECTION", "AVOID_HIGHWAY", "AVOID_TOLLS", "VehicleType",
+                  "ItineraryType", "RouteProvider", "ForceRoad", "AutoAddStep", "DisplayNumber",
+                  "Export", "Language", "Coordinates", "TruckHeight", "TruckWidth", "TruckLength",
+                  "TruckTrailersCount", "TruckLimitedWeight", "TruckWeightAxle", "TruckCategory",
+                  "UserID", "DefaultMap", "FindProvider", "CalculateAsked", "PlannerPage"));
 }
 
 TEST_F(Settings, EachFieldHasItsKeyAndKind) {

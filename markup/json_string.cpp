@@ -1,4 +1,4 @@
-#include "app/json_string.h"
+#include "markup/json_string.h"
 
 #include "base/unicode.h"
 

@@ -1,0 +1,163 @@
+// What the page does with the lists, with boxes and with settings.
+
+#include <algorithm>
+#include <limits>
+
+#include <fmt/format.h>
+
+#include "base/text.h"
+#include "planner/dispatch_point.h"
+#include "planner/external.h"
+#include "planner/json_text.h"
+#include "planner/route_table.h"
+#include "platform/clock.h"
+#include "platform/debug_log.h"
+
+namespace {
+
+// A box with more text than this would not fit any screen.
+constexpr size_t kLongestBoxText = 4000;
+
+}  // namespace
+
+ScriptValue CPlannerExternal::Trace(const ExternalArguments& arguments) const {
+  const CalendarTime now = LocalNow();
+  DebugLog(fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02} page: {}", now.year, now.month, now.day,
+                       now.hour, now.minute, now.second, arguments.Text(0)));
+  return {};
+}
+
+ScriptValue CPlannerExternal::MessageBox(const ExternalArguments& arguments) const {
+  const auto style = static_cast<uint32_t>(arguments.IntegerOr(1, kBoxOk));
+  return m_parts.window.ShowBox(MendUtf8(arguments.Text(0).substr(0, kLongestBoxText)), style);
+}
+
+ScriptValue CPlannerExternal::GetPoint(const ExternalArguments& arguments) const {
+  const Place place = PlaceOf(arguments);
+  return std::make_shared<CDispatchPoint>(m_parts.lists, place.view.pinListId,
+                                          static_cast<int32_t>(place.index));
+}
+
+ScriptValue CPlannerExternal::SelectPoint(const ExternalArguments& arguments) const {
+  const Place place = PlaceOf(arguments);
+  place.view.SelectRow(static_cast<int64_t>(place.index));
+  return {};
+}
+
+ScriptValue CPlannerExternal::DeletePoint(const ExternalArguments& arguments) const {
+  const Place place = PlaceOf(arguments);
+  if (IsEditable(place.view.kind)) place.view.RemoveRows(static_cast<int64_t>(place.index));
+  return {};
+}
+
+ScriptValue CPlannerExternal::RenamePoint(const ExternalArguments& arguments) const {
+  const std::string& name = arguments.Text(2);
+  const Place place = PlaceOf(arguments);
+  if (IsEditable(place.view.kind)) place.view.RenamePoint(place.index, name);
+  return {};
+}
+
+ScriptValue CPlannerExternal::MovePoint(const ExternalArguments& arguments) const {
+  const CGpsPoint position = arguments.Position(2);
+  const Place place = PlaceOf(arguments);
+  if (IsEditable(place.view.kind)) place.view.SetPosition(place.index, position);
+  return {};
+}
+
+ScriptValue CPlannerExternal::InsertPoint(const ExternalArguments& arguments) const {
+  const int32_t index = arguments.Integer(1);
+  CGpsPoint point = arguments.Position(2);
+  point.name = arguments.Text(3);
+  point.comment = arguments.Text(4);
+  CPointListView& view = View(arguments);
+  if (index < 0 || static_cast<size_t>(index) > view.list->Count())
+    throw ScriptError(kScriptBadIndex);
+  if (IsEditable(view.kind)) view.InsertPoint(static_cast<size_t>(index), point);
+  return {};
+}
+
+ScriptValue CPlannerExternal::AddPoint(const ExternalArguments& arguments) const {
+  const CGpsPoint point = arguments.Point(1);
+  CPointListView& view = View(arguments);
+  view.AddPoint(point);
+  if (IsEditable(view.kind)) view.AfterEdit();
+  return {};
+}
+
+ScriptValue CPlannerExternal::AddFavorite(const ExternalArguments& arguments) const {
+  const CGpsPoint point = arguments.Point(0);
+  CPointListView* const favorites = m_parts.lists->Find(kListFavorites);
+  if (!favorites || !favorites->list) throw ScriptError(kScriptBadIndex);
+  const auto& points = favorites->list->points;
+  // Behind its equals, as a stable sort by name would put it.
+  const auto place = std::upper_bound(
+      points.begin(), points.end(), point,
+      [](const CGpsPoint& left, const CGpsPoint& right) { return left.name < right.name; });
+  favorites->InsertPoint(static_cast<size_t>(place - points.begin()), point);
+  const uint32_t status = m_parts.settings.SaveFavorites(*favorites->list);
+  if (status != 0) throw ScriptError(TransportHresult(status));
+  return {};
+}
+
+ScriptValue CPlannerExternal::Calculate(const ExternalArguments& arguments) const {
+  const int32_t id = View(arguments).pinListId;
+  // The list may have gone by then.
+  m_parts.posts.Post([lists = std::weak_ptr(m_parts.lists), id] {
+    const std::shared_ptr<PlannerLists> there = lists.lock();
+    CPointListView* const view = there ? there->Find(id) : nullptr;
+    if (view) view->CalculateFrom(-1);
+  });
+  return {};
+}
+
+ScriptValue CPlannerExternal::SendToGps(const ExternalArguments& arguments) const {
+  const int32_t target = arguments.Integer(0);
+  const int32_t index = arguments.Integer(2);
+  const CGpsPoint* const point = m_parts.lists->FindPoint(arguments.Integer(1), index);
+  if (!point) throw ScriptError(kScriptBadIndex);
+  m_parts.sendPoint(target, *point);
+  return {};
+}
+
+ScriptValue CPlannerExternal::GetStrCoords(const ExternalArguments& arguments) const {
+  const CGpsPoint position = arguments.Position(0);
+  const int32_t format = arguments.IntegerOr(1, m_parts.settings.coordinates);
+  if (format < 0 || format > static_cast<int32_t>(ECoordinateFormat::kSeconds))
+    throw ScriptError(kScriptBadIndex);
+  return PositionText(position, static_cast<ECoordinateFormat>(format));
+}
+
+ScriptValue CPlannerExternal::SetCurrentMap(const ExternalArguments& arguments) const {
+  const std::string& name = arguments.Text(0);
+  const int32_t kind = arguments.Integer(1);
+  m_parts.settings.defaultMap = MapChoice{static_cast<uint32_t>(kind), name};
+  return {};
+}
+
+ScriptValue CPlannerExternal::GetCount(const ExternalArguments& arguments) const {
+  return static_cast<int32_t>(View(arguments).list->Count());
+}
+
+ScriptValue CPlannerExternal::GetPins(const ExternalArguments& arguments) const {
+  const int32_t first = arguments.Integer(1);
+  const int32_t count = arguments.Integer(2);
+  const CGpsPointArray& list = *View(arguments).list;
+  if (first < 0 || count < 0 || static_cast<size_t>(first) > list.Count())
+    throw ScriptError(kScriptBadIndex);
+  const size_t end =
+      std::min(list.Count(), static_cast<size_t>(first) + static_cast<size_t>(count));
+  JsonText json;
+  json.BeginArray();
+  for (size_t i = static_cast<size_t>(first); i < end; ++i) {
+    const CGpsPoint& point = list.points[i];
+    json.BeginObject();
+    json.Key("lat").Number(point.latitude);
+    json.Key("lng").Number(point.longitude);
+    json.Key("alt").Number(point.altitude);
+    json.Key("address").Text(point.name);
+    json.Key("snippet").Text(point.comment);
+    json.End();
+  }
+  json.End();
+  return json.Result();
+}

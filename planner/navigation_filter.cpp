@@ -1,0 +1,40 @@
+#include "planner/navigation_filter.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/text.h"
+#include "net/url.h"
+
+namespace {
+
+constexpr std::string_view kSignalScheme = "signal:";
+constexpr std::string_view kScriptScheme = "javascript:";
+constexpr std::string_view kBlankPage = "about:blank";
+
+// What a link of the page may open; everything else could reach files and programs.
+constexpr std::string_view kOutsideSchemes[] = {"http", "https", "mailto", "geo", "tel"};
+
+bool MayOpenOutside(std::string_view url) {
+  const size_t colon = url.find(':');
+  if (colon == std::string_view::npos) return false;
+  const std::string scheme = ToLowerAscii(url.substr(0, colon));
+  return std::find(std::begin(kOutsideSchemes), std::end(kOutsideSchemes), scheme) !=
+         std::end(kOutsideSchemes);
+}
+
+}  // namespace
+
+NavigationDecision FilterNavigation(std::string_view url, std::string_view plannerPage) {
+  if (url.starts_with(kSignalScheme)) {
+    const std::string_view rest = url.substr(kSignalScheme.size());
+    const size_t colon = rest.find(':');
+    if (rest.substr(0, colon).empty()) return {ENavigation::kDrop, {}, {}};
+    const std::string_view payload =
+        colon == std::string_view::npos ? std::string_view() : rest.substr(colon + 1);
+    return {ENavigation::kSignal, std::string(rest.substr(0, colon)), UrlUnescape(payload)};
+  }
+  if (url == kBlankPage || url.starts_with(kScriptScheme) || url == plannerPage)
+    return {ENavigation::kLetThrough, {}, {}};
+  return {MayOpenOutside(url) ? ENavigation::kOpenOutside : ENavigation::kDrop, {}, {}};
+}
