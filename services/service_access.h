@@ -10,11 +10,11 @@
 
 /// What the user has set for a service. What is absent is as the program comes with it.
 struct ServiceValues {
-  std::optional<std::string> url;
-  std::optional<std::string> key;
-  std::optional<std::string> appId;
-  std::optional<std::string> language;
-  std::optional<std::string> referrer;
+  std::optional<std::string> url = {};
+  std::optional<std::string> key = {};
+  std::optional<std::string> appId = {};
+  std::optional<std::string> language = {};
+  std::optional<std::string> referrer = {};
 };
 
 /// What the user has set, by the services' names.

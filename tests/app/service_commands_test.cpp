@@ -20,7 +20,7 @@ class ServiceCommands : public testing::Test {
  protected:
   ProgramResult Run(const std::vector<std::string>& arguments,
                     const std::string& environment = "LC_ALL=C") const {
-    return RunConverter(arguments, environment + " XDG_CONFIG_HOME=" + m_home.Path());
+    return RunConverter(arguments, environment + " XDG_CONFIG_HOME=" + m_home.Path().string());
   }
   void Set(const std::vector<std::string>& assignments) const {
     std::vector<std::string> arguments;

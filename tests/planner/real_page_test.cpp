@@ -219,7 +219,7 @@ TEST_F(RealPage, StaysInStepThroughRandomActions) {
     switch (number(11)) {
       case 0:
       case 1:
-        view().InsertPoint(number(count + 1), MakePoint(1, i % 90, std::string(1, 'a' + i % 26)));
+        view().InsertPoint(number(count + 1), MakePoint(1, i % 90, std::string(1, static_cast<char>('a' + i % 26))));
         break;
       case 2:
         if (count > 0) view().RemoveRows(row);

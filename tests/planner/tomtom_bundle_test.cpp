@@ -81,7 +81,7 @@ TEST(TomTomBundle, HoldsOneItinerary) {
 
 TEST(TomTomBundle, SplitsALongList) {
   CGpsRoute list;
-  for (int i = 0; i < 10; ++i) list.points.push_back(MakePoint(0, i, std::string(1, 'A' + i)));
+  for (int i = 0; i < 10; ++i) list.points.push_back(MakePoint(0, i, std::string(1, static_cast<char>('A' + i))));
   TomTomBundle bundle;
   ASSERT_EQ(MakeTomTomBundle("t", list, 4, bundle), 0u);
   const auto files = FilesOf(bundle.archive);

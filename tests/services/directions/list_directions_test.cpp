@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "services/directions/route_options.h"
 #include "services/directions/route_reply.h"
 #include "services/directions/straight_line_router.h"
 #include "services/service_table.h"
