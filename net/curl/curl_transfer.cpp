@@ -51,7 +51,8 @@ uint32_t CertificateError(CURL* easy) {
   long result = X509_V_OK;
   curl_easy_getinfo(easy, CURLINFO_SSL_VERIFYRESULT, &result);
   switch (result) {
-    case X509_V_OK:  // the chain is sound: it is libcurl that has compared the names
+    case X509_V_OK:
+    case X509_V_ERR_UNSPECIFIED:  // libcurl has refused the name before it has stored a result
     case X509_V_ERR_HOSTNAME_MISMATCH:
     case X509_V_ERR_IP_ADDRESS_MISMATCH:
       return kInternetCertificateName;
