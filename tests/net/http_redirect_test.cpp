@@ -85,7 +85,7 @@ TEST(HttpRedirects, TargetIsTakenAsALink) {
                                                         {"/c", "/c"},
                                                         {"?q", "/a/b?q"},
                                                         {"c d", "/a/c%20d"}}) {
-    LoopbackServer server([target](const std::string& request) {
+    LoopbackServer server([target = target](const std::string& request) {
       return Asked(request) == "GET /a/b" ? Redirect(target) : HttpReply("ok");
     });
     EXPECT_EQ(HttpGet(Wide(server.Url("/a/b"))), "ok") << target;
@@ -144,7 +144,7 @@ TEST(HttpRedirects, PostBecomesGetUnlessToldOtherwise) {
                                                         {"303 See Other", "GET"},
                                                         {"307 Temporary Redirect", "POST"},
                                                         {"308 Permanent Redirect", "POST"}}) {
-    LoopbackServer server([status](const std::string& request) {
+    LoopbackServer server([status = status](const std::string& request) {
       return Asked(request) == "POST /" ? Redirect("/next", status) : HttpReply("ok");
     });
     StringSink sink;

@@ -123,30 +123,34 @@ TEST(HttpReplies, ServerThatStopsInTheMiddleIsATimeOut) {
   EXPECT_EQ(outcome.body, "half");
 }
 
-// A byte in a quarter of the time that may pass without one, for three times that time.
+// Both take longer than may pass without a byte, in steps that are much shorter.
+HttpOptions Patient() {
+  HttpOptions options;
+  options.idleTimeoutMs = 3000;
+  return options;
+}
+
 TEST(HttpReplies, SlowServerIsWaitedFor) {
   LoopbackServer server(Talk([](LoopbackConnection& connection) {
     connection.ReadRequest();
-    connection.Send("HTTP/1.1 200 OK\r\nContent-Length: 12\r\n\r\n");
-    for (int i = 0; i < 12; ++i) {
-      if (!connection.Sleep(100ms) || !connection.Send("x")) return;
+    connection.Send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\n");
+    for (int i = 0; i < 8; ++i) {
+      if (!connection.Sleep(500ms) || !connection.Send("x")) return;
     }
   }));
-  HttpOptions options;
-  options.idleTimeoutMs = 400;
-  EXPECT_EQ(Ask(server.Url("/"), options), (Outcome{0, "xxxxxxxxxxxx", 200}));
+  EXPECT_EQ(Ask(server.Url("/"), Patient()), (Outcome{0, "xxxxxxxx", 200}));
 }
 
 TEST(HttpReplies, SlowHeadersAreWaitedFor) {
   LoopbackServer server(Talk([](LoopbackConnection& connection) {
     connection.ReadRequest();
-    for (const char c : HttpReply("ok")) {
-      if (!connection.Sleep(20ms) || !connection.Send({&c, 1})) return;
+    const std::string reply = HttpReply("ok");
+    for (size_t i = 0; i < reply.size(); i += 5) {
+      if (!connection.Sleep(500ms) || !connection.Send(std::string_view(reply).substr(i, 5)))
+        return;
     }
   }));
-  HttpOptions options;
-  options.idleTimeoutMs = 400;
-  EXPECT_EQ(Ask(server.Url("/"), options), (Outcome{0, "ok", 200}));
+  EXPECT_EQ(Ask(server.Url("/"), Patient()), (Outcome{0, "ok", 200}));
 }
 
 TEST(HttpReplies, NobodyThereIsNoConnection) {
