@@ -121,6 +121,8 @@ void CHttpConnection::Open(const std::string& host, uint16_t port, bool secure) 
 CHttpRequest::~CHttpRequest() {
   Cancel();
   m_doneEvent.Wait(kWaitForever);
+  // The event is set under the lock: whoever has set it may still be about to release it.
+  const std::lock_guard lock(m_lock);
 }
 
 void CHttpRequest::Send(ByteSink& sink, const std::string& path, const std::string& postData,
