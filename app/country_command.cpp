@@ -80,7 +80,7 @@ int RunCountry(const Options& options) {
   const bool isOfMachine = options.services.typed.country->empty();
   const std::string_view only = isOfMachine ? "geoip" : "geonames";
   ServiceChoice choice = ChooseService(options, kCanCountry, only);
-  if (choice.exitStatus == 0 && choice.provider->name != only) {
+  if (choice.provider && choice.provider->name != only) {
     choice.exitStatus = kExitWrongUsage;
     choice.message = FormatText(kTextServiceCannot, choice.provider->name, only);
   }

@@ -51,13 +51,15 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
-        --split | --simplify | --csv-read | --csv-write | --set)
+        --split | --simplify | --provider | --find | --near | --radius | --locate | \
+            --elevation | --panorama | --csv-read | --csv-write | --set)
             return
             ;;
     esac
     if [[ $word == -* ]]; then
         COMPREPLY=($(compgen -W "--output --list --split --reverse --sort --unique --simplify
-            --optimize --optimize=best --check --strict --quiet --formats
+            --optimize --optimize=best --providers --provider --find --near --radius
+            --locate --elevation --panorama --country --offline --check --strict --quiet --formats
             --csv-read --csv-write --remember --settings --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
@@ -66,7 +68,7 @@ _corvanemap()
     # How many tokens stand in front of the word?
     for ((i = 0; i < ${#words[@]} - 1; i++)); do
         case ${words[i]} in
-            -o | --output | --list | --split | --simplify) ((i++)) ;;
+            -o | --output | --list | --split | --simplify | --provider) ((i++)) ;;
             --inspect) inspect=1 ;;
             -*) ;;
             *LANG_*) ;;

@@ -26,6 +26,16 @@ _corvanemap() {
     '*--unique[keep one of the stops at the same place]' \
     '*--simplify[leave out points beside the line of the others]:metres:' \
     '*--optimize=-[order the stops so that the way becomes shorter]::search:(best)' \
+    '(: -)--providers[list the services: what they can do and what they still lack]' \
+    '--provider[the service that answers]:name:' \
+    '--find[look for an address or a place]:text:' \
+    '--near[with --find: around this position]:position:' \
+    '--radius[with --near: within this distance]:metres:' \
+    '--locate[the address at a position]:position:' \
+    '--elevation[the elevation at a position]:position:' \
+    '--panorama[the nearest panorama]:position:' \
+    '--country=-[the country at a position, of a code, or of this machine]::where:' \
+    '--offline[ask no service that is not on this machine]' \
     '--check[tell what the target cannot hold, without keeping it]' \
     '--strict[exit with status 3 when something was lost]' \
     '--quiet[print errors only]' \
