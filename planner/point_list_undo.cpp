@@ -1,7 +1,6 @@
 // What `CPointListView` does to take steps back and to make them again.
 
 #include <algorithm>
-#include <ranges>
 
 #include "planner/point_list_view.h"
 
@@ -31,7 +30,8 @@ void CPointListView::Undo() {
   EditScope edit(*this);
   const EditStep& step = m_history.Undo();
   const bool much = IsMuch(step);
-  for (const ListChange& change : std::views::reverse(step)) {
+  for (auto at = step.rbegin(); at != step.rend(); ++at) {
+    const ListChange& change = *at;
     RevertChange(*list, change);
     if (!much) ShowChange(change, false);
   }
@@ -91,7 +91,8 @@ void CPointListView::ShowRemoved(const std::vector<PlacedPoint>& placed) {
     m_rows.RemoveRows(placed[start].index, end - start);
     end = start;
   }
-  for (const PlacedPoint& each : std::views::reverse(placed)) {
+  for (auto at = placed.rbegin(); at != placed.rend(); ++at) {
+    const PlacedPoint& each = *at;
     CallPage([this, index = each.index](CPlannerScript& page) {
       page.DelPushPin(pinListId, static_cast<int32_t>(index));
     });

@@ -107,7 +107,7 @@ constexpr TravelModeRow kTable[] = {
 
 std::set<uint32_t> SetOf(uint32_t bits) {
   std::set<uint32_t> numbers;
-  for (; bits != 0; bits &= bits - 1) numbers.insert(std::countr_zero(bits));
+  for (; bits != 0; bits &= bits - 1) numbers.insert(static_cast<uint32_t>(std::countr_zero(bits)));
   return numbers;
 }
 

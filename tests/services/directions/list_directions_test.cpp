@@ -38,7 +38,7 @@ class MoodyRouter final : public CRouteProvider {
       Finish(kRouteNotFound);
       return;
     }
-    for (const uint32_t distance : {100, 20}) {
+    for (const uint32_t distance : {100u, 20u}) {
       CRouteData& leg = GetLegs().emplace_back(MakeLeg(travelMode, options));
       leg.measure = MakeMeasure(distance, distance / 10);
       AppendPoint(leg.shape.points, *points->points.front());

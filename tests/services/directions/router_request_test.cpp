@@ -36,7 +36,7 @@ TEST(GoogleRequest, TellsModeAndAvoidances) {
   const std::string kTail = "&origin=48.500000,7.250000&destination=49.000000,-1.123457";
   EXPECT_EQ(AskedOf(provider::kGoogle, Pair(), kPedestrian).url, kHead + "walking" + kTail);
   EXPECT_EQ(AskedOf(provider::kGoogle, Pair(), kBicycle).url, kHead + "bicycling" + kTail);
-  for (const uint32_t mode : {0, 2, 5, 6, 7})
+  for (const uint32_t mode : {0u, 2u, 5u, 6u, 7u})
     EXPECT_EQ(AskedOf(provider::kGoogle, Pair(), mode).url, kHead + "driving" + kTail);
 
   using A = AvoidanceOptions;
@@ -119,7 +119,7 @@ TEST(HereRequest, NamesEveryHazard) {
     EXPECT_EQ(HereMode(kTruckMode, truck),
               std::string("fastest;truck;traffic:disabled&shippedHazardousGoods=") + name);
   }
-  for (const uint32_t none : {0, 1, 2, 15}) {
+  for (const uint32_t none : {0u, 1u, 2u, 15u}) {
     truck.hazardCategory = none;
     EXPECT_EQ(HereMode(kTruckMode, truck), "fastest;truck;traffic:disabled");
   }
@@ -234,9 +234,9 @@ TEST(ViaMichelinRequest, TellsVehicleTypeAndTolls) {
   const auto tail = [](uint32_t mode, const CRouteOptions& options) {
     return Behind(AskedOf(provider::kViaMichelin, Pair(), mode, options).url, ":49.000000");
   };
-  for (const uint32_t mode : {1, 2, 3, 4, 5})
+  for (const uint32_t mode : {1u, 2u, 3u, 4u, 5u})
     EXPECT_EQ(tail(mode, OfType(0)), "&veht=" + std::to_string(mode - 1) + "&itit=0");
-  for (const uint32_t type : {1, 2, 3, 4})
+  for (const uint32_t type : {1u, 2u, 3u, 4u})
     EXPECT_EQ(tail(kCar, OfType(type)), "&veht=0&itit=" + std::to_string(type));
   EXPECT_EQ(tail(kCar, Without({})), "&veht=0&itit=0&avoidTolls=false");
   EXPECT_EQ(tail(kCar, Without({&AvoidanceOptions::tolls})), "&veht=0&itit=0&avoidTolls=true");
