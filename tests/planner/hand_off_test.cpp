@@ -139,7 +139,7 @@ TEST_F(HandOff, AnItineraryForNavigonGoesThroughAFile) {
   EXPECT_EQ(m_desktop.Opened(), m_desktop.Folder().PathTo("tmp/corvane.freshroute"));
   EXPECT_EQ(
       m_desktop.Folder().Get("tmp/corvane.freshroute"),
-      "<?xml version=\"1.0\" encoding=\"UTF-8\"?><Route><Name>Trip</Name><Point><Name>A</Name>"
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?><Route><Name>Trip</Name><Point><Name>A</Name>"
       "<Latitude>1.000000</Latitude><Longitude>2.000000</Longitude></Point></Route>");
 }
 

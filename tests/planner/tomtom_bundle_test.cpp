@@ -66,7 +66,7 @@ TEST(TomTomBundle, HoldsOneItinerary) {
   EXPECT_EQ(bundle.descriptionName, "My trip.xml");
   EXPECT_EQ(bundle.link, "tomtomhome:contentitem:http://127.0.0.1:8099/My%20trip.xml");
   const std::map<std::string, std::string> expected = {
-      {"ITN/My trip.itn", "235222|4885661|Paris|4|\r\n435000|5085045|B|2|\r\n"}};
+      {"ITN/My trip.itn", "235222|4885661|Paris|4|\r\n434999|5085045|B|2|\r\n"}};
   EXPECT_EQ(FilesOf(bundle.archive), expected);
   EXPECT_EQ(bundle.description,
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?><item idstr=\"itinerary\" version=\"1.0\">"
