@@ -1,0 +1,85 @@
+// Names of countries and towns on the outline map, as many as there is room for.
+
+import { Frame, worldCopies } from './overlay_canvas';
+import type { LabelRoom } from './label_room';
+import type { Country } from './outline_data';
+import { palette } from './palette';
+import { paintLabel } from './pin_painter';
+import { language } from './texts';
+import type { Town } from './towns';
+
+const kTownFont = '12px system-ui, sans-serif';
+const kLargeTownFont = '500 13px system-ui, sans-serif';
+const kCountryFont = '600 12px system-ui, sans-serif';
+const kLastCountryZoom = 6;
+/** Of the inhabitants, in thousands, from which a town is large. */
+const kLargeTown = 500;
+/** Least population in thousands of a town that is shown, by zoom. */
+const kLeastPopulation = [8000, 5000, 4000, 2500, 1200, 500, 200, 80, 30, 10, 0];
+
+export class GroundLabels {
+  private names = new Map<string, string>();
+  private namesLanguage = '';
+
+  constructor(private readonly countries: Country[], private readonly towns: Town[]) {}
+
+  paint(frame: Frame, room: LabelRoom): void {
+    for (const copy of worldCopies(frame.view)) {
+      this.paintCountries(frame, copy, room);
+      this.paintTowns(frame, copy, room);
+    }
+  }
+
+  private paintCountries(frame: Frame, copy: number, room: LabelRoom): void {
+    if (frame.zoom > kLastCountryZoom || frame.zoom < 2) return;
+    frame.context.font = kCountryFont;
+    const pixelsPerDegree = frame.scale / 360;
+    for (const country of this.countries) {
+      const name = this.nameOf(country.code).toLocaleUpperCase(language());
+      const width = frame.context.measureText(name).width;
+      if (country.size * pixelsPerDegree < width * 0.9) continue;
+      const x = (country.x + copy) * frame.scale - frame.left;
+      const y = country.y * frame.scale - frame.top;
+      if (!isSeen(frame, x, y)) continue;
+      const box = { left: x - width / 2 - 6, right: x + width / 2 + 6, top: y - 9, bottom: y + 9 };
+      if (room.take(box)) paintLabel(frame.context, name, x - width / 2, y, palette.country);
+    }
+  }
+
+  private paintTowns(frame: Frame, copy: number, room: LabelRoom): void {
+    const least = kLeastPopulation[Math.min(Math.floor(frame.zoom), kLeastPopulation.length - 1)]!;
+    const { context } = frame;
+    for (const town of this.towns) {
+      if (town.population < least) return;
+      const x = (town.x + copy) * frame.scale - frame.left;
+      const y = town.y * frame.scale - frame.top;
+      if (!isSeen(frame, x, y)) continue;
+      context.font = town.population >= kLargeTown ? kLargeTownFont : kTownFont;
+      const width = context.measureText(town.name).width;
+      const box = { left: x - 5, right: x + 9 + width, top: y - 9, bottom: y + 9 };
+      if (!room.take(box)) continue;
+      context.beginPath();
+      context.arc(x, y, 2.5, 0, 2 * Math.PI);
+      context.fillStyle = palette.label;
+      context.fill();
+      paintLabel(context, town.name, x + 6, y, palette.label);
+    }
+  }
+
+  private nameOf(code: string): string {
+    if (this.namesLanguage !== language()) {
+      this.namesLanguage = language();
+      this.names = new Map();
+    }
+    let name = this.names.get(code);
+    if (name === undefined) {
+      name = new Intl.DisplayNames([language()], { type: 'region' }).of(code) ?? code;
+      this.names.set(code, name);
+    }
+    return name;
+  }
+}
+
+function isSeen(frame: Frame, x: number, y: number): boolean {
+  return x >= -40 && y >= -20 && x <= frame.width + 40 && y <= frame.height + 20;
+}

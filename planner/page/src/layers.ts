@@ -1,0 +1,109 @@
+// The outline map, and the tile servers that the user allows.
+
+import * as L from 'leaflet';
+import { element } from './dom';
+import { ask, program } from './external';
+import { text } from './texts';
+
+/** A tile server, as the program writes it into the page. */
+export interface TileServer {
+  name: string;
+  url: string;
+  credit: string;
+  minZoom: number;
+  maxZoom: number;
+}
+
+/** What the map shows besides the outline: the number that the program keeps for a kind of map. */
+const kMapKind = 1;
+
+export class Layers {
+  private readonly servers: TileServer[] = readServers();
+  private readonly allowed = new Set<string>();
+  private readonly box = element('fieldset', 'layer-box control');
+  private current: { name: string; layer: L.TileLayer } | null = null;
+
+  constructor(private readonly map: L.Map, private readonly credit: HTMLElement,
+              private readonly outlineCredit: string,
+              private readonly changed: (hasTiles: boolean) => void) {
+    this.box.hidden = true;
+    this.box.addEventListener('keydown', (event) => {
+      event.stopPropagation();
+      if (event.key === 'Escape') this.toggle(false);
+    });
+    for (const kind of ['pointerdown', 'mousedown', 'dblclick', 'wheel']) {
+      this.box.addEventListener(kind, (event) => event.stopPropagation());
+    }
+    map.getContainer().append(this.box);
+    this.showCredit();
+  }
+
+  /** The rows of `GetMaps`: what can be switched on. */
+  rows(): { name: string; map: boolean }[] {
+    return this.servers.map(({ name }) => ({ name, map: true }));
+  }
+
+  /** The names that the user's settings allow. */
+  allow(names: string[]): void {
+    this.allowed.clear();
+    for (const name of names) this.allowed.add(name);
+    if (this.current && !this.allowed.has(this.current.name)) this.show('', false);
+    this.fill();
+  }
+
+  /** Shows a tile server over the outline; an unknown or empty name shows the outline alone. */
+  show(name: string, tellsProgram: boolean): void {
+    this.current?.layer.remove();
+    this.current = null;
+    const server = this.servers.find((each) => each.name === name && this.allowed.has(name));
+    if (server) {
+      const layer = new L.TileLayer(server.url, {
+        minZoom: server.minZoom, maxNativeZoom: server.maxZoom, maxZoom: 20, className: 'tiles',
+      });
+      layer.addTo(this.map);
+      this.current = { name, layer };
+    }
+    if (tellsProgram) ask(() => program.SetCurrentMap(server?.name ?? '', kMapKind), undefined);
+    this.showCredit();
+    this.fill();
+    this.changed(server !== undefined);
+  }
+
+  toggle(isShown = this.box.hidden): void {
+    this.box.hidden = !isShown;
+    if (isShown) this.box.querySelector<HTMLElement>('input:checked')?.focus();
+  }
+
+  fill(): void {
+    const choices = ['', ...this.servers.map(({ name }) => name).filter((name) => this.allowed.has(name))];
+    const hasFocus = this.box.contains(document.activeElement);
+    this.box.replaceChildren(
+      element('legend', '', text('layers')),
+      ...choices.map((name) => this.choice(name)),
+      ...(choices.length === 1 ? [element('p', 'layer-hint', text('layersHint'))] : []),
+    );
+    if (hasFocus) this.box.querySelector<HTMLElement>('input:checked')?.focus();
+  }
+
+  private choice(name: string): HTMLElement {
+    const input = element('input', '');
+    input.type = 'radio';
+    input.name = 'layer';
+    input.checked = name === (this.current?.name ?? '');
+    input.addEventListener('change', () => this.show(name, true));
+    return element('label', '', input, element('span', '', name || text('outline')));
+  }
+
+  private showCredit(): void {
+    const server = this.servers.find(({ name }) => name === this.current?.name);
+    this.credit.textContent = server ? server.credit : this.outlineCredit;
+  }
+}
+
+function readServers(): TileServer[] {
+  const content = document.querySelector<HTMLMetaElement>('meta[name="tile-servers"]')?.content ?? '';
+  return ask(() => {
+    const rows: unknown = JSON.parse(content || '[]');
+    return Array.isArray(rows) ? (rows as TileServer[]).filter((row) => row.name && row.url) : [];
+  }, []);
+}

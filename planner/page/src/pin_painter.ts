@@ -1,0 +1,196 @@
+// The looks of pins: numbered discs for stops, rings for what was found, stars for favourites,
+// diamonds for points of interest.
+
+import { Pin, PinList, kFavourites, kItinerary, kSearchResults } from './pin_list';
+import { Frame, worldCopies } from './overlay_canvas';
+import type { Lists } from './lists';
+import { LabelRoom } from './label_room';
+import { palette } from './palette';
+
+/** Radius of a stop's disc, in pixels. */
+export const kDiscRadius = 12;
+const kDotRadius = 4;
+const kNameFont = '500 12px system-ui, sans-serif';
+/** By the count of digits: what fits into a disc. */
+const kNumberFonts = ['600 12px system-ui, sans-serif', '600 12px system-ui, sans-serif',
+  '600 10px system-ui, sans-serif', '600 8px system-ui, sans-serif'];
+/** So many pins on the screen are a crowd, in which only some are more than dots. */
+const kCrowd = 300;
+/** Names are shown up to so many pins on the screen. */
+const kMostNames = 400;
+
+/** A pin on the canvas. */
+export interface PlacedPin {
+  pin: Pin;
+  index: number;
+  x: number;
+  y: number;
+  isSelected: boolean;
+}
+
+export interface PinStyle {
+  showsNumbers: boolean;
+}
+
+/** Draws the pins of a list and takes what they cover from `room`; gives those that may be named. */
+export function paintMarks(frame: Frame, lists: Lists, list: PinList, style: PinStyle,
+                           room: LabelRoom): PlacedPin[] {
+  const placed = placedPins(frame, lists, list);
+  const discs: PlacedPin[] = [];
+  // Where discs would cover each other, the first of them stands for all; the others are dots.
+  const crowd = new LabelRoom();
+  for (const place of placed) {
+    const reach = placed.length > kCrowd ? kDiscRadius * 2 : kDiscRadius * 0.8;
+    const box = { left: place.x - reach, right: place.x + reach, top: place.y - reach, bottom: place.y + reach };
+    if (place.isSelected || crowd.take(box)) discs.push(place);
+    else paintDot(frame.context, place.x, place.y, colourOf(list.id));
+  }
+  for (const place of [...discs].reverse()) {
+    paintMark(frame.context, list.id, place, style);
+    room.occupy(markBox(place));
+  }
+  return discs;
+}
+
+/** Writes the names of pins as far as there is room for them, and not where there are too many. */
+export function paintNames(frame: Frame, placed: PlacedPin[], room: LabelRoom): void {
+  if (placed.length > kMostNames) return;
+  for (const place of placed) paintName(frame.context, place, room);
+}
+
+function placedPins(frame: Frame, lists: Lists, list: PinList): PlacedPin[] {
+  const placed: PlacedPin[] = [];
+  const selected = lists.selected?.list === list.id ? lists.selected.index : -1;
+  for (const copy of worldCopies(frame.view)) {
+    const box = { ...frame.view, left: frame.view.left - copy, right: frame.view.right - copy };
+    lists.visitPins(list, box, (index) => {
+      const pin = list.pins[index]!;
+      placed.push({
+        pin, index, isSelected: index === selected,
+        x: (pin.x + copy) * frame.scale - frame.left, y: pin.y * frame.scale - frame.top,
+      });
+    });
+  }
+  return placed.sort((a, b) => Number(b.isSelected) - Number(a.isSelected) || a.index - b.index);
+}
+
+function markBox(place: PlacedPin): { left: number; right: number; top: number; bottom: number } {
+  const reach = kDiscRadius + 2;
+  return { left: place.x - reach, right: place.x + reach, top: place.y - reach, bottom: place.y + reach };
+}
+
+function colourOf(list: number): string {
+  if (list === kItinerary) return palette.accent;
+  if (list === kSearchResults) return palette.search;
+  return list === kFavourites ? palette.favourite : palette.poi;
+}
+
+function paintDot(context: CanvasRenderingContext2D, x: number, y: number, colour: string): void {
+  context.beginPath();
+  context.arc(x, y, kDotRadius, 0, 2 * Math.PI);
+  context.fillStyle = colour;
+  context.fill();
+  context.lineWidth = 1;
+  context.strokeStyle = palette.panel;
+  context.stroke();
+}
+
+function paintMark(context: CanvasRenderingContext2D, list: number, place: PlacedPin,
+                   style: PinStyle): void {
+  context.save();
+  context.shadowColor = 'rgba(0, 0, 0, 0.35)';
+  context.shadowBlur = 4;
+  context.shadowOffsetY = 1;
+  tracePath(context, list, place);
+  const colour = colourOf(list);
+  context.fillStyle = place.isSelected ? colour : palette.panel;
+  context.fill();
+  context.restore();
+  context.lineWidth = 2;
+  context.strokeStyle = place.isSelected ? palette.panel : colour;
+  context.stroke();
+  if (place.isSelected) {
+    context.lineWidth = 1.5;
+    context.strokeStyle = colour;
+    context.beginPath();
+    context.arc(place.x, place.y, kDiscRadius + 2.5, 0, 2 * Math.PI);
+    context.stroke();
+  }
+  if (list === kItinerary) paintNumber(context, place, style);
+  else if (list === kSearchResults && !place.isSelected) paintDot(context, place.x, place.y, colour);
+}
+
+function tracePath(context: CanvasRenderingContext2D, list: number, place: PlacedPin): void {
+  const { x, y } = place;
+  context.beginPath();
+  if (list === kItinerary || list === kSearchResults) {
+    context.arc(x, y, list === kItinerary ? kDiscRadius : kDiscRadius - 3, 0, 2 * Math.PI);
+  } else if (list === kFavourites) {
+    for (let corner = 0; corner < 10; corner++) {
+      const radius = corner % 2 === 0 ? kDiscRadius : kDiscRadius * 0.48;
+      const angle = (Math.PI * corner) / 5 - Math.PI / 2;
+      context.lineTo(x + radius * Math.cos(angle), y + radius * Math.sin(angle));
+    }
+  } else {
+    const reach = kDiscRadius - 1;
+    context.moveTo(x, y - reach);
+    context.lineTo(x + reach, y);
+    context.lineTo(x, y + reach);
+    context.lineTo(x - reach, y);
+  }
+  context.closePath();
+}
+
+function paintNumber(context: CanvasRenderingContext2D, place: PlacedPin, style: PinStyle): void {
+  context.fillStyle = place.isSelected ? palette.onAccent : palette.accent;
+  if (!style.showsNumbers) {
+    context.beginPath();
+    context.arc(place.x, place.y, kDotRadius, 0, 2 * Math.PI);
+    context.fill();
+    return;
+  }
+  const number = String(place.index + 1);
+  context.font = kNumberFonts[Math.min(number.length, kNumberFonts.length) - 1]!;
+  context.textAlign = 'center';
+  context.textBaseline = 'middle';
+  context.fillText(number, place.x, place.y + 0.5);
+}
+
+// The name stands to the right, or where something else stands there to the left, below or above.
+function paintName(context: CanvasRenderingContext2D, place: PlacedPin, room: LabelRoom): void {
+  const name = shortened(place.pin.name);
+  if (name === '') return;
+  context.font = kNameFont;
+  const width = context.measureText(name).width;
+  const gap = kDiscRadius + 6;
+  const places: [number, number][] = [
+    [place.x + gap, place.y], [place.x - gap - width, place.y],
+    [place.x - width / 2, place.y + gap + 6], [place.x - width / 2, place.y - gap - 6],
+  ];
+  for (const [left, middle] of places) {
+    const box = { left: left - 2, right: left + width + 2, top: middle - 8, bottom: middle + 8 };
+    if (!room.take(box)) continue;
+    paintLabel(context, name, left, middle, palette.text);
+    return;
+  }
+}
+
+/** A text with a halo of the ground's colour, which begins at `left` and has its middle at `middle`. */
+export function paintLabel(context: CanvasRenderingContext2D, label: string, left: number,
+                           middle: number, colour: string): void {
+  context.textAlign = 'left';
+  context.textBaseline = 'middle';
+  context.lineJoin = 'round';
+  context.lineWidth = 3;
+  context.strokeStyle = palette.halo;
+  context.strokeText(label, left, middle);
+  context.fillStyle = colour;
+  context.fillText(label, left, middle);
+}
+
+const kLongestName = 32;
+
+function shortened(name: string): string {
+  const letters = Array.from(name);
+  return letters.length > kLongestName ? letters.slice(0, kLongestName - 1).join('') + '…' : name;
+}

@@ -1,0 +1,100 @@
+// All that stands over the ground: ways, pins, names.
+
+import type * as L from 'leaflet';
+import { GroundLabels } from './ground_labels';
+import { LabelRoom } from './label_room';
+import type { Lists } from './lists';
+import { Frame, OverlayCanvas, worldCopies } from './overlay_canvas';
+import { palette } from './palette';
+import { kItinerary, PinList } from './pin_list';
+import { paintMarks, paintNames, PinStyle } from './pin_painter';
+import { Way } from './way';
+
+export class Scene {
+  readonly style: PinStyle = { showsNumbers: true };
+  /** False when map tiles with names of their own cover the outline. */
+  showsGroundLabels = true;
+  private readonly canvas: OverlayCanvas;
+
+  constructor(map: L.Map, private readonly lists: Lists, private readonly labels: GroundLabels) {
+    this.canvas = new OverlayCanvas(map, 'scene', (frame) => this.paint(frame));
+  }
+
+  invalidate(): void {
+    this.canvas.invalidate();
+  }
+
+  private paint(frame: Frame): void {
+    const room = new LabelRoom();
+    const lists = this.lists.all();
+    for (const list of lists) paintWays(frame, list);
+    // All marks keep free of names; the names of the itinerary have the first choice.
+    const marks = lists.map((list) => paintMarks(frame, this.lists, list, this.style, room));
+    for (const placed of marks.reverse()) paintNames(frame, placed, room);
+    if (this.showsGroundLabels) this.labels.paint(frame, room);
+  }
+}
+
+function paintWays(frame: Frame, list: PinList): void {
+  const { context } = frame;
+  context.lineJoin = 'round';
+  context.lineCap = 'round';
+  for (const copy of worldCopies(frame.view)) {
+    if (list.id === kItinerary) paintMissing(frame, list, copy);
+    const byColour = new Map<string, Way[]>();
+    for (const way of list.ways) {
+      if (!(way instanceof Way) || !isSeen(frame, way, copy)) continue;
+      const colour = way.colour ?? palette.way;
+      const same = byColour.get(colour);
+      if (same) same.push(way);
+      else byColour.set(colour, [way]);
+    }
+    for (const [pass, width] of [[0, 7], [1, 4]] as const) {
+      for (const [colour, ways] of byColour) {
+        context.beginPath();
+        for (const way of ways) traceWay(frame, way, copy);
+        context.strokeStyle = pass === 0 ? palette.wayCasing : colour;
+        context.lineWidth = width;
+        context.stroke();
+      }
+    }
+  }
+}
+
+function isSeen(frame: Frame, way: Way, copy: number): boolean {
+  return way.box.left + copy <= frame.view.right && way.box.right + copy >= frame.view.left &&
+    way.box.top <= frame.view.bottom && way.box.bottom >= frame.view.top;
+}
+
+function traceWay(frame: Frame, way: Way, copy: number): void {
+  const { context, scale, left, top, view } = frame;
+  const box = { ...view, left: view.left - copy, right: view.right - copy };
+  way.visit(frame.zoom, box, (x, y, start) => {
+    const px = (x + copy) * scale - left;
+    const py = y * scale - top;
+    if (start) context.moveTo(px, py);
+    else context.lineTo(px, py);
+  });
+}
+
+// Stops without a way between them are joined by a thin broken line, so that their order shows.
+function paintMissing(frame: Frame, list: PinList, copy: number): void {
+  const { context, scale, left, top } = frame;
+  context.beginPath();
+  for (let i = 1; i < list.pins.length; i++) {
+    const from = list.pins[i - 1]!;
+    const to = list.pins[i]!;
+    if (list.ways[i] instanceof Way || Number.isNaN(from.x) || Number.isNaN(to.x)) continue;
+    const seen = Math.min(from.x, to.x) + copy <= frame.view.right &&
+      Math.max(from.x, to.x) + copy >= frame.view.left &&
+      Math.min(from.y, to.y) <= frame.view.bottom && Math.max(from.y, to.y) >= frame.view.top;
+    if (!seen) continue;
+    context.moveTo((from.x + copy) * scale - left, from.y * scale - top);
+    context.lineTo((to.x + copy) * scale - left, to.y * scale - top);
+  }
+  context.setLineDash([2, 6]);
+  context.strokeStyle = palette.wayMissing;
+  context.lineWidth = 2;
+  context.stroke();
+  context.setLineDash([]);
+}

@@ -1,0 +1,278 @@
+// Mouse, finger and keyboard on the map, by what they ask of the program.
+
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { Fixture, pixels, placeOf } from './page_fixture.mjs';
+
+const fixture = new Fixture();
+before(() => fixture.start());
+after(() => fixture.stop());
+
+function pageTest(name, open, run) {
+  test(name, async () => {
+    const page = await open();
+    try {
+      await run(page);
+      assert.deepEqual(page.errors, []);
+    } finally {
+      await page.close();
+    }
+  });
+}
+
+/** What `AutoViewMap` shows of the villages. */
+const kView = { lat: (48.62 + 47.807) / 2, lng: (7.103 + 7.493) / 2, zoom: 9 };
+const kColmar = placeOf(48.079, 7.358, kView);
+const kMarlenheim = placeOf(48.62, 7.492, kView);
+
+const calls = (page, name) =>
+  page.evaluate(`player.calls.filter(([call]) => call === ${JSON.stringify(name)})`);
+
+/** A pixel of `kView` is 204 metres. */
+function near(position, lat, lng, metres = 600) {
+  const distance = Math.hypot((position.lat - lat) * 111195,
+                              (position.lng - lng) * 111195 * Math.cos((lat * Math.PI) / 180));
+  assert.ok(distance < metres, `${JSON.stringify(position)} is ${Math.round(distance)} m from ${lat}, ${lng}`);
+}
+
+pageTest('a click on the map adds a stop there', () => fixture.openVillages(), async (page) => {
+  const at = placeOf(48.3, 6.9, kView);
+  await page.click(at.x, at.y);
+  const [[, list, position]] = await calls(page, 'AddPoint');
+  assert.equal(list, 0);
+  near(position, 48.3, 6.9);
+});
+
+pageTest('a click adds nothing when the map does not accept clicks', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('MapClickEnabled(false)');
+  const at = placeOf(48.3, 6.9, kView);
+  await page.click(at.x, at.y);
+  await page.evaluate('MapClickEnabled(true)');
+  await page.click(at.x + 40, at.y);
+  assert.equal((await calls(page, 'AddPoint')).length, 1);
+});
+
+pageTest('a click on a pin selects it and opens its window', () => fixture.openVillages(), async (page) => {
+  await page.click(kColmar.x, kColmar.y);
+  await page.until('document.querySelector(".pin-name").value === "Colmar"');
+  assert.deepEqual(await calls(page, 'SelectPoint'), [['SelectPoint', 0, 8]]);
+  assert.equal(await page.evaluate('document.querySelector(".pin-comment").textContent'),
+               'Covered market\nUnterlinden museum');
+  assert.equal(await page.evaluate('document.querySelector(".pin-position").textContent'),
+               '48.079000, 7.358000');
+  assert.deepEqual(await calls(page, 'AddPoint'), []);
+});
+
+pageTest('dragging the map moves it and adds nothing', () => fixture.openVillages(), async (page) => {
+  await page.drag({ x: 200, y: 300 }, { x: 320, y: 330 }, 60);
+  await page.frame();
+  await page.click(kColmar.x + 120, kColmar.y + 30);
+  assert.deepEqual(await calls(page, 'SelectPoint'), [['SelectPoint', 0, 8]]);
+  assert.deepEqual(await calls(page, 'AddPoint'), []);
+});
+
+pageTest('dragging a pin asks for a preview and moves it', () => fixture.openVillages(), async (page) => {
+  const to = placeOf(48.1, 7.6, kView);
+  await page.drag(kColmar, to);
+  await page.until('player.calls.some(([call]) => call === "MovePoint")');
+  const [[, list, index, position]] = await calls(page, 'MovePoint');
+  assert.deepEqual([list, index], [0, 8]);
+  near(position, 48.1, 7.6);
+  const previews = await calls(page, 'GetRoutePreview');
+  assert.ok(previews.length > 0);
+  assert.deepEqual(previews[0], ['GetRoutePreview', 0, 8, true]);
+  assert.deepEqual(await calls(page, 'AddPoint'), []);
+});
+
+pageTest('a drag asks no service where nothing is calculated by itself', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('player.settings.AutoCalc = false');
+  await page.drag(kColmar, placeOf(48.1, 7.6, kView));
+  await page.until('player.calls.some(([call]) => call === "MovePoint")');
+  assert.deepEqual(await calls(page, 'GetRoutePreview'), []);
+});
+
+pageTest('only the last preview counts, and one that fails is not drawn', () => fixture.openVillages(), async (page) => {
+  await page.evaluate(`window.waiting = [];
+    player.preview = (position) => new Promise((answer) => waiting.push({ position, answer }))`);
+  await page.mouse('mouseMoved', kColmar.x, kColmar.y, { button: 'none', buttons: 0 });
+  await page.mouse('mousePressed', kColmar.x, kColmar.y, { buttons: 1 });
+  for (const x of [20, 40, 60]) await page.mouse('mouseMoved', kColmar.x + x, kColmar.y, { buttons: 1 });
+  assert.equal(await page.evaluate('waiting.length'), 1, 'one question at a time');
+  const old = placeOf(47.9, 7.7, kView);
+  await page.evaluate(`waiting[0].answer([0, player.leg([{ lat: 47.9, lng: 7.6 }, { lat: 47.9, lng: 7.8 }])])`);
+  await page.until('waiting.length === 2');
+  await page.frame();
+  const [ground] = await pixels(page, [{ x: Math.round(old.x), y: Math.round(old.y) }]);
+  assert.equal(ground, '247,244,236', 'the answer to an older question is not drawn');
+  await page.evaluate(`waiting[1].answer([0, player.leg(Array.from({ length: 80 }, (_, i) => ({ lat: 47.9, lng: 7.6 + i / 400 })))])`);
+  await page.frame();
+  const row = Array.from({ length: 20 }, (_, i) => ({ x: Math.round(old.x) + i, y: Math.round(old.y) }));
+  assert.ok((await pixels(page, row)).includes('10,102,107'), 'the latest one is');
+  await page.mouse('mouseReleased', kColmar.x + 60, kColmar.y, { buttons: 0 });
+});
+
+pageTest('a pin that cannot be moved jumps back', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('external.MovePoint = () => { throw new Error("refused") }');
+  await page.drag(kColmar, placeOf(48.1, 7.7, kView));
+  await page.frame();
+  await page.click(kColmar.x, kColmar.y);
+  await page.until('document.querySelector(".pin-name")?.value === "Colmar"');
+});
+
+pageTest('pins of search results stay where they are', () => fixture.openVillages(), async (page) => {
+  await page.evaluate(`player.lists[1].push({ lat: 48.4, lng: 6.9, alt: 0, address: 'Found', snippet: '', route: null });
+                       RefreshPushPins(1, 0)`);
+  const at = placeOf(48.4, 6.9, kView);
+  await page.frame();
+  await page.drag(at, { x: at.x + 80, y: at.y });
+  await page.click(at.x, at.y);
+  await page.until('document.querySelector(".pin-name")?.value === "Found"');
+  assert.deepEqual(await calls(page, 'MovePoint'), []);
+  assert.equal(await page.evaluate('document.querySelector(".pin-name").readOnly'), true);
+  await page.evaluate('[...document.querySelectorAll(".pin-actions button")].find((button) => button.textContent === "Add as a stop").click()');
+  near((await calls(page, 'AddPoint'))[0][2], 48.4, 6.9, 1);
+});
+
+/** The middle of the way from Guebwiller to Thann: at half of it both sines of the fixture are 0 and -1. */
+const kOnWay = placeOf(47.908 + (47.807 - 47.908) / 2 - 0.006, 7.21 + (7.103 - 7.21) / 2, kView);
+
+pageTest('shows a handle on the way, and pulls a new stop out of it', () => fixture.openVillages(), async (page) => {
+  await page.mouse('mouseMoved', kOnWay.x, kOnWay.y, { button: 'none', buttons: 0 });
+  await page.until('document.querySelector(".way-handle").classList.contains("is-shown")');
+  await page.drag(kOnWay, placeOf(47.85, 7.0, kView));
+  await page.until('player.calls.some(([call]) => call === "InsertPoint")');
+  const [[, list, index, position]] = await calls(page, 'InsertPoint');
+  assert.deepEqual([list, index], [0, 12]);
+  near(position, 47.85, 7.0);
+  await page.until('player.lists[0].length === 14');
+});
+
+pageTest('a click on the way adds a stage there', () => fixture.openVillages(), async (page) => {
+  await page.click(kOnWay.x, kOnWay.y);
+  await page.until('player.calls.some(([call]) => call === "InsertPoint")');
+  assert.equal((await calls(page, 'InsertPoint'))[0][2], 12);
+  assert.deepEqual(await calls(page, 'AddPoint'), []);
+});
+
+pageTest('leaves the way alone where the settings say so', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('player.settings.AutoAddStep = false');
+  await page.drag(kOnWay, placeOf(47.85, 7.0, kView));
+  await page.frame();
+  assert.deepEqual(await calls(page, 'InsertPoint'), []);
+  assert.equal(await page.evaluate('document.querySelector(".way-handle").classList.contains("is-shown")'), false);
+});
+
+pageTest('the menu adds a stop, tells the place and the elevation', () => fixture.openVillages(), async (page) => {
+  const at = placeOf(48.3, 6.9, kView);
+  const choose = async (name) => {
+    await page.click(at.x, at.y, 'right');
+    await page.until('!document.querySelector(".menu").hidden');
+    await page.evaluate(`[...document.querySelectorAll('.menu-item')].find((item) => item.textContent === ${JSON.stringify(name)}).click()`);
+  };
+  await choose('Add a stop here');
+  near((await calls(page, 'AddPoint'))[0][2], 48.3, 6.9);
+  await choose('What is here?');
+  await page.until('document.querySelector(".note")?.textContent.startsWith("Rue des Clefs, Colmar · 48.")');
+  await choose('Elevation here');
+  await page.until('document.querySelector(".note").textContent === "Elevation: 187 m"');
+  assert.equal(await page.evaluate('document.querySelectorAll(".note").length'), 1);
+  await page.evaluate('player.street = () => null');
+  await choose('Street-level view');
+  await page.until('document.querySelector(".note").textContent === "There is no street-level view near here."');
+});
+
+pageTest('the window renames, removes, keeps and sends', () => fixture.openVillages({ start: {
+  tthome: 'Add to TomTom', garmin: 'Add to Garmin' } }), async (page) => {
+  const press = (name) => page.evaluate(
+    `[...document.querySelectorAll('.pin-actions button')].find((button) => button.textContent === ${JSON.stringify(name)}).click()`);
+  await page.click(kColmar.x, kColmar.y);
+  await page.until('document.querySelector(".pin-name")?.value === "Colmar"');
+  await page.evaluate(`(() => { const name = document.querySelector('.pin-name');
+    name.focus(); name.value = 'Kolmar'; name.dispatchEvent(new Event('change')); name.blur(); })()`);
+  assert.deepEqual(await calls(page, 'RenamePoint'), [['RenamePoint', 0, 8, 'Kolmar']]);
+  await press('Add to favourites');
+  assert.equal((await calls(page, 'AddFavorite')).length, 1);
+  await press('Add to Garmin');
+  await press('Add to TomTom');
+  assert.deepEqual(await calls(page, 'SendToGps'), [['SendToGps', 4, 0, 8], ['SendToGps', 0, 0, 8]]);
+  await press('Remove');
+  assert.deepEqual(await calls(page, 'DeletePoint'), [['DeletePoint', 0, 8]]);
+  await page.until('document.querySelector(".pin-window").hidden');
+});
+
+pageTest('measures along clicks', () => fixture.open(), async (page) => {
+  await page.evaluate('document.querySelector(\'[aria-label="Measure a distance"]\').click()');
+  await page.click(400, 300);
+  await page.click(500, 300);
+  await page.mouse('mouseMoved', 500, 300, { button: 'none', buttons: 0 });
+  // A hundred pixels at zoom 2 are 35.15625 degrees of longitude, here at the latitude of y 300,
+  // which is 40 pixels above 30 degrees north: 41.38 degrees north.
+  const shown = await page.evaluate('document.querySelector(".measure-bar output").textContent');
+  const kilometres = Number(shown.replace(/[^0-9.]/g, ''));
+  const [latitude, half] = [41.38, 35.15625 / 2].map((degrees) => (degrees * Math.PI) / 180);
+  const expected = 2 * 6371 * Math.asin(Math.cos(latitude) * Math.sin(half));
+  assert.ok(Math.abs(kilometres - expected) < 8, `${shown}, expected about ${expected}`);
+  assert.deepEqual(await calls(page, 'AddPoint'), []);
+  await page.evaluate('document.getElementById("map").focus()');
+  await page.key('Escape');
+  assert.equal(await page.evaluate('document.querySelector(".measure-bar").hidden'), true);
+});
+
+pageTest('a long press opens the menu, a tap a pin', () => fixture.openVillages(), async (page) => {
+  await page.touch('touchStart', [{ x: 200, y: 300 }]);
+  await page.until('!document.querySelector(".menu").hidden');
+  await page.touch('touchEnd', []);
+  await page.evaluate('document.activeElement.blur()');
+  await page.until('document.querySelector(".menu").hidden');
+  await page.touch('touchStart', [{ x: kColmar.x + 8, y: kColmar.y + 4 }]);
+  await page.touch('touchEnd', []);
+  await page.until('document.querySelector(".pin-name")?.value === "Colmar"');
+});
+
+pageTest('all can be done with the keyboard', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('document.getElementById("map").focus()');
+  await page.key('PageDown');
+  await page.key('PageDown');
+  await page.until('document.querySelector("[role=status]").textContent === "Stop 2 of 13, Molsheim"');
+  await page.key('Enter');
+  await page.until('document.querySelector(".pin-name")?.value === "Molsheim"');
+  assert.equal(await page.evaluate('document.activeElement.className'), 'pin-name');
+  await page.key('Escape');
+  assert.equal(await page.evaluate('document.activeElement.id'), 'map');
+
+  await page.key('m', 'KeyM');
+  for (let i = 0; i < 4; i++) await page.key('ArrowRight');
+  await page.key('Enter');
+  const [[, , index, moved]] = await calls(page, 'MovePoint');
+  assert.equal(index, 1);
+  // Forty pixels at zoom 9 are 40 / (256 * 512) * 360 degrees.
+  near(moved, 48.54, 7.493 + (40 * 360) / (256 * 512), 100);
+  await page.key('m', 'KeyM');
+  await page.key('ArrowRight');
+  await page.key('Escape');
+  assert.equal((await calls(page, 'MovePoint')).length, 1);
+
+  await page.key('Delete');
+  assert.deepEqual(await calls(page, 'DeletePoint'), [['DeletePoint', 0, 1]]);
+  await page.key('Insert');
+  assert.equal((await calls(page, 'AddPoint')).length, 1);
+  await page.key('ContextMenu');
+  await page.until('!document.querySelector(".menu").hidden');
+  await page.key('ArrowDown');
+  assert.equal(await page.evaluate('document.activeElement.textContent'), 'What is here?');
+  await page.key('Enter');
+  await page.until('document.querySelector(".note")');
+  assert.equal(await page.evaluate('document.activeElement.id'), 'map');
+  await page.key('d', 'KeyD');
+  await page.until('!document.querySelector(".measure-bar").hidden');
+});
+
+pageTest('zooms by its buttons and keys', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('ViewPushPin(0, 8)');
+  await page.evaluate('document.querySelector(\'[aria-label="Zoom in"]\').click()');
+  await new Promise((resolve) => setTimeout(resolve, 500));
+  const view = { lat: 48.079, lng: 7.358, zoom: 10 };
+  const eguisheim = placeOf(48.043, 7.306, view);
+  await page.click(eguisheim.x, eguisheim.y);
+  await page.until('document.querySelector(".pin-name")?.value === "Eguisheim"');
+});
