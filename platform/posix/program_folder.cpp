@@ -3,6 +3,8 @@
 #include <limits.h>
 #include <unistd.h>
 
+// $ORIGIN in a module's path would do the same for modules, but not in a sanitizer build, where it
+// stands for the folder of the sanitizer's library.
 std::string ProgramFolder() {
   char path[PATH_MAX];
   const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
