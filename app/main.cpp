@@ -40,7 +40,9 @@ int Run(Options& options) {
     return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
   }
   if (options.version) {
-    return WriteOutput(std::string(kProductName) + "\n") ? kExitConverted : kExitFailed;
+    const std::string credit(LoadTextUtf8(kTextPlacesCredit));
+    const std::string text = std::string(kProductName) + "\n" + credit + "\n";
+    return WriteOutput(text) ? kExitConverted : kExitFailed;
   }
   if (const int status = ChangeSettings(options)) return status;
   if (options.remember && !RememberCsvLayouts(options)) return kExitFailed;
