@@ -3,10 +3,12 @@
 
 #include "app/command_line.h"
 #include "app/console_text.h"
+#include "app/conversion_services.h"
 #include "app/format_listing.h"
 #include "app/inspection.h"
 #include "app/options.h"
 #include "app/service_commands.h"
+#include "app/service_outcome.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
@@ -58,7 +60,12 @@ int Run(Options& options) {
   context.csvLayouts.forWriting = options.csvWrite;
   context.lookups.lastForRun = true;
   if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table, context);
-  if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table, context);
+  if (!options.inspect && options.tokens.size() >= 2) {
+    AllowLookups(options, context.lookups);
+    const int status = RunConversion(options, table, context);
+    TellRequests(options);
+    return status;
+  }
   if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;
   Complain(FormatText(options.inspect ? kTextUsage : kTextNoWindow));
   if (!options.inspect) Complain(FormatText(kTextUsage));

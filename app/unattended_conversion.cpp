@@ -5,6 +5,7 @@
 
 #include "app/console_front.h"
 #include "app/console_text.h"
+#include "app/conversion_services.h"
 #include "app/list_operations.h"
 #include "app/loss_description.h"
 #include "app/output_sink.h"
@@ -138,6 +139,8 @@ Outcome Conversion::Convert(const WideString& source, const WideString& target) 
     Complain(FormatText(kTextStopsLookedUp, ShownPath(source), lookedUp,
                         m_driver.readNotes.Count(ConversionNote::kStopNotFound)));
   }
+  if (m_driver.readNotes.Count(ConversionNote::kStopNotAsked) > 0 && !m_options.quiet)
+    Complain(PositionRemedy(m_options));
   if (status != kStatusSuccess && m_front.Declined()) {
     Complain(FormatText(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
     return Outcome::kFailed;
@@ -159,8 +162,10 @@ Outcome Conversion::Write(const WideString& source, const WideString& target) {
   if (trip.refusal == WriteRefusal::kSourceHoldsMore)
     Complain(FormatText(kTextTargetIsSource, ShownPath(source)));
   const uint64_t countries = trip.notes.Count(ConversionNote::kCountryNotFound);
-  if (countries > 0 && !m_options.quiet)
+  if (countries > 0 && !m_options.quiet) {
     Complain(FormatText(kTextCountriesNotFound, ShownPath(target), countries));
+    if (const std::string remedy = CountryRemedy(m_options); !remedy.empty()) Complain(remedy);
+  }
   if (trip.status != kStatusSuccess) return Outcome::kFailed;
   if (!trip.check) return Outcome::kConverted;
   Tell(source, target, *trip.check);
