@@ -24,6 +24,15 @@ class Geonames final : public CountryService {
   }
 };
 
+ServiceChoice ChooseFinder(const Options& options) {
+  return ChooseService(options, kCanGeocode, DefaultFinder(kCanGeocode));
+}
+
+FinderMaker MakerOf(const ServiceChoice& finder) {
+  const int32_t id = ProviderIdOf(*finder.provider);
+  return [id] { return CServiceRegistry::Instance().CreateGeocoder(id); };
+}
+
 std::string RemedyFor(const Options& options, const Service& service) {
   if (options.services.offline) return FormatText(kTextServiceOffline, service.name);
   return IsUsable(service) ? std::string() : DescribeMissingSettings(service);
@@ -32,9 +41,12 @@ std::string RemedyFor(const Options& options, const Service& service) {
 }  // namespace
 
 void AllowLookups(const Options& options, Lookups& lookups) {
-  lookups.isOffline = options.services.offline;
-  if (lookups.isOffline) return;
   PrepareServices();
+  lookups.isOffline = options.services.offline;
+  lookups.mayFetch = !lookups.isOffline;
+  if (const ServiceChoice finder = ChooseFinder(options); finder.exitStatus == 0)
+    lookups.makeFinder = MakerOf(finder);
+  if (lookups.isOffline) return;
   static Geonames countries;
   if (IsUsable(ServiceNamed("geonames"))) lookups.countries = &countries;
   if (IsUsable(ServiceNamed("google"))) {
@@ -44,6 +56,13 @@ void AllowLookups(const Options& options, Lookups& lookups) {
   }
 }
 
+void AllowLocalLookups(const Options& options, Lookups& lookups) {
+  PrepareServices();
+  const ServiceChoice finder = ChooseFinder(options);
+  if (finder.exitStatus == 0 && IsOnThisMachine(*finder.service))
+    lookups.makeFinder = MakerOf(finder);
+}
+
 std::string PositionRemedy(const Options& options) {
   return RemedyFor(options, ServiceNamed("google"));
 }
@@ -51,3 +70,5 @@ std::string PositionRemedy(const Options& options) {
 std::string CountryRemedy(const Options& options) {
   return RemedyFor(options, ServiceNamed("geonames"));
 }
+
+std::string PlaceRemedy(const Options& options) { return ChooseFinder(options).message; }

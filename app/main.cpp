@@ -19,6 +19,8 @@
 #include "platform/console.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
+#include "services/links/link_rows.h"
+#include "services/links/link_writing.h"
 #include "settings/settings.h"
 
 namespace {
@@ -50,7 +52,8 @@ int Run(Options& options) {
   if (options.remember && !RememberCsvLayouts(options)) return kExitFailed;
   if (options.settings) return RunSettings(options);
   if (const std::optional<int> status = RunServiceCommand(options)) return *status;
-  const FormatTable table = DefaultFormatTable();
+  FormatTable table = DefaultFormatTable();
+  AddLinkFunctions(table);
   if (options.formats) {
     return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
   }
@@ -59,7 +62,11 @@ int Run(Options& options) {
   context.csvLayouts.forReading = options.csvRead;
   context.csvLayouts.forWriting = options.csvWrite;
   context.lookups.lastForRun = true;
-  if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table, context);
+  context.linkOptions = LinkOptionsOf(CSettings::Instance());
+  if (options.inspect && options.tokens.size() == 1) {
+    AllowLocalLookups(options, context.lookups);
+    return RunInspection(options, table, context);
+  }
   if (!options.inspect && options.tokens.size() >= 2) {
     AllowLookups(options, context.lookups);
     const int status = RunConversion(options, table, context);

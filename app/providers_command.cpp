@@ -4,11 +4,11 @@
 #include <string>
 
 #include "app/console_text.h"
-#include "app/json_string.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/text_ids.h"
+#include "markup/json_string.h"
 #include "services/directions/route_provider.h"
 #include "services/service_access.h"
 #include "services/service_registry.h"

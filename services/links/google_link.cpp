@@ -61,10 +61,10 @@ std::vector<DataToken> DataTokens(std::string_view data) {
 }
 
 uint32_t TravelModeOf(std::string_view value) {
-  if (value == "0") return kLinkCar;
-  if (value == "1") return kLinkBicycle;
-  if (value == "2") return kLinkPedestrian;
-  return kLinkNoMode;
+  if (value == "0") return kCar;
+  if (value == "1") return kBicycle;
+  if (value == "2") return kPedestrian;
+  return kAnyMode;
 }
 
 /// The positions that a "data=" block holds.
@@ -97,26 +97,31 @@ DataPositions ReadData(std::string_view data, MapLink& link) {
   return positions;
 }
 
-// Exclamation marks in front of every token, which some senders escape.
-std::string DataText(std::string_view segment) {
-  segment.remove_prefix(kDataMark.size());
+// The tokens behind a mark, an exclamation mark in front of each, which some senders escape.
+std::string TokenText(std::string_view segment, std::string_view mark) {
+  segment.remove_prefix(mark.size());
   return segment.find('!') == std::string_view::npos ? LinkText(segment) : std::string(segment);
 }
 
 void ReadPath(std::string_view path, bool isPlace, MapLink& link) {
+  std::string flags;
   std::string data;
   for (const std::string_view segment : PathSegments(path)) {
     if (segment.starts_with(kDataMark)) {
-      data = DataText(segment);
+      data = TokenText(segment, kDataMark);
       break;
     }
-    // The view, and whether other ways are shown.
-    if (segment.starts_with('@') || segment.starts_with(kAlternativesMark)) continue;
+    if (segment.starts_with(kAlternativesMark)) {
+      flags = TokenText(segment, kAlternativesMark);
+      continue;
+    }
+    // The view.
+    if (segment.starts_with('@')) continue;
     LinkStop stop = StopOf(LinkText(segment));
     if (!IsEmpty(stop)) link.stops.push_back(std::move(stop));
   }
 
-  const DataPositions positions = ReadData(data, link);
+  const DataPositions positions = ReadData(flags + "!" + data, link);
   auto next = positions.stops.begin();
   for (LinkStop& stop : link.stops) {
     if (stop.position) continue;
@@ -138,10 +143,10 @@ void AddStops(std::string_view texts, std::string_view separator, std::vector<Li
 }
 
 uint32_t TravelModeOfWord(std::string_view word) {
-  if (word == "driving") return kLinkCar;
-  if (word == "bicycling") return kLinkBicycle;
-  if (word == "walking") return kLinkPedestrian;
-  return kLinkNoMode;
+  if (word == "driving") return kCar;
+  if (word == "bicycling") return kBicycle;
+  if (word == "walking") return kPedestrian;
+  return kAnyMode;
 }
 
 bool HasWord(std::string_view words, std::string_view word) {
@@ -196,8 +201,8 @@ void ReadClassicQuery(const LinkQuery& query, MapLink& link) {
   }
   ReadGeocode(ValueOf(query, "geocode"), link.stops);
   const std::string_view mode = ValueOf(query, "dirflg");
-  if (mode.find('w') != std::string_view::npos) link.travelMode = kLinkPedestrian;
-  if (mode.find('b') != std::string_view::npos) link.travelMode = kLinkBicycle;
+  if (mode.find('w') != std::string_view::npos) link.travelMode = kPedestrian;
+  if (mode.find('b') != std::string_view::npos) link.travelMode = kBicycle;
   link.avoidsMotorways = mode.find('h') != std::string_view::npos;
   link.avoidsTolls = mode.find('t') != std::string_view::npos;
   link.isSavedMap = query.find("msid") != query.end();
@@ -211,8 +216,8 @@ std::string DataBlock(size_t stops, const LinkOptions& options) {
   const size_t flagCount = flags.size() / 4;
   if (flagCount > 0) flags = "!2m" + std::to_string(flagCount) + flags;
   const char* mode = "!3e0";
-  if (options.travelMode == kLinkBicycle) mode = "!3e1";
-  if (options.travelMode == kLinkPedestrian) mode = "!3e2";
+  if (options.travelMode == kBicycle) mode = "!3e1";
+  if (options.travelMode == kPedestrian) mode = "!3e2";
 
   const size_t tokens = stops + (flagCount > 0 ? 1 + flagCount : 0) + 1;
   std::string data = fmt::format("data=!4m{}!4m{}", tokens + 1, tokens);

@@ -37,11 +37,11 @@ LinkStop StopOf(std::string_view segment) {
 }
 
 uint32_t TravelModeOf(std::string_view word) {
-  if (word == "drive") return kLinkCar;
-  if (word == "walk") return kLinkPedestrian;
-  if (word == "bicycle") return kLinkBicycle;
-  if (word == "truck") return kLinkTruck;
-  return kLinkNoMode;
+  if (word == "drive") return kCar;
+  if (word == "walk") return kPedestrian;
+  if (word == "bicycle") return kBicycle;
+  if (word == "truck") return kTruckMode;
+  return kAnyMode;
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ MapLink ParseHereLink(std::string_view text) {
 
 std::string HereLink(LinkPoints points, const LinkOptions& options, const std::string& site) {
   std::string link = site + std::string(kDirectionsMark);
-  link += options.travelMode == kLinkPedestrian ? "walk" : "drive";
+  link += options.travelMode == kPedestrian ? "walk" : "drive";
   for (const CGpsNamedPoint* point : points) {
     std::string name = point->name;
     std::replace(name.begin(), name.end(), ' ', '-');

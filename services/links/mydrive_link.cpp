@@ -16,8 +16,8 @@ constexpr std::string_view kRoutesMark = "+routes=";
 constexpr std::string_view kPointMark = "hw~";
 
 std::string_view CharacterWord(uint32_t character) {
-  if (character == kLinkHigh) return "HIGH";
-  return character == kLinkLow ? "LOW" : "NORMAL";
+  if (character == kHigh) return "HIGH";
+  return character == kLow ? "LOW" : "NORMAL";
 }
 
 }  // namespace
@@ -44,7 +44,7 @@ MapLink ParseMyDriveLink(std::string_view text) {
     }
   }
   if (const CJsonValue* const mode = document.object.Find("travelMode"); mode)
-    link.travelMode = mode->text == "TRUCK" ? kLinkTruck : kLinkCar;
+    link.travelMode = mode->text == "TRUCK" ? kTruckMode : kCar;
   return link;
 }
 
@@ -56,9 +56,9 @@ std::string MyDriveLink(LinkPoints points, const LinkOptions& options, const std
   }
   json += fmt::format(
       "],\"travelMode\":\"{}\",\"routeType\":\"{}\",\"hilliness\":\"{}\",\"windingness\":\"{}\"}}",
-      options.travelMode == kLinkTruck ? "TRUCK" : "CAR",
-      options.routeType == kLinkThrilling ? "THRILLING" : "FASTEST",
-      CharacterWord(options.hilliness), CharacterWord(options.windingness));
+      options.travelMode == kTruckMode ? "TRUCK" : "CAR",
+      options.routeType == kThrilling ? "THRILLING" : "FASTEST", CharacterWord(options.hilliness),
+      CharacterWord(options.windingness));
   return fmt::format("{}/en_gb/#mode=routes+viewport={},10{}{}", site,
                      LinkPosition(*points[points.size() / 2]), kRoutesMark, UrlEscapeUri(json));
 }

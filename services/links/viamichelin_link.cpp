@@ -28,11 +28,11 @@ void AddStop(std::string_view text, std::vector<LinkStop>& stops) {
 uint32_t TravelModeOf(std::string_view vehicle) {
   constexpr std::string_view kVehicleDigits = "01234";
   const size_t digit = vehicle.size() == 1 ? kVehicleDigits.find(vehicle) : vehicle.npos;
-  return digit == vehicle.npos ? kLinkNoMode : kLinkCar + static_cast<uint32_t>(digit);
+  return digit == vehicle.npos ? kAnyMode : kCar + static_cast<uint32_t>(digit);
 }
 
 uint32_t VehicleOf(uint32_t travelMode) {
-  return travelMode > kLinkCar && travelMode <= kLinkMotorcycle ? travelMode - kLinkCar : 0;
+  return travelMode > kCar && travelMode <= kMotorcycle ? travelMode - kCar : 0;
 }
 
 }  // namespace

@@ -100,10 +100,10 @@ TEST(GoogleLink, UnknownTokensArePassedOver) {
 
 TEST(GoogleLink, TravelModeAndAvoidances) {
   const std::string start = "https://www.google.com/maps/dir/A/B/data=!4m2!4m1";
-  EXPECT_EQ(ParseGoogleLink(start + "!3e0").travelMode, kLinkCar);
-  EXPECT_EQ(ParseGoogleLink(start + "!3e1").travelMode, kLinkBicycle);
-  EXPECT_EQ(ParseGoogleLink(start + "!3e2").travelMode, kLinkPedestrian);
-  EXPECT_EQ(ParseGoogleLink(start + "!3e3").travelMode, kLinkNoMode);
+  EXPECT_EQ(ParseGoogleLink(start + "!3e0").travelMode, kCar);
+  EXPECT_EQ(ParseGoogleLink(start + "!3e1").travelMode, kBicycle);
+  EXPECT_EQ(ParseGoogleLink(start + "!3e2").travelMode, kPedestrian);
+  EXPECT_EQ(ParseGoogleLink(start + "!3e3").travelMode, kAnyMode);
   const MapLink link = ParseGoogleLink(start + "!1m0!1m0!2m2!1b1!2b1!3e0?hl=de");
   EXPECT_TRUE(link.avoidsMotorways);
   EXPECT_TRUE(link.avoidsTolls);
@@ -137,7 +137,7 @@ TEST(GoogleLink, OriginWaypointsAndDestination) {
   const MapLink link = ParseGoogleLink(
       "https://www.google.com/maps/dir/?api=1&origin=A&destination=B&travelmode=walking"
       "&avoid=tolls,ferries");
-  EXPECT_EQ(link.travelMode, kLinkPedestrian);
+  EXPECT_EQ(link.travelMode, kPedestrian);
   EXPECT_TRUE(link.avoidsTolls);
   EXPECT_FALSE(link.avoidsMotorways);
 }
@@ -239,13 +239,13 @@ TEST(GoogleLinkOut, CountsItsTokens) {
             "data=!4m4!4m3!1m0!1m0!3e0");
   LinkOptions options;
   options.avoidsMotorways = true;
-  options.travelMode = kLinkBicycle;
+  options.travelMode = kBicycle;
   EXPECT_EQ(GoogleLink(PointersTo(route), options, kSite, "fr"),
             "https://www.google.com/maps/dir/48.080780,7.355840/-48.500000,-7.500000/"
             "data=!4m6!4m5!1m0!1m0!2m1!1b1!3e1?hl=fr");
   options.avoidsTolls = true;
   options.wantsAlternatives = true;
-  options.travelMode = kLinkPedestrian;
+  options.travelMode = kPedestrian;
   EXPECT_EQ(GoogleLink(PointersTo(route), options, kSite, ""),
             "https://www.google.com/maps/dir/48.080780,7.355840/-48.500000,-7.500000/am=t/"
             "data=!4m7!4m6!1m0!1m0!2m2!1b1!2b1!3e2");
@@ -254,7 +254,7 @@ TEST(GoogleLinkOut, CountsItsTokens) {
 TEST(GoogleLinkOut, IsReadBackTheSame) {
   const CGpsRoute route = MakeList("", MakePoint(48.0807801, 7.3558444, "Colmar"),
                                    MakePoint(-0.000001, 179.9999999), MakePoint(89.9, -180));
-  for (const uint32_t mode : {kLinkCar, kLinkPedestrian, kLinkBicycle}) {
+  for (const uint32_t mode : {kCar, kPedestrian, kBicycle}) {
     LinkOptions options;
     options.travelMode = mode;
     options.avoidsTolls = true;

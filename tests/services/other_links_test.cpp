@@ -48,11 +48,9 @@ TEST(HereLink, StopsWithoutNameOrPosition) {
 
 TEST(HereLink, TravelModes) {
   EXPECT_EQ(ParseHereLink("https://www.here.com/directions/walk/A:1,2/B:3,4").travelMode,
-            kLinkPedestrian);
-  EXPECT_EQ(ParseHereLink("https://www.here.com/directions/drive/A:1,2/B:3,4").travelMode,
-            kLinkCar);
-  EXPECT_EQ(ParseHereLink("https://www.here.com/directions/fly/A:1,2/B:3,4").travelMode,
-            kLinkNoMode);
+            kPedestrian);
+  EXPECT_EQ(ParseHereLink("https://www.here.com/directions/drive/A:1,2/B:3,4").travelMode, kCar);
+  EXPECT_EQ(ParseHereLink("https://www.here.com/directions/fly/A:1,2/B:3,4").travelMode, kAnyMode);
 }
 
 TEST(HereLink, LinksWithoutStops) {
@@ -67,13 +65,13 @@ TEST(HereLinkOut, WritesNamesAndPositions) {
             "https://www.here.com/directions/drive/Colmar:48.080780,7.355840/"
             "S%C3%A9lestat-%28gare%29:48.259660,7.454480/%C3%8Ele-1%3A2%2F3:-48.500000,-7.500000");
   LinkOptions options;
-  options.travelMode = kLinkPedestrian;
+  options.travelMode = kPedestrian;
   EXPECT_EQ(HereLink(PointersTo(MakeList("", MakePoint(1, 2))), options, "https://www.here.com"),
             "https://www.here.com/directions/walk/:1.000000,2.000000");
 }
 
 TEST(HereLinkOut, IsReadBackTheSame) {
-  for (const uint32_t mode : {kLinkCar, kLinkPedestrian}) {
+  for (const uint32_t mode : {kCar, kPedestrian}) {
     LinkOptions options;
     options.travelMode = mode;
     const MapLink link =
@@ -124,9 +122,9 @@ TEST(ViaMichelinLink, StepsCountFromOne) {
 
 TEST(ViaMichelinLink, VehicleAndMotorway) {
   const std::string start = "https://www.viamichelin.com/web/Routes?departure=A&arrival=B";
-  EXPECT_EQ(ParseViaMichelinLink(start + "&vehicle=0").travelMode, kLinkCar);
-  EXPECT_EQ(ParseViaMichelinLink(start + "&vehicle=3").travelMode, kLinkBicycle);
-  EXPECT_EQ(ParseViaMichelinLink(start + "&vehicle=9").travelMode, kLinkNoMode);
+  EXPECT_EQ(ParseViaMichelinLink(start + "&vehicle=0").travelMode, kCar);
+  EXPECT_EQ(ParseViaMichelinLink(start + "&vehicle=3").travelMode, kBicycle);
+  EXPECT_EQ(ParseViaMichelinLink(start + "&vehicle=9").travelMode, kAnyMode);
   EXPECT_TRUE(ParseViaMichelinLink(start + "&motorway=false").avoidsMotorways);
   EXPECT_FALSE(ParseViaMichelinLink(start + "&motorway=true").avoidsMotorways);
 }
@@ -141,7 +139,7 @@ TEST(ViaMichelinLinkOut, WritesPositions) {
 }
 
 TEST(ViaMichelinLinkOut, IsReadBackTheSame) {
-  for (uint32_t mode = kLinkCar; mode <= kLinkMotorcycle; ++mode) {
+  for (uint32_t mode = kCar; mode <= kMotorcycle; ++mode) {
     LinkOptions options;
     options.travelMode = mode;
     options.avoidsMotorways = true;
@@ -177,8 +175,8 @@ TEST(MyDriveLink, ReadsThePoints) {
 TEST(MyDriveLink, TravelModes) {
   const std::string start = "https://mydrive.tomtom.com/en_gb/#mode=routes+routes=";
   EXPECT_EQ(ParseMyDriveLink(start + "{\"points\":[],\"travelMode\":\"TRUCK\"}").travelMode,
-            kLinkTruck);
-  EXPECT_EQ(ParseMyDriveLink(start + "{\"points\":[]}").travelMode, kLinkNoMode);
+            kTruckMode);
+  EXPECT_EQ(ParseMyDriveLink(start + "{\"points\":[]}").travelMode, kAnyMode);
 }
 
 TEST(MyDriveLink, LinksWithoutStops) {
@@ -190,10 +188,10 @@ TEST(MyDriveLink, LinksWithoutStops) {
 
 TEST(MyDriveLinkOut, WritesTheRoute) {
   LinkOptions options;
-  options.travelMode = kLinkTruck;
-  options.routeType = kLinkThrilling;
-  options.hilliness = kLinkHigh;
-  options.windingness = kLinkLow;
+  options.travelMode = kTruckMode;
+  options.routeType = kThrilling;
+  options.hilliness = kHigh;
+  options.windingness = kLow;
   EXPECT_EQ(MyDriveLink(PointersTo(kTrip), options, "https://mydrive.tomtom.com"),
             "https://mydrive.tomtom.com/en_gb/#mode=routes+viewport=48.259660,7.454480,10+routes="
             "%7B%22points%22:%5B%22hw~48.080780,7.355840%22,%22hw~48.259660,7.454480%22,"
@@ -203,7 +201,7 @@ TEST(MyDriveLinkOut, WritesTheRoute) {
 }
 
 TEST(MyDriveLinkOut, IsReadBackTheSame) {
-  for (const uint32_t mode : {kLinkCar, kLinkTruck}) {
+  for (const uint32_t mode : {kCar, kTruckMode}) {
     LinkOptions options;
     options.travelMode = mode;
     const MapLink link = ParseMyDriveLink(MyDriveLink(PointersTo(kTrip), options, "https://m"));
