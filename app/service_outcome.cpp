@@ -7,11 +7,14 @@
 #include "base/text_ids.h"
 #include "conversion/geocoder.h"
 #include "markup/json_string.h"
+#include "services/directions/route_providers.h"
 #include "services/request_log.h"
 #include "services/service_registry.h"
 
 void PrepareServices() {
-  FillServiceRegistry(CServiceRegistry::Instance());
+  CServiceRegistry& registry = CServiceRegistry::Instance();
+  FillServiceRegistry(registry);
+  RegisterOwnRouteProviders(registry);
   SetServiceValues(UserServiceValues());
 }
 

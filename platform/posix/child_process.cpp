@@ -28,19 +28,17 @@ class InterruptionWatch {
     interruptions = 0;
     struct sigaction noting {};
     noting.sa_handler = NoteInterruption;
-    for (size_t i = 0; i < std::size(kSignals); ++i)
-      sigaction(kSignals[i], &noting, &m_former[i]);
+    for (size_t i = 0; i < std::size(kSignals); ++i) sigaction(kSignals[i], &noting, &m_former[i]);
   }
   ~InterruptionWatch() {
-    for (size_t i = 0; i < std::size(kSignals); ++i)
-      sigaction(kSignals[i], &m_former[i], nullptr);
+    for (size_t i = 0; i < std::size(kSignals); ++i) sigaction(kSignals[i], &m_former[i], nullptr);
   }
   InterruptionWatch(const InterruptionWatch&) = delete;
   InterruptionWatch& operator=(const InterruptionWatch&) = delete;
 
  private:
   static constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
-  struct sigaction m_former[std::size(kSignals)] {};
+  struct sigaction m_former[std::size(kSignals)]{};
 };
 
 /// What the child's descriptors and signals are at its start.
@@ -129,8 +127,8 @@ ChildResult RunChild(const std::vector<std::string>& arguments,
   std::vector<std::string> variables = EnglishEnvironment();
   const InterruptionWatch watch;
   pid_t child = 0;
-  const int failure = SpawnPlan(writing.Get())
-                          .Start(child, Pointers(words).data(), Pointers(variables).data());
+  const int failure =
+      SpawnPlan(writing.Get()).Start(child, Pointers(words).data(), Pointers(variables).data());
   if (failure != 0) {
     errno = failure;
     result.status = FailWithErrno();

@@ -183,8 +183,7 @@ uint32_t OfflineRouter::ExplainNoDatabase(const std::vector<RoadDatabase>& datab
   // Each has roads nearby, in different databases or not for this vehicle.
   const bool isOneDatabase = databases.size() < 2;
   if (isOneDatabase) return Fail(kRouteNotFound, FormatText(kTextNoRoadNear, Described(from)));
-  return Fail(kRouteNothingFound,
-              FormatText(kTextNoRoadsHoldBoth, Described(from), Described(to)));
+  return Fail(kRouteNothingFound, FormatText(kTextNoRoadsHoldBoth, Described(from), Described(to)));
 }
 
 uint32_t OfflineRouter::Fail(uint32_t status, std::string text) {
@@ -210,8 +209,7 @@ std::string OfflineRouter::FailureText() const {
 }
 
 uint32_t OfflineRouter::BuildRequest(const CGpsPointList& /*chunk*/, uint32_t /*travelMode*/,
-                                     const CRouteOptions& /*options*/,
-                                     CHttpRequestSpec& /*spec*/) {
+                                     const CRouteOptions& /*options*/, CHttpRequestSpec& /*spec*/) {
   return kRouteInvalidRequest;
 }
 

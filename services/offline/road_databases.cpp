@@ -258,8 +258,8 @@ ERoadsChange AddRoadDatabase(std::string_view name, const WideString& extract,
   failure = lines.LastLine();
   if (made != ERoadsChange::kDone) return made;
   if (const auto bounds = AskForBounds(PathBytes(making.Path()))) {
-    const std::string text = fmt::format("{} {} {} {}\n", bounds->south, bounds->west,
-                                         bounds->north, bounds->east);
+    const std::string text =
+        fmt::format("{} {} {} {}\n", bounds->south, bounds->west, bounds->north, bounds->east);
     if (!WriteFile(making.Path() + u"/" + kBoundsFile, text)) return ERoadsChange::kNotWritable;
   }
   const bool isInPlace =

@@ -81,8 +81,7 @@ class RoutinoEngine final : public IRoadEngine {
     if (!to) return ERoadResult::kNoRoadNearEnd;
 
     Routino_Waypoint* waypoints[] = {from.get(), to.get()};
-    const int options =
-        ROUTINO_ROUTE_LIST_HTML_ALL | (query.quickest ? ROUTINO_ROUTE_QUICKEST : 0);
+    const int options = ROUTINO_ROUTE_LIST_HTML_ALL | (query.quickest ? ROUTINO_ROUTE_QUICKEST : 0);
     cancellation = &cancelled;
     const Route route(Routino_CalculateRoute(m_database, m_profile, m_translation, waypoints,
                                              static_cast<int>(std::size(waypoints)), options,
