@@ -80,3 +80,4 @@ uint32_t MakeTomTomBundle(const std::string& baseName, const CGpsPointArray& lis
   bundle.link = std::string(kLinkScheme) + AddressOf(bundle.descriptionName);
   return kStatusSuccess;
 }
+

@@ -24,7 +24,3 @@ struct TomTomBundle {
 uint32_t MakeTomTomBundle(const std::string& baseName, const CGpsPointArray& list, uint32_t limit,
                           TomTomBundle& bundle);
 
-/// The writer of the format row: offers the bundle on the local server and calls TomTom HOME.
-/// `path` gives the bundle's name only. Returns a status.
-uint32_t WriteTomTomHome(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
-                         bool silent);

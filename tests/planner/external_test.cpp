@@ -484,29 +484,33 @@ TEST_F(External, TextsComeInTheProgramsLanguage) {
 
 // The page calls back while it is being called.
 TEST_F(External, CallsFromInsideACallAreHarmless) {
-  // Page calls wait until the one before is done, so what bounds the page is how often it calls.
-  int left = 40;
+  int answers = 0;  // so often the page answers a call with one of its own
   page.meanwhile = [&](std::string_view function) {
-    if (left == 0) return;
-    --left;
+    if (answers == 0 || lists[0].Count() == 0) return;
+    --answers;
     if (function == "DelPushPin") Call("DeletePoint", {0, 0});
     if (function == "InsertPushPin") Call("InsertPoint", {0, 0, Position(1, 2), "N", ""});
-    if (function == "AddRoute" && lists[0].Count() > 0) Call("DeletePoint", {0, 0});
+    if (function == "AddRoute") Call("DeletePoint", {0, 0});
   };
+  const auto inStep = [&] { return rows[0].count == lists[0].Count(); };
+  answers = 4;
   Call("DeletePoint", {0, 0});
-  EXPECT_EQ(rows[0].count, lists[0].Count());
+  EXPECT_TRUE(inStep());
+  answers = 4;
   Call("InsertPoint", {0, 0, Position(1, 2), "X", ""});
-  EXPECT_EQ(rows[0].count, lists[0].Count());
+  EXPECT_TRUE(inStep());
+  answers = 4;
   itinerary.InsertPoints(1, NamedPoints(5));
-  EXPECT_EQ(rows[0].count, lists[0].Count());
+  EXPECT_TRUE(inStep());
   settings.autoCalc = true;
-  itinerary.RenamePoint(0, "Z");
+  answers = 4;
   itinerary.AfterEdit();
-  EXPECT_EQ(rows[0].count, lists[0].Count());
+  EXPECT_TRUE(inStep());
   itinerary.InsertPoints(0, NamedPoints(5));
+  answers = 4;
   Call("Calculate", {0});
   posts.Pump();
-  EXPECT_EQ(rows[0].count, lists[0].Count());
+  EXPECT_TRUE(inStep());
 }
 
 TEST_F(External, HugeTextsAreTaken) {

@@ -37,12 +37,15 @@ TEST_F(HandOff, AnEmptyCommentLeavesItsKey) {
 }
 
 TEST_F(HandOff, GarminsLinkGoesToItsSite) {
-  SetServiceValues(
-      {{"garmin-site", {.url = "https://garmin.example"}}, {"google", {.language = "fr"}}});
+  ServiceValuesByName values;
+  values["garmin-site"].url = "https://garmin.example";
+  values["google"].language = "fr";
+  SetServiceValues(values);
   EXPECT_EQ(PointLink(4, m_point),
             "https://garmin.example/locate/savePOI.htm?lat=48.500000&long=-7.250000&name="
             "Caf%C3%A9%20%26%20more&hl=fr");
-  SetServiceValues({{"garmin-site", {.url = "https://garmin.example"}}});
+  values.erase("google");
+  SetServiceValues(values);
   EXPECT_EQ(PointLink(4, MakePoint(1, 2, "A")),
             "https://garmin.example/locate/savePOI.htm?lat=1.000000&long=2.000000&name=A");
   SetServiceValues({});
@@ -137,10 +140,10 @@ TEST_F(HandOff, AnItineraryForNavigonGoesThroughAFile) {
   const auto list = MakeList("Trip", MakePoint(1, 2, "A"));
   EXPECT_EQ(SendItineraryToNavigon(list), 0u);
   EXPECT_EQ(m_desktop.Opened(), m_desktop.Folder().PathTo("tmp/corvane.freshroute"));
-  EXPECT_EQ(
-      m_desktop.Folder().Get("tmp/corvane.freshroute"),
-      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?><Route><Name>Trip</Name><Point><Name>A</Name>"
-      "<Latitude>1.000000</Latitude><Longitude>2.000000</Longitude></Point></Route>");
+  EXPECT_EQ(m_desktop.Folder().Get("tmp/corvane.freshroute"),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\" "
+            "standalone=\"no\"?><Route><Name>Trip</Name><Point><Name>A</Name>"
+            "<Latitude>1.000000</Latitude><Longitude>2.000000</Longitude></Point></Route>");
 }
 
 TEST_F(HandOff, AFolderThatCannotBeWrittenIsTold) {

@@ -105,12 +105,14 @@ TEST_F(ListActions, SetPositionKeepsNameAndCommentAndClearsTwoLegs) {
   EXPECT_EQ(point.tolerance, 0.5);
   EXPECT_EQ(LegsOf(list), ".B..E");
   EXPECT_THAT(log, ElementsAre("RefreshPushPins(0, 2)", "ViewPushPin(0, 2)", "totals "));
+  EXPECT_THAT(rows.refreshed.front(), Pair(2, 3));
 }
 
 TEST_F(ListActions, SetPositionOfTheLastPointClearsOneLeg) {
   AddLegs();
   view.SetPosition(4, MakePoint(50, 8));
   EXPECT_EQ(LegsOf(list), ".BCD.");
+  EXPECT_THAT(rows.refreshed.front(), Pair(4, 4));
 }
 
 TEST_F(ListActions, MoveSelectedUpTakesEverySelectedRowOneUp) {

@@ -16,6 +16,7 @@ class ItineraryTest : public testing::Test {
     view.statusField = &status;
     view.SetCalculation(&directions, &window);
     view.Rebuild();
+    rows.refreshed.clear();
     log.clear();
   }
 

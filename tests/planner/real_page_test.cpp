@@ -212,14 +212,15 @@ TEST_F(RealPage, MayCallBackWhileItIsCalled) {
 TEST_F(RealPage, StaysInStepThroughRandomActions) {
   std::mt19937 random(11);
   const auto number = [&](size_t limit) { return static_cast<size_t>(random() % limit); };
-  for (int i = 0; i < 1500; ++i) {
+  for (int i = 0; i < 600; ++i) {
     const size_t count = lists[0].Count();
     settings.autoCalc = number(4) == 0;
     const auto row = static_cast<int64_t>(count == 0 ? 0 : number(count));
     switch (number(11)) {
       case 0:
       case 1:
-        view().InsertPoint(number(count + 1), MakePoint(1, i % 90, std::string(1, static_cast<char>('a' + i % 26))));
+        view().InsertPoint(number(count + 1),
+                           MakePoint(1, i % 90, std::string(1, static_cast<char>('a' + i % 26))));
         break;
       case 2:
         if (count > 0) view().RemoveRows(row);

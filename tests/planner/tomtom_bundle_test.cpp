@@ -56,9 +56,34 @@ std::map<std::string, std::string> FilesOf(std::string_view archive) {
   return files;
 }
 
+TEST(TomTomBundle, HoldsOneItinerary) {
+  const StoppedClock clock("1700000000");
+  const auto list =
+      MakeList("Trip & more", MakePoint(48.85661, 2.35222, "Paris"), MakePoint(50.85045, 4.5, "B"));
+  TomTomBundle bundle;
+  ASSERT_EQ(MakeTomTomBundle("My trip", list, 0, bundle), 0u);
+  EXPECT_EQ(bundle.archiveName, "My trip.zip");
+  EXPECT_EQ(bundle.descriptionName, "My trip.xml");
+  EXPECT_EQ(bundle.link, "tomtomhome:contentitem:http://127.0.0.1:8099/My%20trip.xml");
+  const std::map<std::string, std::string> expected = {
+      {"ITN/My trip.itn", "235222|4885661|Paris|4|\r\n450000|5085045|B|2|\r\n"}};
+  EXPECT_EQ(FilesOf(bundle.archive), expected);
+  EXPECT_EQ(bundle.description,
+            "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?><item idstr=\"itinerary\" "
+            "version=\"1.0\">"
+            "<start/><finish/><title mimetype=\"text/plain\">Trip &amp; more</title>"
+            "<description mimetype=\"text/plain\">Trip &amp; more</description>"
+            "<download><url location=\"main\">http://127.0.0.1:8099/My%20trip.zip</url></download>"
+            "<content size=\"" +
+                std::to_string(bundle.archive.size()) +
+                "\"/><targetdevice models=\"all\"/><price free=\"true\"/>"
+                "<supplier name=\"Corvane Map 1.21\"/></item>");
+}
+
 TEST(TomTomBundle, SplitsALongList) {
   CGpsRoute list;
-  for (int i = 0; i < 10; ++i) list.points.push_back(MakePoint(0, i, std::string(1, static_cast<char>('A' + i))));
+  for (int i = 0; i < 10; ++i)
+    list.points.push_back(MakePoint(0, i, std::string(1, static_cast<char>('A' + i))));
   TomTomBundle bundle;
   ASSERT_EQ(MakeTomTomBundle("t", list, 4, bundle), 0u);
   const auto files = FilesOf(bundle.archive);
