@@ -9,7 +9,6 @@
 #include "base/format_text.h"
 #include "base/measure_text.h"
 #include "base/text_ids.h"
-#include "model/itinerary_optimizer.h"
 #include "settings/settings.h"
 
 namespace {
@@ -28,18 +27,20 @@ std::vector<size_t> ListOrder(const CGpsPointArray& list) {
   return order;
 }
 
-void Optimise(const WideString& source, bool isBest, bool quiet, CGpsRoute& list) {
+void Optimise(const WideString& source, bool isBest, bool quiet, const RoadDistance& road,
+              CGpsRoute& list) {
+  const bool isByRoad = static_cast<bool>(road);
   CGpsWaypointList ordered;
-  CItineraryOptimizer optimizer(list);
-  std::vector<size_t> order = optimizer.Optimise(false);
-  const uint64_t before = optimizer.Length(ListOrder(list), false);
-  const uint64_t after = optimizer.Length(order, false);
+  CItineraryOptimizer optimizer(list, road);
+  std::vector<size_t> order = optimizer.Optimise(isByRoad);
+  const uint64_t before = optimizer.Length(ListOrder(list), isByRoad);
+  const uint64_t after = optimizer.Length(order, isByRoad);
   if (!quiet)
     Complain(
         FormatText(kTextOptimised, ShownPath(source), ShownLength(after), ShownLength(before)));
   if (isBest) {
-    order = optimizer.Improve(order, false, kTimeToImprove);
-    const uint64_t improved = optimizer.Length(order, false);
+    order = optimizer.Improve(order, isByRoad, kTimeToImprove);
+    const uint64_t improved = optimizer.Length(order, isByRoad);
     if (!quiet)
       Complain(FormatText(kTextImproved, ShownPath(source), ShownLength(after - improved),
                           ShownLength(improved)));
@@ -51,7 +52,7 @@ void Optimise(const WideString& source, bool isBest, bool quiet, CGpsRoute& list
 }  // namespace
 
 void ApplyListOperations(const std::vector<ListOperation>& operations, const WideString& source,
-                         bool quiet, CGpsRoute& list) {
+                         bool quiet, CGpsRoute& list, const RoadDistance& road) {
   using EKind = ListOperation::EKind;
   for (const ListOperation& operation : operations) {
     switch (operation.kind) {
@@ -69,7 +70,7 @@ void ApplyListOperations(const std::vector<ListOperation>& operations, const Wid
         break;
       case EKind::kOptimize:
       case EKind::kOptimizeBest:
-        Optimise(source, operation.kind == EKind::kOptimizeBest, quiet, list);
+        Optimise(source, operation.kind == EKind::kOptimizeBest, quiet, road, list);
         break;
     }
   }

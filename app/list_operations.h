@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/wide_string.h"
+#include "model/itinerary_optimizer.h"
 #include "model/point_list.h"
 
 /// What is done with an itinerary between reading and writing.
@@ -15,6 +16,7 @@ struct ListOperation {
 };
 
 /// Does them in their order, and tells on standard error how long the way became, unless `quiet`.
-/// `source` is the file that the itinerary comes from.
+/// `source` is the file that the itinerary comes from. With `road`, which takes numbers of `list`,
+/// the order of the stops is that of the shortest way by road.
 void ApplyListOperations(const std::vector<ListOperation>& operations, const WideString& source,
-                         bool quiet, CGpsRoute& list);
+                         bool quiet, CGpsRoute& list, const RoadDistance& road = {});

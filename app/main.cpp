@@ -6,9 +6,11 @@
 #include "app/format_listing.h"
 #include "app/inspection.h"
 #include "app/options.h"
+#include "app/roads_command.h"
 #include "app/service_commands.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
+#include "app/way_command.h"
 #include "base/format_text.h"
 #include "base/product.h"
 #include "base/text_ids.h"
@@ -46,6 +48,7 @@ int Run(Options& options) {
   if (options.remember && !RememberCsvLayouts(options)) return kExitFailed;
   if (options.settings) return RunSettings(options);
   if (const std::optional<int> status = RunServiceCommand(options)) return *status;
+  if (options.directions.roads) return RunRoads(options);
   const FormatTable table = DefaultFormatTable();
   if (options.formats) {
     return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
@@ -55,6 +58,7 @@ int Run(Options& options) {
   context.csvLayouts.forReading = options.csvRead;
   context.csvLayouts.forWriting = options.csvWrite;
   context.lookups.lastForRun = true;
+  if (options.directions.way && options.tokens.empty()) return RunWay(options, table, context);
   if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table, context);
   if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table, context);
   if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;

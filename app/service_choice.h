@@ -15,6 +15,10 @@ struct ServiceChoice {
   std::string message;                ///< why not
 };
 
+/// The provider of this name or number, if it has this ability and can be used now.
+ServiceChoice ChooseNamedService(const Options& options, EServiceAbility ability,
+                                 std::string_view name);
+
 /// The provider that --provider names, or `defaultProvider`, if it has this ability and can be used
 /// now.
 ServiceChoice ChooseService(const Options& options, EServiceAbility ability,

@@ -35,6 +35,7 @@ class ConversionContext {
   CsvLayouts csvLayouts;
   Lookups lookups;
   ItineraryHandOff handOff;  ///< none: kStatusNotImplemented
+  bool writesWay = false;    ///< also the way between the stops, by writers that can
   /// Called on the converting thread, every quarter of a megabyte at most. False cancels.
   std::function<bool(const ConversionProgress&)> progress;
   /// Cancels from any thread.

@@ -83,6 +83,20 @@ TEST_F(OfflineRoads, LeadTheQuickestWay) {
   EXPECT_NE(leg.steps[1].instruction.find("Toll Bridge"), std::string::npos);
 }
 
+TEST_F(OfflineRoads, NameTheStops) {
+  AddTown();
+  SetLanguage(ELanguage::kGerman);
+  auto stops = std::make_unique<CGpsPointList>(PointsOf({{48.0, 7.0}, {48.01, 7.01}}));
+  stops->points.front()->name = "Hafen #2";
+  stops->points.back()->name = "Am Markt";
+  m_router.Calculate(std::move(stops), kCar, OptionsOf(kFastest));
+  ASSERT_EQ(m_router.Wait(-1), 0u);
+  const CRouteData& leg = m_router.GetLegs()[0];
+  EXPECT_EQ(NamesOf(leg.path), (std::vector<std::string>{"Hafen #2", "Am Markt"}));
+  EXPECT_NE(leg.steps.front().instruction.find("bei Hafen #2 halten"), std::string::npos);
+  EXPECT_NE(leg.steps.back().instruction.find("bei Am Markt angekommen"), std::string::npos);
+}
+
 TEST_F(OfflineRoads, SpeakTheLanguageOfTheProgram) {
   AddTown();
   SetLanguage(ELanguage::kFrench);
