@@ -117,6 +117,56 @@ TEST_F(OfflineRoads, AvoidTolls) {
   EXPECT_NE(router.GetLegs()[0].steps[0].instruction.find("West Lane"), std::string::npos);
 }
 
+TEST_F(OfflineRoads, AvoidFerriesTunnelsAndDirtRoads) {
+  ASSERT_EQ(Add("places", "places.osm",
+                PlacesWithDetour({R"(<tag k="route" v="ferry"/><tag k="motorcar" v="yes"/>)",
+                                  R"(<tag k="highway" v="secondary"/><tag k="tunnel" v="yes"/>)",
+                                  R"(<tag k="highway" v="track"/><tag k="motorcar" v="yes"/>)"})),
+            ERoadsChange::kDone)
+      << m_failure;
+  bool AvoidanceOptions::*const kKinds[] = {
+      &AvoidanceOptions::boatFerries, &AvoidanceOptions::tunnels, &AvoidanceOptions::dirtRoads};
+  double latitude = 48.0;
+  for (const auto kind : kKinds) {
+    AvoidanceOptions options = OptionsOf(kShortest);
+    EXPECT_NEAR(MetresOf({{latitude, 7.0}, {latitude, 7.02}}, kCar, options), 1484, 6) << latitude;
+    options.*kind = false;
+    EXPECT_NEAR(MetresOf({{latitude, 7.0}, {latitude, 7.02}}, kCar, options), 3710, 6) << latitude;
+    latitude += 0.1;
+  }
+}
+
+TEST_F(OfflineRoads, LeadTrucksWhereTheyFit) {
+  ASSERT_EQ(
+      Add("places", "places.osm",
+          PlacesWithDetour({R"(<tag k="highway" v="secondary"/><tag k="maxheight" v="3.5"/>)",
+                            R"(<tag k="highway" v="secondary"/><tag k="maxweight" v="7.5"/>)",
+                            R"(<tag k="highway" v="secondary"/><tag k="maxwidth" v="2.2"/>)",
+                            R"(<tag k="highway" v="secondary"/><tag k="maxlength" v="9"/>)"})),
+      ERoadsChange::kDone)
+      << m_failure;
+  constexpr struct {
+    uint32_t TruckOptions::*size;
+    uint32_t fits;
+    uint32_t isTooMuch;
+  } kSizes[] = {{&TruckOptions::height, 34, 36},
+                {&TruckOptions::limitedWeight, 70, 80},
+                {&TruckOptions::width, 21, 24},
+                {&TruckOptions::length, 89, 95}};
+  double latitude = 48.0;
+  for (const auto& row : kSizes) {
+    TruckOptions truck;
+    truck.mode = kShortest;
+    truck.*row.size = row.fits;
+    EXPECT_NEAR(MetresOf({{latitude, 7.0}, {latitude, 7.02}}, kTruckMode, truck), 1484, 6)
+        << latitude;
+    truck.*row.size = row.isTooMuch;
+    EXPECT_NEAR(MetresOf({{latitude, 7.0}, {latitude, 7.02}}, kTruckMode, truck), 3710, 6)
+        << latitude;
+    latitude += 0.1;
+  }
+}
+
 // The motorway is 3715 m at 110 km/h, North Street 1488 m at 35 km/h.
 TEST_F(OfflineRoads, PreferMotorwaysUnlessTheyAreAvoided) {
   AddTown();

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
+#include <string_view>
+#include <utility>
 
 // A town of our own, on the 48th parallel. A hundredth of a degree of latitude is 1113 m, one of
 // longitude 744 m at 48.00 and 48.01, two of them 1489 m at 48.02.
@@ -38,3 +41,29 @@ inline const std::string kSmallTown = R"(<?xml version="1.0" encoding="UTF-8"?>
 <tag k="highway" v="residential"/><tag k="name" v="Island Road"/></way>
 </osm>
 )";
+
+/// Places apart from each other, a tenth of a degree of latitude from one to the next, the first on
+/// the 48th parallel. In each a road of its own kind leads straight from 7.00 to 7.02, 1480 to
+/// 1489 m, and another one around by the north: 1113 m, as long again as the first, and 1113 m.
+inline std::string PlacesWithDetour(std::initializer_list<std::string_view> tagsOfStraightRoads) {
+  std::string osm = "<osm version=\"0.6\">\n";
+  std::string ways;
+  int node = 0;
+  double latitude = 48.0;
+  for (const std::string_view tags : tagsOfStraightRoads) {
+    for (const auto& [north, longitude] : {std::pair(0.0, "7.000"), std::pair(0.01, "7.000"),
+                                           std::pair(0.01, "7.020"), std::pair(0.0, "7.020")}) {
+      osm += "<node id=\"" + std::to_string(++node) + "\" lat=\"" +
+             std::to_string(latitude + north) + "\" lon=\"" + longitude + "\"/>\n";
+    }
+    const auto reference = [node](int back) {
+      return "<nd ref=\"" + std::to_string(node - back) + "\"/>";
+    };
+    ways += "<way id=\"" + std::to_string(node) + "\">" + reference(3) + reference(0) +
+            std::string(tags) + "</way>\n<way id=\"" + std::to_string(node + 1) + "\">" +
+            reference(3) + reference(2) + reference(1) + reference(0) +
+            "<tag k=\"highway\" v=\"secondary\"/></way>\n";
+    latitude += 0.1;
+  }
+  return osm + ways + "</osm>\n";
+}
