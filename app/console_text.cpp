@@ -43,3 +43,9 @@ std::string DescribeReason(uint32_t platformError, const WideString& path) {
   if (platformError == kStatusSuccess) return {};
   return " " + FormatText(kTextReason, LoadTextUtf8(ReasonText(platformError, path)));
 }
+
+std::string DescribeReason(const FailureReason& reason, const WideString& path) {
+  std::string text = DescribeReason(reason.platformError, path);
+  if (reason.adviceTextId != 0) text.append(" ").append(LoadTextUtf8(reason.adviceTextId));
+  return text;
+}

@@ -3,10 +3,12 @@
 
 #include "app/command_line.h"
 #include "app/console_text.h"
+#include "app/conversion_services.h"
 #include "app/format_listing.h"
 #include "app/inspection.h"
 #include "app/options.h"
 #include "app/service_commands.h"
+#include "app/service_outcome.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
@@ -17,6 +19,8 @@
 #include "platform/console.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
+#include "services/links/link_rows.h"
+#include "services/links/link_writing.h"
 #include "settings/settings.h"
 
 namespace {
@@ -40,13 +44,16 @@ int Run(Options& options) {
     return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
   }
   if (options.version) {
-    return WriteOutput(std::string(kProductName) + "\n") ? kExitConverted : kExitFailed;
+    const std::string credit(LoadTextUtf8(kTextPlacesCredit));
+    const std::string text = std::string(kProductName) + "\n" + credit + "\n";
+    return WriteOutput(text) ? kExitConverted : kExitFailed;
   }
   if (const int status = ChangeSettings(options)) return status;
   if (options.remember && !RememberCsvLayouts(options)) return kExitFailed;
   if (options.settings) return RunSettings(options);
   if (const std::optional<int> status = RunServiceCommand(options)) return *status;
-  const FormatTable table = DefaultFormatTable();
+  FormatTable table = DefaultFormatTable();
+  AddLinkFunctions(table);
   if (options.formats) {
     return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
   }
@@ -55,8 +62,17 @@ int Run(Options& options) {
   context.csvLayouts.forReading = options.csvRead;
   context.csvLayouts.forWriting = options.csvWrite;
   context.lookups.lastForRun = true;
-  if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table, context);
-  if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table, context);
+  context.linkOptions = LinkOptionsOf(CSettings::Instance());
+  if (options.inspect && options.tokens.size() == 1) {
+    AllowLocalLookups(options, context.lookups);
+    return RunInspection(options, table, context);
+  }
+  if (!options.inspect && options.tokens.size() >= 2) {
+    AllowLookups(options, context.lookups);
+    const int status = RunConversion(options, table, context);
+    TellRequests(options);
+    return status;
+  }
   if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;
   Complain(FormatText(options.inspect ? kTextUsage : kTextNoWindow));
   if (!options.inspect) Complain(FormatText(kTextUsage));

@@ -6,6 +6,7 @@
 #include "base/format_text.h"
 #include "base/text_ids.h"
 #include "services/service_access.h"
+#include "settings/settings.h"
 
 namespace {
 
@@ -34,6 +35,12 @@ ServiceChoice Refuse(ServiceChoice choice, int exitStatus, std::string message) 
 }
 
 }  // namespace
+
+std::string DefaultFinder(EServiceAbility ability) {
+  const Service* const finder = FindService(CSettings::Instance().findProvider);
+  const bool isAble = finder && (ServiceFor(*finder, ability).abilities & ability);
+  return std::string(isAble ? finder->name : ServiceNamed("offline-places").name);
+}
 
 bool IsOnThisMachine(const Service& service) {
   return service.id == provider::kOfflineRoads || service.id == provider::kOfflinePlaces ||

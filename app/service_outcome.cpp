@@ -1,5 +1,7 @@
 #include "app/service_outcome.h"
 
+#include <utility>
+
 #include "app/console_text.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
@@ -7,11 +9,18 @@
 #include "base/text_ids.h"
 #include "conversion/geocoder.h"
 #include "markup/json_string.h"
+#include "services/directions/route_providers.h"
+#include "services/offline/offline_finders.h"
 #include "services/request_log.h"
 #include "services/service_registry.h"
 
 void PrepareServices() {
-  FillServiceRegistry(CServiceRegistry::Instance());
+  static bool isPrepared = false;
+  if (std::exchange(isPrepared, true)) return;
+  CServiceRegistry& registry = CServiceRegistry::Instance();
+  FillServiceRegistry(registry);
+  RegisterOwnRouteProviders(registry);
+  RegisterOfflinePlaces(registry);
   SetServiceValues(UserServiceValues());
 }
 

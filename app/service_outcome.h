@@ -7,7 +7,8 @@
 #include "app/service_choice.h"
 #include "io/byte_sink.h"
 
-/// Puts the accounts and the user's settings of all services in place; once, before any is asked.
+/// Puts the accounts and the user's settings of all services in place, before any is asked; a
+/// second call does nothing. On one thread.
 void PrepareServices();
 
 /// Tells on standard error which services were asked, and how often, unless --quiet.

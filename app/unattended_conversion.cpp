@@ -5,6 +5,8 @@
 
 #include "app/console_front.h"
 #include "app/console_text.h"
+#include "app/conversion_services.h"
+#include "app/link_output.h"
 #include "app/list_operations.h"
 #include "app/loss_description.h"
 #include "app/output_sink.h"
@@ -14,6 +16,7 @@
 #include "base/text_ids.h"
 #include "conversion/conversion_driver.h"
 #include "conversion/format_search.h"
+#include "conversion/read_trip.h"
 #include "platform/folder.h"
 
 namespace {
@@ -27,6 +30,7 @@ class Conversion {
              ConversionContext& context)
       : m_options(options),
         m_row(row),
+        m_context(context),
         m_front(options),
         m_driver(table, m_front, context, ChangeTracking::kOff) {}
 
@@ -36,6 +40,8 @@ class Conversion {
  private:
   Outcome Convert(const WideString& source, const WideString& target);
   Outcome Write(const WideString& source, const WideString& target);
+  Outcome WriteLinks(const WideString& source, const WideString& target);
+  void TellLookups(const WideString& source) const;
   void Tell(const WideString& source, const WideString& target, const LossCheck& check);
   int ExitStatus(size_t converted, size_t withLosses, size_t failed) const;
   WideString TargetBeside(const WideString& source) const;
@@ -43,6 +49,7 @@ class Conversion {
 
   const Options& m_options;
   const CItineraryFormat& m_row;
+  ConversionContext& m_context;
   ConsoleFront m_front;
   CConversionDriver m_driver;
   bool m_inFolder = false;
@@ -50,7 +57,9 @@ class Conversion {
 };
 
 // The source's path up to its last dot, and the key's extension. A path without a dot stays whole.
+// What comes out of a link goes into the current folder.
 WideString Conversion::TargetBeside(const WideString& source) const {
+  if (IsWebAddress(source)) return LoadText(kTextItinerary) + u"." + m_row.extension;
   const size_t dot = source.rfind(u'.');
   return source.substr(0, dot == WideString::npos ? dot : dot + 1) + m_row.extension;
 }
@@ -105,7 +114,9 @@ int Conversion::ConvertFolder(const WideString& folder) {
     if (!m_options.output.empty()) target = JoinedPath(m_options.output, NameIn(target));
     const Outcome outcome = Convert(source, target);
     const bool isConverted = outcome == Outcome::kConverted || outcome == Outcome::kWithLosses;
-    if (isConverted && target != source && !taken.insert(target).second && !m_options.quiet)
+    const bool isFile = m_row.facts.isFile || !m_options.output.empty();
+    if (isConverted && isFile && target != source && !taken.insert(target).second &&
+        !m_options.quiet)
       Complain(FormatText(kTextReplacedInFolder, ShownPath(target), ShownPath(source)));
     switch (outcome) {
       case Outcome::kWithLosses:
@@ -133,11 +144,7 @@ int Conversion::ConvertFolder(const WideString& folder) {
 Outcome Conversion::Convert(const WideString& source, const WideString& target) {
   m_front.SetSubject(source);
   const uint32_t status = m_driver.OpenFile(source, false, true);
-  const uint64_t lookedUp = m_driver.readNotes.Count(ConversionNote::kStopLookedUp);
-  if (lookedUp > 0 && !m_options.quiet) {
-    Complain(FormatText(kTextStopsLookedUp, ShownPath(source), lookedUp,
-                        m_driver.readNotes.Count(ConversionNote::kStopNotFound)));
-  }
+  if (!m_options.quiet) TellLookups(source);
   if (status != kStatusSuccess && m_front.Declined()) {
     Complain(FormatText(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
     return Outcome::kFailed;
@@ -145,7 +152,22 @@ Outcome Conversion::Convert(const WideString& source, const WideString& target) 
   if (status == kStatusBadFormat) return Outcome::kNotRecognised;
   if (status != kStatusSuccess) return Outcome::kFailed;
   ApplyListOperations(m_options.operations, source, m_options.quiet, m_driver.current);
-  return Write(source, target);
+  return m_row.facts.isFile ? Write(source, target) : WriteLinks(source, target);
+}
+
+void Conversion::TellLookups(const WideString& source) const {
+  const auto count = [this](ConversionNote note) { return m_driver.readNotes.Count(note); };
+  if (const uint64_t lookedUp = count(ConversionNote::kStopLookedUp)) {
+    Complain(FormatText(kTextStopsLookedUp, ShownPath(source), lookedUp,
+                        count(ConversionNote::kStopNotFound)));
+  }
+  if (count(ConversionNote::kStopNotAsked) > 0) Complain(PositionRemedy(m_options));
+  if (const uint64_t left = count(ConversionNote::kPlaceNotAsked)) {
+    Complain(FormatText(kTextPlacesNotAsked, ShownPath(source), left));
+    Complain(PlaceRemedy(m_options));
+  }
+  if (count(ConversionNote::kPageNotFetched) > 0)
+    Complain(FormatText(kTextSavedMapNotFetched, ShownPath(source)));
 }
 
 Outcome Conversion::Write(const WideString& source, const WideString& target) {
@@ -159,12 +181,46 @@ Outcome Conversion::Write(const WideString& source, const WideString& target) {
   if (trip.refusal == WriteRefusal::kSourceHoldsMore)
     Complain(FormatText(kTextTargetIsSource, ShownPath(source)));
   const uint64_t countries = trip.notes.Count(ConversionNote::kCountryNotFound);
-  if (countries > 0 && !m_options.quiet)
+  if (countries > 0 && !m_options.quiet) {
     Complain(FormatText(kTextCountriesNotFound, ShownPath(target), countries));
+    if (const std::string remedy = CountryRemedy(m_options); !remedy.empty()) Complain(remedy);
+  }
   if (trip.status != kStatusSuccess) return Outcome::kFailed;
   if (!trip.check) return Outcome::kConverted;
   Tell(source, target, *trip.check);
   return trip.check->HasLosses() ? Outcome::kWithLosses : Outcome::kConverted;
+}
+
+// Targets that are no file get links, which are shown unless a file is asked for.
+Outcome Conversion::WriteLinks(const WideString& source, const WideString& target) {
+  std::vector<std::string> links;
+  m_context.takeLink = [&links](const std::string& link) {
+    links.push_back(link);
+    return uint32_t{kStatusSuccess};
+  };
+  WriteOptions options;
+  options.option = m_options.split;
+  options.silent = true;
+  m_front.SetSubject(source);
+  const TripWrite trip = m_driver.Export(target, m_row, options);
+  m_context.takeLink = {};
+  if (trip.status != kStatusSuccess) return Outcome::kFailed;
+  if (m_options.check) {
+    if (!m_options.quiet) Complain(FormatText(kTextOnlyWritten, FormatLabel(m_row)));
+    return Outcome::kConverted;
+  }
+  if (!m_options.output.empty()) {
+    const uint32_t error = SaveLinks(target, links);
+    if (error == kStatusSuccess) return Outcome::kConverted;
+    Complain(target,
+             std::string(LoadTextUtf8(kTextCannotBeWritten)) + DescribeReason(error, target));
+    return Outcome::kFailed;
+  }
+  m_outputFailed = !PrintLinks(links) || m_outputFailed;
+  // Of a folder they would be too many.
+  if (!m_inFolder && OpenLinks(links) != kStatusSuccess && !m_options.quiet)
+    Complain(FormatText(kTextLinksNotOpened));
+  return Outcome::kConverted;
 }
 
 void Conversion::Tell(const WideString& source, const WideString& target, const LossCheck& check) {
@@ -193,13 +249,9 @@ int RunConversion(const Options& options, const FormatTable& table, ConversionCo
     Complain(FormatText(kTextUnknownKey, ShownPath(key)));
     return kExitWrongUsage;
   }
-  if (IsPseudoFormat(*row)) {
-    Complain(FormatText(kTextNoFileFormat, ShownPath(key)));
-    return kExitWrongUsage;
-  }
   uint32_t error = kStatusSuccess;
   const uint32_t attributes = FileAttributes(source, &error);
-  if (attributes == kNoAttributes && error == kStatusFileNotFound) {
+  if (!IsWebAddress(source) && attributes == kNoAttributes && error == kStatusFileNotFound) {
     Complain(FormatText(kTextNoSource, ShownPath(source)));
     return kExitWrongUsage;
   }

@@ -20,12 +20,21 @@ class Lookups {
   /// nothing where it knows none. For those who have made sure of `HasGeocoder`.
   std::optional<CGpsCoordinate> FindAddress(const std::string& address);
 
+  /// Whether anything can be asked for the stops of links.
+  bool HasFinder() const { return static_cast<bool>(makeFinder); }
+
+  /// The place that the finder in use knows best for the text of a link; nothing where it knows
+  /// none. For those who have made sure of `HasFinder`.
+  std::optional<CGpsCoordinate> FindPlace(const std::string& text);
+
   /// The three letters of the country at a position; empty where they cannot be found out.
   std::string CountryAt(const CGpsCoordinate& position);
 
   GeocoderMaker makeGeocoder;           ///< none: no stop is looked up
+  FinderMaker makeFinder;               ///< none: no stop of a link is looked up
   CountryService* countries = nullptr;  ///< outlives this; null: no country is looked up
-  bool isOffline = false;               ///< nothing is asked of either
+  bool isOffline = false;               ///< nothing is asked of geocoder and countries
+  bool mayFetch = false;                ///< the page that a link stands for may be fetched
   bool lastForRun = false;  ///< the answers outlive the itinerary that they were asked for
   std::shared_ptr<LookupCache> answers = std::make_shared<LookupCache>();
 

@@ -16,7 +16,7 @@
 #include "platform/known_folders.h"
 #include "platform/path_text.h"
 #include "platform/posix/settings_file.h"
-#include "platform/posix/sqlite_database.h"
+#include "platform/sqlite_database.h"
 
 namespace {
 

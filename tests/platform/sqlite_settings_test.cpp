@@ -13,7 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/posix/sqlite_database.h"
+#include "platform/sqlite_database.h"
 #include "tests/settings_home.h"
 #include "tests/temporary_folder.h"
 

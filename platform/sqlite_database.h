@@ -10,14 +10,15 @@ struct sqlite3_stmt;
 /// A connection to an SQLite file, closed with its owner. Results are SQLite's own codes.
 class SqliteDatabase {
  public:
-  enum class EMode { kReadOnly, kReadWrite };
+  enum class EMode { kReadOnly, kReadWrite, kCreate };
 
   SqliteDatabase() = default;
   ~SqliteDatabase() { Close(); }
   SqliteDatabase(const SqliteDatabase&) = delete;
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
-  /// Opens an existing file. A lock of another program is waited for.
+  /// Opens an existing file; kCreate makes it where it is not there. A lock of another program is
+  /// waited for.
   int Open(const std::string& path, EMode mode);
   void Close();
   bool IsOpen() const { return m_database != nullptr; }
@@ -46,17 +47,22 @@ class SqliteStatement {
 
   /// Parameters count from 1.
   void BindNumber(int parameter, int64_t number);
+  void BindReal(int parameter, double number);
   void BindText(int parameter, std::string_view text);
   void BindBytes(int parameter, std::string_view bytes);
 
   /// SQLITE_ROW, SQLITE_DONE, or the first failure since the statement was made.
   int Step();
 
+  /// Ready for other parameters and another run.
+  void Reset();
+
   /// The first failure since the statement was made, 0 for none.
   int Failure() const { return m_failure; }
 
   /// Columns count from 0; a view lives up to the next step.
   int64_t Number(int column) const;
+  double Real(int column) const;
   std::string_view Text(int column) const;
   std::string_view Bytes(int column) const;
 

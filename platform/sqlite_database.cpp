@@ -1,4 +1,4 @@
-#include "platform/posix/sqlite_database.h"
+#include "platform/sqlite_database.h"
 
 #include <sqlite3.h>
 
@@ -14,7 +14,8 @@ const char* NotNull(std::string_view bytes) { return bytes.empty() ? "" : bytes.
 
 int SqliteDatabase::Open(const std::string& path, EMode mode) {
   Close();
-  const int access = mode == EMode::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  int access = mode == EMode::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  if (mode == EMode::kCreate) access |= SQLITE_OPEN_CREATE;
   const int result =
       sqlite3_open_v2(path.c_str(), &m_database, access | SQLITE_OPEN_NOMUTEX, nullptr);
   if (result != SQLITE_OK) {
@@ -72,6 +73,10 @@ void SqliteStatement::BindNumber(int parameter, int64_t number) {
   Keep(sqlite3_bind_int64(m_statement, parameter, number));
 }
 
+void SqliteStatement::BindReal(int parameter, double number) {
+  Keep(sqlite3_bind_double(m_statement, parameter, number));
+}
+
 void SqliteStatement::BindText(int parameter, std::string_view text) {
   Keep(sqlite3_bind_text64(m_statement, parameter, NotNull(text), text.size(), SQLITE_STATIC,
                            SQLITE_UTF8));
@@ -85,8 +90,14 @@ int SqliteStatement::Step() {
   return m_failure != SQLITE_OK ? m_failure : sqlite3_step(m_statement);
 }
 
+void SqliteStatement::Reset() { Keep(sqlite3_reset(m_statement)); }
+
 int64_t SqliteStatement::Number(int column) const {
   return sqlite3_column_int64(m_statement, column);
+}
+
+double SqliteStatement::Real(int column) const {
+  return sqlite3_column_double(m_statement, column);
 }
 
 std::string_view SqliteStatement::Text(int column) const {
