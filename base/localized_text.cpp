@@ -3,6 +3,7 @@
 #include <atomic>
 
 #include "base/text.h"
+#include "base/text_ids.h"
 #include "resources/string_tables.h"
 
 namespace {
@@ -22,8 +23,6 @@ const StringTable& TableOf(ELanguage language) {
   }
   return kStringsEn;
 }
-
-constexpr uint32_t kTextThousandsSeparator = 1860;
 
 // Nothing counts as one in French.
 bool IsSingular(uint64_t count) {

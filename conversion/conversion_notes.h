@@ -40,6 +40,17 @@ class ConversionNotes {
     for (size_t i = 0; i < m_counts.size(); ++i) m_counts[i] += other.m_counts[i];
   }
 
+  /// True when a reader has passed something over.
+  bool HasLosses() const {
+    for (size_t i = 0; i < m_counts.size(); ++i) {
+      const auto note = static_cast<ConversionNote>(i);
+      const bool isLoss =
+          note != ConversionNote::kStopLookedUp && note != ConversionNote::kCountryNotFound;
+      if (isLoss && m_counts[i] > 0) return true;
+    }
+    return false;
+  }
+
   bool operator==(const ConversionNotes&) const = default;
 
  private:
