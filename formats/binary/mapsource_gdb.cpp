@@ -82,7 +82,7 @@ class GdbReader final : public MapSourceReader {
     for (size_t i = 0; i < std::size(kTrackPointDetailSizes); ++i) {
       if (record.Uint8() == 0) continue;
       record.Skip(kTrackPointDetailSizes[i]);
-      m_context.Note(i == 0 ? ConversionNote::kTime : ConversionNote::kMeasurement);
+      Context().Note(i == 0 ? ConversionNote::kTime : ConversionNote::kMeasurement);
     }
   }
 

@@ -46,7 +46,7 @@ class MapSourceReader {
   /// Passes over what follows the position of a track point.
   virtual void SkipTrackPointDetails(ByteCursor& record) const = 0;
 
-  ConversionContext& m_context;
+  ConversionContext& Context() const { return m_context; }
 
  private:
   struct Position {
@@ -80,6 +80,7 @@ class MapSourceReader {
 
   const std::string_view m_magic;
   const bool m_altitudeIsOptional;
+  ConversionContext& m_context;
   std::vector<Waypoint> m_pool;  ///< the waypoints that belong to routes
   NameIndex<NameInPool> m_poolIndex{NameInPool{m_pool}};
   uint32_t m_indexed = 0;  ///< points of the pool that the index knows
