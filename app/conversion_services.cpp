@@ -24,8 +24,12 @@ class Geonames final : public CountryService {
   }
 };
 
+// The provider that is named may be meant for directions.
 ServiceChoice ChooseFinder(const Options& options) {
-  return ChooseService(options, kCanGeocode, DefaultFinder(kCanGeocode));
+  const std::string finder = DefaultFinder(kCanGeocode);
+  ServiceChoice choice = ChooseService(options, kCanGeocode, finder);
+  const bool isOther = choice.service && !(choice.service->abilities & kCanGeocode);
+  return isOther ? ChooseNamedService(options, kCanGeocode, finder) : choice;
 }
 
 FinderMaker MakerOf(const ServiceChoice& finder) {

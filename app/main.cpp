@@ -7,10 +7,12 @@
 #include "app/format_listing.h"
 #include "app/inspection.h"
 #include "app/options.h"
+#include "app/roads_command.h"
 #include "app/service_commands.h"
 #include "app/service_outcome.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
+#include "app/way_command.h"
 #include "base/format_text.h"
 #include "base/product.h"
 #include "base/text_ids.h"
@@ -52,6 +54,7 @@ int Run(Options& options) {
   if (options.remember && !RememberCsvLayouts(options)) return kExitFailed;
   if (options.settings) return RunSettings(options);
   if (const std::optional<int> status = RunServiceCommand(options)) return *status;
+  if (options.directions.roads) return RunRoads(options);
   FormatTable table = DefaultFormatTable();
   AddLinkFunctions(table);
   if (options.formats) {
@@ -62,7 +65,11 @@ int Run(Options& options) {
   context.csvLayouts.forReading = options.csvRead;
   context.csvLayouts.forWriting = options.csvWrite;
   context.lookups.lastForRun = true;
-  context.linkOptions = LinkOptionsOf(CSettings::Instance());
+  context.linkOptions = LinkOptionsFor(options.directions.wishes, CSettings::Instance());
+  if (options.directions.way && options.tokens.empty()) {
+    AllowLookups(options, context.lookups);
+    return RunWay(options, table, context);
+  }
   if (options.inspect && options.tokens.size() == 1) {
     AllowLocalLookups(options, context.lookups);
     return RunInspection(options, table, context);

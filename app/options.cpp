@@ -204,6 +204,7 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--settings", options.settings);
   parser.add_option("--set", options.assignments)->expected(1)->take_all();
   AddServiceOptions(parser, options.services);
+  AddDirectionsOptions(parser, options.directions);
   try {
     parser.parse(argumentCount, arguments);
     options.tokens = TakeTokens(parser.remaining());
@@ -226,7 +227,8 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   }
   if (!TakeCsvLayout(*csvReadOption, csvRead, options.csvRead, error) ||
       !TakeCsvLayout(*csvWriteOption, csvWrite, options.csvWrite, error) ||
-      !TakeServiceOptions(options.services, error)) {
+      !TakeServiceOptions(options.services, error) ||
+      !TakeDirectionsOptions(options.directions, error)) {
     return std::nullopt;
   }
   return options;
@@ -237,6 +239,7 @@ std::string HelpText() {
       FormatText(kTextUsage) + "\n" + FormatText(kTextPurpose) + "\n\n" + FormatText(kTextOptions);
   text += "\n";
   AppendHelp(text, kOptionHelp);
+  AppendHelp(text, DirectionsOptionHelp());
   AppendHelp(text, ServiceOptionHelp());
   AppendHelp(text, kLastOptionHelp);
   return text;

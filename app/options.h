@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/directions_options.h"
 #include "app/list_operations.h"
 #include "app/service_options.h"
 #include "base/wide_string.h"
@@ -35,6 +36,7 @@ struct Options {
   std::optional<CCsvLayout> csvWrite;
   bool remember = false;  ///< store the CSV layouts
   ServiceOptions services;
+  DirectionsOptions directions;
 };
 
 /// Reads the arguments of the program. When they cannot be understood, nothing is returned and

@@ -62,11 +62,16 @@ std::string DescribeMissingSettings(const Service& service) {
 
 ServiceChoice ChooseService(const Options& options, EServiceAbility ability,
                             std::string_view defaultProvider) {
+  const std::optional<std::string>& typed = options.services.typed.provider;
+  return ChooseNamedService(options, ability, typed ? *typed : defaultProvider);
+}
+
+ServiceChoice ChooseNamedService(const Options& options, EServiceAbility ability,
+                                 std::string_view name) {
   ServiceChoice choice;
-  const std::string typed = options.services.typed.provider.value_or(std::string(defaultProvider));
-  choice.provider = FindTyped(typed);
+  choice.provider = FindTyped(name);
   if (!choice.provider)
-    return Refuse(choice, kExitWrongUsage, FormatText(kTextUnknownService, typed));
+    return Refuse(choice, kExitWrongUsage, FormatText(kTextUnknownService, name));
   choice.service = &ServiceFor(*choice.provider, ability);
   if (!(choice.service->abilities & ability)) {
     return Refuse(

@@ -19,6 +19,10 @@ struct ServiceChoice {
 /// which answers until another is chosen, so that nothing is told to anybody unasked.
 std::string DefaultFinder(EServiceAbility ability);
 
+/// The provider of this name or number, if it has this ability and can be used now.
+ServiceChoice ChooseNamedService(const Options& options, EServiceAbility ability,
+                                 std::string_view name);
+
 /// The provider that --provider names, or `defaultProvider`, if it has this ability and can be used
 /// now.
 ServiceChoice ChooseService(const Options& options, EServiceAbility ability,

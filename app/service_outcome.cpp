@@ -48,16 +48,27 @@ ServiceOutcome OutcomeOf(const ServiceChoice& refused) {
   return {kServiceInvalid, refused.message};
 }
 
-void WriteJsonOutcome(ByteSink& sink, const ServiceChoice& choice, const ServiceOutcome& outcome) {
-  sink.Write("{\"provider\": {\"id\": ");
-  sink.Write(choice.provider->id == kNoProviderId ? "null" : std::to_string(choice.provider->id));
+void WriteJsonProvider(ByteSink& sink, const Service& provider) {
+  sink.Write("{\"id\": ");
+  sink.Write(provider.id == kNoProviderId ? "null" : std::to_string(provider.id));
   sink.Write(", \"name\": ");
-  WriteJsonString(sink, choice.provider->name);
-  sink.Printf("}, \"status\": %u, \"message\": ", outcome.status);
+  WriteJsonString(sink, provider.name);
+  sink.Put('}');
+}
+
+void WriteJsonStatus(ByteSink& sink, const ServiceOutcome& outcome) {
+  sink.Printf("\"status\": %u, \"message\": ", outcome.status);
   if (outcome.status == kServiceSuccess)
     sink.Write("null");
   else
     WriteJsonString(sink, outcome.message);
+}
+
+void WriteJsonOutcome(ByteSink& sink, const ServiceChoice& choice, const ServiceOutcome& outcome) {
+  sink.Write("{\"provider\": ");
+  WriteJsonProvider(sink, *choice.provider);
+  sink.Write(", ");
+  WriteJsonStatus(sink, outcome);
 }
 
 int Conclude(const ServiceChoice& choice, const ServiceOutcome& outcome, bool isWritten) {

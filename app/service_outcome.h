@@ -25,6 +25,12 @@ ServiceOutcome OutcomeOf(uint32_t status);
 /// The outcome of a question that was not asked.
 ServiceOutcome OutcomeOf(const ServiceChoice& refused);
 
+/// Writes the JSON object of a provider: its number and name.
+void WriteJsonProvider(ByteSink& sink, const Service& provider);
+
+/// Writes the status and the message of an outcome as members of a JSON object.
+void WriteJsonStatus(ByteSink& sink, const ServiceOutcome& outcome);
+
 /// Begins the JSON of an answer: "provider", "status" and "message".
 void WriteJsonOutcome(ByteSink& sink, const ServiceChoice& choice, const ServiceOutcome& outcome);
 

@@ -1,11 +1,13 @@
 #include "app/unattended_conversion.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 
 #include "app/console_front.h"
 #include "app/console_text.h"
 #include "app/conversion_services.h"
+#include "app/leg_calculation.h"
 #include "app/link_output.h"
 #include "app/list_operations.h"
 #include "app/loss_description.h"
@@ -23,6 +25,11 @@ namespace {
 
 enum class Outcome { kConverted, kWithLosses, kNotRecognised, kFailed };
 
+bool IsSearchForOrder(const ListOperation& operation) {
+  return operation.kind == ListOperation::EKind::kOptimize ||
+         operation.kind == ListOperation::EKind::kOptimizeBest;
+}
+
 /// One run over a file or a folder.
 class Conversion {
  public:
@@ -34,11 +41,15 @@ class Conversion {
         m_front(options),
         m_driver(table, m_front, context, ChangeTracking::kOff) {}
 
+  /// Has legs asked for before each itinerary is written.
+  void SetDirections(DirectionsChoice choice) { m_legs.emplace(m_options, std::move(choice)); }
+
   int ConvertFile(const WideString& source);
   int ConvertFolder(const WideString& folder);
 
  private:
   Outcome Convert(const WideString& source, const WideString& target);
+  bool Prepare(const WideString& source, const WideString& target);
   Outcome Write(const WideString& source, const WideString& target);
   Outcome WriteLinks(const WideString& source, const WideString& target);
   void TellLookups(const WideString& source) const;
@@ -52,6 +63,7 @@ class Conversion {
   ConversionContext& m_context;
   ConsoleFront m_front;
   CConversionDriver m_driver;
+  std::optional<LegCalculation> m_legs;
   bool m_inFolder = false;
   bool m_outputFailed = false;
 };
@@ -77,7 +89,8 @@ int Conversion::ConvertFile(const WideString& source) {
 }
 
 int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) const {
-  if (failed > 0 || converted == 0 || m_outputFailed) return kExitFailed;
+  const bool hasFailedLegs = m_legs && m_legs->HasFailures();
+  if (failed > 0 || converted == 0 || m_outputFailed || hasFailedLegs) return kExitFailed;
   return m_options.strict && withLosses > 0 ? kExitLosses : kExitConverted;
 }
 
@@ -151,7 +164,7 @@ Outcome Conversion::Convert(const WideString& source, const WideString& target) 
   }
   if (status == kStatusBadFormat) return Outcome::kNotRecognised;
   if (status != kStatusSuccess) return Outcome::kFailed;
-  ApplyListOperations(m_options.operations, source, m_options.quiet, m_driver.current);
+  if (!Prepare(source, target)) return Outcome::kFailed;
   return m_row.facts.isFile ? Write(source, target) : WriteLinks(source, target);
 }
 
@@ -168,6 +181,42 @@ void Conversion::TellLookups(const WideString& source) const {
   }
   if (count(ConversionNote::kPageNotFetched) > 0)
     Complain(FormatText(kTextSavedMapNotFetched, ShownPath(source)));
+}
+
+// Does with the itinerary what the options want, up to the way in its place. False when nothing is
+// left to be written, and the user has been told.
+bool Conversion::Prepare(const WideString& source, const WideString& target) {
+  const bool becomesWay = m_options.directions.asTrack;
+  const auto isOfWay = [becomesWay](const ListOperation& operation) {
+    return becomesWay && operation.kind == ListOperation::EKind::kSimplify;
+  };
+  // A way is thinned when it is there; all else is done with its stops.
+  std::vector<ListOperation> ofStops;
+  std::vector<ListOperation> ofWay;
+  for (const ListOperation& operation : m_options.operations)
+    (isOfWay(operation) ? ofWay : ofStops).push_back(operation);
+
+  CGpsRoute& itinerary = m_driver.current;
+  if (!m_legs) {
+    ApplyListOperations(ofStops, source, m_options.quiet, itinerary);
+    return true;
+  }
+  const RoadOrder roads = m_legs->Roads();
+  if (std::ranges::any_of(ofStops, IsSearchForOrder) &&
+      !m_legs->MayOrderByRoad(source, itinerary.Count()))
+    return false;
+  ApplyListOperations(ofStops, source, m_options.quiet, itinerary, &roads);
+  if (becomesWay && !m_options.check && IsSameFile(source, target)) {
+    Complain(FormatText(kTextTargetIsSource, ShownPath(source)));
+    return false;
+  }
+  const bool hasWay = m_legs->Calculate(source, itinerary);
+  if (!becomesWay) return true;
+  ReplaceStopsByWay(itinerary);
+  ApplyListOperations(ofWay, source, m_options.quiet, itinerary);
+  if (!hasWay || itinerary.points.empty())
+    Complain(FormatText(kTextNoWayToWrite, ShownPath(source)));
+  return hasWay && !itinerary.points.empty();
 }
 
 Outcome Conversion::Write(const WideString& source, const WideString& target) {
@@ -255,8 +304,25 @@ int RunConversion(const Options& options, const FormatTable& table, ConversionCo
     Complain(FormatText(kTextNoSource, ShownPath(source)));
     return kExitWrongUsage;
   }
+  if (options.directions.withWay && !row->facts.takesWay) {
+    Complain(FormatText(kTextWithWayRows));
+    return kExitWrongUsage;
+  }
   // Never destroyed: to free a million points one by one takes longer than to end the process.
   static auto* const conversion = new Conversion(options, table, *row, context);
-  return attributes == kAttributeDirectory ? conversion->ConvertFolder(source)
-                                           : conversion->ConvertFile(source);
+  const bool isFolder = attributes == kAttributeDirectory;
+  if (!options.directions.directions)
+    return isFolder ? conversion->ConvertFolder(source) : conversion->ConvertFile(source);
+
+  PrepareServices();
+  const DirectionsOptions& directions = options.directions;
+  DirectionsChoice choice = ChooseDirections(
+      options, directions.provider ? directions.provider : options.services.typed.provider);
+  if (!choice.IsToBeAsked()) {
+    Complain(choice.service.message);
+    return choice.service.exitStatus;
+  }
+  conversion->SetDirections(std::move(choice));
+  context.writesWay = directions.withWay;
+  return isFolder ? conversion->ConvertFolder(source) : conversion->ConvertFile(source);
 }

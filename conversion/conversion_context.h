@@ -38,6 +38,7 @@ class ConversionContext {
   ItineraryHandOff handOff;  ///< none: kStatusNotImplemented
   LinkOptions linkOptions;   ///< for writers whose target is a web planner
   LinkTaker takeLink;        ///< gets what they write; none: kStatusNotImplemented
+  bool writesWay = false;    ///< also the way between the stops, by writers that can
   /// Called on the converting thread, every quarter of a megabyte at most. False cancels.
   std::function<bool(const ConversionProgress&)> progress;
   /// Cancels from any thread.

@@ -51,6 +51,32 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
+        --way)
+            _corvanemap_files "$word"
+            return
+            ;;
+        --mode)
+            COMPREPLY=($(compgen -W "car truck pedestrian bicycle motorcycle van bus" -- "$word"))
+            return
+            ;;
+        --type)
+            COMPREPLY=($(compgen -W "recommended fastest shortest sightseeing economical
+                thrilling" -- "$word"))
+            return
+            ;;
+        --avoid)
+            COMPREPLY=($(compgen -W "motorways tolls boat-ferries rail-ferries tunnels dirt-roads
+                used-roads" -- "$word"))
+            return
+            ;;
+        --hilliness | --windingness)
+            COMPREPLY=($(compgen -W "high normal low" -- "$word"))
+            return
+            ;;
+        --roads)
+            COMPREPLY=($(compgen -W "add list remove" -- "$word"))
+            return
+            ;;
         --split | --simplify | --provider | --find | --near | --radius | --locate | \
             --elevation | --panorama | --csv-read | --csv-write | --set)
             return
@@ -58,8 +84,9 @@ _corvanemap()
     esac
     if [[ $word == -* ]]; then
         COMPREPLY=($(compgen -W "--output --list --split --reverse --sort --unique --simplify
-            --optimize --optimize=best --providers --provider --find --near --radius
-            --locate --elevation --panorama --country --offline --check --strict --quiet --formats
+            --optimize --optimize=best --way --directions --as-track --with-way --mode --type
+            --avoid --hilliness --windingness --tractor --force --roads --providers --provider --find --near
+            --radius --locate --elevation --panorama --country --offline --check --strict --quiet --formats
             --csv-read --csv-write --remember --settings --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
@@ -68,7 +95,8 @@ _corvanemap()
     # How many tokens stand in front of the word?
     for ((i = 0; i < ${#words[@]} - 1; i++)); do
         case ${words[i]} in
-            -o | --output | --list | --split | --simplify | --provider) ((i++)) ;;
+            -o | --output | --list | --split | --simplify | --provider | --mode | --type | \
+                --avoid | --hilliness | --windingness) ((i++)) ;;
             --inspect) inspect=1 ;;
             -*) ;;
             *LANG_*) ;;

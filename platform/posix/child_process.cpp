@@ -105,8 +105,8 @@ ChildResult RunChild(const std::vector<std::string>& arguments,
   std::vector<std::string> variables = EnglishEnvironment();
   const InterruptionWatch watch;
   pid_t child = 0;
-  const int failure = SpawnPlan(writing.Get())
-                          .Start(child, Pointers(words).data(), Pointers(variables).data());
+  const int failure =
+      SpawnPlan(writing.Get()).Start(child, Pointers(words).data(), Pointers(variables).data());
   if (failure != 0) {
     errno = failure;
     result.status = FailWithErrno();

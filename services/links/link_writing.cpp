@@ -77,11 +77,14 @@ uint32_t WriteMyDriveLink(const WideString&, const CGpsPointArray& list, uint32_
                     });
 }
 
-LinkOptions LinkOptionsOf(const CSettings& settings) {
+LinkOptions LinkOptionsFor(const RouteWishes& wishes, const CSettings& settings) {
+  const auto stored = [](int32_t value) { return static_cast<uint32_t>(std::max(value, 0)); };
   LinkOptions options;
-  options.travelMode = static_cast<uint32_t>(std::max(settings.vehicleType, 0));
-  options.routeType = static_cast<uint32_t>(std::max(settings.itineraryType, 0));
-  options.avoidsMotorways = settings.avoidHighway;
-  options.avoidsTolls = settings.avoidTolls;
+  options.travelMode = wishes.mode.value_or(stored(settings.vehicleType));
+  options.routeType = wishes.type.value_or(stored(settings.itineraryType));
+  options.avoidsMotorways = wishes.avoided ? wishes.avoided->motorways : settings.avoidHighway;
+  options.avoidsTolls = wishes.avoided ? wishes.avoided->tolls : settings.avoidTolls;
+  options.hilliness = wishes.hilliness.value_or(kNormal);
+  options.windingness = wishes.windingness.value_or(kNormal);
   return options;
 }

@@ -5,6 +5,7 @@
 #include "base/wide_string.h"
 #include "conversion/map_links.h"
 #include "model/point_list.h"
+#include "services/directions/route_wishes.h"
 #include "settings/settings.h"
 
 // The writers of the format rows whose target is a web planner. They write no file: their links go
@@ -23,5 +24,5 @@ uint32_t WriteViaMichelinLink(const WideString& path, const CGpsPointArray& list
 uint32_t WriteMyDriveLink(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
                           bool silent);
 
-/// What the settings say about the way that a link shows.
-LinkOptions LinkOptionsOf(const CSettings& settings);
+/// What the user wishes of the way that a link shows; where nothing is said, the settings count.
+LinkOptions LinkOptionsFor(const RouteWishes& wishes, const CSettings& settings);

@@ -162,6 +162,30 @@ TEST_F(LinksOnTheConsole, SettingsChooseTheTravelMode) {
   EXPECT_THAT(Run({"trip.itn", "here"}).output, HasSubstr("/directions/walk/"));
 }
 
+TEST_F(LinksOnTheConsole, OptionsChooseTheTravelMode) {
+  EXPECT_THAT(Run({"trip.itn", "ggm", "--mode", "bicycle", "--avoid", "motorways"}).output,
+              HasSubstr("!2m1!1b1!3e1\n"));
+  EXPECT_THAT(Run({"trip.itn", "ttd", "--mode", "truck", "--type", "thrilling", "--hilliness",
+                   "high", "--windingness", "low"})
+                  .output,
+              HasSubstr(",%22travelMode%22:%22TRUCK%22,%22routeType%22:%22THRILLING%22,"
+                        "%22hilliness%22:%22HIGH%22,%22windingness%22:%22LOW%22%7D\n"));
+}
+
+TEST_F(LinksOnTheConsole, AWayIsAskedForALink) {
+  const LoopbackServer server([](const std::string&) {
+    return HttpReply(R"({"code":"Ok","routes":[{"distance":1234,"duration":60,)"
+                     R"("geometry":"_p~iF~ps|U_ulLnnqC"}],"waypoints":[]})");
+  });
+  ASSERT_EQ(Run({"--set", "service.osrm.url=" + server.Url()}).status, 0);
+  // The provider is asked for directions, and the town is found on this machine.
+  const ProgramResult result = Run({"--way", "https://www.google.com/maps/dir/Colmar/48.46,7.48",
+                                    "--provider", "osrm", "--json"});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_THAT(result.output, HasSubstr("\"distance\": 1234"));
+  EXPECT_EQ(server.Requests().size(), 1u);
+}
+
 TEST_F(LinksOnTheConsole, SplitAsksForMoreLinks) {
   m_folder.Put("three.itn",
                "720000|4810000|A|4|\r\n730000|4820000|B|0|\r\n740000|4830000|C|2|\r\n");

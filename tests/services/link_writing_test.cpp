@@ -182,18 +182,32 @@ TEST_F(LinkWriting, AFailureOfTheTakerEndsIt) {
             kStatusNotImplemented);
 }
 
-TEST(LinkOptions, ComeFromTheSettings) {
+TEST(LinkOptions, ComeFromTheWishesOrTheSettings) {
   const SettingsHome home;
   CSettings settings;
   settings.vehicleType = 3;
   settings.itineraryType = 5;
   settings.avoidHighway = true;
   settings.avoidTolls = false;
-  const LinkOptions options = LinkOptionsOf(settings);
+  const LinkOptions options = LinkOptionsFor({}, settings);
   EXPECT_EQ(options.travelMode, kPedestrian);
   EXPECT_EQ(options.routeType, kThrilling);
   EXPECT_TRUE(options.avoidsMotorways);
   EXPECT_FALSE(options.avoidsTolls);
+  EXPECT_EQ(options.hilliness, kNormal);
+  RouteWishes wishes;
+  wishes.mode = kTruckMode;
+  wishes.type = kFastest;
+  wishes.avoided.emplace().tolls = true;
+  wishes.hilliness = kHigh;
+  wishes.windingness = kLow;
+  const LinkOptions wished = LinkOptionsFor(wishes, settings);
+  EXPECT_EQ(wished.travelMode, kTruckMode);
+  EXPECT_EQ(wished.routeType, kFastest);
+  EXPECT_FALSE(wished.avoidsMotorways);
+  EXPECT_TRUE(wished.avoidsTolls);
+  EXPECT_EQ(wished.hilliness, kHigh);
+  EXPECT_EQ(wished.windingness, kLow);
 }
 
 }  // namespace
