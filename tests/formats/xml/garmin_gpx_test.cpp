@@ -8,6 +8,7 @@
 #include "base/status.h"
 #include "conversion/conversion_context.h"
 #include "formats/xml/gpx.h"
+#include "model/route_leg.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/gpx_samples.h"
 #include "tests/list_builder.h"
