@@ -7,13 +7,17 @@
 #include "app/inspection.h"
 #include "app/options.h"
 #include "app/service_commands.h"
+#include "app/send_command.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/product.h"
+#include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/conversion_context.h"
-#include "formats/format_rows.h"
+#include "planner/hand_off.h"
+#include "planner/tomtom_home.h"
+#include "planner/whole_format_table.h"
 #include "platform/console.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
@@ -35,6 +39,13 @@ bool KeepsSomething(const Options& options) {
   return keepsLayouts || !options.assignments.empty();
 }
 
+// The key of the hand-off to TomTom HOME makes no file.
+void TakeTomTomHomeKey(Options& options) {
+  if (!options.inspect && options.tokens.size() >= 2 &&
+      ToLowerAscii(options.tokens[1]) == kTomTomHomeKey)
+    options.send.target = FindDeviceTarget(kTargetTomTomHome)->name;
+}
+
 int Run(Options& options) {
   if (options.help) {
     return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
@@ -46,8 +57,9 @@ int Run(Options& options) {
   if (options.remember && !RememberCsvLayouts(options)) return kExitFailed;
   if (options.settings) return RunSettings(options);
   if (const std::optional<int> status = RunServiceCommand(options)) return *status;
-  const FormatTable table = DefaultFormatTable();
+  FormatTable table = WholeFormatTable();
   if (options.formats) {
+    ListCompanionRows(table);
     return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
   }
   DropLanguageTokens(options.tokens);
@@ -55,6 +67,8 @@ int Run(Options& options) {
   context.csvLayouts.forReading = options.csvRead;
   context.csvLayouts.forWriting = options.csvWrite;
   context.lookups.lastForRun = true;
+  TakeTomTomHomeKey(options);
+  if (!options.send.target.empty()) return RunSend(options, table, context);
   if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table, context);
   if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table, context);
   if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;
