@@ -51,7 +51,11 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
-        --split | --simplify | --provider | --find | --near | --radius | --locate | \
+        --send)
+            COMPREPLY=($(compgen -W "tomtom-home navigon-fresh navgate mio-more garmin" -- "$word"))
+            return
+            ;;
+        --point | --split | --simplify | --provider | --find | --near | --radius | --locate | \
             --elevation | --panorama | --csv-read | --csv-write | --set)
             return
             ;;
@@ -59,8 +63,8 @@ _corvanemap()
     if [[ $word == -* ]]; then
         COMPREPLY=($(compgen -W "--output --list --split --reverse --sort --unique --simplify
             --optimize --optimize=best --providers --provider --find --near --radius
-            --locate --elevation --panorama --country --offline --check --strict --quiet --formats
-            --csv-read --csv-write --remember --settings --set
+            --locate --elevation --panorama --country --offline --send --point --check --strict
+            --quiet --formats --csv-read --csv-write --remember --settings --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
     fi
@@ -68,7 +72,7 @@ _corvanemap()
     # How many tokens stand in front of the word?
     for ((i = 0; i < ${#words[@]} - 1; i++)); do
         case ${words[i]} in
-            -o | --output | --list | --split | --simplify | --provider) ((i++)) ;;
+            -o | --output | --list | --split | --simplify | --provider | --send | --point) ((i++)) ;;
             --inspect) inspect=1 ;;
             -*) ;;
             *LANG_*) ;;
