@@ -40,15 +40,18 @@ function describe(what, tasks) {
               `99 % below ${at(0.99)} ms, ${tasks.reduce((sum, each) => sum + each, 0).toFixed(0)} ms in all`);
 }
 
-/** Stops in rows of a hundred, `points` points of way to each but the first. */
+/** Stops in rows of a hundred, or far apart in one row, with `points` points of way to each but the
+    first. The ways bend as roads do: in wide curves, and in small ones. */
 const kFill = `((stops, points) => {
-  const at = (i) => ({ lat: 46 + (i % 100) * 0.04, lng: 2 + Math.floor(i / 100) * 0.06 });
+  const at = stops > 100 ? (i) => ({ lat: 46 + (i % 100) * 0.04, lng: 2 + Math.floor(i / 100) * 0.06 })
+    : (i) => ({ lat: 44 + 4 * (i % 2), lng: -5 + i * 15 });
   for (let i = 0; i < stops; i++) {
     const to = at(i), from = at(i - 1);
+    const width = Math.abs(to.lng - from.lng) + Math.abs(to.lat - from.lat);
     const way = i === 0 ? null : Array.from({ length: points }, (_, k) => {
       const t = k / (points - 1);
-      return { lat: from.lat + (to.lat - from.lat) * t + 0.004 * Math.sin(k * 0.7) * t * (1 - t),
-               lng: from.lng + (to.lng - from.lng) * t + 0.004 * Math.cos(k * 0.9) * t * (1 - t) };
+      const bend = width * t * (1 - t) * (0.1 * Math.sin(t * 9) + 0.004 * Math.sin(t * 300) + 0.0001 * Math.sin(t * 9000));
+      return { lat: from.lat + (to.lat - from.lat) * t + bend, lng: from.lng + (to.lng - from.lng) * t - bend };
     });
     player.lists[0].push({ ...to, alt: 0, address: 'Stop ' + (i + 1), snippet: '',
                            route: way && player.leg(way, 5000, 300) });
