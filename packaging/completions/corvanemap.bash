@@ -51,7 +51,6 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
-<<<<<<< HEAD
         --way)
             _corvanemap_files "$word"
             return
@@ -78,30 +77,22 @@ _corvanemap()
             COMPREPLY=($(compgen -W "add list remove" -- "$word"))
             return
             ;;
-        --split | --simplify | --provider | --find | --near | --radius | --locate | \
-=======
         --send)
             COMPREPLY=($(compgen -W "tomtom-home navigon-fresh navgate mio-more garmin" -- "$word"))
             return
             ;;
         --point | --split | --simplify | --provider | --find | --near | --radius | --locate | \
->>>>>>> planner
             --elevation | --panorama | --csv-read | --csv-write | --set)
             return
             ;;
     esac
     if [[ $word == -* ]]; then
         COMPREPLY=($(compgen -W "--output --list --split --reverse --sort --unique --simplify
-<<<<<<< HEAD
             --optimize --optimize=best --way --directions --as-track --with-way --mode --type
-            --avoid --hilliness --windingness --tractor --force --roads --providers --provider --find --near
-            --radius --locate --elevation --panorama --country --offline --check --strict --quiet --formats
-            --csv-read --csv-write --remember --settings --set
-=======
-            --optimize --optimize=best --providers --provider --find --near --radius
-            --locate --elevation --panorama --country --offline --send --point --check --strict
-            --quiet --formats --csv-read --csv-write --remember --settings --set
->>>>>>> planner
+            --avoid --hilliness --windingness --tractor --force --roads --providers --provider
+            --find --near --radius --locate --elevation --panorama --country --offline --send
+            --point --check --strict --quiet --formats --csv-read --csv-write --remember --settings
+            --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
     fi
@@ -109,12 +100,8 @@ _corvanemap()
     # How many tokens stand in front of the word?
     for ((i = 0; i < ${#words[@]} - 1; i++)); do
         case ${words[i]} in
-<<<<<<< HEAD
             -o | --output | --list | --split | --simplify | --provider | --mode | --type | \
-                --avoid | --hilliness | --windingness) ((i++)) ;;
-=======
-            -o | --output | --list | --split | --simplify | --provider | --send | --point) ((i++)) ;;
->>>>>>> planner
+                --avoid | --hilliness | --windingness | --send | --point) ((i++)) ;;
             --inspect) inspect=1 ;;
             -*) ;;
             *LANG_*) ;;

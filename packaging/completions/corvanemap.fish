@@ -19,12 +19,8 @@ function __corvanemap_tokens
             continue
         end
         switch $word
-<<<<<<< HEAD
             case -o --output --list --split --simplify --provider --mode --type --avoid --hilliness \
-                    --windingness
-=======
-            case -o --output --list --split --simplify --send --point
->>>>>>> planner
+                    --windingness --send --point
                 set skip 1
             case '-*' '*LANG_*'
             case '*'
