@@ -31,7 +31,7 @@ async function tasksOf(page, work) {
     .map(({ pid, tid }) => `${pid} ${tid}`));
   return events.filter(({ name, ph, pid, tid }) => ph === 'X' && main.has(`${pid} ${tid}`) &&
                        (name === 'RunTask' || name === 'ThreadControllerImpl::RunTask'))
-    .map(({ tdur, dur }) => (tdur ?? dur) / 1000).sort((a, b) => a - b);
+    .filter(({ tdur }) => tdur !== undefined).map(({ tdur }) => tdur / 1000).sort((a, b) => a - b);
 }
 
 function describe(what, tasks) {
