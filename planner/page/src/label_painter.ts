@@ -19,7 +19,7 @@ const pictures = new Map<string, Picture>();
 export function paintLabel(context: CanvasRenderingContext2D, label: string, left: number,
                            middle: number, colour: string): void {
   const { canvas, width } = pictureOf(context.font, label, colour, context.getTransform().a);
-  context.drawImage(canvas, left - kHalo, Math.round(middle - kHeight / 2), width, kHeight);
+  context.drawImage(canvas, Math.round(left - kHalo), Math.round(middle - kHeight / 2), width, kHeight);
 }
 
 function pictureOf(font: string, label: string, colour: string, ratio: number): Picture {

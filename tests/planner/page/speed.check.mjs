@@ -31,7 +31,7 @@ async function tasksOf(page, work) {
     .map(({ pid, tid }) => `${pid} ${tid}`));
   return events.filter(({ name, ph, pid, tid }) => ph === 'X' && main.has(`${pid} ${tid}`) &&
                        (name === 'RunTask' || name === 'ThreadControllerImpl::RunTask'))
-    .map(({ tdur, dur }) => (tdur ?? dur) / 1000).sort((a, b) => a - b);
+    .filter(({ tdur }) => tdur !== undefined).map(({ tdur }) => tdur / 1000).sort((a, b) => a - b);
 }
 
 function describe(what, tasks) {
@@ -59,7 +59,7 @@ const kFill = `((stops, points) => {
 })`;
 
 async function pan(page) {
-  for (let i = 0; i < 4; i++) {
+  for (let i = 0; i < 2; i++) {
     await page.drag({ x: 700, y: 500 }, { x: 300, y: 200 }, 40);
     await page.drag({ x: 300, y: 200 }, { x: 700, y: 500 }, 40);
   }
@@ -67,7 +67,7 @@ async function pan(page) {
 
 for (const [name, stops, points] of [['ten thousand stops, a million points', 10000, 100],
                                      ['three stops, a million points', 3, 500000]]) {
-  test(name, { timeout: 300000 }, async () => {
+  test(name, { timeout: 600000 }, async () => {
     const page = await fixture.open();
     await page.evaluate(`${kFill}(${stops}, ${points})`);
     const loading = await tasksOf(page, async () => {
