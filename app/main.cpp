@@ -8,6 +8,7 @@
 #include "app/inspection.h"
 #include "app/options.h"
 #include "app/roads_command.h"
+#include "app/send_command.h"
 #include "app/service_commands.h"
 #include "app/service_outcome.h"
 #include "app/settings_command.h"
@@ -15,9 +16,12 @@
 #include "app/way_command.h"
 #include "base/format_text.h"
 #include "base/product.h"
+#include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/conversion_context.h"
-#include "formats/format_rows.h"
+#include "planner/hand_off.h"
+#include "planner/tomtom_home.h"
+#include "planner/whole_format_table.h"
 #include "platform/console.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
@@ -41,6 +45,13 @@ bool KeepsSomething(const Options& options) {
   return keepsLayouts || !options.assignments.empty();
 }
 
+// The key of the hand-off to TomTom HOME makes no file.
+void TakeTomTomHomeKey(Options& options) {
+  if (!options.inspect && options.tokens.size() >= 2 &&
+      ToLowerAscii(options.tokens[1]) == kTomTomHomeKey)
+    options.send.target = FindDeviceTarget(kTargetTomTomHome)->name;
+}
+
 int Run(Options& options) {
   if (options.help) {
     return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
@@ -55,9 +66,10 @@ int Run(Options& options) {
   if (options.settings) return RunSettings(options);
   if (const std::optional<int> status = RunServiceCommand(options)) return *status;
   if (options.directions.roads) return RunRoads(options);
-  FormatTable table = DefaultFormatTable();
+  FormatTable table = WholeFormatTable();
   AddLinkFunctions(table);
   if (options.formats) {
+    ListCompanionRows(table);
     return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
   }
   DropLanguageTokens(options.tokens);
@@ -69,6 +81,11 @@ int Run(Options& options) {
   if (options.directions.way && options.tokens.empty()) {
     AllowLookups(options, context.lookups);
     return RunWay(options, table, context);
+  }
+  TakeTomTomHomeKey(options);
+  if (!options.send.target.empty()) {
+    AllowLookups(options, context.lookups);
+    return RunSend(options, table, context);
   }
   if (options.inspect && options.tokens.size() == 1) {
     AllowLocalLookups(options, context.lookups);

@@ -148,6 +148,8 @@ constexpr OptionHelp kOptionHelp[] = {
     {"    --remember", kTextHelpRemember},
     {"    --settings", kTextHelpSettings},
     {"    --set KEY=VALUE", kTextHelpSet},
+    {"    --send TARGET FILE", kTextHelpSend},
+    {"    --point N", kTextHelpPoint},
 };
 
 constexpr OptionHelp kLastOptionHelp[] = {
@@ -203,6 +205,8 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--remember", options.remember);
   parser.add_flag("--settings", options.settings);
   parser.add_option("--set", options.assignments)->expected(1)->take_all();
+  parser.add_option("--send", options.send.target);
+  parser.add_option("--point", options.send.stop)->check(CLI::PositiveNumber);
   AddServiceOptions(parser, options.services);
   AddDirectionsOptions(parser, options.directions);
   try {

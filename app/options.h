@@ -15,6 +15,12 @@
 /// Understands the value of --list; nothing for a value that means nothing.
 std::optional<ListChoice> ParseListChoice(const std::string& text);
 
+/// What is handed to the companion program of a device.
+struct SendOptions {
+  std::string target;  ///< as it is typed; empty: nothing is sent
+  uint32_t stop = 0;   ///< one stop, from 1; 0 for the whole itinerary
+};
+
 /// What the command line asks for.
 struct Options {
   std::vector<WideString> tokens;  ///< source, key and language, in the order given
@@ -37,6 +43,7 @@ struct Options {
   bool remember = false;  ///< store the CSV layouts
   ServiceOptions services;
   DirectionsOptions directions;
+  SendOptions send;
 };
 
 /// Reads the arguments of the program. When they cannot be understood, nothing is returned and

@@ -77,7 +77,11 @@ _corvanemap()
             COMPREPLY=($(compgen -W "add list remove" -- "$word"))
             return
             ;;
-        --split | --simplify | --provider | --find | --near | --radius | --locate | \
+        --send)
+            COMPREPLY=($(compgen -W "tomtom-home navigon-fresh navgate mio-more garmin" -- "$word"))
+            return
+            ;;
+        --point | --split | --simplify | --provider | --find | --near | --radius | --locate | \
             --elevation | --panorama | --csv-read | --csv-write | --set)
             return
             ;;
@@ -85,9 +89,10 @@ _corvanemap()
     if [[ $word == -* ]]; then
         COMPREPLY=($(compgen -W "--output --list --split --reverse --sort --unique --simplify
             --optimize --optimize=best --way --directions --as-track --with-way --mode --type
-            --avoid --hilliness --windingness --tractor --force --roads --providers --provider --find --near
-            --radius --locate --elevation --panorama --country --offline --check --strict --quiet --formats
-            --csv-read --csv-write --remember --settings --set
+            --avoid --hilliness --windingness --tractor --force --roads --providers --provider
+            --find --near --radius --locate --elevation --panorama --country --offline --send
+            --point --check --strict --quiet --formats --csv-read --csv-write --remember --settings
+            --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
     fi
@@ -96,7 +101,7 @@ _corvanemap()
     for ((i = 0; i < ${#words[@]} - 1; i++)); do
         case ${words[i]} in
             -o | --output | --list | --split | --simplify | --provider | --mode | --type | \
-                --avoid | --hilliness | --windingness) ((i++)) ;;
+                --avoid | --hilliness | --windingness | --send | --point) ((i++)) ;;
             --inspect) inspect=1 ;;
             -*) ;;
             *LANG_*) ;;

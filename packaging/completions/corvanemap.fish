@@ -20,7 +20,7 @@ function __corvanemap_tokens
         end
         switch $word
             case -o --output --list --split --simplify --provider --mode --type --avoid --hilliness \
-                    --windingness
+                    --windingness --send --point
                 set skip 1
             case '-*' '*LANG_*'
             case '*'
@@ -74,6 +74,8 @@ complete -c corvanemap -l quiet -d 'Print errors only'
 complete -c corvanemap -l csv-read -x -d 'How the columns of a CSV file are read'
 complete -c corvanemap -l csv-write -x -d 'How the columns of a CSV file are written'
 complete -c corvanemap -l remember -d 'Keep the given CSV layouts'
+complete -c corvanemap -l send -x -a 'tomtom-home navigon-fresh navgate mio-more garmin' -d 'Hand an itinerary to a companion program'
+complete -c corvanemap -l point -x -d 'With --send: only this stop, from 1'
 complete -c corvanemap -l settings -d 'List the settings'
 complete -c corvanemap -l set -x -d 'Change a setting'
 complete -c corvanemap -l formats -d 'List the formats'

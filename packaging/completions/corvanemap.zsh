@@ -54,6 +54,8 @@ _corvanemap() {
     '--csv-read[how the columns of a CSV file are read]:layout:' \
     '--csv-write[how the columns of a CSV file are written]:layout:' \
     '--remember[keep the given CSV layouts]' \
+    '--send[hand an itinerary to a companion program]:target:(tomtom-home navigon-fresh navgate mio-more garmin)' \
+    '--point[with --send, only this stop, from 1]:number:' \
     '(: -)--settings[list the settings]' \
     '*--set[change a setting]:key=value:' \
     '(: -)--formats[list the formats]' \
