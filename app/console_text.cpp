@@ -43,3 +43,10 @@ std::string DescribeReason(uint32_t platformError, const WideString& path) {
   if (platformError == kStatusSuccess) return {};
   return " " + FormatText(kTextReason, LoadTextUtf8(ReasonText(platformError, path)));
 }
+
+std::string DescribeFailure(const FailureReason& reason, const WideString& path) {
+  if (reason.platformError != kStatusSuccess || reason.line == 0)
+    return DescribeReason(reason.platformError, path);
+  if (reason.column == 0) return " " + FormatText(kTextFaultInLine, reason.line);
+  return " " + FormatText(kTextFaultAtColumn, reason.line, reason.column, reason.detail);
+}

@@ -1,3 +1,4 @@
+#include <memory_resource>
 #include <optional>
 #include <string>
 
@@ -15,6 +16,7 @@
 #include "conversion/conversion_context.h"
 #include "formats/format_rows.h"
 #include "platform/console.h"
+#include "platform/large_pages.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
 #include "settings/settings.h"
@@ -23,11 +25,15 @@ namespace {
 
 constexpr uint32_t kSystemLanguage = 0;
 
-void SetLanguageOf(const std::vector<WideString>& tokens, uint32_t storedLanguage) {
-  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), storedLanguage, PrimaryLanguage()));
+// The settings are loaded only where they decide: their file may be held by another program.
+void SetLanguageOf(const std::vector<WideString>& tokens) {
+  const WideString token = FindLanguageToken(tokens);
+  SetLanguage(ChooseLanguage(token, kSystemLanguage, PrimaryLanguage()));
+  if (!token.empty()) return;
+  LoadUserSettings();
+  const auto stored = static_cast<uint32_t>(CSettings::Instance().language);
+  SetLanguage(ChooseLanguage(token, stored, PrimaryLanguage()));
 }
-
-uint32_t StoredLanguage() { return static_cast<uint32_t>(CSettings::Instance().language); }
 
 // Whether the options keep something for the next time; then nothing else needs to be asked for.
 bool KeepsSomething(const Options& options) {
@@ -67,12 +73,11 @@ int Run(Options& options) {
 
 int main(int argumentCount, char** arguments) {
   PrepareConsoleProcess();
+  std::pmr::set_default_resource(&LargePages());
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));
-  // For what is wrong with the settings and the options; the options' values are no tokens.
-  SetLanguageOf(tokens, kSystemLanguage);
-  LoadUserSettings();
-  SetLanguageOf(tokens, StoredLanguage());
+  // For what is wrong with the options, whose values are no tokens.
+  SetLanguageOf(tokens);
 
   std::string error;
   std::optional<Options> options = ParseOptions(argumentCount, arguments, error);
@@ -80,6 +85,6 @@ int main(int argumentCount, char** arguments) {
     Complain(error);
     return kExitWrongUsage;
   }
-  SetLanguageOf(options->tokens, StoredLanguage());
+  SetLanguageOf(options->tokens);
   return Run(*options);
 }

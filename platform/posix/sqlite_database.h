@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "platform/posix/lock_patience.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -10,15 +13,15 @@ struct sqlite3_stmt;
 /// A connection to an SQLite file, closed with its owner. Results are SQLite's own codes.
 class SqliteDatabase {
  public:
-  enum class EMode { kReadOnly, kReadWrite };
+  enum class Mode { kReadOnly, kReadWrite };
 
   SqliteDatabase() = default;
   ~SqliteDatabase() { Close(); }
   SqliteDatabase(const SqliteDatabase&) = delete;
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
-  /// Opens an existing file. A lock of another program is waited for.
-  int Open(const std::string& path, EMode mode);
+  /// Opens an existing file. A lock of another program is waited for (`LockPatience`).
+  int Open(const std::string& path, Mode mode);
   void Close();
   bool IsOpen() const { return m_database != nullptr; }
 
@@ -33,7 +36,11 @@ class SqliteDatabase {
   sqlite3* Get() const { return m_database; }
 
  private:
+  static int WaitForLock(void* self, int attempts);
+
   sqlite3* m_database = nullptr;
+  std::string m_path;
+  std::optional<LockPatience> m_patience;  // of the lock that is waited for
 };
 
 /// A prepared statement. Texts and bytes that are bound must live as long as it.
