@@ -39,7 +39,7 @@ uint32_t SearchAround(int32_t id, const std::string& text, const ServiceOptions&
 int RunFind(const Options& options) {
   const std::string& text = *options.services.typed.find;
   const bool isSearch = options.services.near.has_value();
-  const EServiceAbility ability = isSearch ? kCanSearch : kCanGeocode;
+  const ServiceAbility ability = isSearch ? kCanSearch : kCanGeocode;
   const ServiceChoice choice = ChooseService(options, ability, DefaultFinder(ability));
   PlaceList places;
   ServiceOutcome outcome;

@@ -70,8 +70,8 @@ void WriteText(ByteSink& sink, const WideString& path, const FormatTable& table,
     sink.Printf("%d. %s\n", ++number, DescribeList(*list));
     for (const CGpsPoint& point : list->points) {
       sink.Printf("   %11s %12s  %s\n",
-                  FormatCoordinate(point.latitude, true, ECoordinateFormat::kDegrees),
-                  FormatCoordinate(point.longitude, false, ECoordinateFormat::kDegrees),
+                  FormatCoordinate(point.latitude, true, CoordinateFormat::kDegrees),
+                  FormatCoordinate(point.longitude, false, CoordinateFormat::kDegrees),
                   Printable(point.name));
     }
   }
@@ -102,6 +102,6 @@ int RunInspection(const Options& options, const FormatTable& table, ConversionCo
   const bool isWritten = sink.Finish();
   if (trip.status == kStatusSuccess) return isWritten ? kExitConverted : kExitFailed;
   const uint32_t message = trip.status == kStatusBadFormat ? kTextUnknownFormat : kTextCannotBeRead;
-  Complain(path, std::string(LoadTextUtf8(message)) + DescribeReason(trip.reason, path));
+  Complain(path, std::string(LoadTextUtf8(message)) + DescribeFailure(trip.reason, path));
   return kExitFailed;
 }

@@ -2,24 +2,24 @@
 
 void ApplyListOperations(const std::vector<ListOperation>& operations, const WideString& source,
                          bool quiet, CGpsRoute& list, const RoadOrder* roads) {
-  using EKind = ListOperation::EKind;
+  using Kind = ListOperation::Kind;
   for (const ListOperation& operation : operations) {
     switch (operation.kind) {
-      case EKind::kReverse:
+      case Kind::kReverse:
         list.Reverse();
         break;
-      case EKind::kSort:
+      case Kind::kSort:
         list.SortByName();
         break;
-      case EKind::kUnique:
+      case Kind::kUnique:
         list.SortAndUnique();
         break;
-      case EKind::kSimplify:
+      case Kind::kSimplify:
         list.Simplify(operation.metres);
         break;
-      case EKind::kOptimize:
-      case EKind::kOptimizeBest:
-        OrderStops(source, {operation.kind == EKind::kOptimizeBest, roads, quiet}, list);
+      case Kind::kOptimize:
+      case Kind::kOptimizeBest:
+        OrderStops(source, {operation.kind == Kind::kOptimizeBest, roads, quiet}, list);
         break;
     }
   }

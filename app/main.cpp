@@ -1,3 +1,4 @@
+#include <memory_resource>
 #include <optional>
 #include <string>
 
@@ -23,6 +24,7 @@
 #include "planner/tomtom_home.h"
 #include "planner/whole_format_table.h"
 #include "platform/console.h"
+#include "platform/large_pages.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
 #include "services/links/link_rows.h"
@@ -33,11 +35,15 @@ namespace {
 
 constexpr uint32_t kSystemLanguage = 0;
 
-void SetLanguageOf(const std::vector<WideString>& tokens, uint32_t storedLanguage) {
-  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), storedLanguage, PrimaryLanguage()));
+// The settings are loaded only where they decide: their file may be held by another program.
+void SetLanguageOf(const std::vector<WideString>& tokens) {
+  const WideString token = FindLanguageToken(tokens);
+  SetLanguage(ChooseLanguage(token, kSystemLanguage, PrimaryLanguage()));
+  if (!token.empty()) return;
+  LoadUserSettings();
+  const auto stored = static_cast<uint32_t>(CSettings::Instance().language);
+  SetLanguage(ChooseLanguage(token, stored, PrimaryLanguage()));
 }
-
-uint32_t StoredLanguage() { return static_cast<uint32_t>(CSettings::Instance().language); }
 
 // Whether the options keep something for the next time; then nothing else needs to be asked for.
 bool KeepsSomething(const Options& options) {
@@ -107,12 +113,11 @@ int Run(Options& options) {
 
 int main(int argumentCount, char** arguments) {
   PrepareConsoleProcess();
+  std::pmr::set_default_resource(&LargePages());
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));
-  // For what is wrong with the settings and the options; the options' values are no tokens.
-  SetLanguageOf(tokens, kSystemLanguage);
-  LoadUserSettings();
-  SetLanguageOf(tokens, StoredLanguage());
+  // For what is wrong with the options, whose values are no tokens.
+  SetLanguageOf(tokens);
 
   std::string error;
   std::optional<Options> options = ParseOptions(argumentCount, arguments, error);
@@ -120,6 +125,6 @@ int main(int argumentCount, char** arguments) {
     Complain(error);
     return kExitWrongUsage;
   }
-  SetLanguageOf(options->tokens, StoredLanguage());
+  SetLanguageOf(options->tokens);
   return Run(*options);
 }

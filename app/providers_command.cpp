@@ -16,7 +16,7 @@
 namespace {
 
 struct NamedAbility {
-  EServiceAbility ability;
+  ServiceAbility ability;
   std::string_view name;
 };
 

@@ -17,26 +17,26 @@ namespace {
 constexpr std::string_view kClearLine = "\r\x1B[K";
 
 // The message for a change that came to nothing.
-std::string Describe(ERoadsChange change, const std::string& name, const WideString& extract,
+std::string Describe(RoadsChange change, const std::string& name, const WideString& extract,
                      const std::string& failure) {
   const std::string file = ShownPath(extract);
   switch (change) {
-    case ERoadsChange::kWrongName:
+    case RoadsChange::kWrongName:
       return FormatText(kTextRoadsWrongName, name);
-    case ERoadsChange::kNotThere:
+    case RoadsChange::kNotThere:
       return FormatText(kTextNoSource, file);
-    case ERoadsChange::kNoExtract:
+    case RoadsChange::kNoExtract:
       return FormatText(kTextRoadsNoExtract, file);
-    case ERoadsChange::kNoRoads:
+    case RoadsChange::kNoRoads:
       return FormatText(kTextRoadsNotMade, file, LoadTextUtf8(kTextExtractWithoutRoads));
-    case ERoadsChange::kNotInstalled:
+    case RoadsChange::kNotInstalled:
       return FormatText(kTextPlanetsplitterMissing);
-    case ERoadsChange::kNotWritable:
+    case RoadsChange::kNotWritable:
       return FormatText(kTextRoadsNotMade, file, LoadTextUtf8(kTextRoadsFolderNotWritable));
-    case ERoadsChange::kInterrupted:
+    case RoadsChange::kInterrupted:
       return FormatText(kTextRoadsInterrupted, name);
-    case ERoadsChange::kFailed:
-    case ERoadsChange::kDone:
+    case RoadsChange::kFailed:
+    case RoadsChange::kDone:
       break;
   }
   return FormatText(kTextRoadsNotMade, file, failure);
@@ -50,14 +50,14 @@ int Add(const Options& options, const std::string& name, const WideString& extra
     if (showsProgress) WriteError(std::string(kClearLine) + Printable(line.substr(0, kWidth)));
   };
   std::string failure;
-  const ERoadsChange change = AddRoadDatabase(name, extract, showLine, failure);
+  const RoadsChange change = AddRoadDatabase(name, extract, showLine, failure);
   if (showsProgress) WriteError(kClearLine);
-  if (change == ERoadsChange::kDone) {
+  if (change == RoadsChange::kDone) {
     if (!options.quiet) Complain(FormatText(kTextRoadsAdded, name));
     return kExitConverted;
   }
   Complain(Describe(change, name, extract, failure));
-  const bool isWrongUsage = change == ERoadsChange::kWrongName || change == ERoadsChange::kNotThere;
+  const bool isWrongUsage = change == RoadsChange::kWrongName || change == RoadsChange::kNotThere;
   return isWrongUsage ? kExitWrongUsage : kExitFailed;
 }
 
@@ -77,11 +77,11 @@ int List(const Options& options) {
 
 int Remove(const Options& options, const std::string& name) {
   switch (RemoveRoadDatabase(name)) {
-    case ERoadsChange::kDone:
+    case RoadsChange::kDone:
       if (!options.quiet) Complain(FormatText(kTextRoadsRemoved, name));
       return kExitConverted;
-    case ERoadsChange::kWrongName:
-    case ERoadsChange::kNotThere:
+    case RoadsChange::kWrongName:
+    case RoadsChange::kNotThere:
       Complain(FormatText(kTextRoadsUnknown, name));
       return kExitWrongUsage;
     default:

@@ -83,7 +83,7 @@ int RunSend(const Options& options, const FormatTable& table, ConversionContext&
 
   ConsoleFront front(options);
   front.SetSubject(source);
-  CConversionDriver driver(table, front, context, ChangeTracking::kOff);
+  ConversionDriver driver(table, front, context, ChangeTracking::kOff);
   const uint32_t read = driver.OpenFile(source, false, true);
   if (read != kStatusSuccess && front.Declined())
     return Fail(FormatText(kTextNoSuchList, options.lists.text, ShownPath(source)));

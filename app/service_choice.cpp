@@ -18,7 +18,7 @@ const Service* FindTyped(std::string_view typed) {
   return FindService(typed);
 }
 
-std::string NamesOfThoseThatCan(EServiceAbility ability) {
+std::string NamesOfThoseThatCan(ServiceAbility ability) {
   std::string names;
   for (const Service& service : Services()) {
     if (!(service.abilities & ability)) continue;
@@ -36,7 +36,7 @@ ServiceChoice Refuse(ServiceChoice choice, int exitStatus, std::string message) 
 
 }  // namespace
 
-std::string DefaultFinder(EServiceAbility ability) {
+std::string DefaultFinder(ServiceAbility ability) {
   const Service* const finder = FindService(CSettings::Instance().findProvider);
   const bool isAble = finder && (ServiceFor(*finder, ability).abilities & ability);
   return std::string(isAble ? finder->name : ServiceNamed("offline-places").name);
@@ -60,13 +60,13 @@ std::string DescribeMissingSettings(const Service& service) {
   return FormatText(kTextServiceNotSetUp, service.name, names, assignments);
 }
 
-ServiceChoice ChooseService(const Options& options, EServiceAbility ability,
+ServiceChoice ChooseService(const Options& options, ServiceAbility ability,
                             std::string_view defaultProvider) {
   const std::optional<std::string>& typed = options.services.typed.provider;
   return ChooseNamedService(options, ability, typed ? *typed : defaultProvider);
 }
 
-ServiceChoice ChooseNamedService(const Options& options, EServiceAbility ability,
+ServiceChoice ChooseNamedService(const Options& options, ServiceAbility ability,
                                  std::string_view name) {
   ServiceChoice choice;
   choice.provider = FindTyped(name);

@@ -26,8 +26,8 @@ namespace {
 enum class Outcome { kConverted, kWithLosses, kNotRecognised, kFailed };
 
 bool IsSearchForOrder(const ListOperation& operation) {
-  return operation.kind == ListOperation::EKind::kOptimize ||
-         operation.kind == ListOperation::EKind::kOptimizeBest;
+  return operation.kind == ListOperation::Kind::kOptimize ||
+         operation.kind == ListOperation::Kind::kOptimizeBest;
 }
 
 /// One run over a file or a folder.
@@ -62,7 +62,7 @@ class Conversion {
   const CItineraryFormat& m_row;
   ConversionContext& m_context;
   ConsoleFront m_front;
-  CConversionDriver m_driver;
+  ConversionDriver m_driver;
   std::optional<LegCalculation> m_legs;
   bool m_inFolder = false;
   bool m_outputFailed = false;
@@ -188,7 +188,7 @@ void Conversion::TellLookups(const WideString& source) const {
 bool Conversion::Prepare(const WideString& source, const WideString& target) {
   const bool becomesWay = m_options.directions.asTrack;
   const auto isOfWay = [becomesWay](const ListOperation& operation) {
-    return becomesWay && operation.kind == ListOperation::EKind::kSimplify;
+    return becomesWay && operation.kind == ListOperation::Kind::kSimplify;
   };
   // A way is thinned when it is there; all else is done with its stops.
   std::vector<ListOperation> ofStops;

@@ -27,7 +27,7 @@ std::unique_ptr<CGpsPointList> PointsOf(const CGpsPointArray& list) {
 }
 
 // Reads the stops; other than 0: the exit status, and the user has been told.
-int ReadStops(const Options& options, ConsoleFront& front, CConversionDriver& driver) {
+int ReadStops(const Options& options, ConsoleFront& front, ConversionDriver& driver) {
   const WideString& source = *options.directions.way;
   uint32_t error = kStatusSuccess;
   if (!IsWebAddress(source) && FileAttributes(source, &error) == kNoAttributes && error == kStatusFileNotFound) {
@@ -48,7 +48,7 @@ int ReadStops(const Options& options, ConsoleFront& front, CConversionDriver& dr
 int RunWay(const Options& options, const FormatTable& table, ConversionContext& context) {
   PrepareServices();
   ConsoleFront front(options);
-  CConversionDriver driver(table, front, context, ChangeTracking::kOff);
+  ConversionDriver driver(table, front, context, ChangeTracking::kOff);
   const DirectionsChoice choice = ChooseDirections(options, options.services.typed.provider);
   ServiceOutcome outcome = OutcomeOf(choice.service);
   if (choice.IsToBeAsked()) {

@@ -124,7 +124,7 @@ void MakeTown(const ScratchFolder& home) {
   file.Write(Town());
   std::string failure;
   if (file.Commit() != kStatusSuccess ||
-      AddRoadDatabase("town", extract, {}, failure) != ERoadsChange::kDone)
+      AddRoadDatabase("town", extract, {}, failure) != RoadsChange::kDone)
     throw std::runtime_error("no road database: " + failure);
 }
 

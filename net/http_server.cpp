@@ -55,7 +55,7 @@ void CHttpServer::OnAnswered() {
   m_fetched.notify_all();
 }
 
-void CHttpServer::OnUri(IHttpServerConnection& connection, const HttpServerRequest& request) {
+void CHttpServer::OnUri(HttpServerConnection& connection, const HttpServerRequest& request) {
   {
     const std::lock_guard lock(m_lock);
     ++m_answersOnTheWay;

@@ -8,7 +8,7 @@
 
 /// What the page asks of the network, answered by the services of the registry. Only services that
 /// are set up are asked.
-class OnlineServices : public IPageServices {
+class OnlineServices : public PageServices {
  public:
   /// Both must outlive this.
   OnlineServices(CSettings& settings, PostBox& posts)
@@ -23,7 +23,7 @@ class OnlineServices : public IPageServices {
   std::optional<CGpsNamedPoint> FindAddress(const CGpsCoordinate& position) override;
   std::optional<CGpsNamedPoint> FindPanorama(const CGpsCoordinate& position) override;
   std::optional<CGpsNamedPoint> FindElevation(const CGpsCoordinate& position) override;
-  IDirections* Directions() override { return &m_directions; }
+  RoadDirections* Directions() override { return &m_directions; }
   std::optional<UserCountry> FindCountry() override;
   void UpdateProviders(const std::string& json) override;
 

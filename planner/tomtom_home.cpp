@@ -74,7 +74,7 @@ std::string Description(const std::string& title, const std::string& archiveUrl,
 }
 
 // One for the whole program, since there is one port. It starts with the first hand-off.
-CHttpServer& LocalServer() {
+CHttpServer& TomTomServer() {
   static CHttpServer server;
   return server;
 }
@@ -100,7 +100,7 @@ uint32_t WriteTomTomHome(const WideString& path, const CGpsPointArray& list, uin
   if (baseName.empty()) baseName = LoadTextUtf8(kTextItinerary);
   TomTomBundle bundle;
   if (const uint32_t status = MakeTomTomBundle(baseName, list, splitLimit, bundle)) return status;
-  CHttpServer& server = LocalServer();
+  CHttpServer& server = TomTomServer();
   if (server.Port() == 0) {
     if (const uint32_t status = server.Start()) return ContextInPlace()->Keep(status);
   }
@@ -110,5 +110,5 @@ uint32_t WriteTomTomHome(const WideString& path, const CGpsPointArray& list, uin
 }
 
 bool WaitUntilTomTomHasFetched(std::chrono::milliseconds time) {
-  return LocalServer().WaitUntilFetched(time);
+  return TomTomServer().WaitUntilFetched(time);
 }

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "platform/posix/lock_patience.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -10,7 +13,7 @@ struct sqlite3_stmt;
 /// A connection to an SQLite file, closed with its owner. Results are SQLite's own codes.
 class SqliteDatabase {
  public:
-  enum class EMode { kReadOnly, kReadWrite, kCreate };
+  enum class Mode { kReadOnly, kReadWrite, kCreate };
 
   SqliteDatabase() = default;
   ~SqliteDatabase() { Close(); }
@@ -18,8 +21,8 @@ class SqliteDatabase {
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
   /// Opens an existing file; kCreate makes it where it is not there. A lock of another program is
-  /// waited for.
-  int Open(const std::string& path, EMode mode);
+  /// waited for (`LockPatience`).
+  int Open(const std::string& path, Mode mode);
   void Close();
   bool IsOpen() const { return m_database != nullptr; }
 
@@ -34,7 +37,11 @@ class SqliteDatabase {
   sqlite3* Get() const { return m_database; }
 
  private:
+  static int WaitForLock(void* self, int attempts);
+
   sqlite3* m_database = nullptr;
+  std::string m_path;
+  std::optional<LockPatience> m_patience;  // of the lock that is waited for
 };
 
 /// A prepared statement. Texts and bytes that are bound must live as long as it.

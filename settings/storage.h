@@ -20,7 +20,7 @@ inline constexpr std::string_view kSettingsRoot = "Software\\CorvaneMap";
 namespace storage {
 
 /// Why an operation of the store has failed.
-enum class EReason : uint32_t {
+enum class Reason : uint32_t {
   kEmptyHandle = 0,  ///< a read or write through a handle that stands for nothing
   kInvalidData = 1,  ///< the value is of another kind
   kBadLength = 2,    ///< the value holds too little or too much
@@ -34,7 +34,7 @@ class Exception : public std::runtime_error {
  public:
   Exception(const std::string& text, uint32_t failure);
 
-  EReason reason;
+  Reason reason;
   uint32_t status;  ///< the platform's error code
 };
 
@@ -59,12 +59,12 @@ class SValue {
 
  private:
   friend class SFolder;
-  SValue(std::shared_ptr<ISettingsBackend> backend, std::string folder, std::string_view name);
+  SValue(std::shared_ptr<SettingsBackend> backend, std::string folder, std::string_view name);
 
   SettingsValue Read() const;
   void Write(const SettingsValue& value);
 
-  std::shared_ptr<ISettingsBackend> m_backend;
+  std::shared_ptr<SettingsBackend> m_backend;
   std::string m_folder;
   std::string m_name;
 };
@@ -85,12 +85,20 @@ class SFolder {
 
   /// The names of all values in the folder. Throws `Exception`.
   std::vector<std::string> ValueNames() const;
+  /// The names of the folders right below this one. Throws `Exception`, but a folder that is not
+  /// there has none.
+  std::vector<std::string> FolderNames() const;
+
+  /// Removes a value, or a folder with all that is below it. What is not there need not be removed.
+  /// Throws `Exception`.
+  void RemoveValue(std::string_view name);
+  void RemoveFolder(std::string_view name);
 
  private:
   friend class Storage;
-  SFolder(std::shared_ptr<ISettingsBackend> backend, std::string path);
+  SFolder(std::shared_ptr<SettingsBackend> backend, std::string path);
 
-  std::shared_ptr<ISettingsBackend> m_backend;
+  std::shared_ptr<SettingsBackend> m_backend;
   std::string m_path;
 };
 
@@ -98,7 +106,7 @@ class SFolder {
 class Storage {
  public:
   Storage() = default;
-  explicit Storage(std::shared_ptr<ISettingsBackend> backend);
+  explicit Storage(std::shared_ptr<SettingsBackend> backend);
 
   /// Makes the folder and those above it where they are missing. Throws `Exception`.
   SFolder CreateFolder(std::string_view path);
@@ -106,7 +114,7 @@ class Storage {
 
  private:
   friend class Transaction;
-  std::shared_ptr<ISettingsBackend> m_backend;
+  std::shared_ptr<SettingsBackend> m_backend;
 };
 
 /// All writes between its making and `Commit` appear together or not at all, and no other program
@@ -123,8 +131,22 @@ class Transaction {
   void Commit();
 
  private:
-  std::shared_ptr<ISettingsBackend> m_backend;
+  std::shared_ptr<SettingsBackend> m_backend;
 };
+
+/// The path of a folder below another.
+std::string PathOf(std::string_view folder, std::string_view name);
+
+/// Runs `action`; gives 0 or the platform's error code of the `Exception` that left it.
+template <typename Action>
+uint32_t StatusOf(Action action) {
+  try {
+    action();
+    return 0;
+  } catch (const Exception& failure) {
+    return failure.status;
+  }
+}
 
 /// The store of the current user; an empty handle when the user has no home. Cheap: no file is
 /// opened before something is read.

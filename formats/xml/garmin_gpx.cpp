@@ -81,7 +81,7 @@ constexpr std::string_view kAuthor = "Corvane";
 // The road of the map that a stop lies on: none, the device finds it.
 constexpr std::string_view kSubclass = "000000000000ffffffffffffffffffffffff";
 
-enum class EElevation { kWritten, kLeftOut };
+enum class ElevationElement { kWritten, kLeftOut };
 
 // Without a key the element is empty.
 void WriteGarminExtension(CXmlElement& parent, std::string_view prefix, std::string_view wrapper,
@@ -127,11 +127,11 @@ void WriteViaPoint(CXmlElement& parent) { WriteGarminExtension(parent, "trp", "V
 // `writeExtensions` takes the open element `extensions`.
 template <typename WriteExtensions>
 void WriteGarminPoint(CXmlElement& parent, const CGpsPoint& point, std::string_view elementName,
-                      const std::string& stamp, EElevation elevation,
+                      const std::string& stamp, ElevationElement elevation,
                       WriteExtensions&& writeExtensions) {
   CXmlElement element = parent.Child(elementName);
   WriteGpxPosition(element, point);
-  if (elevation == EElevation::kWritten)
+  if (elevation == ElevationElement::kWritten)
     element.Child("ele").NumberText(point.altitude, kGpxDecimals);
   element.Child("time").Text(stamp);
   if (!point.name.empty()) element.Child("name").Text(point.name);
@@ -190,9 +190,11 @@ void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaP
   WriteNuviMetadata(root, Bounds(list), stamp);
 
   for (const CGpsPoint& point : list.points) {
-    WriteGarminPoint(root, point, "wpt", stamp, EElevation::kWritten, [](CXmlElement& extensions) {
-      WriteGarminExtension(extensions, "gpxx", "WaypointExtension", "DisplayMode", "SymbolAndName");
-    });
+    WriteGarminPoint(root, point, "wpt", stamp, ElevationElement::kWritten,
+                     [](CXmlElement& extensions) {
+                       WriteGarminExtension(extensions, "gpxx", "WaypointExtension", "DisplayMode",
+                                            "SymbolAndName");
+                     });
   }
 
   CXmlElement route = root.Child("rte");
@@ -201,7 +203,7 @@ void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaP
   WriteAutoNamed(route);
   ForEachWithWay(list, context, [&](const CGpsPoint& point, const CRouteLeg* way) {
     const bool isInner = &point != &list.points.front() && &point != &list.points.back();
-    WriteGarminPoint(route, point, "rtept", stamp, EElevation::kWritten,
+    WriteGarminPoint(route, point, "rtept", stamp, ElevationElement::kWritten,
                      [&](CXmlElement& extensions) {
                        WriteRoutePoint(extensions, way);
                        if (marksViaPoints && isInner) WriteViaPoint(extensions);
@@ -230,7 +232,7 @@ void WriteZumoGpxBody(ByteSink& sink, const CGpsPointArray& list,
     WriteAutoNamed(extensions);
   }
   ForEachWithWay(list, context, [&](const CGpsPoint& point, const CRouteLeg* way) {
-    WriteGarminPoint(route, point, "rtept", stamp, EElevation::kLeftOut,
+    WriteGarminPoint(route, point, "rtept", stamp, ElevationElement::kLeftOut,
                      [way](CXmlElement& extensions) {
                        WriteRoutePoint(extensions, way);
                        WriteViaPoint(extensions);

@@ -152,7 +152,7 @@ int main(int argumentCount, char** arguments) {
     const std::string text{std::istreambuf_iterator<char>(std::cin), {}};
     std::remove(arguments[1]);
     SqliteDatabase database;
-    Check(database.Open(arguments[1], SqliteDatabase::EMode::kCreate), 0);
+    Check(database.Open(arguments[1], SqliteDatabase::Mode::kCreate), 0);
     Write(ReadPlaces(text), database);
   } catch (const std::exception& error) {
     std::cerr << "pack_places: " << error.what() << '\n';

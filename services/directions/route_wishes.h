@@ -22,10 +22,10 @@ struct AvoidedRoads {
 
 /// What somebody wants of a way. Where nothing is said, the settings count.
 struct RouteWishes {
-  std::optional<uint32_t> mode = {};  ///< ETravelMode
-  std::optional<uint32_t> type = {};  ///< ERouteType, or ViaMichelin's EViaMichelinType
+  std::optional<uint32_t> mode = {};  ///< TravelMode
+  std::optional<uint32_t> type = {};  ///< RouteType, or ViaMichelin's ViaMichelinType
   std::optional<AvoidedRoads> avoided = {};
-  std::optional<uint32_t> hilliness = {};    ///< ERouteDegree
+  std::optional<uint32_t> hilliness = {};    ///< RouteDegree
   std::optional<uint32_t> windingness = {};  ///< likewise
   bool tractor = false;
 };

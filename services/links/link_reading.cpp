@@ -127,7 +127,7 @@ uint32_t ParseMapLink(std::string_view link, PointLists& lists, ConversionContex
 }
 
 uint32_t ParseUrlFile(std::string_view bytes, PointLists& lists, ConversionContext& context) {
-  const ProfileFile file(bytes, EProfileText::kUtf8OrNarrow);
+  const ProfileFile file(bytes, ProfileText::kUtf8OrNarrow);
   return ParseMapLink(file.Section("InternetShortcut").GetText("URL", ""), lists, context);
 }
 

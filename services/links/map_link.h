@@ -23,7 +23,7 @@ struct LinkStop {
 /// What a link says.
 struct MapLink {
   std::vector<LinkStop> stops;
-  uint32_t travelMode = kAnyMode;  ///< ETravelMode
+  uint32_t travelMode = kAnyMode;  ///< TravelMode
   bool avoidsMotorways = false;
   bool avoidsTolls = false;
   std::string language;     ///< of the page that the link opens; empty where it says nothing

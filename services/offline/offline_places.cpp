@@ -94,7 +94,7 @@ CGpsNamedPoint OfflinePlace::ToPoint() const {
 OfflinePlaces::OfflinePlaces() {
   const WideString path = ProgramDataFile("places.db");
   if (path.empty()) return;
-  if (m_database.Open(PathBytes(path), SqliteDatabase::EMode::kReadOnly) != SQLITE_OK)
+  if (m_database.Open(PathBytes(path), SqliteDatabase::Mode::kReadOnly) != SQLITE_OK)
     m_database.Close();
 }
 
@@ -193,8 +193,10 @@ std::vector<OfflinePlaces::Neighbour> OfflinePlaces::Within(const CGpsCoordinate
   std::ranges::sort(neighbours, [](const Neighbour& a, const Neighbour& b) {
     return a.distance != b.distance ? a.distance < b.distance : a.id < b.id;
   });
-  const auto again = std::ranges::unique(neighbours, {}, &Neighbour::id);
-  neighbours.erase(again.begin(), again.end());
+  const auto again =
+      std::unique(neighbours.begin(), neighbours.end(),
+                  [](const Neighbour& a, const Neighbour& b) { return a.id == b.id; });
+  neighbours.erase(again, neighbours.end());
   return neighbours;
 }
 

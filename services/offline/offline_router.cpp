@@ -88,13 +88,13 @@ void NameEnds(const CGpsNamedPoint& from, const CGpsNamedPoint& to, CRouteData& 
 
 std::string_view LanguageCode() {
   switch (CurrentLanguage()) {
-    case ELanguage::kGerman:
+    case Language::kGerman:
       return "de";
-    case ELanguage::kFrench:
+    case Language::kFrench:
       return "fr";
-    case ELanguage::kDutch:
+    case Language::kDutch:
       return "nl";
-    case ELanguage::kEnglish:
+    case Language::kEnglish:
       break;
   }
   return "en";
@@ -182,20 +182,20 @@ uint32_t OfflineRouter::CalculateLeg(const std::vector<RoadDatabase>& databases,
     query.database = PathBytes(database.folder);
     std::vector<RoadPoint> way;
     switch (RoadEngine()->FindWay(query, CancelFlag(), way)) {
-      case ERoadResult::kFound:
+      case RoadResult::kFound:
         TakeWay(way, leg);
         NameEnds(from, to, leg);
         return kRouteSuccess;
-      case ERoadResult::kCancelled:
+      case RoadResult::kCancelled:
         return TransportStatus(kInternetCancelled);
-      case ERoadResult::kNotInstalled:
+      case RoadResult::kNotInstalled:
         return Fail(kRouteFailed, std::string(LoadTextUtf8(kTextRoadsNotInstalled)));
-      case ERoadResult::kNoWay:
+      case RoadResult::kNoWay:
         isBetweenRoads = true;
         break;
-      case ERoadResult::kNoRoadNearStart:
-      case ERoadResult::kNoRoadNearEnd:
-      case ERoadResult::kNoDatabase:
+      case RoadResult::kNoRoadNearStart:
+      case RoadResult::kNoRoadNearEnd:
+      case RoadResult::kNoDatabase:
         break;
     }
   }

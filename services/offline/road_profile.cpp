@@ -9,7 +9,7 @@
 
 namespace {
 
-enum ERoad : size_t {
+enum Road : size_t {
   kMotorway,
   kTrunk,
   kPrimary,

@@ -12,6 +12,7 @@
 #include "base/localized_text.h"
 #include "markup/json.h"
 #include "planner/external_names.h"
+#include "settings/favorites.h"
 #include "settings/storage.h"
 #include "tests/planner/bridge_fixture.h"
 
@@ -57,7 +58,7 @@ TEST_F(External, NamesHaveTheirNumbers) {
       {102, "GetTexts"},
   };
   EXPECT_EQ(ExternalNames().size(), std::size(names));
-  for (const auto& [id, name] : names) EXPECT_EQ(CPlannerExternal::IdOf(name), id) << name;
+  for (const auto& [id, name] : names) EXPECT_EQ(PlannerExternal::IdOf(name), id) << name;
 }
 
 TEST_F(External, UnknownNamesAndNumbersAreTold) {
@@ -269,7 +270,7 @@ TEST_F(External, AddFavoriteKeepsThemSortedAndStored) {
   }
   EXPECT_EQ(NamesOf(lists[2]), "ammz");
   CGpsWaypointList stored;
-  EXPECT_EQ(CSettings().LoadFavorites(stored), 0u);
+  EXPECT_EQ(LoadFavorites(storage::OpenUserStorage(), stored), 0u);
   EXPECT_EQ(NamesOf(stored), "ammz");
   EXPECT_EQ(stored.points[0].latitude, 1.5);
 }
@@ -480,9 +481,9 @@ TEST_F(External, PinsComeInOneText) {
 TEST_F(External, TextsComeInTheProgramsLanguage) {
   const std::string texts = Call("GetTexts").AsText();
   EXPECT_NE(texts.find(R"("zoomIn": "Zoom in")"), std::string::npos);
-  SetLanguage(ELanguage::kGerman);
+  SetLanguage(Language::kGerman);
   EXPECT_NE(Call("GetTexts").AsText().find(R"("showAll": "Alles zeigen")"), std::string::npos);
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
 }
 
 // The page's own tests take its texts from the string tables by the same rule.

@@ -129,7 +129,7 @@ TEST_F(OfflinePlacesTest, KnowsTheNearest) {
 // Of every town of the file none may be nearer: at the poles, at the date line, at sea, anywhere.
 TEST_F(OfflinePlacesTest, TheNearestIsTheNearestOfAll) {
   SqliteDatabase database;
-  ASSERT_EQ(database.Open(CORVANE_BINARY_FOLDER "/bin/places.db", SqliteDatabase::EMode::kReadOnly),
+  ASSERT_EQ(database.Open(CORVANE_BINARY_FOLDER "/bin/places.db", SqliteDatabase::Mode::kReadOnly),
             0);
   std::vector<SphereVector> all;
   SqliteStatement query(database, "SELECT latitude, longitude FROM place");

@@ -25,14 +25,14 @@ class OfflineRoads : public testing::Test {
     for (const RoadDatabase& database : ListRoadDatabases())
       RoadEngine()->CloseDatabase(PathBytes(database.folder));
     unsetenv("XDG_DATA_HOME");
-    SetLanguage(ELanguage::kEnglish);
+    SetLanguage(Language::kEnglish);
   }
 
-  ERoadsChange Add(const std::string& name, const std::string& file, const std::string& content) {
+  RoadsChange Add(const std::string& name, const std::string& file, const std::string& content) {
     m_home.Put(file, content);
     return AddRoadDatabase(name, WidePath(m_home.PathTo(file)), {}, m_failure);
   }
-  void AddTown() { ASSERT_EQ(Add("town", "town.osm", kSmallTown), ERoadsChange::kDone); }
+  void AddTown() { ASSERT_EQ(Add("town", "town.osm", kSmallTown), RoadsChange::kDone); }
 
   CRouteProvider& Ask(std::initializer_list<std::pair<double, double>> stops, uint32_t mode,
                       const CRouteOptions& options) {
@@ -85,7 +85,7 @@ TEST_F(OfflineRoads, LeadTheQuickestWay) {
 
 TEST_F(OfflineRoads, NameTheStops) {
   AddTown();
-  SetLanguage(ELanguage::kGerman);
+  SetLanguage(Language::kGerman);
   auto stops = std::make_unique<CGpsPointList>(PointsOf({{48.0, 7.0}, {48.01, 7.01}}));
   stops->points.front()->name = "Hafen #2";
   stops->points.back()->name = "Am Markt";
@@ -99,7 +99,7 @@ TEST_F(OfflineRoads, NameTheStops) {
 
 TEST_F(OfflineRoads, SpeakTheLanguageOfTheProgram) {
   AddTown();
-  SetLanguage(ELanguage::kFrench);
+  SetLanguage(Language::kFrench);
   CRouteProvider& router = Ask({{48.0, 7.0}, {48.01, 7.01}}, kCar, OptionsOf(kFastest));
   ASSERT_EQ(router.Status(), 0u);
   EXPECT_NE(router.GetLegs()[0].steps[1].instruction.find("gauche"), std::string::npos);
@@ -122,7 +122,7 @@ TEST_F(OfflineRoads, AvoidFerriesTunnelsAndDirtRoads) {
                 PlacesWithDetour({R"(<tag k="route" v="ferry"/><tag k="motorcar" v="yes"/>)",
                                   R"(<tag k="highway" v="secondary"/><tag k="tunnel" v="yes"/>)",
                                   R"(<tag k="highway" v="track"/><tag k="motorcar" v="yes"/>)"})),
-            ERoadsChange::kDone)
+            RoadsChange::kDone)
       << m_failure;
   bool AvoidanceOptions::*const kKinds[] = {
       &AvoidanceOptions::boatFerries, &AvoidanceOptions::tunnels, &AvoidanceOptions::dirtRoads};
@@ -143,7 +143,7 @@ TEST_F(OfflineRoads, LeadTrucksWhereTheyFit) {
                             R"(<tag k="highway" v="secondary"/><tag k="maxweight" v="7.5"/>)",
                             R"(<tag k="highway" v="secondary"/><tag k="maxwidth" v="2.2"/>)",
                             R"(<tag k="highway" v="secondary"/><tag k="maxlength" v="9"/>)"})),
-      ERoadsChange::kDone)
+      RoadsChange::kDone)
       << m_failure;
   constexpr struct {
     uint32_t TruckOptions::*size;
@@ -236,30 +236,30 @@ TEST_F(OfflineRoads, AreListedAndRemoved) {
   ASSERT_TRUE(ListRoadDatabases()[0].bounds.has_value());
   EXPECT_TRUE(ListRoadDatabases()[0].bounds->Holds({48.02, 7.02}));
   EXPECT_FALSE(ListRoadDatabases()[0].bounds->Holds({48.5, 7.02}));
-  EXPECT_EQ(RemoveRoadDatabase("town"), ERoadsChange::kDone);
+  EXPECT_EQ(RemoveRoadDatabase("town"), RoadsChange::kDone);
   EXPECT_TRUE(ListRoadDatabases().empty());
-  EXPECT_EQ(RemoveRoadDatabase("town"), ERoadsChange::kNotThere);
+  EXPECT_EQ(RemoveRoadDatabase("town"), RoadsChange::kNotThere);
 }
 
 TEST_F(OfflineRoads, RefuseWhatIsNoExtract) {
-  EXPECT_EQ(Add("x", "x.osm", "junk"), ERoadsChange::kNoExtract);
-  EXPECT_EQ(Add("x", "x.osm", ""), ERoadsChange::kNoExtract);
-  EXPECT_EQ(Add("x", "x.pbf", kSmallTown), ERoadsChange::kNoExtract);
-  EXPECT_EQ(Add("x", "x.txt", kSmallTown), ERoadsChange::kNoExtract);
-  EXPECT_EQ(Add("x", "x.osm", "<osm version=\"0.6\"></osm>"), ERoadsChange::kNoRoads);
-  EXPECT_EQ(Add("x", "x.osm", "<osm version=\"0.6\"><node"), ERoadsChange::kFailed);
+  EXPECT_EQ(Add("x", "x.osm", "junk"), RoadsChange::kNoExtract);
+  EXPECT_EQ(Add("x", "x.osm", ""), RoadsChange::kNoExtract);
+  EXPECT_EQ(Add("x", "x.pbf", kSmallTown), RoadsChange::kNoExtract);
+  EXPECT_EQ(Add("x", "x.txt", kSmallTown), RoadsChange::kNoExtract);
+  EXPECT_EQ(Add("x", "x.osm", "<osm version=\"0.6\"></osm>"), RoadsChange::kNoRoads);
+  EXPECT_EQ(Add("x", "x.osm", "<osm version=\"0.6\"><node"), RoadsChange::kFailed);
   EXPECT_FALSE(m_failure.empty());
-  EXPECT_EQ(AddRoadDatabase("x", u"/nonexistent/x.osm", {}, m_failure), ERoadsChange::kNotThere);
+  EXPECT_EQ(AddRoadDatabase("x", u"/nonexistent/x.osm", {}, m_failure), RoadsChange::kNotThere);
   for (const char* const name : {"", ".", "..", "a/b", "a b", "\xC3\xA9"})
-    EXPECT_EQ(Add(name, "town.osm", kSmallTown), ERoadsChange::kWrongName);
+    EXPECT_EQ(Add(name, "town.osm", kSmallTown), RoadsChange::kWrongName);
   EXPECT_TRUE(ListRoadDatabases().empty());
 }
 
 TEST_F(OfflineRoads, StayWhenTheirReplacementFails) {
   AddTown();
-  EXPECT_EQ(Add("town", "town.osm", "<osm version=\"0.6\"><node"), ERoadsChange::kFailed);
+  EXPECT_EQ(Add("town", "town.osm", "<osm version=\"0.6\"><node"), RoadsChange::kFailed);
   EXPECT_NEAR(MetresOf({{48.0, 7.0}, {48.0, 7.01}}, kCar, OptionsOf(kFastest)), 744, 1);
-  EXPECT_EQ(Add("town", "town.osm", kSmallTown), ERoadsChange::kDone);
+  EXPECT_EQ(Add("town", "town.osm", kSmallTown), RoadsChange::kDone);
   EXPECT_EQ(ListRoadDatabases().size(), 1u);
 }
 
@@ -267,7 +267,7 @@ TEST_F(OfflineRoads, AreNotMadeByHalvesWhenInterrupted) {
   m_home.Put("town.osm", kSmallTown);
   const auto interrupt = [](std::string_view) { std::raise(SIGINT); };
   EXPECT_EQ(AddRoadDatabase("town", WidePath(m_home.PathTo("town.osm")), interrupt, m_failure),
-            ERoadsChange::kInterrupted);
+            RoadsChange::kInterrupted);
   EXPECT_TRUE(ListRoadDatabases().empty());
   EXPECT_FALSE(m_home.Has("CorvaneMap/roads/.new-town"));
 }
