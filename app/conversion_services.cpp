@@ -45,26 +45,30 @@ std::string RemedyFor(const Options& options, const Service& service) {
 }  // namespace
 
 void AllowLookups(const Options& options, Lookups& lookups) {
-  PrepareServices();
   lookups.isOffline = options.services.offline;
   lookups.mayFetch = !lookups.isOffline;
-  if (const ServiceChoice finder = ChooseFinder(options); finder.exitStatus == 0)
-    lookups.makeFinder = MakerOf(finder);
-  if (lookups.isOffline) return;
-  static Geonames countries;
-  if (IsUsable(ServiceNamed("geonames"))) lookups.countries = &countries;
-  if (IsUsable(ServiceNamed("google"))) {
-    lookups.makeGeocoder = [](int32_t id) {
-      return CServiceRegistry::Instance().CreateGeocoder(id);
-    };
-  }
+  lookups.prepare = [&options](Lookups& asked) {
+    PrepareServices();
+    if (const ServiceChoice finder = ChooseFinder(options); finder.exitStatus == 0)
+      asked.makeFinder = MakerOf(finder);
+    if (asked.isOffline) return;
+    static Geonames countries;
+    if (IsUsable(ServiceNamed("geonames"))) asked.countries = &countries;
+    if (IsUsable(ServiceNamed("google"))) {
+      asked.makeGeocoder = [](int32_t id) {
+        return CServiceRegistry::Instance().CreateGeocoder(id);
+      };
+    }
+  };
 }
 
 void AllowLocalLookups(const Options& options, Lookups& lookups) {
-  PrepareServices();
-  const ServiceChoice finder = ChooseFinder(options);
-  if (finder.exitStatus == 0 && IsOnThisMachine(*finder.service))
-    lookups.makeFinder = MakerOf(finder);
+  lookups.prepare = [&options](Lookups& asked) {
+    PrepareServices();
+    const ServiceChoice finder = ChooseFinder(options);
+    if (finder.exitStatus == 0 && IsOnThisMachine(*finder.service))
+      asked.makeFinder = MakerOf(finder);
+  };
 }
 
 std::string PositionRemedy(const Options& options) {

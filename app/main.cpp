@@ -28,7 +28,6 @@
 #include "platform/locale.h"
 #include "platform/path_text.h"
 #include "services/links/link_rows.h"
-#include "services/links/link_writing.h"
 #include "settings/settings.h"
 
 namespace {
@@ -83,7 +82,6 @@ int Run(Options& options) {
   context.csvLayouts.forReading = options.csvRead;
   context.csvLayouts.forWriting = options.csvWrite;
   context.lookups.lastForRun = true;
-  context.linkOptions = LinkOptionsFor(options.directions.wishes, CSettings::Instance());
   if (options.directions.way && options.tokens.empty()) {
     AllowLookups(options, context.lookups);
     return RunWay(options, table, context);

@@ -17,6 +17,7 @@
 void PrepareServices() {
   static bool isPrepared = false;
   if (std::exchange(isPrepared, true)) return;
+  LoadUserSettings();
   CServiceRegistry& registry = CServiceRegistry::Instance();
   FillServiceRegistry(registry);
   RegisterOwnRouteProviders(registry);

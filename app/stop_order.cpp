@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/console_text.h"
+#include "app/settings_command.h"
 #include "base/format_text.h"
 #include "base/measure_text.h"
 #include "base/text_ids.h"
@@ -24,6 +25,7 @@ constexpr std::chrono::seconds kTimeToImprove{2};
 
 std::string ShownLength(uint64_t metres) {
   const uint64_t shown = std::min<uint64_t>(metres, std::numeric_limits<uint32_t>::max());
+  LoadUserSettings();
   return FormatDistance(static_cast<uint32_t>(shown), CSettings::Instance().distMiles);
 }
 

@@ -12,6 +12,7 @@
 #include "app/list_operations.h"
 #include "app/loss_description.h"
 #include "app/output_sink.h"
+#include "app/settings_command.h"
 #include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -20,6 +21,8 @@
 #include "conversion/format_search.h"
 #include "conversion/read_trip.h"
 #include "platform/folder.h"
+#include "services/links/link_writing.h"
+#include "settings/settings.h"
 
 namespace {
 
@@ -247,6 +250,8 @@ Outcome Conversion::WriteLinks(const WideString& source, const WideString& targe
     links.push_back(link);
     return uint32_t{kStatusSuccess};
   };
+  LoadUserSettings();
+  m_context.linkOptions = LinkOptionsFor(m_options.directions.wishes, CSettings::Instance());
   WriteOptions options;
   options.option = m_options.split;
   options.silent = true;

@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -37,6 +38,10 @@ std::string PositionKey(const CGpsCoordinate& position) {
 
 }  // namespace
 
+void Lookups::Prepare() {
+  if (const auto fillIn = std::exchange(prepare, {})) fillIn(*this);
+}
+
 std::optional<CGpsCoordinate> Lookups::FindAddress(const std::string& address) {
   const auto ask = [&](LookupAnswer& answer) {
     answer.position = BestOf(makeGeocoder(kProviderGoogle), address);
@@ -50,6 +55,7 @@ std::optional<CGpsCoordinate> Lookups::FindPlace(const std::string& text) {
 }
 
 std::string Lookups::CountryAt(const CGpsCoordinate& position) {
+  Prepare();
   if (isOffline || !countries) return {};
   const auto ask = [&](LookupAnswer& answer) {
     std::string code;

@@ -44,7 +44,7 @@ const LinkKind* KindOf(std::string_view link) {
 
 // The stops of a map that its owner has saved, from the page script that the site has for it.
 std::vector<LinkStop> FetchSavedMap(std::string_view link, ConversionContext& context) {
-  if (context.lookups.mayFetch) {
+  if (context.lookups.MayFetch()) {
     const Service& site = ServiceNamed("google-site");
     const LinkPieces pieces = SplitLink(link);
     std::string url = AccessTo(site).url;
