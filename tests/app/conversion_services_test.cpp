@@ -27,7 +27,7 @@ class ConversionServices : public testing::Test {
     return RunConverter(arguments,
                         "LC_ALL=C XDG_CONFIG_HOME=" + std::string(m_folder.PathTo("home")));
   }
-  void SetUp(const LoopbackServer& server) const {
+  void SetUpServices(const LoopbackServer& server) const {
     ASSERT_EQ(Run({"--set", "service.google.url=" + server.Url(), "--set",
                    "service.google.key=SECRET", "--set", "service.geonames.url=" + server.Url(),
                    "--set", "service.geonames.key=corvanes"})
@@ -55,7 +55,7 @@ std::string Answer(const std::string& request) {
 
 TEST_F(ConversionServices, AskForAnAddressOnce) {
   const LoopbackServer server(Answer);
-  SetUp(server);
+  SetUpServices(server);
   const ProgramResult result = Run({Trip(), "itn", "-o", Target("out.itn")});
   EXPECT_EQ(result.status, 0) << result.errors;
   ASSERT_EQ(server.Requests().size(), 1u);
@@ -67,7 +67,7 @@ TEST_F(ConversionServices, AskForAnAddressOnce) {
 
 TEST_F(ConversionServices, AskForACountryOncePerQuestion) {
   const LoopbackServer server(Answer);
-  SetUp(server);
+  SetUpServices(server);
   const ProgramResult result = Run({Trip(), "route", "-o", Target("out.route"), "--quiet"});
   EXPECT_EQ(result.status, 0) << result.errors;
   EXPECT_EQ(result.errors, "");
@@ -78,7 +78,7 @@ TEST_F(ConversionServices, AskForACountryOncePerQuestion) {
 
 TEST_F(ConversionServices, AskNobodyOffline) {
   const LoopbackServer server(Answer);
-  SetUp(server);
+  SetUpServices(server);
   const ProgramResult result = Run({Trip(), "route", "-o", Target("out.route"), "--offline"});
   EXPECT_EQ(result.status, 0) << result.errors;
   EXPECT_THAT(result.errors, HasSubstr("The service google was not asked because of --offline."));
@@ -88,7 +88,7 @@ TEST_F(ConversionServices, AskNobodyOffline) {
 
 TEST_F(ConversionServices, AskNobodyWhenAFileIsOnlyLookedAt) {
   const LoopbackServer server(Answer);
-  SetUp(server);
+  SetUpServices(server);
   EXPECT_EQ(Run({"--inspect", Trip()}).status, 0);
   EXPECT_THAT(server.Requests(), IsEmpty());
 }
