@@ -179,8 +179,8 @@ class Server final : public LocalServer {
 }  // namespace
 
 extern "C" LocalServer* CorvaneLocalServer(uint16_t port, IHttpServerUriListener& listener) {
-  static const unsigned features = mg_init_library(0);
-  (void)features;
+  static std::once_flag once;
+  std::call_once(once, mg_init_library, 0U);
   auto server = std::make_unique<Server>(listener);
   return server->Start(port) ? server.release() : nullptr;
 }
