@@ -2,6 +2,7 @@
 
 import type * as L from 'leaflet';
 import { GroundLabels } from './ground_labels';
+import { paintLabelsOfFrame } from './label_painter';
 import { LabelRoom } from './label_room';
 import type { Lists } from './lists';
 import { Frame, OverlayCanvas, worldCopies } from './overlay_canvas';
@@ -21,24 +22,31 @@ export class Scene {
   readonly style: PinStyle = { showsNumbers: true };
   /** False when map tiles with names of their own cover the outline. */
   showsGroundLabels = true;
-  private readonly canvas: OverlayCanvas;
+  private readonly ways: OverlayCanvas;
+  private readonly marks: OverlayCanvas;
 
   constructor(map: L.Map, private readonly lists: Lists, private readonly labels: GroundLabels) {
-    this.canvas = new OverlayCanvas(map, 'scene', (frame) => this.paint(frame));
+    this.ways = new OverlayCanvas(map, 'ways', (frame) => {
+      for (const list of this.lists.all()) paintWays(frame, list);
+    });
+    this.marks = new OverlayCanvas(map, 'marks', (frame) => this.paintMarks(frame));
   }
 
   invalidate(): void {
-    this.canvas.invalidate();
+    this.marks.invalidate();
+    this.ways.invalidate();
   }
 
-  private paint(frame: Frame): void {
+  private paintMarks(frame: Frame): void {
     const room = new LabelRoom();
     const lists = this.lists.all();
-    for (const list of lists) paintWays(frame, list);
     // All marks keep free of names; the names of the itinerary have the first choice.
     const marks = lists.map((list) => paintMarks(frame, this.lists, list, this.style, room));
-    for (const placed of marks.reverse()) paintNames(frame, placed, room);
-    if (this.showsGroundLabels) this.labels.paint(frame, room);
+    const isUnfinished = paintLabelsOfFrame(() => {
+      for (const placed of marks.reverse()) paintNames(frame, placed, room);
+      if (this.showsGroundLabels) this.labels.paint(frame, room);
+    });
+    if (isUnfinished) this.marks.invalidate();
   }
 }
 
