@@ -13,7 +13,7 @@ const kHalo = 2;
 const kHeight = 20;
 /** More pictures than any screen shows; then all are forgotten. */
 const kMostPictures = 1000;
-const kMostNewInFrame = 48;
+const kMostNewInFrame = 16;
 
 const pictures = new Map<string, Picture>();
 let newInFrame = 0;

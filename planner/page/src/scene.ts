@@ -13,7 +13,7 @@ import { Box, kDetailZooms, Way } from './way';
 
 /** More points of ways on one screen are drawn with less detail, though not by more than so many
     zooms: ways keep their shape. */
-const kMostPoints = 20000;
+const kMostPoints = 8000;
 const kCoarsest = 6;
 /** More ways on one screen lie so close that casings would cover them. */
 const kMostCased = 1000;
