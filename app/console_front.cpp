@@ -7,6 +7,7 @@
 #include "base/format_text.h"
 #include "base/text_ids.h"
 #include "conversion/list_choice.h"
+#include "platform/interrupt.h"
 
 namespace {
 
@@ -18,6 +19,8 @@ bool BeginsLike(const std::string& answer, std::string_view word) {
 }  // namespace
 
 void ConsoleFront::ShowMessage(MessageIcon, uint32_t textId, const FailureReason& reason) {
+  // What fails now fails because of the user, who knows.
+  if (InterruptScope::IsPending()) return;
   if (textId == kTextUnknownFormat && (!m_reportsUnknown || m_declined)) return;
   Complain(m_subject,
            std::string(LoadTextUtf8(textId)) + DescribeReason(reason.platformError, m_subject));

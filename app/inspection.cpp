@@ -92,7 +92,7 @@ int RunInspection(const Options& options, const FormatTable& table, ConversionCo
                        FormatText(kTextReason, LoadTextUtf8(kTextReasonFolder)));
     return kExitFailed;
   }
-  const TripRead trip = ReadTrip(table, path, context, /*silent=*/true);
+  const TripRead trip = ReadTrip(table, path, context, {.silent = true});
   OutputSink sink;
   if (options.json) {
     WriteJson(sink, path, table, trip);

@@ -16,6 +16,8 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
     tell(FormatText(kTextOnlyWritten, shown));
   } else if (check.outcome == LossCheck::Outcome::kNotReadable) {
     tell(FormatText(kTextNotReadBack, shown));
+  } else if (check.outcome == LossCheck::Outcome::kNoFile) {
+    // There is nothing to say about what nobody can look at.
   } else if (!losses.HasLosses()) {
     tell(FormatText(kTextNothingLost, shown, losses.stops, losses.largestShift));
   } else {

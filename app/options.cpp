@@ -130,6 +130,9 @@ constexpr OptionHelp kOptionHelp[] = {
     {"SOURCE", kTextHelpSource},
     {"KEY", kTextHelpKey},
     {"-o, --output PATH", kTextHelpOutput},
+    {"    --merge", kTextHelpMerge},
+    {"    --recursive", kTextHelpRecursive},
+    {"    --from KEY", kTextHelpFrom},
     {"    --list WHICH", kTextHelpList},
     {"    --split N", kTextHelpSplit},
     {"    --reverse", kTextHelpReverse},
@@ -139,6 +142,8 @@ constexpr OptionHelp kOptionHelp[] = {
     {"    --optimize[=best]", kTextHelpOptimize},
     {"    --check", kTextHelpCheck},
     {"    --strict", kTextHelpStrict},
+    {"    --force", kTextHelpForce},
+    {"    --no-sync", kTextHelpNoSync},
     {"    --quiet", kTextHelpQuiet},
     {"    --formats", kTextHelpFormats},
     {"    --inspect FILE", kTextHelpInspect},
@@ -192,6 +197,12 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--quiet", options.quiet);
   parser.add_flag("--check", options.check);
   parser.add_flag("--strict", options.strict);
+  parser.add_flag("--force", options.force);
+  parser.add_flag("--no-sync", options.noSync);
+  parser.add_flag("--merge", options.merge);
+  parser.add_flag("--recursive", options.recursive);
+  std::string from;
+  const CLI::Option* fromOption = parser.add_option("--from", from);
   const CLI::Option* outputOption = parser.add_option("-o,--output", output);
   const CLI::Option* listOption = parser.add_option("--list", lists);
   parser.add_option("--split", options.split);
@@ -209,6 +220,7 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
     options.tokens = TakeTokens(parser.remaining());
     options.operations = operationOptions.Take();
     if (outputOption->count() > 0 && output.empty()) throw CLI::ArgumentMismatch("--output \"\"");
+    if (fromOption->count() > 0 && from.empty()) throw CLI::ArgumentMismatch("--from \"\"");
   } catch (const CLI::ParseError& failure) {
     error = FormatText(kTextWrongUsage, std::string(failure.what())) + "\n" +
             FormatText(kTextUsage) + DashHint(argumentCount, arguments);
@@ -216,6 +228,7 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   }
 
   options.output = WidePath(output);
+  options.from = ToLowerAscii(WidePath(from));
   if (listOption->count() > 0) {
     const std::optional<ListChoice> choice = ParseListChoice(lists);
     if (!choice) {

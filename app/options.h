@@ -25,6 +25,11 @@ struct Options {
   bool quiet = false;
   bool check = false;
   bool strict = false;
+  bool force = false;
+  bool noSync = false;
+  bool merge = false;
+  bool recursive = false;
+  WideString from;  ///< key of the source's format; empty for that of its extension
   WideString output;
   ListChoice lists;
   uint32_t split = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,9 @@ bool IsErrorTerminal();
 /// Writes to standard output or standard error at once. False when that failed.
 bool WriteOutput(std::string_view text);
 bool WriteError(std::string_view text);
+
+/// Reads standard input to its end. Returns 0 or the platform's error code.
+uint32_t ReadInput(std::string& bytes);
 
 /// Reads one line of standard input without its end. False at the end of the input.
 bool ReadInputLine(std::string& line);

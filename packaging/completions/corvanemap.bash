@@ -1,15 +1,23 @@
 # bash completion for corvanemap. The keys come from the program itself, which lists them in a few
 # milliseconds, so that they are always those of the program at hand.
 
-# The keys that can be written.
+# The keys that can be read or written.
 _corvanemap_keys()
 {
     local key rest
     while read -r key rest; do
         case $rest in
-            write\ * | read\ and\ write\ *) printf '%s\n' "$key" ;;
+            "$2 "* | read\ and\ write\ *) printf '%s\n' "$key" ;;
         esac
     done < <(LC_ALL=C "$1" --formats 2>/dev/null)
+}
+
+# What stands in front of a colon is on the line already.
+_corvanemap_behind_colon()
+{
+    if [[ $1 == *:* && $COMP_WORDBREAKS == *:* ]]; then
+        COMPREPLY=("${COMPREPLY[@]#"${1%"${1##*:}"}"}")
+    fi
 }
 
 # Fills COMPREPLY with the files that begin with a text.
@@ -51,15 +59,20 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
+        --from)
+            COMPREPLY=($(compgen -W "$(_corvanemap_keys "${COMP_WORDS[0]}" read)" -- "$word"))
+            _corvanemap_behind_colon "$word"
+            return
+            ;;
         --split | --simplify | --provider | --find | --near | --radius | --locate | \
             --elevation | --panorama | --csv-read | --csv-write | --set)
             return
             ;;
     esac
     if [[ $word == -* ]]; then
-        COMPREPLY=($(compgen -W "--output --list --split --reverse --sort --unique --simplify
+        COMPREPLY=($(compgen -W "--output --merge --recursive --from --list --split --reverse --sort --unique --simplify
             --optimize --optimize=best --providers --provider --find --near --radius
-            --locate --elevation --panorama --country --offline --check --strict --quiet --formats
+            --locate --elevation --panorama --country --offline --force --no-sync --check --strict --quiet --formats
             --csv-read --csv-write --remember --settings --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
@@ -68,7 +81,7 @@ _corvanemap()
     # How many tokens stand in front of the word?
     for ((i = 0; i < ${#words[@]} - 1; i++)); do
         case ${words[i]} in
-            -o | --output | --list | --split | --simplify | --provider) ((i++)) ;;
+            -o | --output | --list | --from | --split | --simplify | --provider) ((i++)) ;;
             --inspect) inspect=1 ;;
             -*) ;;
             *LANG_*) ;;
@@ -78,11 +91,8 @@ _corvanemap()
     if ((tokens == 0)); then
         _corvanemap_files "$word"
     elif [[ ! $inspect ]] && ((tokens == 1)); then
-        COMPREPLY=($(compgen -W "$(_corvanemap_keys "${COMP_WORDS[0]}")" -- "$word"))
-        # What stands in front of a colon is on the line already.
-        if [[ $word == *:* && $COMP_WORDBREAKS == *:* ]]; then
-            COMPREPLY=("${COMPREPLY[@]#"${word%"${word##*:}"}"}")
-        fi
+        COMPREPLY=($(compgen -W "$(_corvanemap_keys "${COMP_WORDS[0]}" write)" -- "$word"))
+        _corvanemap_behind_colon "$word"
     elif [[ ! $inspect ]]; then
         COMPREPLY=($(compgen -W "LANG_ENGLISH LANG_FRENCH LANG_GERMAN LANG_DUTCH" -- "$word"))
     fi

@@ -1,12 +1,12 @@
 # fish completion for corvanemap. The keys come from the program itself, which lists them in a few
 # milliseconds, so that they are always those of the program at hand.
 
-# The keys that can be written, each with its label.
+# The keys that can be read or written, each with its label.
 function __corvanemap_keys
     set -l program (commandline -opc)[1]
     env LC_ALL=C $program --formats 2>/dev/null |
-        string match -r '^\S+ +(?:read and )?write .*' |
-        string replace -r '^(\S+) +(?:read and )?write +(.*)$' '$1\t$2'
+        string match -r "^\S+ +(?:read and write|$argv[1]) .*" |
+        string replace -r '^(\S+) +(?:read and write|read|write) +(.*)$' '$1\t$2'
 end
 
 # Succeeds when this many tokens stand in front of the word that is completed.
@@ -19,7 +19,7 @@ function __corvanemap_tokens
             continue
         end
         switch $word
-            case -o --output --list --split --simplify
+            case -o --output --list --from --split --simplify
                 set skip 1
             case '-*' '*LANG_*'
             case '*'
@@ -31,10 +31,13 @@ end
 
 complete -c corvanemap -n 'not __corvanemap_tokens 0' -f
 complete -c corvanemap -n '__corvanemap_tokens 1; and not __fish_contains_opt inspect' \
-    -a '(__corvanemap_keys)'
+    -a '(__corvanemap_keys write)'
 complete -c corvanemap -n '__corvanemap_tokens 2; and not __fish_contains_opt inspect' \
     -a 'LANG_ENGLISH LANG_FRENCH LANG_GERMAN LANG_DUTCH'
 complete -c corvanemap -s o -l output -r -F -d 'Write to this file or folder'
+complete -c corvanemap -l merge -d 'Put all sources into one itinerary'
+complete -c corvanemap -l recursive -d 'Convert the folders below a folder too'
+complete -c corvanemap -l from -x -a '(__corvanemap_keys read)' -d 'Read the source as this format'
 complete -c corvanemap -l list -x -a 'all routes tracks waypoints pois' \
     -d 'Which lists become the itinerary'
 complete -c corvanemap -l split -x -d 'The most points in one file'
@@ -53,6 +56,8 @@ complete -c corvanemap -l elevation -x -d 'The elevation at a position'
 complete -c corvanemap -l panorama -x -d 'The nearest panorama'
 complete -c corvanemap -l country -d 'The country at a position, of a code, or of this machine'
 complete -c corvanemap -l offline -d 'Ask no service that is not on this machine'
+complete -c corvanemap -l force -d 'Replace any file'
+complete -c corvanemap -l no-sync -d 'Do not wait until files have reached the disk'
 complete -c corvanemap -l check -d 'Tell what the target cannot hold'
 complete -c corvanemap -l strict -d 'Exit with status 3 when something was lost'
 complete -c corvanemap -l quiet -d 'Print errors only'

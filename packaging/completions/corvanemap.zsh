@@ -2,23 +2,29 @@
 # zsh completion for corvanemap. The keys come from the program itself, which lists them in a few
 # milliseconds, so that they are always those of the program at hand.
 
+_corvanemap_targets() { _corvanemap_keys write }
+_corvanemap_sources() { _corvanemap_keys read }
+
 _corvanemap_keys() {
-  local line key ability label
+  local wanted=$1 line key ability label
   local -a keys
   # Key, ability and label stand in columns, two blanks apart.
   for line in ${(f)"$(LC_ALL=C _call_program keys $words[1] --formats 2>/dev/null)"}; do
     key=${line%% *}
     ability=${${line#$key}##[[:space:]]#}
     label=${ability##*  }
-    [[ $ability == (write|read and write)\ * ]] && keys+=("${key//:/\\:}:$label")
+    [[ $ability == ($wanted|read and write)\ * ]] && keys+=("${key//:/\\:}:$label")
   done
-  _describe -t keys 'format to write' keys
+  _describe -t keys format keys
 }
 
 _corvanemap() {
   emulate -L zsh -o extended_glob
   _arguments -s \
     '(-o --output)'{-o,--output}'[write to this file or folder]:target:_files' \
+    '--merge[put all sources into one itinerary]' \
+    '--recursive[convert the folders below a folder too]' \
+    '--from[read the source as this format]:format:_corvanemap_sources' \
     '--list[which lists become the itinerary]:lists:(all routes tracks waypoints pois)' \
     "--split[the writer's option, for itn the most points in one file]:number:" \
     '*--reverse[turn the itinerary round]' \
@@ -36,6 +42,8 @@ _corvanemap() {
     '--panorama[the nearest panorama]:position:' \
     '--country=-[the country at a position, of a code, or of this machine]::where:' \
     '--offline[ask no service that is not on this machine]' \
+    '--force[replace any file, also the source when something is lost]' \
+    '--no-sync[do not wait until files have reached the disk]' \
     '--check[tell what the target cannot hold, without keeping it]' \
     '--strict[exit with status 3 when something was lost]' \
     '--quiet[print errors only]' \
@@ -50,7 +58,7 @@ _corvanemap() {
     '(: -)'{-h,--help}'[show the help]' \
     '(: -)--version[show the version]' \
     '1:source:_files' \
-    '2:format:_corvanemap_keys' \
+    '2:format:_corvanemap_targets' \
     '3:language:(LANG_ENGLISH LANG_FRENCH LANG_GERMAN LANG_DUTCH)'
 }
 

@@ -5,6 +5,8 @@
 
 #include <unistd.h>
 
+#include "platform/interrupt.h"
+#include "platform/posix/errors.h"
 #include "platform/posix/file_descriptor.h"
 
 void PrepareConsoleProcess() {
@@ -21,6 +23,19 @@ bool WriteOutput(std::string_view text) {
 }
 
 bool WriteError(std::string_view text) { return WriteFully(STDERR_FILENO, text); }
+
+uint32_t ReadInput(std::string& bytes) {
+  char piece[65536];
+  for (;;) {
+    const ssize_t count = read(STDIN_FILENO, piece, sizeof piece);
+    if (count == 0) return 0;
+    if (count > 0) {
+      bytes.append(piece, static_cast<size_t>(count));
+    } else if (errno != EINTR || InterruptScope::IsPending()) {
+      return FailWithErrno();
+    }
+  }
+}
 
 bool ReadInputLine(std::string& line) {
   line.clear();

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/console_front.h"
+#include "app/conversion_sources.h"
+#include "app/options.h"
+#include "conversion/conversion_context.h"
+#include "conversion/conversion_driver.h"
+#include "conversion/files_of_run.h"
+#include "conversion/format_table.h"
+
+/// One run over a file, over several, or over folders.
+class ConversionRun {
+ public:
+  ConversionRun(const Options& options, const FormatTable& table, const CItineraryFormat& row,
+                ConversionContext& context);
+
+  // Each gives the exit status.
+
+  /// One file, beside which the target lies unless the options name another.
+  int ConvertOne(const WideString& source);
+  /// Every file into a target of its own.
+  int ConvertEach(const std::vector<ConversionSource>& sources);
+  /// All files into one target.
+  int Merge(const std::vector<WideString>& sources);
+
+ private:
+  enum class Outcome { kConverted, kWithLosses, kNotRecognised, kKept, kFailed };
+
+  Outcome Convert(const WideString& source, const WideString& target);
+  uint32_t Read(const WideString& source, bool append);
+  Outcome FinishRead(const WideString& source, uint32_t status);
+  void TellLookups(const WideString& source);
+  Outcome Write(const WideString& source, const WideString& target);
+  Outcome Finish(const WideString& source, const WideString& target, const TripWrite& trip);
+  Outcome TellRefusal(const WideString& source, const TripWrite& trip);
+  void TellCheck(const WideString& source, const WideString& target, const LossCheck& check);
+  void Complain(const std::string& message);
+
+  WideString TargetOfOne(const WideString& source) const;
+  WideString TargetBeside(const WideString& source) const;
+  void SyncWhatWasWritten(const std::set<WideString>& folders);
+  void Count(Outcome outcome);
+  void TellCounts() const;
+  void ShowProgress(size_t done, size_t count) const;
+  int ExitStatus() const;
+
+  const Options& m_options;
+  const CItineraryFormat& m_row;
+  ConsoleFront m_front;
+  CConversionDriver m_driver;
+  FilesOfRun* m_filesOfRun = nullptr;
+  bool m_inFolder = false;
+  bool m_outputFailed = false;
+  std::string m_error;  ///< the last message
+
+  size_t m_converted = 0;
+  size_t m_withLosses = 0;  ///< of these
+  size_t m_unknown = 0;
+  size_t m_kept = 0;
+  size_t m_failed = 0;
+};
