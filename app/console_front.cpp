@@ -8,6 +8,7 @@
 #include "base/text_ids.h"
 #include "conversion/list_choice.h"
 #include "platform/interrupt.h"
+#include "platform/terminal.h"
 
 namespace {
 
@@ -21,9 +22,11 @@ bool BeginsLike(const std::string& answer, std::string_view word) {
 void ConsoleFront::ShowMessage(MessageIcon, uint32_t textId, const FailureReason& reason) {
   // What fails now fails because of the user, who knows.
   if (InterruptScope::IsPending()) return;
-  if (textId == kTextUnknownFormat && (!m_reportsUnknown || m_declined)) return;
-  Complain(m_subject,
-           std::string(LoadTextUtf8(textId)) + DescribeReason(reason.platformError, m_subject));
+  if (textId == kTextUnknownFormat && m_declined) return;
+  const auto describe = textId == kTextCannotBeWritten ? DescribeReason : DescribeReadFailure;
+  m_message = std::string(LoadTextUtf8(textId)) + describe(reason.platformError, m_subject);
+  if (textId == kTextUnknownFormat && !m_reportsUnknown) return;
+  Complain(m_subject, m_message);
 }
 
 bool ConsoleFront::AskYesNo(MessageIcon, uint32_t textId) {
@@ -32,8 +35,7 @@ bool ConsoleFront::AskYesNo(MessageIcon, uint32_t textId) {
   const std::string_view no = LoadTextUtf8(kTextNo);
   const std::string question(LoadTextUtf8(textId));
   if (!IsInteractive()) {
-    Complain(m_subject, question);
-    Complain(FormatText(kTextNoTerminal, yes));
+    Complain(m_subject, fmt::format("{} {}", question, yes));
     return true;
   }
   for (;;) {

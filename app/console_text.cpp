@@ -5,8 +5,22 @@
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "platform/folder.h"
+#include "platform/sequential_file.h"
 
 namespace {
+
+bool IsStream(const WideString& path) {
+  return FileAttributes(path) == kAttributeNormal && !IsRegularFile(path);
+}
+
+// Whether a file begins as what gzip packs does.
+bool IsGzip(const WideString& path) {
+  SequentialFile file;
+  char start[2] = {};
+  return IsRegularFile(path) && file.Open(path) == kStatusSuccess &&
+         file.Read(start, sizeof start) == sizeof start &&
+         std::string_view(start, sizeof start) == "\x1F\x8B";
+}
 
 uint32_t ReasonText(uint32_t status, const WideString& path) {
   switch (status) {
@@ -19,7 +33,7 @@ uint32_t ReasonText(uint32_t status, const WideString& path) {
     case kStatusSharingViolation:
       return kTextReasonInUse;
     case kStatusInvalidParameter:
-      return kTextReasonWrongValue;
+      return IsStream(path) ? kTextReasonPipe : kTextReasonWrongValue;
     case kStatusDiskFull:
       return kTextReasonDiskFull;
     case kStatusNameTooLong:
@@ -42,4 +56,10 @@ void Complain(const WideString& path, const std::string& message) {
 std::string DescribeReason(uint32_t platformError, const WideString& path) {
   if (platformError == kStatusSuccess) return {};
   return " " + FormatText(kTextReason, LoadTextUtf8(ReasonText(platformError, path)));
+}
+
+std::string DescribeReadFailure(uint32_t platformError, const WideString& path) {
+  if (platformError == kStatusSuccess && IsGzip(path))
+    return " " + FormatText(kTextReason, LoadTextUtf8(kTextReasonGzip));
+  return DescribeReason(platformError, path);
 }

@@ -15,3 +15,6 @@ void Complain(const WideString& path, const std::string& message);
 /// Why a file operation failed, as a sentence of its own that begins with a blank; empty when
 /// nothing is known, 0. `path` is the file it was about.
 std::string DescribeReason(uint32_t platformError, const WideString& path);
+
+/// The same for a file that could not be read, whose content may tell more.
+std::string DescribeReadFailure(uint32_t platformError, const WideString& path);

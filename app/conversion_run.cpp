@@ -12,7 +12,9 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "base/text_ids.h"
+#include "conversion/content_search.h"
 #include "conversion/format_search.h"
+#include "markup/json_string.h"
 #include "platform/folder.h"
 #include "platform/interrupt.h"
 
@@ -26,9 +28,11 @@ WideString ShownName(const WideString& path, uint32_t streamText) {
 }  // namespace
 
 ConversionRun::ConversionRun(const Options& options, const FormatTable& table,
-                             const CItineraryFormat& row, ConversionContext& context)
+                             const CItineraryFormat& row, uint32_t option,
+                             ConversionContext& context)
     : m_options(options),
       m_row(row),
+      m_option(option),
       m_front(options),
       m_driver(table, m_front, context, ChangeTracking::kOff) {}
 
@@ -62,6 +66,7 @@ int ConversionRun::Merge(const std::vector<WideString>& sources) {
     const uint32_t status = Read(source, append);
     if (status != kStatusSuccess) {
       Count(FinishRead(source, status));
+      PrintFailure(ShownName(source, kTextStandardInput), target, status);
       return ExitStatus();
     }
     append = true;
@@ -155,8 +160,11 @@ int ConversionRun::ExitStatus() const {
 
 ConversionRun::Outcome ConversionRun::Convert(const WideString& source, const WideString& target) {
   const uint32_t status = Read(source, false);
-  if (status != kStatusSuccess) return FinishRead(source, status);
-  return Write(source, target);
+  if (status == kStatusSuccess) return Write(source, target);
+  const Outcome outcome = FinishRead(source, status);
+  PrintFailure(ShownName(source, kTextStandardInput), ShownName(target, kTextStandardOutput),
+               status);
+  return outcome;
 }
 
 uint32_t ConversionRun::Read(const WideString& source, bool append) {
@@ -185,8 +193,7 @@ ConversionRun::Outcome ConversionRun::FinishRead(const WideString& source, uint3
     return Outcome::kFailed;
   }
   if (status != kStatusBadFormat) return Outcome::kFailed;
-  const bool hasNoName = source == kStream || ExtensionOfPath(source).empty();
-  if (hasNoName && m_options.from.empty() && !m_inFolder)
+  if (HasNoExtension(source) && m_options.from.empty() && !m_inFolder)
     Complain(FormatText(kTextContentUnknown, ShownPath(ShownName(source, kTextStandardInput))));
   return Outcome::kNotRecognised;
 }
@@ -205,9 +212,9 @@ ConversionRun::Outcome ConversionRun::Write(const WideString& source, const Wide
   const size_t count = m_driver.current.Count();
   ApplyListOperations(m_options.operations, from, m_options.quiet, m_driver.current);
   options.leavesPointsOut = m_driver.current.Count() < count;
-  options.option = m_options.split;
+  options.option = m_option;
   options.silent = true;
-  options.checks = !m_options.quiet || m_options.strict || m_options.check;
+  options.checks = !m_options.quiet || m_options.json || m_options.strict || m_options.check;
   options.keepsNothing = m_options.check;
   options.force = m_options.force;
   options.run = m_options.force ? nullptr : m_filesOfRun;
@@ -234,9 +241,14 @@ ConversionRun::Outcome ConversionRun::Finish(const WideString& source, const Wid
   const uint64_t countries = trip.notes.Count(ConversionNote::kCountryNotFound);
   if (countries > 0 && !m_options.quiet)
     Complain(FormatText(kTextCountriesNotFound, ShownPath(target), countries));
-  if (trip.check) TellCheck(source, target, *trip.check);
-  if (trip.refusal != WriteRefusal::kNone) return TellRefusal(source, trip);
-  if (trip.status != kStatusSuccess) return Outcome::kFailed;
+  const bool isWritten = trip.status == kStatusSuccess;
+  if (trip.check && (isWritten || !m_options.json)) TellCheck(source, target, *trip.check);
+  Outcome outcome = Outcome::kFailed;
+  if (trip.refusal != WriteRefusal::kNone) outcome = TellRefusal(source, trip);
+  if (!isWritten) {
+    PrintFailure(source, target, trip.status);
+    return outcome;
+  }
   return trip.check && trip.check->HasLosses() ? Outcome::kWithLosses : Outcome::kConverted;
 }
 
@@ -260,6 +272,21 @@ void ConversionRun::TellCheck(const WideString& source, const WideString& target
   } else if (!m_options.quiet && (!m_inFolder || check.HasLosses())) {
     WriteError(DescribeCheck(source, target, check));
   }
+}
+
+// One line for other programs, as of the files that were converted.
+void ConversionRun::PrintFailure(const WideString& source, const WideString& target,
+                                 uint32_t status) {
+  if (!m_options.json || InterruptScope::IsPending()) return;
+  OutputSink sink;
+  sink.Write("{\"source\": ");
+  WriteJsonString(sink, ShownPath(source));
+  sink.Write(", \"target\": ");
+  WriteJsonString(sink, ShownPath(target));
+  sink.Printf(", \"status\": %u, \"error\": ", status);
+  WriteJsonString(sink, m_front.Message().empty() ? m_error : m_front.Message());
+  sink.Write("}\n");
+  m_outputFailed = !sink.Finish() || m_outputFailed;
 }
 
 void ConversionRun::Complain(const std::string& message) {

@@ -16,7 +16,7 @@
 class ConversionRun {
  public:
   ConversionRun(const Options& options, const FormatTable& table, const CItineraryFormat& row,
-                ConversionContext& context);
+                uint32_t option, ConversionContext& context);
 
   // Each gives the exit status.
 
@@ -33,6 +33,7 @@ class ConversionRun {
   Outcome Convert(const WideString& source, const WideString& target);
   uint32_t Read(const WideString& source, bool append);
   Outcome FinishRead(const WideString& source, uint32_t status);
+  void PrintFailure(const WideString& source, const WideString& target, uint32_t status);
   void TellLookups(const WideString& source);
   Outcome Write(const WideString& source, const WideString& target);
   Outcome Finish(const WideString& source, const WideString& target, const TripWrite& trip);
@@ -50,12 +51,13 @@ class ConversionRun {
 
   const Options& m_options;
   const CItineraryFormat& m_row;
+  const uint32_t m_option;  ///< of the writer
   ConsoleFront m_front;
   CConversionDriver m_driver;
   FilesOfRun* m_filesOfRun = nullptr;
   bool m_inFolder = false;
   bool m_outputFailed = false;
-  std::string m_error;  ///< the last message
+  std::string m_error;  ///< what was told last about the file at hand
 
   size_t m_converted = 0;
   size_t m_withLosses = 0;  ///< of these

@@ -48,7 +48,7 @@ void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& 
   sink.Write(", \"target\": ");
   WriteJsonString(sink, ShownPath(target));
   const bool isChecked = check.outcome == LossCheck::Outcome::kChecked;
-  sink.Printf(", \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
+  sink.Printf(", \"status\": 0, \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
               check.HasLosses() ? "true" : "false");
   if (isChecked) {
     const LossReport& losses = check.losses;

@@ -33,6 +33,8 @@ struct Options {
   WideString output;
   ListChoice lists;
   uint32_t split = 0;
+  std::string option;  ///< of the writer, as a word
+  bool summary = false;
   std::vector<ListOperation> operations;  ///< in the order given
   bool settings = false;
   std::vector<std::string> assignments;  ///< KEY=VALUE

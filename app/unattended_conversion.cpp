@@ -7,6 +7,7 @@
 #include "app/console_text.h"
 #include "app/conversion_run.h"
 #include "app/conversion_sources.h"
+#include "app/writer_option.h"
 #include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -27,6 +28,10 @@ bool IsFolder(const WideString& path) {
   return path != kStream && FileAttributes(path) == kAttributeDirectory;
 }
 
+bool IsCsv(std::u16string_view key) {
+  return EqualsIgnoringCase(key.substr(0, key.find(u':')), u"csv");
+}
+
 int Refuse(const std::string& message) {
   Complain(message);
   return kExitWrongUsage;
@@ -40,7 +45,10 @@ int Understand(const Options& options, const FormatTable& table, Request& reques
   const size_t count = isPlain ? 1 : tokens.size() - 1;
   const WideString& key = tokens[count];
   request.row = FindWriter(table, ToLowerAscii(key));
-  if (!request.row) return Refuse(FormatText(kTextUnknownKey, ShownPath(key)));
+  if (!request.row) {
+    const bool isRead = FindReader(table, ToLowerAscii(key)) != nullptr;
+    return Refuse(FormatText(isRead ? kTextReadOnlyFormat : kTextUnknownKey, ShownPath(key)));
+  }
   if (IsPseudoFormat(*request.row)) return Refuse(FormatText(kTextNoFileFormat, ShownPath(key)));
   if (isPlain && tokens.size() > 2 && !options.quiet) {
     std::string ignored;
@@ -75,6 +83,34 @@ int CheckStreams(const Options& options, const Request& request) {
   const bool isMany = !isOne || isSplit || std::any_of(sources.begin(), sources.end(), IsFolder);
   if (toOutput && (isMany || (options.json && !options.check)))
     return Refuse(FormatText(kTextOneFileToOutput));
+  return kExitConverted;
+}
+
+// Options that would do nothing here. 0, or the exit status.
+int CheckEffects(const Options& options, const Request& request) {
+  const auto& sources = request.sources;
+  const bool hasFolder = std::any_of(sources.begin(), sources.end(), IsFolder);
+  const bool isOneFile = sources.size() == 1 && !hasFolder;
+  const std::u16string_view format =
+      options.from.empty() ? ExtensionOfPath(sources.front()) : options.from;
+  const bool fromCsv = !isOneFile || format.empty() || IsCsv(format);
+  const bool writesNothing = options.check;
+  const struct {
+    const char* name;
+    bool isIdle;
+  } kinds[] = {
+      {"--merge", options.merge && isOneFile},
+      {"--recursive", options.recursive && !hasFolder},
+      {"--summary", options.summary},
+      {"--csv-read", options.csvRead && !options.remember && !fromCsv},
+      {"--csv-write", options.csvWrite && !options.remember && !IsCsv(request.row->extension)},
+      {"--remember", options.remember && !options.csvRead && !options.csvWrite},
+      {"--force", options.force && writesNothing},
+      {"--no-sync", options.noSync && writesNothing},
+  };
+  for (const auto& kind : kinds) {
+    if (kind.isIdle) return Refuse(FormatText(kTextOptionWithoutEffect, kind.name));
+  }
   return kExitConverted;
 }
 
@@ -130,10 +166,16 @@ int RunConversion(const Options& options, const FormatTable& table, ConversionCo
     return Refuse(FormatText(kTextNothingReads, ShownPath(options.from)));
   if (const int status = CheckSources(request.sources)) return status;
   if (const int status = CheckStreams(options, request)) return status;
+  if (const int status = CheckEffects(options, request)) return status;
+  uint32_t option = 0;
+  std::string error;
+  if (!TakeWriterOption(options, *request.row, option, error)) return Refuse(error);
+  const std::string effect = DescribeSwitch(options, *request.row);
+  if (!effect.empty() && !options.quiet) Complain(effect);
 
   const InterruptScope interrupt;
   context.progress = [](const ConversionProgress&) { return !InterruptScope::IsPending(); };
   // Never destroyed: to free a million points one by one takes longer than to end the process.
-  static auto* const run = new ConversionRun(options, table, *request.row, context);
+  static auto* const run = new ConversionRun(options, table, *request.row, option, context);
   return Convert(options, request, *run);
 }

@@ -7,6 +7,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "platform/folder.h"
 
 namespace {
 
@@ -92,12 +93,37 @@ bool Takes(FormatParseFn parse, std::string_view bytes, ConversionContext& trial
                      [](const auto& list) { return !list->points.empty(); });
 }
 
+// Some readers take nearly every text. Two of them take the same tables of numbers, in another
+// order of the columns; the third wants no lines at all.
+int Leniency(const CItineraryFormat& row) {
+  const std::u16string_view extension = row.extension;
+  if (extension == u"trl") return 2;
+  return extension == u"csv" || extension == u"tk" ? 1 : 0;
+}
+
+// The reader that the bytes are for, of those that take them; null when that is not clear.
+const CItineraryFormat* TheOne(const std::vector<const CItineraryFormat*>& takers) {
+  const CItineraryFormat* found = nullptr;
+  bool isClear = true;
+  for (const CItineraryFormat* row : takers) {
+    const int before = found ? Leniency(*found) : Leniency(*row) + 1;
+    if (Leniency(*row) > before) continue;
+    isClear = Leniency(*row) < before;
+    found = row;
+  }
+  return isClear ? found : nullptr;
+}
+
 WideString KeyOf(const CItineraryFormat& row) {
   return row.textId == 0 ? row.extension
                          : row.extension + (u":" + WidenAscii(std::to_string(row.textId)));
 }
 
 }  // namespace
+
+bool HasNoExtension(std::u16string_view path) {
+  return NameIn(path).find(u'.') == std::u16string_view::npos;
+}
 
 WideString KeyOfContent(const FormatTable& table, std::string_view bytes,
                         const ConversionContext& context) {
@@ -107,13 +133,13 @@ WideString KeyOfContent(const FormatTable& table, std::string_view bytes,
   ConversionContext trial = context.ForReadingBack();
   trial.csvLayouts.forReading = context.csvLayouts.forReading;
   std::vector<FormatParseFn> tried;
+  std::vector<const CItineraryFormat*> takers;
   for (const CItineraryFormat& row : table) {
     const FormatParseFn parse = row.facts.parse;
     if (!parse || std::find(tried.begin(), tried.end(), parse) != tried.end()) continue;
     tried.push_back(parse);
-    if (!Takes(parse, bytes, trial)) continue;
-    if (!key.empty()) return {};
-    key = KeyOf(row);
+    if (Takes(parse, bytes, trial)) takers.push_back(&row);
   }
-  return key;
+  const CItineraryFormat* const row = TheOne(takers);
+  return row ? KeyOf(*row) : WideString();
 }

@@ -137,8 +137,10 @@ uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
     m_front.ShowMessage(MessageIcon::kWarning, kTextNoItinerary, {});
     return kStatusFailure;
   }
-  if (current.Count() > kManyPoints && !m_front.AskYesNo(MessageIcon::kWarning, kTextManyPoints))
+  if (current.Count() > kManyPoints && m_front.HasEditor() &&
+      !m_front.AskYesNo(MessageIcon::kWarning, kTextManyPoints)) {
     return kStatusDeclined;
+  }
   if (!append) {
     sourcePath = path;
     if (current.name.empty()) current.name = WideToUtf8Lossy(FileTitleOfPath(path));

@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "conversion/content_search.h"
+#include "conversion/format_aliases.h"
 #include "platform/input_file.h"
 
 namespace {
@@ -59,7 +60,8 @@ void Finish(TripRead& trip, const ConversionContext& context) {
 }
 
 // Whether a row is one that a key means: by its extension, and by its text where the key has one.
-bool IsMeant(const CItineraryFormat& row, std::u16string_view key) {
+bool IsMeant(const CItineraryFormat& row, std::u16string_view name) {
+  const std::u16string_view key = KeyForReading(name);
   const size_t colon = key.find(u':');
   std::u16string_view extension = key.substr(0, colon);
   // An archive with a KML file in it, which the reader of KML unpacks.
@@ -105,7 +107,7 @@ TripRead ReadTrip(const FormatTable& table, const WideString& path, ConversionCo
                   const ReadOptions& options) {
   const std::u16string_view key =
       options.key.empty() ? ExtensionOfPath(path) : std::u16string_view(options.key);
-  if (key.empty() && options.byContent) {
+  if (key.empty() && options.byContent && HasNoExtension(path)) {
     InputFile file;
     context.Renew();
     if (context.Keep(file.Open(path)) == kStatusSuccess)
@@ -141,7 +143,7 @@ TripRead ReadTripWith(const CItineraryFormat& row, const WideString& path,
   return trip;
 }
 
-const CItineraryFormat* FindReader(const FormatTable& table, const WideString& key) {
+const CItineraryFormat* FindReader(const FormatTable& table, std::u16string_view key) {
   for (const CItineraryFormat& row : table) {
     if (IsMeant(row, key)) return &row;
   }

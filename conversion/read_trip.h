@@ -24,8 +24,8 @@ struct TripRead {
 /// How a file is read.
 struct ReadOptions {
   bool silent = false;  ///< no question is asked
-  /// Names the format: an extension, or "extension:textId" for one row. Empty: the path's extension
-  /// does.
+  /// Names the format: an extension, "extension:textId" for one row, or one of `FormatAliases`.
+  /// Empty: the path's extension does.
   WideString key = {};
   /// The content decides where neither key nor extension do.
   bool byContent = false;
@@ -50,4 +50,4 @@ TripRead ReadTripWith(const CItineraryFormat& row, const WideString& path,
                       ConversionContext& context, bool silent);
 
 /// The first row with a reader for a key, as in ReadOptions; null when there is none.
-const CItineraryFormat* FindReader(const FormatTable& table, const WideString& key);
+const CItineraryFormat* FindReader(const FormatTable& table, std::u16string_view key);

@@ -9,8 +9,8 @@
 /// When a file and its name have reached the disk.
 enum class Durability {
   kSynced,          ///< before `Commit` says that it is written
-  kSyncedTogether,  ///< a file that takes another's place before; a new one with `SyncFileSystem`,
-                    ///< which the caller asks for once, behind the last of many
+  kSyncedTogether,  ///< a file that takes another's place before it does; a new one, and the names,
+                    ///< with `SyncFileSystem`, which the caller asks for once, behind the last
   kLeftToTheSystem,
 };
 

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 
 #include <unistd.h>
 
@@ -14,9 +15,10 @@ void PrepareConsoleProcess() {
   std::signal(SIGPIPE, SIG_IGN);
 }
 
-bool IsInteractive() { return isatty(STDIN_FILENO) && isatty(STDERR_FILENO); }
-
-bool IsErrorTerminal() { return isatty(STDERR_FILENO); }
+bool IsErrorTerminal() {
+  const char* const kind = std::getenv("TERM");
+  return isatty(STDERR_FILENO) && kind && *kind && std::string_view(kind) != "dumb";
+}
 
 bool WriteOutput(std::string_view text) {
   return WriteFully(STDOUT_FILENO, text) || errno == EPIPE;
@@ -35,14 +37,4 @@ uint32_t ReadInput(std::string& bytes) {
       return FailWithErrno();
     }
   }
-}
-
-bool ReadInputLine(std::string& line) {
-  line.clear();
-  char byte = 0;
-  while (read(STDIN_FILENO, &byte, 1) == 1) {
-    if (byte == '\n') return true;
-    line.push_back(byte);
-  }
-  return !line.empty();
 }

@@ -279,7 +279,7 @@ bool OutputFile::SyncFile(int file) const {
 
 // The name is a matter of the folder. One that may be written but not read cannot be synced.
 bool OutputFile::SyncFolder() const {
-  if (!NeedsSync() || m_mode != EMode::kReplace) return true;
+  if (m_durability != Durability::kSynced || m_mode != EMode::kReplace) return true;
   const FileDescriptor folder(openat(m_folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   return !folder || IsSynced(fsync(folder.Get()));
 }

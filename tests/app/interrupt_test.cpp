@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 // An itinerary that takes a while.
 std::string LongItinerary() {
   std::string text;
-  for (int i = 0; i < 400000; ++i) text += std::to_string(100000 + i) + "|4800000|Stop|0|\r\n";
+  for (int i = 0; i < 150000; ++i) text += std::to_string(100000 + i) + "|4800000|Stop|0|\r\n";
   return text;
 }
 

@@ -101,6 +101,16 @@ TEST(StandardInput, IsReadByTheOnlyReaderThatTakesIt) {
   EXPECT_EQ(RunShell(kProgram + "- itn <" + Quoted(folder.PathTo("a"))).output, kItinerary);
 }
 
+// Some readers take nearly every text; they do not stand in the way of the others.
+TEST(StandardInput, IsNotForTheReadersThatTakeEverything) {
+  const TemporaryFolder folder;
+  folder.Put("a", kItinerary);
+  EXPECT_EQ(RunShell(kProgram + "- ov2 <" + Quoted(folder.PathTo("a"))).output, kPois);
+  // A table of numbers could have its columns in any order.
+  folder.Put("b", "48.85661,2.35222,35,Paris,\r\n");
+  EXPECT_EQ(RunShell(kProgram + "- ov2 <" + Quoted(folder.PathTo("b"))).status, 1);
+}
+
 TEST(StandardInput, NeedsAKeyWhereTheContentDoesNotDecide) {
   const TemporaryFolder folder;
   folder.Put("a", "nothing that anybody reads\n");
