@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -37,7 +36,8 @@ WideString FolderOf(const WideString& path);
 /// is put into `error` then. Links are followed.
 uint32_t FileAttributes(const WideString& path, uint32_t* error = nullptr);
 
-/// True for a file whose content stays in it, unlike that of a pipe or a device. Links are followed.
+/// True for a file whose content stays in it, unlike that of a pipe or a device. Links are
+/// followed.
 bool IsRegularFile(const WideString& path);
 
 /// What tells one existing file or folder from every other, whatever paths lead to it.
@@ -45,7 +45,10 @@ struct FileIdentity {
   uint64_t device = 0;
   uint64_t number = 0;
 
-  auto operator<=>(const FileIdentity&) const = default;
+  bool operator==(const FileIdentity&) const = default;
+  bool operator<(const FileIdentity& other) const {
+    return device != other.device ? device < other.device : number < other.number;
+  }
 };
 
 /// The identity of what `path` leads to; nothing where that does not exist.
