@@ -53,7 +53,7 @@ class ConversionRun {
   const CItineraryFormat& m_row;
   const uint32_t m_option;  ///< of the writer
   ConsoleFront m_front;
-  CConversionDriver m_driver;
+  ConversionDriver m_driver;
   FilesOfRun* m_filesOfRun = nullptr;
   bool m_inFolder = false;
   bool m_outputFailed = false;

@@ -43,7 +43,7 @@ std::string TextFilling::NextPlaceholder(bool isOne, bool isNone) {
     const size_t middle = std::min(m_rest.find('~'), m_rest.size());
     const size_t end = std::min(m_rest.find('}'), m_rest.size());
     // Nothing counts as one in French.
-    const bool isSingular = isOne || (isNone && CurrentLanguage() == ELanguage::kFrench);
+    const bool isSingular = isOne || (isNone && CurrentLanguage() == Language::kFrench);
     const std::string chosen =
         isSingular ? m_rest.substr(1, middle - 1) : m_rest.substr(middle + 1, end - middle - 1);
     m_rest.replace(0, end + 1, chosen);

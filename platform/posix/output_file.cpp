@@ -169,7 +169,7 @@ OutputFile::OutputFile(const WideString& path, Durability durability)
     return;
   }
   if (exists && !S_ISREG(existing.st_mode)) {
-    m_mode = EMode::kDirect;
+    m_mode = Mode::kDirect;
     m_file = open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
     if (m_file < 0) m_status = FailWithErrno();
     return;
@@ -181,7 +181,7 @@ OutputFile::OutputFile(const WideString& path, Durability durability)
   }
   OpenReplacement();
   if (m_file < 0 && exists && (errno == EACCES || errno == EROFS || errno == EPERM)) {
-    m_mode = EMode::kInPlace;
+    m_mode = Mode::kInPlace;
     m_replacesFile = true;
   } else if (m_file < 0) {
     m_status = FailWithErrno();
@@ -209,14 +209,14 @@ OutputFile::~OutputFile() {
 
 void OutputFile::Discard() {
   if (m_file < 0) return;
-  if (m_mode == EMode::kReplace) unlinkat(m_folder, m_temporary.c_str(), 0);
+  if (m_mode == Mode::kReplace) unlinkat(m_folder, m_temporary.c_str(), 0);
   close(m_file);
   m_file = -1;
 }
 
 void OutputFile::Write(std::string_view bytes) {
   if (m_status != 0) return;
-  if (m_mode == EMode::kInPlace) {
+  if (m_mode == Mode::kInPlace) {
     if (!Append(m_content, bytes)) m_status = FailWithErrno();
   } else if (!WriteFully(m_file, bytes)) {
     m_status = FailWithErrno();
@@ -244,7 +244,7 @@ uint32_t OutputFile::Commit() {
     Discard();
     return m_status;
   }
-  if (m_mode == EMode::kInPlace) {
+  if (m_mode == Mode::kInPlace) {
     OverwriteTarget();
     return m_status;
   }
@@ -257,7 +257,7 @@ uint32_t OutputFile::Commit() {
     return m_status;
   }
   const char* const name = m_target.c_str() + NameStart(m_target);
-  if (m_mode == EMode::kReplace && renameat(m_folder, m_temporary.c_str(), m_folder, name) != 0) {
+  if (m_mode == Mode::kReplace && renameat(m_folder, m_temporary.c_str(), m_folder, name) != 0) {
     m_status = FailWithErrno();
     Discard();
     return m_status;
@@ -274,12 +274,12 @@ bool OutputFile::NeedsSync() const {
 }
 
 bool OutputFile::SyncFile(int file) const {
-  return !NeedsSync() || m_mode == EMode::kDirect || IsSynced(fsync(file));
+  return !NeedsSync() || m_mode == Mode::kDirect || IsSynced(fsync(file));
 }
 
 // The name is a matter of the folder. One that may be written but not read cannot be synced.
 bool OutputFile::SyncFolder() const {
-  if (m_durability != Durability::kSynced || m_mode != EMode::kReplace) return true;
+  if (m_durability != Durability::kSynced || m_mode != Mode::kReplace) return true;
   const FileDescriptor folder(openat(m_folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   return !folder || IsSynced(fsync(folder.Get()));
 }

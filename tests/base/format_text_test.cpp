@@ -19,18 +19,18 @@ TEST(FormatText, ChoosesTheFormByTheNumber) {
   EXPECT_EQ(FormatText(kTextPointCount, 0), "0 points");
   EXPECT_EQ(FormatText(kTextDetailsLost, "a", 1, 2, 0.5),
             "a: 1 comment and 2 altitudes dropped; positions move by up to 0.5 m");
-  SetLanguage(ELanguage::kFrench);
+  SetLanguage(Language::kFrench);
   EXPECT_EQ(FormatText(kTextPointCount, 0), "0 point");
   EXPECT_EQ(FormatText(kTextPointCount, 2), "2 points");
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
 }
 
 TEST(FormatText, HasTheDecimalSignOfTheLanguage) {
-  SetLanguage(ELanguage::kGerman);
+  SetLanguage(Language::kGerman);
   EXPECT_EQ(FormatText(kTextNothingLost, "3.5.itn", 2, 1.25),
             "3.5.itn: gepr\u00FCft: alle 2 Etappenziele sind unver\u00E4ndert, auf 1,2 m genau");
   EXPECT_EQ(LocalNumber("12.5km"), "12,5km");
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
   EXPECT_EQ(LocalNumber("12.5km"), "12.5km");
 }
 
