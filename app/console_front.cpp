@@ -7,7 +7,7 @@
 #include "base/format_text.h"
 #include "base/text_ids.h"
 #include "conversion/list_choice.h"
-#include "platform/interrupt.h"
+#include "platform/interruption.h"
 #include "platform/terminal.h"
 
 namespace {
@@ -21,10 +21,10 @@ bool BeginsLike(const std::string& answer, std::string_view word) {
 
 void ConsoleFront::ShowMessage(MessageIcon, uint32_t textId, const FailureReason& reason) {
   // What fails now fails because of the user, who knows.
-  if (InterruptScope::IsPending()) return;
+  if (InterruptionScope::IsPending()) return;
   if (textId == kTextUnknownFormat && m_declined) return;
-  const auto describe = textId == kTextCannotBeWritten ? DescribeReason : DescribeReadFailure;
-  m_message = std::string(LoadTextUtf8(textId)) + describe(reason.platformError, m_subject);
+  const auto describe = textId == kTextCannotBeWritten ? DescribeFailure : DescribeReadFailure;
+  m_message = std::string(LoadTextUtf8(textId)) + describe(reason, m_subject);
   if (textId == kTextUnknownFormat && !m_reportsUnknown) return;
   Complain(m_subject, m_message);
 }

@@ -108,7 +108,8 @@ int RunInspection(const Options& options, const FormatTable& table, ConversionCo
   }
   uint32_t error = kStatusSuccess;
   const bool isStream = path == kStream;
-  const uint32_t attributes = isStream ? kAttributeNormal : FileAttributes(path, &error);
+  const bool isFile = !isStream && !IsWebAddress(path);
+  const uint32_t attributes = isFile ? FileAttributes(path, &error) : kAttributeNormal;
   if (attributes == kNoAttributes && error == kStatusFileNotFound) {
     Complain(FormatText(kTextNoSource, ShownPath(path)));
     return kExitWrongUsage;
@@ -131,7 +132,6 @@ int RunInspection(const Options& options, const FormatTable& table, ConversionCo
   const bool isWritten = sink.Finish();
   if (trip.status == kStatusSuccess) return isWritten ? kExitConverted : kExitFailed;
   const uint32_t message = trip.status == kStatusBadFormat ? kTextUnknownFormat : kTextCannotBeRead;
-  Complain(shown, std::string(LoadTextUtf8(message)) +
-                      DescribeReadFailure(trip.reason.platformError, path));
+  Complain(shown, std::string(LoadTextUtf8(message)) + DescribeReadFailure(trip.reason, path));
   return kExitFailed;
 }

@@ -5,6 +5,65 @@
 #include "base/text_ids.h"
 #include "markup/json_string.h"
 
+namespace {
+
+// What a reader can pass over, and its name in JSON where it has not one of its own outside.
+struct PassedOverKind {
+  ConversionNote note;
+  uint32_t text;
+  const char* name;
+};
+
+constexpr PassedOverKind kPassedOverKinds[] = {
+    {ConversionNote::kLinePassedOver, kTextLineCount, nullptr},
+    {ConversionNote::kStopWithoutWaypoint, kTextStopsWithoutWaypoint, nullptr},
+    {ConversionNote::kPointWithoutPosition, kTextPointsWithoutPosition, nullptr},
+    {ConversionNote::kTime, kTextTimeCount, "times"},
+    {ConversionNote::kSymbol, kTextSymbolCount, "symbols"},
+    {ConversionNote::kMeasurement, kTextMeasurementCount, "measurements"},
+    {ConversionNote::kLink, kTextLinkCount, "links"},
+    {ConversionNote::kDescription, kTextDescriptionCount, "descriptions"},
+    {ConversionNote::kDetail, kTextDetailCount, "details"},
+    {ConversionNote::kShapingPoint, kTextShapingPointCount, "shapingPoints"},
+    {ConversionNote::kSegmentBreak, kTextSegmentBreakCount, "segmentBreaks"},
+    {ConversionNote::kExtension, kTextExtensionCount, "extensions"},
+    {ConversionNote::kArea, kTextAreaCount, "areas"},
+    {ConversionNote::kOverlay, kTextOverlayCount, "overlays"},
+    {ConversionNote::kDocument, kTextDocumentCount, "documents"},
+    {ConversionNote::kRelation, kTextRelationCount, "relations"},
+};
+
+uint64_t CountOf(const LossCheck& check, ConversionNote note) {
+  return note == ConversionNote::kPointWithoutPosition ? check.PointsWithoutPosition()
+                                                       : check.notes.Count(note);
+}
+
+// All kinds with their numbers, parted by commas.
+std::string PassedOver(const LossCheck& check) {
+  std::string text;
+  for (const PassedOverKind& kind : kPassedOverKinds) {
+    const uint64_t count = CountOf(check, kind.note);
+    if (count == 0) continue;
+    if (!text.empty()) text += ", ";
+    text += FormatText(kind.text, count);
+  }
+  return text;
+}
+
+void WriteJsonPassedOver(ByteSink& sink, const LossCheck& check) {
+  sink.Write(", \"passedOver\": {");
+  const char* separator = "";
+  for (const PassedOverKind& kind : kPassedOverKinds) {
+    const uint64_t count = check.notes.Count(kind.note);
+    if (!kind.name || count == 0) continue;
+    sink.Printf("%s\"%s\": %d", separator, kind.name, count);
+    separator = ", ";
+  }
+  sink.Put('}');
+}
+
+}  // namespace
+
 std::string DescribeCheck(const WideString& source, const WideString& target,
                           const LossCheck& check) {
   const std::string shown = ShownPath(target);
@@ -19,7 +78,8 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
   } else if (check.outcome == LossCheck::Outcome::kNoFile) {
     // There is nothing to say about what nobody can look at.
   } else if (!losses.HasLosses()) {
-    tell(FormatText(kTextNothingLost, shown, losses.stops, losses.largestShift));
+    tell(FormatText(check.notes.HasLosses() ? kTextAllThatWasRead : kTextNothingLost, shown,
+                    losses.stops, losses.largestShift));
   } else {
     if (losses.stopsLost > 0 || losses.stopsAdded > 0)
       tell(FormatText(kTextStopsLost, shown, losses.stopsLost, losses.stops, losses.stopsAdded));
@@ -34,10 +94,8 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
     }
   }
   if (check.listsMerged > 0) tell(FormatText(kTextListsMerged, shown, check.listsMerged));
-  if (check.LinesPassedOver() + check.StopsWithoutWaypoint() + check.PointsWithoutPosition() > 0) {
-    tell(FormatText(kTextPassedOver, ShownPath(source), check.LinesPassedOver(),
-                    check.StopsWithoutWaypoint(), check.PointsWithoutPosition()));
-  }
+  if (check.notes.HasLosses())
+    tell(FormatText(kTextPassedOver, ShownPath(source), PassedOver(check)));
   return text;
 }
 
@@ -67,7 +125,9 @@ void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& 
   }
   sink.Printf(
       ", \"listsMerged\": %d, \"linesPassedOver\": %d, \"stopsWithoutWaypoint\": %d, "
-      "\"pointsWithoutPosition\": %d}",
+      "\"pointsWithoutPosition\": %d",
       check.listsMerged, check.LinesPassedOver(), check.StopsWithoutWaypoint(),
       check.PointsWithoutPosition());
+  WriteJsonPassedOver(sink, check);
+  sink.Put('}');
 }

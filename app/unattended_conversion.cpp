@@ -2,19 +2,23 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/console_text.h"
 #include "app/conversion_run.h"
 #include "app/conversion_sources.h"
+#include "app/directions_choice.h"
+#include "app/service_outcome.h"
 #include "app/writer_option.h"
 #include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/format_search.h"
+#include "conversion/read_trip.h"
 #include "platform/folder.h"
-#include "platform/interrupt.h"
+#include "platform/interruption.h"
 
 namespace {
 
@@ -49,7 +53,6 @@ int Understand(const Options& options, const FormatTable& table, Request& reques
     const bool isRead = FindReader(table, ToLowerAscii(key)) != nullptr;
     return Refuse(FormatText(isRead ? kTextReadOnlyFormat : kTextUnknownKey, ShownPath(key)));
   }
-  if (IsPseudoFormat(*request.row)) return Refuse(FormatText(kTextNoFileFormat, ShownPath(key)));
   if (isPlain && tokens.size() > 2 && !options.quiet) {
     std::string ignored;
     for (size_t i = 2; i < tokens.size(); ++i) ignored += (i > 2 ? " " : "") + ShownPath(tokens[i]);
@@ -63,8 +66,8 @@ int Understand(const Options& options, const FormatTable& table, Request& reques
 int CheckSources(const std::vector<WideString>& sources) {
   for (const WideString& source : sources) {
     uint32_t error = kStatusSuccess;
-    if (source != kStream && FileAttributes(source, &error) == kNoAttributes &&
-        error == kStatusFileNotFound) {
+    if (source != kStream && !IsWebAddress(source) &&
+        FileAttributes(source, &error) == kNoAttributes && error == kStatusFileNotFound) {
       return Refuse(FormatText(kTextNoSource, ShownPath(source)));
     }
   }
@@ -79,7 +82,8 @@ int CheckStreams(const Options& options, const Request& request) {
   if (inputs > 1 || (inputs == 1 && !isOne)) return Refuse(FormatText(kTextOneFileFromInput));
   const bool toOutput =
       options.output == kStream || (options.output.empty() && sources.front() == kStream);
-  const bool isSplit = options.split != 0 && request.row->facts.option == WriterOption::kSplit;
+  const RowFacts& facts = request.row->facts;
+  const bool isSplit = options.split != 0 && facts.option == WriterOption::kSplit && facts.isFile;
   const bool isMany = !isOne || isSplit || std::any_of(sources.begin(), sources.end(), IsFolder);
   if (toOutput && (isMany || (options.json && !options.check)))
     return Refuse(FormatText(kTextOneFileToOutput));
@@ -142,6 +146,22 @@ int MakeOutputFolder(const Options& options) {
   return kExitFailed;
 }
 
+// Has legs asked for, where the options want them. 0, or the exit status.
+int TakeDirections(const Options& options, ConversionContext& context, ConversionRun& run) {
+  const DirectionsOptions& directions = options.directions;
+  if (!directions.directions) return kExitConverted;
+  PrepareServices();
+  DirectionsChoice choice = ChooseDirections(
+      options, directions.provider ? directions.provider : options.services.typed.provider);
+  if (!choice.IsToBeAsked()) {
+    Complain(choice.service.message);
+    return choice.service.exitStatus;
+  }
+  run.SetDirections(std::move(choice));
+  context.writesWay = directions.withWay;
+  return kExitConverted;
+}
+
 int Convert(const Options& options, const Request& request, ConversionRun& run) {
   const std::vector<WideString>& given = request.sources;
   const bool hasFolder = std::any_of(given.begin(), given.end(), IsFolder);
@@ -165,6 +185,8 @@ int RunConversion(const Options& options, const FormatTable& table, ConversionCo
   if (!options.from.empty() && !FindReader(table, options.from))
     return Refuse(FormatText(kTextNothingReads, ShownPath(options.from)));
   if (const int status = CheckSources(request.sources)) return status;
+  if (options.directions.withWay && !request.row->facts.takesWay)
+    return Refuse(FormatText(kTextWithWayRows));
   if (const int status = CheckStreams(options, request)) return status;
   if (const int status = CheckEffects(options, request)) return status;
   uint32_t option = 0;
@@ -173,9 +195,10 @@ int RunConversion(const Options& options, const FormatTable& table, ConversionCo
   const std::string effect = DescribeSwitch(options, *request.row);
   if (!effect.empty() && !options.quiet) Complain(effect);
 
-  const InterruptScope interrupt;
-  context.progress = [](const ConversionProgress&) { return !InterruptScope::IsPending(); };
+  const InterruptionScope interrupt;
+  context.progress = [](const ConversionProgress&) { return !InterruptionScope::IsPending(); };
   // Never destroyed: to free a million points one by one takes longer than to end the process.
   static auto* const run = new ConversionRun(options, table, *request.row, option, context);
+  if (const int status = TakeDirections(options, context, *run)) return status;
   return Convert(options, request, *run);
 }

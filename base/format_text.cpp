@@ -23,6 +23,14 @@ std::string LocalNumber(std::string number) {
   return number;
 }
 
+std::string GroupedNumber(std::string number) {
+  constexpr size_t kGroup = 3;
+  const std::string_view separator = LoadTextUtf8(kTextThousandsSeparator);
+  for (size_t end = number.size(); end > kGroup; end -= kGroup)
+    number.insert(end - kGroup, separator);
+  return number;
+}
+
 // Up to the next placeholder or choice.
 void TextFilling::TakeLiteral() {
   size_t end = 0;
@@ -49,7 +57,7 @@ std::string TextFilling::NextPlaceholder(bool isOne, bool isNone) {
     m_rest.replace(0, end + 1, chosen);
     TakeLiteral();
   }
-  const size_t letter = m_rest.find_first_not_of("-+ 0123456789.", 1);
+  const size_t letter = m_rest.find_first_not_of("-+ '0123456789.", 1);
   const size_t size = std::min(letter, m_rest.size() - 1) + 1;
   std::string placeholder = m_rest.substr(0, size);
   m_rest.erase(0, size);

@@ -14,6 +14,7 @@
 #include "conversion/failure_reason.h"
 #include "conversion/itinerary_hand_off.h"
 #include "conversion/lookups.h"
+#include "conversion/map_links.h"
 #include "platform/output_file.h"
 
 /// How far a conversion has come.
@@ -36,13 +37,17 @@ class ConversionContext {
   CsvLayouts csvLayouts;
   Lookups lookups;
   ItineraryHandOff handOff;  ///< none: kStatusNotImplemented
+  LinkOptions linkOptions;   ///< for writers whose target is a web planner
+  LinkTaker takeLink;        ///< gets what they write; none: kStatusNotImplemented
+  bool writesWay = false;    ///< also the way between the stops, by writers that can
   /// Called on the converting thread, every quarter of a megabyte at most. False cancels.
   std::function<bool(const ConversionProgress&)> progress;
   /// Cancels from any thread.
   std::stop_token stop;
   /// Asked with the path of every file before it is written; a status other than 0 refuses it.
   std::function<uint32_t(const WideString& path)> guard;
-  Durability durability = Durability::kLeftToTheSystem;  ///< of what is written; `WriteTrip` sets it
+  Durability durability =
+      Durability::kLeftToTheSystem;  ///< of what is written; `WriteTrip` sets it
 
   // What it tells; `ReadTrip` and `WriteTrip` hand that on with their results.
 

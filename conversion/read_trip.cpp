@@ -1,5 +1,6 @@
 #include "conversion/read_trip.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <string>
@@ -32,13 +33,17 @@ uint32_t CallReader(Read read, PointLists& lists) {
   }
 }
 
+// Notes of what was asked of somebody, or had to be.
+bool IsOfAQuestion(ConversionNote note) {
+  return note == ConversionNote::kStopLookedUp || note == ConversionNote::kStopNotFound ||
+         note == ConversionNote::kPlaceNotAsked || note == ConversionNote::kPageNotFetched;
+}
+
 // Adds what counts of the notes of a reader that has ended with this status.
 void AddNotes(const ConversionNotes& noted, uint32_t status, ConversionNotes& notes) {
   for (size_t i = 0; i < static_cast<size_t>(ConversionNote::kCount); ++i) {
     const auto note = static_cast<ConversionNote>(i);
-    const bool isLookup =
-        note == ConversionNote::kStopLookedUp || note == ConversionNote::kStopNotFound;
-    if (status == kStatusSuccess || isLookup) notes.Add(note, noted.Count(note));
+    if (status == kStatusSuccess || IsOfAQuestion(note)) notes.Add(note, noted.Count(note));
   }
 }
 
@@ -101,12 +106,24 @@ TripRead ReadBytesByKey(const FormatTable& table, std::string_view bytes, std::u
   return ReadByKey(table, key, context, after, parse);
 }
 
+// The key for a path. A link is what a file with the extension "url" would hold.
+std::u16string_view KeyOfPath(const WideString& path) {
+  return IsWebAddress(path) ? std::u16string_view(u"url") : ExtensionOfPath(path);
+}
+
 }  // namespace
+
+bool IsWebAddress(std::u16string_view path) {
+  constexpr std::u16string_view kSchemes[] = {u"http://", u"https://"};
+  return std::ranges::any_of(kSchemes, [path](std::u16string_view scheme) {
+    return path.size() > scheme.size() && EqualsIgnoringCase(path.substr(0, scheme.size()), scheme);
+  });
+}
 
 TripRead ReadTrip(const FormatTable& table, const WideString& path, ConversionContext& context,
                   const ReadOptions& options) {
   const std::u16string_view key =
-      options.key.empty() ? ExtensionOfPath(path) : std::u16string_view(options.key);
+      options.key.empty() ? KeyOfPath(path) : std::u16string_view(options.key);
   if (key.empty() && options.byContent && HasNoExtension(path)) {
     InputFile file;
     context.Renew();

@@ -21,6 +21,9 @@ struct TripRead {
   ConversionNotes notes;
 };
 
+/// True for a path that is no file but a link: "http://" or "https://" and more.
+bool IsWebAddress(std::u16string_view path);
+
 /// How a file is read.
 struct ReadOptions {
   bool silent = false;  ///< no question is asked
@@ -34,10 +37,11 @@ struct ReadOptions {
   const CItineraryFormat* after = nullptr;
 };
 
-/// Tries the readers of the path's extension in table order until one ends with success, with a
-/// file that is locked, or with the user's cancelling; gives the last result. A file that no reader
-/// knows has the status kStatusBadFormat, and so has one without points. Any thread may call this;
-/// nothing leaves it as an exception.
+/// Tries the readers of the path's extension ("kml" for "kmz") in table order until one ends with
+/// success, with a file that is locked, or with the user's cancelling; gives the last result. A web
+/// address goes to the readers of the extension "url". A file that no reader knows has the status
+/// kStatusBadFormat, and so has one without points. Any thread may call this; nothing leaves it as
+/// an exception.
 TripRead ReadTrip(const FormatTable& table, const WideString& path, ConversionContext& context,
                   const ReadOptions& options);
 

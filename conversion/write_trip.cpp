@@ -52,8 +52,8 @@ bool HasEnding(std::u16string_view name) {
 
 uint32_t WriteFiles(const CItineraryFormat& row, const WideString& path, const CGpsPointArray& list,
                     const WriteOptions& options) {
-  const bool isSplit = row.facts.option == WriterOption::kSplit && options.option > 1 &&
-                       options.option < list.Count();
+  const bool isSplit = row.facts.isFile && row.facts.option == WriterOption::kSplit &&
+                       options.option > 1 && options.option < list.Count();
   if (isSplit && !HasEnding(NameIn(path))) return WriteParts(row, path, list, options);
   return row.write(path, list, options.option, options.silent);
 }

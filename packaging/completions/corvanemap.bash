@@ -114,16 +114,48 @@ _corvanemap()
             COMPREPLY=($(compgen -W "$(_corvanemap_providers "$program")" -- "$word"))
             return
             ;;
-        --split | --simplify | --find | --near | --radius | --locate | --elevation | --panorama)
+        --way)
+            _corvanemap_files "$word"
+            return
+            ;;
+        --mode)
+            COMPREPLY=($(compgen -W "car truck pedestrian bicycle motorcycle van bus" -- "$word"))
+            return
+            ;;
+        --type)
+            COMPREPLY=($(compgen -W "recommended fastest shortest sightseeing economical
+                thrilling" -- "$word"))
+            return
+            ;;
+        --avoid)
+            COMPREPLY=($(compgen -W "motorways tolls boat-ferries rail-ferries tunnels dirt-roads
+                used-roads" -- "$word"))
+            return
+            ;;
+        --hilliness | --windingness)
+            COMPREPLY=($(compgen -W "high normal low" -- "$word"))
+            return
+            ;;
+        --roads)
+            COMPREPLY=($(compgen -W "add list remove" -- "$word"))
+            return
+            ;;
+        --send)
+            COMPREPLY=($(compgen -W "tomtom-home navigon-fresh navgate mio-more garmin" -- "$word"))
+            return
+            ;;
+        --point | --split | --simplify | --find | --near | --radius | --locate | --elevation | \
+            --panorama)
             return
             ;;
     esac
     if [[ $word == -* ]]; then
-        COMPREPLY=($(compgen -W "--output --merge --recursive --from --list --split --option --reverse --sort --unique --simplify
-            --optimize --optimize=best --providers --provider --find --near --radius
-            --locate --elevation --panorama --country --offline --force --no-sync --check --strict --quiet --formats
-            --csv-read --csv-write --remember --settings --set
-            --inspect --summary --json --help --version -o -h" -- "$word"))
+        COMPREPLY=($(compgen -W "--output --merge --recursive --from --list --split --option --reverse
+            --sort --unique --simplify --optimize --optimize=best --way --directions --as-track
+            --with-way --mode --type --avoid --hilliness --windingness --tractor --roads --providers
+            --provider --find --near --radius --locate --elevation --panorama --country --offline
+            --send --point --force --no-sync --check --strict --quiet --formats --csv-read
+            --csv-write --remember --settings --set --inspect --summary --json --help --version -o -h" -- "$word"))
         return
     fi
 
@@ -132,7 +164,8 @@ _corvanemap()
         case ${words[i]} in
             -o | --output | --from | --list | --split | --option | --simplify | --provider | --find | \
                 --near | --radius | --locate | --elevation | --panorama | --csv-read | \
-                --csv-write | --set)
+                --csv-write | --set | --way | --mode | --type | --avoid | --hilliness | \
+                --windingness | --send | --point)
                 ((i++))
                 ;;
             --inspect) inspect=1 ;;

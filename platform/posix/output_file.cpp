@@ -14,7 +14,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/interrupt.h"
+#include "platform/interruption.h"
 #include "platform/path_text.h"
 #include "platform/posix/errors.h"
 #include "platform/posix/file_descriptor.h"
@@ -112,7 +112,7 @@ bool Append(std::string& content, std::string_view bytes) {
 
 // Whether the user has interrupted the program, which may have been while it waited for the disk.
 bool IsInterrupted() {
-  if (!InterruptScope::IsPending()) return false;
+  if (!InterruptionScope::IsPending()) return false;
   errno = EINTR;
   return true;
 }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text_ids.h"
 #include "resources/string_tables.h"
 
 namespace {
@@ -19,7 +20,7 @@ std::vector<std::string> Placeholders(std::string_view text) {
   std::vector<std::string> found;
   for (size_t start = text.find('%'); start < text.size(); start = text.find('%', start)) {
     const size_t end =
-        std::min(text.find_first_not_of("-+ 0123456789.", start + 1), text.size() - 1);
+        std::min(text.find_first_not_of("-+ '0123456789.", start + 1), text.size() - 1);
     found.emplace_back(text.substr(start, end + 1 - start));
     start = end + 1;
   }
@@ -27,8 +28,8 @@ std::vector<std::string> Placeholders(std::string_view text) {
 }
 
 TEST(Placeholders, AreFoundWhole) {
-  EXPECT_EQ(Placeholders("%02d:%s 5 %% of %.1f%"),
-            (std::vector<std::string>{"%02d", "%s", "%%", "%.1f", "%"}));
+  EXPECT_EQ(Placeholders("%02d:%s 5 %% of %'d, %.1f%"),
+            (std::vector<std::string>{"%02d", "%s", "%%", "%'d", "%.1f", "%"}));
   EXPECT_TRUE(Placeholders("none").empty());
 }
 
