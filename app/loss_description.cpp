@@ -7,8 +7,7 @@
 
 namespace {
 
-// What a reader can pass over: the text for one, behind which that for several stands, and the name
-// in JSON where it has not one of its own outside.
+// What a reader can pass over, and its name in JSON where it has not one of its own outside.
 struct PassedOverKind {
   ConversionNote note;
   uint32_t text;
@@ -16,22 +15,22 @@ struct PassedOverKind {
 };
 
 constexpr PassedOverKind kPassedOverKinds[] = {
-    {ConversionNote::kLinePassedOver, kTextOneLine, nullptr},
-    {ConversionNote::kStopWithoutWaypoint, kTextOneStopWithoutWaypoint, nullptr},
-    {ConversionNote::kPointWithoutPosition, kTextOnePointWithoutPosition, nullptr},
-    {ConversionNote::kTime, kTextOneTime, "times"},
-    {ConversionNote::kSymbol, kTextOneSymbol, "symbols"},
-    {ConversionNote::kMeasurement, kTextOneMeasurement, "measurements"},
-    {ConversionNote::kLink, kTextOneLink, "links"},
-    {ConversionNote::kDescription, kTextOneDescription, "descriptions"},
-    {ConversionNote::kDetail, kTextOneDetail, "details"},
-    {ConversionNote::kShapingPoint, kTextOneShapingPoint, "shapingPoints"},
-    {ConversionNote::kSegmentBreak, kTextOneSegmentBreak, "segmentBreaks"},
-    {ConversionNote::kExtension, kTextOneExtension, "extensions"},
-    {ConversionNote::kArea, kTextOneArea, "areas"},
-    {ConversionNote::kOverlay, kTextOneOverlay, "overlays"},
-    {ConversionNote::kDocument, kTextOneDocument, "documents"},
-    {ConversionNote::kRelation, kTextOneRelation, "relations"},
+    {ConversionNote::kLinePassedOver, kTextLineCount, nullptr},
+    {ConversionNote::kStopWithoutWaypoint, kTextStopsWithoutWaypoint, nullptr},
+    {ConversionNote::kPointWithoutPosition, kTextPointsWithoutPosition, nullptr},
+    {ConversionNote::kTime, kTextTimeCount, "times"},
+    {ConversionNote::kSymbol, kTextSymbolCount, "symbols"},
+    {ConversionNote::kMeasurement, kTextMeasurementCount, "measurements"},
+    {ConversionNote::kLink, kTextLinkCount, "links"},
+    {ConversionNote::kDescription, kTextDescriptionCount, "descriptions"},
+    {ConversionNote::kDetail, kTextDetailCount, "details"},
+    {ConversionNote::kShapingPoint, kTextShapingPointCount, "shapingPoints"},
+    {ConversionNote::kSegmentBreak, kTextSegmentBreakCount, "segmentBreaks"},
+    {ConversionNote::kExtension, kTextExtensionCount, "extensions"},
+    {ConversionNote::kArea, kTextAreaCount, "areas"},
+    {ConversionNote::kOverlay, kTextOverlayCount, "overlays"},
+    {ConversionNote::kDocument, kTextDocumentCount, "documents"},
+    {ConversionNote::kRelation, kTextRelationCount, "relations"},
 };
 
 uint64_t CountOf(const LossCheck& check, ConversionNote note) {
@@ -46,7 +45,7 @@ std::string PassedOver(const LossCheck& check) {
     const uint64_t count = CountOf(check, kind.note);
     if (count == 0) continue;
     if (!text.empty()) text += ", ";
-    text += CountText(kind.text, count);
+    text += FormatText(kind.text, count);
   }
   return text;
 }
@@ -76,6 +75,8 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
     tell(FormatText(kTextOnlyWritten, shown));
   } else if (check.outcome == LossCheck::Outcome::kNotReadable) {
     tell(FormatText(kTextNotReadBack, shown));
+  } else if (check.outcome == LossCheck::Outcome::kNoFile) {
+    // There is nothing to say about what nobody can look at.
   } else if (!losses.HasLosses()) {
     tell(FormatText(check.notes.HasLosses() ? kTextAllThatWasRead : kTextNothingLost, shown,
                     losses.stops, losses.largestShift));
@@ -105,7 +106,7 @@ void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& 
   sink.Write(", \"target\": ");
   WriteJsonString(sink, ShownPath(target));
   const bool isChecked = check.outcome == LossCheck::Outcome::kChecked;
-  sink.Printf(", \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
+  sink.Printf(", \"status\": 0, \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
               check.HasLosses() ? "true" : "false");
   if (isChecked) {
     const LossReport& losses = check.losses;

@@ -1,9 +1,12 @@
 #include "conversion/loss_check.h"
 
+#include <algorithm>
+
 #include "base/status.h"
 #include "base/text.h"
 #include "conversion/list_choice.h"
 #include "conversion/read_trip.h"
+#include "platform/folder.h"
 
 namespace {
 
@@ -53,15 +56,26 @@ bool LossCheck::HasLosses() const {
          notes.HasLosses();
 }
 
+LossCheck CheckStream(const TripSource& source) {
+  LossCheck check;
+  check.outcome = LossCheck::Outcome::kNoFile;
+  check.listsMerged = source.listsTaken > 1 ? source.listsTaken : 0;
+  check.notes = source.notes;
+  return check;
+}
+
 LossCheck CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
                             const std::vector<WideString>& files, const CGpsPointArray& list,
                             const TripSource& source, const ConversionContext& context) {
-  LossCheck check;
-  check.listsMerged = source.listsTaken > 1 ? source.listsTaken : 0;
-  check.notes = source.notes;
+  LossCheck check = CheckStream(source);
+  check.outcome = LossCheck::Outcome::kChecked;
   const std::vector<const CItineraryFormat*> readers = ReadersOf(table, row);
   if (readers.empty()) {
     check.outcome = LossCheck::Outcome::kOnlyWritten;
+    return check;
+  }
+  if (!std::all_of(files.begin(), files.end(), IsRegularFile)) {
+    check.outcome = LossCheck::Outcome::kNoFile;
     return check;
   }
   ConversionContext readingBack = context.ForReadingBack();

@@ -14,7 +14,7 @@ struct TripSource {
   /// True when the file holds more than was taken of it, which would be lost with it.
   bool HoldsMore() const { return listsTaken < listsFound; }
 
-  WideString path;  ///< empty for none
+  std::vector<WideString> paths;  ///< none for a link or a stream
   size_t listsFound = 0;
   size_t listsTaken = 0;
   ConversionNotes notes;  ///< of its reader
@@ -22,7 +22,12 @@ struct TripSource {
 
 /// What is known of the losses of one conversion.
 struct LossCheck {
-  enum class Outcome { kChecked, kOnlyWritten, kNotReadable };
+  enum class Outcome {
+    kChecked,
+    kOnlyWritten,  ///< no reader understands the format
+    kNotReadable,  ///< a reader should, and does not
+    kNoFile,       ///< a pipe or a device, which cannot be read again
+  };
 
   Outcome outcome = Outcome::kChecked;
   LossReport losses;       ///< between the itinerary and the file, when checked
@@ -40,6 +45,9 @@ struct LossCheck {
   /// nothing can be found in the target.
   bool HasLosses() const;
 };
+
+/// What is known when nothing can be read back, from the source alone.
+LossCheck CheckStream(const TripSource& source);
 
 /// Reads the written files back and compares them with `list`: with the row's reader, or else with
 /// those of the same extension or text. `context` is that of the writing.

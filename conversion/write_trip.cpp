@@ -1,24 +1,61 @@
 #include "conversion/write_trip.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
+#include <string>
 #include <utility>
 
+#include "base/text.h"
+#include "io/byte_sink.h"
 #include "platform/folder.h"
 #include "platform/scratch_folder.h"
 
 namespace {
 
 // Running out of memory is a failure like any other.
-uint32_t CallWriter(FormatWriteFn write, const WideString& path, const CGpsPointArray& list,
-                    const WriteOptions& options) {
+template <typename Write>
+uint32_t CallWriter(Write write) {
   try {
-    return write(path, list, options.option, options.silent);
+    return write();
   } catch (const std::bad_alloc&) {
     return kStatusOutOfMemory;
   } catch (const std::exception&) {
     return kStatusInternalError;
   }
+}
+
+// Writers put the number of a part in front of the last dot of a path, which in a name without an
+// ending would be somewhere else. Here such a name gets it at its end.
+uint32_t WriteParts(const CItineraryFormat& row, const WideString& path, const CGpsPointArray& list,
+                    const WriteOptions& options) {
+  const size_t most = options.option;
+  size_t start = 0;
+  for (uint32_t part = 1; start < list.Count(); ++part) {
+    // A part begins with the last stop of the one before.
+    if (start != 0) --start;
+    const size_t length = std::min(most, list.Count() - start);
+    const WideString partPath = path + u"_" + WidenAscii(std::to_string(part));
+    const uint32_t status =
+        row.write(partPath, CGpsWaypointList(list, start, length), 0, options.silent);
+    if (status != kStatusSuccess) return status;
+    start += length;
+  }
+  return kStatusSuccess;
+}
+
+// Whether a name has an ending: a dot at its start hides it, and nothing else.
+bool HasEnding(std::u16string_view name) {
+  const size_t dot = name.rfind(u'.');
+  return dot != std::u16string_view::npos && dot > 0;
+}
+
+uint32_t WriteFiles(const CItineraryFormat& row, const WideString& path, const CGpsPointArray& list,
+                    const WriteOptions& options) {
+  const bool isSplit = row.facts.isFile && row.facts.option == WriterOption::kSplit &&
+                       options.option > 1 && options.option < list.Count();
+  if (isSplit && !HasEnding(NameIn(path))) return WriteParts(row, path, list, options);
+  return row.write(path, list, options.option, options.silent);
 }
 
 TripWrite Write(const FormatTable& table, const CItineraryFormat& row, const WideString& path,
@@ -28,7 +65,7 @@ TripWrite Write(const FormatTable& table, const CItineraryFormat& row, const Wid
   context.Renew();
   {
     const ConversionScope scope(context);
-    trip.status = CallWriter(row.write, path, list, options);
+    trip.status = CallWriter([&] { return WriteFiles(row, path, list, options); });
   }
   // Some devices' writers call it a success when a file could not be made. We don't.
   if (trip.status == kStatusSuccess && context.failure.platformError != kStatusSuccess)
@@ -41,28 +78,127 @@ TripWrite Write(const FormatTable& table, const CItineraryFormat& row, const Wid
   return trip;
 }
 
+// Into a folder of its own that goes again.
+TripWrite WriteToScratch(const FormatTable& table, const CItineraryFormat& row,
+                         const WideString& path, const CGpsPointArray& list,
+                         const TripSource& source, const WriteOptions& options,
+                         ConversionContext& context) {
+  const ScratchFolder scratch;
+  if (scratch.Path().empty()) {
+    TripWrite trip;
+    trip.status = kStatusFailure;
+    trip.reason.platformError = scratch.Status();
+    return trip;
+  }
+  context.durability = Durability::kLeftToTheSystem;
+  return Write(table, row, JoinedPath(scratch.Path(), NameIn(path)), list, source, options,
+               context);
+}
+
+/// Watches over the files that must not be replaced. It looks at the files that a writer really
+/// makes: some make several, or give one a name of their own.
+class FileGuard {
+ public:
+  FileGuard(const TripSource& source, const WriteOptions& options, ConversionContext& context)
+      : m_source(source), m_options(options), m_context(context) {
+    if (!options.force) context.guard = [this](const WideString& path) { return Judge(path); };
+  }
+  ~FileGuard() { m_context.guard = nullptr; }
+  FileGuard(const FileGuard&) = delete;
+  FileGuard& operator=(const FileGuard&) = delete;
+
+  void AllowSource() {
+    m_allowsSource = true;
+    m_refusal = WriteRefusal::kNone;
+  }
+
+  void TellRefusal(TripWrite& trip) const {
+    if (m_refusal == WriteRefusal::kNone) return;
+    trip.status = kStatusDeclined;
+    trip.refusal = m_refusal;
+    trip.refusedFile = m_refused;
+  }
+
+ private:
+  uint32_t Judge(const WideString& path) {
+    if (IsSource(path)) {
+      if (!m_allowsSource) return Refuse(WriteRefusal::kSourceHoldsMore, path);
+    } else if (m_options.run && !m_options.run->MayWrite(path)) {
+      return Refuse(WriteRefusal::kKept, path);
+    }
+    return kStatusSuccess;
+  }
+
+  bool IsSource(const WideString& path) const {
+    return std::any_of(m_source.paths.begin(), m_source.paths.end(),
+                       [&path](const WideString& source) { return IsSameFile(source, path); });
+  }
+
+  uint32_t Refuse(WriteRefusal refusal, const WideString& path) {
+    m_refusal = refusal;
+    m_refused = path;
+    return kStatusDeclined;
+  }
+
+  const TripSource& m_source;
+  const WriteOptions& m_options;
+  ConversionContext& m_context;
+  bool m_allowsSource = false;
+  WriteRefusal m_refusal = WriteRefusal::kNone;
+  WideString m_refused;
+};
+
+// The source may be replaced only when nothing is lost, which must be known before.
+TripWrite WriteOverSource(const FormatTable& table, const CItineraryFormat& row,
+                          const WideString& path, const CGpsPointArray& list,
+                          const TripSource& source, const WriteOptions& options,
+                          ConversionContext& context, TripWrite refused) {
+  WriteOptions checking = options;
+  checking.checks = true;
+  TripWrite tried = WriteToScratch(table, row, path, list, source, checking, context);
+  if (tried.status != kStatusSuccess) return tried;
+  const LossCheck& check = *tried.check;
+  if (check.outcome != LossCheck::Outcome::kChecked || check.HasLosses()) {
+    refused.refusal = WriteRefusal::kSourceWouldLose;
+    refused.check = std::move(tried.check);
+    return refused;
+  }
+  context.durability = options.durability;
+  TripWrite trip = Write(table, row, path, list, source, options, context);
+  // It is another file now, and still not one for other sources to replace.
+  if (options.run) options.run->AddSource(path);
+  return trip;
+}
+
 }  // namespace
 
 TripWrite WriteTrip(const FormatTable& table, const CItineraryFormat& row, const WideString& path,
                     const CGpsPointArray& list, const TripSource& source,
                     const WriteOptions& options, ConversionContext& context) {
+  if (options.keepsNothing) return WriteToScratch(table, row, path, list, source, options, context);
+  FileGuard guard(source, options, context);
+  context.durability = options.durability;
+  TripWrite trip = Write(table, row, path, list, source, options, context);
+  guard.TellRefusal(trip);
+  if (trip.refusal != WriteRefusal::kSourceHoldsMore || source.HoldsMore() ||
+      options.leavesPointsOut) {
+    return trip;
+  }
+  guard.AllowSource();
+  trip = WriteOverSource(table, row, path, list, source, options, context, std::move(trip));
+  guard.TellRefusal(trip);
+  return trip;
+}
+
+TripWrite WriteTripTo(ByteSink& sink, const CItineraryFormat& row, const CGpsPointArray& list,
+                      const TripSource& source, const WriteOptions& options,
+                      ConversionContext& context) {
   TripWrite trip;
-  if (options.keepsNothing) {
-    // It is written into a folder of its own that goes again.
-    const ScratchFolder scratch;
-    if (!scratch.Path().empty()) {
-      return Write(table, row, JoinedPath(scratch.Path(), NameIn(path)), list, source, options,
-                   context);
-    }
-    trip.status = kStatusFailure;
-    trip.reason.platformError = scratch.Status();
-    return trip;
-  }
-  const bool isSource = !source.path.empty() && !options.force && IsSameFile(source.path, path);
-  if (isSource && source.HoldsMore()) {
-    trip.status = kStatusDeclined;
-    trip.refusal = WriteRefusal::kSourceHoldsMore;
-    return trip;
-  }
-  return Write(table, row, path, list, source, options, context);
+  context.Renew();
+  context.Begin(ConversionProgress::Stage::kWriting);
+  trip.status = CallWriter([&] { return row.facts.emit(sink, list, options.option, context); });
+  if (trip.status != kStatusSuccess) trip.reason = context.failure;
+  trip.notes = context.notes;
+  if (trip.status == kStatusSuccess && options.checks) trip.check = CheckStream(source);
+  return trip;
 }

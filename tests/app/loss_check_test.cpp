@@ -19,7 +19,7 @@ TEST(LossCheck, TellsNamesThatLostLetters) {
   const ProgramResult result = RunConverter({folder.PathTo("a.itn"), "ov2"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors, target +
-                               ": 1 names are not as they were; the first: \"\u0141\u00f3d\u017a\" "
+                               ": 1 name is not as it was; the first: \"\u0141\u00f3d\u017a\" "
                                "became \"?\u00f3d?\"\n");
   EXPECT_TRUE(folder.Has("a.ov2"));
   EXPECT_EQ(RunConverter({folder.PathTo("a.itn"), "ov2", "--strict"}).status, 3);
@@ -58,7 +58,7 @@ TEST(LossCheck, TellsWhatTheReaderPassedOver) {
   const ProgramResult result = RunConverter({folder.PathTo("a.itn"), "ov2", "--strict"});
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.errors, folder.PathTo("a.ov2") +
-                               ": all 1 stops that were read are in it, within 0.0 m\n" +
+                               ": 1 stop that was read is in it, within 0.0 m\n" +
                                folder.PathTo("a.itn") + ": passed over: 1 line\n");
 }
 
@@ -69,7 +69,7 @@ TEST(LossCheck, ChecksWithoutKeepingTheTarget) {
                                             "TMPDIR=" + folder.PathTo("") + " LC_ALL=C");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors,
-            folder.PathTo("a.ov2") + ": checked: all 1 stops are as they were, within 0.0 m\n");
+            folder.PathTo("a.ov2") + ": checked: 1 stop is as it was, within 0.0 m\n");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
@@ -98,15 +98,15 @@ TEST(LossCheck, PrintsJson) {
   folder.Put("a.itn", kMark + "1|2|\u6771|4|\r\n");
   const ProgramResult result = RunConverter({"--json", folder.PathTo("a.itn"), "ov2"});
   EXPECT_EQ(result.errors, "");
-  EXPECT_EQ(result.output,
-            "{\"source\": \"" + folder.PathTo("a.itn") + "\", \"target\": \"" +
-                folder.PathTo("a.ov2") +
-                "\", \"checked\": true, \"losses\": true, \"stops\": 1, \"stopsLost\": 0, "
-                "\"stopsAdded\": 0, \"namesChanged\": 1, \"commentsLost\": 0, "
-                "\"altitudesLost\": 0, \"largestShift\": 0.00, \"firstName\": {\"before\": "
-                "\"\u6771\", \"after\": \"?\"}, \"listsMerged\": 0, \"linesPassedOver\": 0, "
-                "\"stopsWithoutWaypoint\": 0, \"pointsWithoutPosition\": 0, "
-                "\"passedOver\": {}}\n");
+  EXPECT_EQ(
+      result.output,
+      "{\"source\": \"" + folder.PathTo("a.itn") + "\", \"target\": \"" + folder.PathTo("a.ov2") +
+          "\", \"status\": 0, \"checked\": true, \"losses\": true, \"stops\": 1, \"stopsLost\": 0, "
+          "\"stopsAdded\": 0, \"namesChanged\": 1, \"commentsLost\": 0, "
+          "\"altitudesLost\": 0, \"largestShift\": 0.00, \"firstName\": {\"before\": "
+          "\"\u6771\", \"after\": \"?\"}, \"listsMerged\": 0, \"linesPassedOver\": 0, "
+          "\"stopsWithoutWaypoint\": 0, \"pointsWithoutPosition\": 0, "
+          "\"passedOver\": {}}\n");
 }
 
 TEST(LossCheck, CountsFilesOfAFolder) {
@@ -116,7 +116,7 @@ TEST(LossCheck, CountsFilesOfAFolder) {
   const ProgramResult result = RunConverter({folder.PathTo(""), "ov2", "--strict"});
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.errors, folder.PathTo("b.ov2") +
-                               ": 1 names are not as they were; the first: \"\u6771\" became "
+                               ": 1 name is not as it was; the first: \"\u6771\" became "
                                "\"?\"\n2 converted, 0 not recognised, 0 failed\n"
                                "1 of the converted files with losses\n");
 }
