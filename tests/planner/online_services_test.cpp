@@ -127,6 +127,34 @@ TEST_F(Online, BodiesAndFilesAreFetched) {
   EXPECT_THROW(services.Get("http://127.0.0.1:1/", "", ""), CInternetException);
 }
 
+// The window stands still meanwhile.
+TEST_F(Online, NoAnswerIsWaitedForWithoutLimit) {
+  LoopbackServer silent(
+      LoopbackServer::Talk([](LoopbackConnection& connection) { connection.WaitForEnd(); }));
+  ServiceValuesByName all;
+  for (const char* const name : {"google", "google-panorama", "geoip"}) {
+    all[name].url = silent.Url();
+    all[name].key = "KEY";
+  }
+  SetServiceValues(all);
+  EXPECT_EQ(services.WaitMs(), 10000);
+  services.waitMs = 300;
+  settings.findProvider = provider::kGoogle;
+  EXPECT_FALSE(services.FindAddress(Colmar()));
+  EXPECT_FALSE(services.FindPanorama(Colmar()));
+  EXPECT_FALSE(services.FindElevation(Colmar()));
+  EXPECT_FALSE(services.FindCountry());
+  try {
+    services.Get(silent.Url("/"), "", "");
+    FAIL();
+  } catch (const CInternetException& failure) {
+    EXPECT_EQ(failure.code, 12002u);
+  }
+  for (int i = 0; i < 2000 && silent.Connections() < 5; ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  EXPECT_EQ(silent.Connections(), 5);
+}
+
 TEST_F(Online, QueuedRequestsCallThePageByTheBox) {
   body = "later";
   const auto function = std::make_shared<PlayedFunction>(log);
