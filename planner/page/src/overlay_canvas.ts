@@ -2,6 +2,7 @@
 // anew only when the map has come to rest or has left it.
 
 import * as L from 'leaflet';
+import type { Rectangle } from './label_room';
 import type { Box } from './way';
 
 /** How much of the map's size the canvas is larger at each side. */
@@ -18,6 +19,8 @@ export interface Frame {
   height: number;
   /** The same on the world square. */
   view: Box;
+  /** What of it is the map itself, in pixels of the canvas. */
+  map: Rectangle;
 }
 
 export class OverlayCanvas {
@@ -78,6 +81,7 @@ export class OverlayCanvas {
       context: this.context, zoom: this.zoom, scale, left, top, width, height,
       view: { left: left / scale, top: top / scale, right: (left + width) / scale,
               bottom: (top + height) / scale },
+      map: { left: pad.x, top: pad.y, right: pad.x + size.x, bottom: pad.y + size.y },
     });
   }
 

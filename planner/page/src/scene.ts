@@ -2,7 +2,7 @@
 
 import type * as L from 'leaflet';
 import { GroundLabels } from './ground_labels';
-import { LabelRoom } from './label_room';
+import { LabelRoom, Rectangle } from './label_room';
 import type { Lists } from './lists';
 import { Frame, OverlayCanvas, worldCopies } from './overlay_canvas';
 import { palette } from './palette';
@@ -23,7 +23,8 @@ export class Scene {
   showsGroundLabels = true;
   private readonly canvas: OverlayCanvas;
 
-  constructor(map: L.Map, private readonly lists: Lists, private readonly labels: GroundLabels) {
+  constructor(private readonly map: L.Map, private readonly lists: Lists,
+              private readonly labels: GroundLabels) {
     this.canvas = new OverlayCanvas(map, 'scene', (frame) => this.paint(frame));
   }
 
@@ -32,13 +33,26 @@ export class Scene {
   }
 
   private paint(frame: Frame): void {
-    const room = new LabelRoom();
+    const room = new LabelRoom(frame.map);
+    for (const box of this.controls(frame)) room.occupy(box);
     const lists = this.lists.all();
     for (const list of lists) paintWays(frame, list);
     // All marks keep free of names; the names of the itinerary have the first choice.
     const marks = lists.map((list) => paintMarks(frame, this.lists, list, this.style, room));
     for (const placed of marks.reverse()) paintNames(frame, placed, room);
     if (this.showsGroundLabels) this.labels.paint(frame, room);
+  }
+
+  /** What always lies over the map: names below it could not be read. */
+  private controls(frame: Frame): Rectangle[] {
+    const map = this.map.getContainer().getBoundingClientRect();
+    return [...document.querySelectorAll('.buttons, .credit, .hint, .update')]
+      .map((control) => control.getBoundingClientRect())
+      .filter(({ width }) => width > 0)
+      .map(({ left, top, right, bottom }) => ({
+        left: left - map.left + frame.map.left - 4, right: right - map.left + frame.map.left + 4,
+        top: top - map.top + frame.map.top - 4, bottom: bottom - map.top + frame.map.top + 4,
+      }));
   }
 }
 
