@@ -2,6 +2,7 @@
 // anew only when the map has come to rest or has left it.
 
 import * as L from 'leaflet';
+import type { Rectangle } from './label_room';
 import type { Box } from './way';
 
 /** How much of the map's size the canvas is larger at each side. */
@@ -18,6 +19,8 @@ export interface Frame {
   height: number;
   /** The same on the world square. */
   view: Box;
+  /** What of it is the map itself, in pixels of the canvas. */
+  map: Rectangle;
 }
 
 // Each canvas is drawn in a frame of its own, so that none of the frames takes long.
@@ -99,6 +102,7 @@ export class OverlayCanvas {
       context: this.context, zoom: this.zoom, scale, left, top, width, height,
       view: { left: left / scale, top: top / scale, right: (left + width) / scale,
               bottom: (top + height) / scale },
+      map: { left: pad.x, top: pad.y, right: pad.x + size.x, bottom: pad.y + size.y },
     });
   }
 

@@ -3,7 +3,7 @@
 import type * as L from 'leaflet';
 import { GroundLabels } from './ground_labels';
 import { paintLabelsOfFrame } from './label_painter';
-import { LabelRoom } from './label_room';
+import { LabelRoom, Rectangle } from './label_room';
 import type { Lists } from './lists';
 import { Frame, OverlayCanvas, worldCopies } from './overlay_canvas';
 import { palette } from './palette';
@@ -25,7 +25,8 @@ export class Scene {
   private readonly ways: OverlayCanvas;
   private readonly marks: OverlayCanvas;
 
-  constructor(map: L.Map, private readonly lists: Lists, private readonly labels: GroundLabels) {
+  constructor(private readonly map: L.Map, private readonly lists: Lists,
+              private readonly labels: GroundLabels) {
     this.ways = new OverlayCanvas(map, 'ways', (frame) => {
       for (const list of this.lists.all()) paintWays(frame, list);
     });
@@ -38,7 +39,8 @@ export class Scene {
   }
 
   private paintMarks(frame: Frame): void {
-    const room = new LabelRoom();
+    const room = new LabelRoom(frame.map);
+    for (const box of this.controls(frame)) room.occupy(box);
     const lists = this.lists.all();
     // All marks keep free of names; the names of the itinerary have the first choice.
     const marks = lists.map((list) => paintMarks(frame, this.lists, list, this.style, room));
@@ -47,6 +49,18 @@ export class Scene {
       if (this.showsGroundLabels) this.labels.paint(frame, room);
     });
     if (isUnfinished) this.marks.invalidate();
+  }
+
+  /** What always lies over the map: names below it could not be read. */
+  private controls(frame: Frame): Rectangle[] {
+    const map = this.map.getContainer().getBoundingClientRect();
+    return [...document.querySelectorAll('.buttons, .credit, .hint, .update')]
+      .map((control) => control.getBoundingClientRect())
+      .filter(({ width }) => width > 0)
+      .map(({ left, top, right, bottom }) => ({
+        left: left - map.left + frame.map.left - 4, right: right - map.left + frame.map.left + 4,
+        top: top - map.top + frame.map.top - 4, bottom: bottom - map.top + frame.map.top + 4,
+      }));
   }
 }
 
