@@ -7,6 +7,7 @@
 #include "app/list_description.h"
 #include "app/output_sink.h"
 #include "app/unattended_conversion.h"
+#include "app/reading_remarks.h"
 #include "base/format_text.h"
 #include "base/measure_text.h"
 #include "base/status.h"
@@ -93,6 +94,10 @@ int RunInspection(const Options& options, const FormatTable& table, ConversionCo
     return kExitFailed;
   }
   const TripRead trip = ReadTrip(table, path, context, /*silent=*/true);
+  if (!options.quiet) {
+    TellColumns(path, context.csvLayouts);
+    TellDoubtfulPositions(path, trip.lists);
+  }
   OutputSink sink;
   if (options.json) {
     WriteJson(sink, path, table, trip);

@@ -25,6 +25,9 @@ struct Options {
   bool quiet = false;
   bool check = false;
   bool strict = false;
+  bool tolerant = false;
+  bool fit = false;
+  std::string encoding;
   WideString output;
   ListChoice lists;
   uint32_t split = 0;
@@ -32,6 +35,7 @@ struct Options {
   bool settings = false;
   std::vector<std::string> assignments;  ///< KEY=VALUE
   std::optional<CCsvLayout> csvRead;
+  bool findsCsvColumns = false;  ///< those of each file that is read
   std::optional<CCsvLayout> csvWrite;
   bool remember = false;  ///< store the CSV layouts
   ServiceOptions services;

@@ -8,17 +8,33 @@
 #include "app/list_operations.h"
 #include "app/loss_description.h"
 #include "app/output_sink.h"
+#include "app/reading_remarks.h"
 #include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/conversion_driver.h"
+#include "conversion/fit.h"
 #include "conversion/format_search.h"
 #include "platform/folder.h"
 
 namespace {
 
 enum class Outcome { kConverted, kWithLosses, kNotRecognised, kFailed };
+
+// Whether something was lost that fitting might keep: names, comments, or stops that are found by
+// their names.
+bool MayBeFitted(const LossCheck& check) {
+  const LossReport& losses = check.losses;
+  return check.outcome == LossCheck::Outcome::kNotReadable || losses.HasGraveLosses() ||
+         losses.stopsAdded > 0 || losses.namesChanged > 0 || losses.commentsChanged > 0;
+}
+
+// Whether of a file among many there is more to say than that it is well.
+bool IsWorthTelling(const LossCheck& check) {
+  return check.HasLosses() || check.doubtfulPositions > 0 || check.fit.HasDone() ||
+         check.fit.lacksSpeller;
+}
 
 /// One run over a file or a folder.
 class Conversion {
@@ -27,6 +43,7 @@ class Conversion {
              ConversionContext& context)
       : m_options(options),
         m_row(row),
+        m_context(context),
         m_front(options),
         m_driver(table, m_front, context, ChangeTracking::kOff) {}
 
@@ -43,10 +60,13 @@ class Conversion {
 
   const Options& m_options;
   const CItineraryFormat& m_row;
+  ConversionContext& m_context;
   ConsoleFront m_front;
   CConversionDriver m_driver;
   bool m_inFolder = false;
   bool m_outputFailed = false;
+  bool m_hasGraveLosses = false;  ///< of any file
+  bool m_isWrongUsage = false;
 };
 
 // The source's path up to its last dot, and the key's extension. A path without a dot stays whole.
@@ -68,8 +88,10 @@ int Conversion::ConvertFile(const WideString& source) {
 }
 
 int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) const {
+  if (m_isWrongUsage) return kExitWrongUsage;
   if (failed > 0 || converted == 0 || m_outputFailed) return kExitFailed;
-  return m_options.strict && withLosses > 0 ? kExitLosses : kExitConverted;
+  if (m_options.tolerant) return kExitConverted;
+  return m_hasGraveLosses || (m_options.strict && withLosses > 0) ? kExitLosses : kExitConverted;
 }
 
 int Conversion::ConvertFolder(const WideString& folder) {
@@ -138,24 +160,36 @@ Outcome Conversion::Convert(const WideString& source, const WideString& target) 
     Complain(FormatText(kTextStopsLookedUp, ShownPath(source), lookedUp,
                         m_driver.readNotes.Count(ConversionNote::kStopNotFound)));
   }
+  if (!m_options.quiet) TellColumns(source, m_context.csvLayouts);
   if (status != kStatusSuccess && m_front.Declined()) {
     Complain(FormatText(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
     return Outcome::kFailed;
   }
   if (status == kStatusBadFormat) return Outcome::kNotRecognised;
   if (status != kStatusSuccess) return Outcome::kFailed;
+  if (!m_options.encoding.empty() && !m_inFolder && !m_context.usesEncoding &&
+      m_row.facts.text != TextForm::kNarrow) {
+    Complain(FormatText(kTextEncodingUnused, ShownPath(source)));
+    m_isWrongUsage = true;
+    return Outcome::kFailed;
+  }
   ApplyListOperations(m_options.operations, source, m_options.quiet, m_driver.current);
   return Write(source, target);
 }
 
 Outcome Conversion::Write(const WideString& source, const WideString& target) {
+  FitReport fit;
+  if (m_options.fit) fit = FitItinerary(m_driver.current, m_row, m_options.encoding);
   WriteOptions options;
   options.option = m_options.split;
+  // An itinerary that the writer splits as told needs no more of it.
+  if (m_row.facts.option == WriterOption::kSplit && m_options.split != 0) fit.mostPoints = 0;
+  options.mostPoints = fit.mostPoints;
   options.silent = true;
   options.checks = !m_options.quiet || m_options.strict || m_options.check;
   options.keepsNothing = m_options.check;
   m_front.SetSubject(target);
-  const TripWrite trip = m_driver.Export(target, m_row, options);
+  TripWrite trip = m_driver.Export(target, m_row, options);
   if (trip.refusal == WriteRefusal::kSourceHoldsMore)
     Complain(FormatText(kTextTargetIsSource, ShownPath(source)));
   const uint64_t countries = trip.notes.Count(ConversionNote::kCountryNotFound);
@@ -163,8 +197,13 @@ Outcome Conversion::Write(const WideString& source, const WideString& target) {
     Complain(FormatText(kTextCountriesNotFound, ShownPath(target), countries));
   if (trip.status != kStatusSuccess) return Outcome::kFailed;
   if (!trip.check) return Outcome::kConverted;
-  Tell(source, target, *trip.check);
-  return trip.check->HasLosses() ? Outcome::kWithLosses : Outcome::kConverted;
+  LossCheck& check = *trip.check;
+  check.fit = fit;
+  check.fitHelps = !m_options.fit && MayBeFitted(check) &&
+                   WouldFit(m_driver.current, m_row, m_options.encoding);
+  m_hasGraveLosses = m_hasGraveLosses || check.HasGraveLosses();
+  Tell(source, target, check);
+  return check.HasLosses() ? Outcome::kWithLosses : Outcome::kConverted;
 }
 
 void Conversion::Tell(const WideString& source, const WideString& target, const LossCheck& check) {
@@ -173,7 +212,7 @@ void Conversion::Tell(const WideString& source, const WideString& target, const 
     WriteJsonCheck(sink, source, target, check);
     sink.Put('\n');
     m_outputFailed = !sink.Finish() || m_outputFailed;
-  } else if (!m_options.quiet && (!m_inFolder || check.HasLosses())) {
+  } else if (!m_options.quiet && (!m_inFolder || IsWorthTelling(check))) {
     WriteError(DescribeCheck(source, target, check));
   }
 }

@@ -3,6 +3,7 @@
 #include "base/status.h"
 
 uint32_t CsvLayouts::Choose(ECsvUse use, bool silent, CCsvLayout& layout) {
+  if (use == ECsvUse::kRead && findsForReading) return kStatusSuccess;
   if (const auto& told = use == ECsvUse::kRead ? forReading : forWriting) {
     layout = *told;
   } else {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "conversion/text_encoding.h"
 
 namespace {
 
@@ -37,15 +38,26 @@ void AddNotes(const ConversionNotes& noted, uint32_t status, ConversionNotes& no
   }
 }
 
+// Decodes what an 8-bit format has read as it was told for the run.
+void DecodeLists(const CItineraryFormat& row, const PointLists& lists,
+                 ConversionContext& context) {
+  const bool isNarrow = row.facts.text == TextForm::kNarrow && !context.IsUnicode();
+  if (!isNarrow || context.encoding.empty()) return;
+  for (const auto& list : lists) DecodeTexts(context.encoding, *list);
+  context.usesEncoding = true;
+}
+
 // Calls the reader of a row and takes its result.
 void TryReader(const CItineraryFormat& row, const WideString& path, ConversionContext& context,
                bool silent, TripRead& trip) {
   context.notes = {};
+  context.TellEncoding(kEncodingNarrow);
   trip.row = &row;
   trip.lists.clear();
   trip.status = CallReader(row.read, path, trip.lists, silent);
   std::erase_if(trip.lists, [](const auto& list) { return list->points.empty(); });
   if (trip.status == kStatusSuccess && trip.lists.empty()) trip.status = kStatusBadFormat;
+  if (trip.status == kStatusSuccess) DecodeLists(row, trip.lists, context);
   if (trip.status != kStatusSuccess) trip.lists.clear();
   AddNotes(context.notes, trip.status, trip.notes);
 }

@@ -14,6 +14,8 @@
 /// How an itinerary is written.
 struct WriteOptions {
   uint32_t option = 0;  ///< the writer's third argument; what it means stands in the row's facts
+  /// Written into several numbered files when the list has more points; 0 for one file.
+  size_t mostPoints = 0;
   bool silent = false;  ///< no question is asked
   bool checks = false;  ///< what was written is read back and compared
   /// Nothing of what is written stays; for the check alone.

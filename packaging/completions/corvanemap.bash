@@ -51,15 +51,24 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
+        --encoding)
+            COMPREPLY=($(compgen -W "utf-8 windows-1250 windows-1251 windows-1252 windows-1253
+                iso-8859-2 iso-8859-7 iso-8859-15 shift_jis" -- "$word"))
+            return
+            ;;
+        --csv-read)
+            COMPREPLY=($(compgen -W "auto Default Inforad Destinator" -- "$word"))
+            return
+            ;;
         --split | --simplify | --provider | --find | --near | --radius | --locate | \
-            --elevation | --panorama | --csv-read | --csv-write | --set)
+            --elevation | --panorama | --csv-write | --set)
             return
             ;;
     esac
     if [[ $word == -* ]]; then
         COMPREPLY=($(compgen -W "--output --list --split --reverse --sort --unique --simplify
             --optimize --optimize=best --providers --provider --find --near --radius
-            --locate --elevation --panorama --country --offline --check --strict --quiet --formats
+            --locate --elevation --panorama --country --offline --check --strict --tolerant --fit --encoding --quiet --formats
             --csv-read --csv-write --remember --settings --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
@@ -68,7 +77,8 @@ _corvanemap()
     # How many tokens stand in front of the word?
     for ((i = 0; i < ${#words[@]} - 1; i++)); do
         case ${words[i]} in
-            -o | --output | --list | --split | --simplify | --provider) ((i++)) ;;
+            -o | --output | --list | --split | --simplify | --provider | --encoding | --csv-read | \
+                --csv-write) ((i++)) ;;
             --inspect) inspect=1 ;;
             -*) ;;
             *LANG_*) ;;

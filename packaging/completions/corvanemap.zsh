@@ -37,9 +37,12 @@ _corvanemap() {
     '--country=-[the country at a position, of a code, or of this machine]::where:' \
     '--offline[ask no service that is not on this machine]' \
     '--check[tell what the target cannot hold, without keeping it]' \
-    '--strict[exit with status 3 when something was lost]' \
+    '(--tolerant)--strict[exit with status 3 when anything was lost]' \
+    '(--strict)--tolerant[exit with status 0 whatever was lost]' \
+    '--fit[adapt the itinerary to what the target can hold]' \
+    '--encoding[the encoding of 8-bit texts]:name:(utf-8 windows-1250 windows-1251 windows-1252 windows-1253 iso-8859-2 iso-8859-7 iso-8859-15 shift_jis)' \
     '--quiet[print errors only]' \
-    '--csv-read[how the columns of a CSV file are read]:layout:' \
+    '--csv-read[how the columns of a CSV file are read]:layout:(auto Default Inforad Destinator)' \
     '--csv-write[how the columns of a CSV file are written]:layout:' \
     '--remember[keep the given CSV layouts]' \
     '(: -)--settings[list the settings]' \
