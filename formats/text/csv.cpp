@@ -335,7 +335,7 @@ uint32_t WriteCsv(const WideString& path, const CGpsPointArray& list, uint32_t, 
     return status;
   if (!CanWrite(layout)) return kStatusInvalidParameter;
   return WriteFileWith(
-      path, context, [&](ByteSink& sink) { WriteCsvBody(sink, list, layout, context->encoding); },
+      path, context, [&](ByteSink& sink) { WriteCsvTable(sink, list, layout, context->encoding); },
       TellPlatformError);
 }
 
@@ -343,12 +343,16 @@ uint32_t EmitCsv(ByteSink& sink, const CGpsPointArray& list, uint32_t, Conversio
   CCsvLayout layout;
   context.csvLayouts.Choose(ECsvUse::kWrite, /*silent=*/true, layout);
   if (!CanWrite(layout)) return kStatusInvalidParameter;
-  WriteCsvBody(sink, list, layout, context.encoding);
+  WriteCsvTable(sink, list, layout, context.encoding);
   return kStatusSuccess;
 }
 
-void WriteCsvBody(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout,
-                  const std::string& encoding) {
+void WriteCsvBody(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout) {
+  WriteCsvTable(sink, list, layout, std::string());
+}
+
+void WriteCsvTable(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout,
+                   const std::string& encoding) {
   LineWriter writer(sink, layout);
   writer.WriteHeader(encoding);
   for (const CGpsPoint& point : list.points) writer.WritePoint(point);

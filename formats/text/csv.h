@@ -33,6 +33,7 @@ uint32_t EmitCsv(ByteSink& sink, const CGpsPointArray& list, uint32_t splitLimit
                  ConversionContext& context);
 
 /// The header line and the lines of the points. `layout` has at most kMostCsvColumns columns.
-/// `encoding` is that of the header, UTF-8 when it is empty.
-void WriteCsvBody(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout = {},
-                  const std::string& encoding = {});
+void WriteCsvBody(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout = {});
+/// The same with a header in an encoding; UTF-8 when that is empty.
+void WriteCsvTable(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout,
+                   const std::string& encoding);
