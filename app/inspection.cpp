@@ -6,8 +6,8 @@
 #include "app/json_point.h"
 #include "app/list_description.h"
 #include "app/output_sink.h"
-#include "app/unattended_conversion.h"
 #include "app/reading_remarks.h"
+#include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/measure_text.h"
 #include "base/status.h"
@@ -71,8 +71,8 @@ void WriteText(ByteSink& sink, const WideString& path, const FormatTable& table,
     sink.Printf("%d. %s\n", ++number, DescribeList(*list));
     for (const CGpsPoint& point : list->points) {
       sink.Printf("   %11s %12s  %s\n",
-                  FormatCoordinate(point.latitude, true, ECoordinateFormat::kDegrees),
-                  FormatCoordinate(point.longitude, false, ECoordinateFormat::kDegrees),
+                  FormatCoordinate(point.latitude, true, CoordinateFormat::kDegrees),
+                  FormatCoordinate(point.longitude, false, CoordinateFormat::kDegrees),
                   Printable(point.name));
     }
   }

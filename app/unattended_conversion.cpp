@@ -62,7 +62,7 @@ class Conversion {
   const CItineraryFormat& m_row;
   ConversionContext& m_context;
   ConsoleFront m_front;
-  CConversionDriver m_driver;
+  ConversionDriver m_driver;
   bool m_inFolder = false;
   bool m_outputFailed = false;
   bool m_hasGraveLosses = false;  ///< of any file
@@ -199,8 +199,8 @@ Outcome Conversion::Write(const WideString& source, const WideString& target) {
   if (!trip.check) return Outcome::kConverted;
   LossCheck& check = *trip.check;
   check.fit = fit;
-  check.fitHelps = !m_options.fit && MayBeFitted(check) &&
-                   WouldFit(m_driver.current, m_row, m_options.encoding);
+  check.fitHelps =
+      !m_options.fit && MayBeFitted(check) && WouldFit(m_driver.current, m_row, m_options.encoding);
   m_hasGraveLosses = m_hasGraveLosses || check.HasGraveLosses();
   Tell(source, target, check);
   return check.HasLosses() ? Outcome::kWithLosses : Outcome::kConverted;

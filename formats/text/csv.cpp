@@ -18,7 +18,7 @@
 namespace {
 
 // What a column can hold, in the order of CCsvLayout::Columns.
-enum EContent : size_t { kLatitude, kLongitude, kElevation, kName, kComment, kContentCount };
+enum CsvContent : size_t { kLatitude, kLongitude, kElevation, kName, kComment, kContentCount };
 
 // Labels of the header line, in the same order.
 constexpr std::array<uint32_t, kContentCount> kLabelTexts = {
@@ -157,19 +157,19 @@ class LineReader {
     return field.find_first_not_of(kTrimmedRight) != std::string_view::npos;
   }
 
-  std::string_view FieldOf(EContent content) const {
+  std::string_view FieldOf(CsvContent content) const {
     return TrimRight(TrimLeft(m_fields[content], kTrimmedLeft), kTrimmedRight);
   }
 
   // False when the field does not begin with a number; `value` is left alone then.
-  bool TakeNumber(EContent content, double& value) const {
+  bool TakeNumber(CsvContent content, double& value) const {
     const std::string_view field = FieldOf(content);
     const bool isPlain =
         m_decimal == "." || m_decimal.empty() || field.find(m_decimal) == std::string_view::npos;
     return TryParseReal(isPlain ? field : ReplaceEvery(field, m_decimal, "."), value);
   }
 
-  void TakeText(EContent content, std::string& text) const {
+  void TakeText(CsvContent content, std::string& text) const {
     const std::string_view field = FieldOf(content);
     text = m_isUtf8 ? MendUtf8(field) : WidenToUtf8(field);
   }
@@ -219,7 +219,7 @@ class LineWriter {
     m_cells.resize(*std::max_element(columns.begin(), columns.end()), kContentCount);
     // Of two contents in one column the later one stands.
     for (size_t content = 0; content < kContentCount; ++content) {
-      if (columns[content] != 0) m_cells[columns[content] - 1] = static_cast<EContent>(content);
+      if (columns[content] != 0) m_cells[columns[content] - 1] = static_cast<CsvContent>(content);
     }
   }
 
@@ -228,14 +228,14 @@ class LineWriter {
   void WriteHeader(const std::string& encoding) {
     TextEncoder encoder;
     const bool isEncoded = !encoding.empty() && encoder.Open(encoding);
-    WriteLine([&](EContent content) {
+    WriteLine([&](CsvContent content) {
       const std::string_view label = LoadTextUtf8(kLabelTexts[content]);
       m_sink.Write(isEncoded ? encoder.Encode(label) : label);
     });
   }
 
   void WritePoint(const CGpsPoint& point) {
-    WriteLine([this, &point](EContent content) {
+    WriteLine([this, &point](CsvContent content) {
       if (content == kLatitude) WriteNumber(point.latitude);
       if (content == kLongitude) WriteNumber(point.longitude);
       if (content == kElevation) WriteNumber(point.altitude);
@@ -248,7 +248,7 @@ class LineWriter {
   template <typename WriteCell>
   void WriteLine(WriteCell writeCell) {
     bool isFirst = true;
-    for (const EContent content : m_cells) {
+    for (const CsvContent content : m_cells) {
       if (!isFirst) m_sink.Write(m_separators.list);
       isFirst = false;
       if (content != kContentCount) writeCell(content);
@@ -273,7 +273,7 @@ class LineWriter {
 
   ByteSink& m_sink;
   NumberSeparators m_separators;
-  std::vector<EContent> m_cells;
+  std::vector<CsvContent> m_cells;
 };
 
 // The layout of a text that is UTF-8 or 8-bit: the one given, unless it is to be found. What its
@@ -295,7 +295,7 @@ bool ChooseLayout(std::string_view text, CCsvLayout& layout, CsvLayouts& layouts
 uint32_t ReadCsv(const WideString& path, PointLists& lists, bool silent) {
   ContextInPlace context;
   CCsvLayout layout;
-  if (const uint32_t status = context->csvLayouts.Choose(ECsvUse::kRead, silent, layout))
+  if (const uint32_t status = context->csvLayouts.Choose(CsvUse::kRead, silent, layout))
     return status;
   return ReadFileWith(
       path, context,
@@ -305,7 +305,7 @@ uint32_t ReadCsv(const WideString& path, PointLists& lists, bool silent) {
 
 uint32_t ParseCsv(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   CCsvLayout layout;
-  context.csvLayouts.Choose(ECsvUse::kRead, /*silent=*/true, layout);
+  context.csvLayouts.Choose(CsvUse::kRead, /*silent=*/true, layout);
   return ParseCsvTable(bytes, lists, layout, context);
 }
 
@@ -331,7 +331,7 @@ uint32_t ParseCsvTable(std::string_view bytes, PointLists& lists, const CCsvLayo
 uint32_t WriteCsv(const WideString& path, const CGpsPointArray& list, uint32_t, bool silent) {
   ContextInPlace context;
   CCsvLayout layout;
-  if (const uint32_t status = context->csvLayouts.Choose(ECsvUse::kWrite, silent, layout))
+  if (const uint32_t status = context->csvLayouts.Choose(CsvUse::kWrite, silent, layout))
     return status;
   if (!CanWrite(layout)) return kStatusInvalidParameter;
   return WriteFileWith(
@@ -341,7 +341,7 @@ uint32_t WriteCsv(const WideString& path, const CGpsPointArray& list, uint32_t, 
 
 uint32_t EmitCsv(ByteSink& sink, const CGpsPointArray& list, uint32_t, ConversionContext& context) {
   CCsvLayout layout;
-  context.csvLayouts.Choose(ECsvUse::kWrite, /*silent=*/true, layout);
+  context.csvLayouts.Choose(CsvUse::kWrite, /*silent=*/true, layout);
   if (!CanWrite(layout)) return kStatusInvalidParameter;
   WriteCsvTable(sink, list, layout, context.encoding);
   return kStatusSuccess;

@@ -12,46 +12,77 @@
 namespace {
 
 // What a column can hold, in the order of CCsvLayout::Columns.
-enum EContent : size_t { kLatitude, kLongitude, kElevation, kName, kComment, kContentCount };
+enum CsvContent : size_t { kLatitude, kLongitude, kElevation, kName, kComment, kContentCount };
 
 struct ColumnTitle {
   std::u16string_view title;
-  EContent content;
+  CsvContent content;
 };
 
 // In lower case. The first of several columns with titles for one content counts.
 constexpr ColumnTitle kTitles[] = {
-    {u"latitude", kLatitude},        {u"lat", kLatitude},
-    {u"lat.", kLatitude},            {u"y", kLatitude},
-    {u"breitengrad", kLatitude},     {u"breite", kLatitude},
-    {u"breedtegraad", kLatitude},    {u"breedte", kLatitude},
-    {u"longitude", kLongitude},      {u"lon", kLongitude},
-    {u"lon.", kLongitude},           {u"long", kLongitude},
-    {u"long.", kLongitude},          {u"lng", kLongitude},
-    {u"x", kLongitude},              {u"längengrad", kLongitude},
-    {u"laengengrad", kLongitude},    {u"länge", kLongitude},
-    {u"laenge", kLongitude},         {u"lengtegraad", kLongitude},
-    {u"lengte", kLongitude},         {u"elevation", kElevation},
-    {u"ele", kElevation},            {u"altitude", kElevation},
-    {u"alt", kElevation},            {u"height", kElevation},
-    {u"élévation", kElevation},      {u"hauteur", kElevation},
-    {u"höhe", kElevation},           {u"hoehe", kElevation},
-    {u"hoogte", kElevation},         {u"name", kName},
-    {u"title", kName},               {u"label", kName},
-    {u"stop", kName},                {u"place", kName},
-    {u"nom", kName},                 {u"titre", kName},
-    {u"étape", kName},               {u"lieu", kName},
-    {u"bezeichnung", kName},         {u"titel", kName},
-    {u"ort", kName},                 {u"naam", kName},
-    {u"plaats", kName},              {u"comment", kComment},
-    {u"comments", kComment},         {u"cmt", kComment},
-    {u"description", kComment},      {u"desc", kComment},
-    {u"note", kComment},             {u"notes", kComment},
-    {u"remark", kComment},           {u"commentaire", kComment},
-    {u"remarque", kComment},         {u"kommentar", kComment},
-    {u"beschreibung", kComment},     {u"bemerkung", kComment},
-    {u"opmerking", kComment},        {u"omschrijving", kComment},
-    {u"beschrijving", kComment},     {u"commentaar", kComment},
+    {u"latitude", kLatitude},
+    {u"lat", kLatitude},
+    {u"lat.", kLatitude},
+    {u"y", kLatitude},
+    {u"breitengrad", kLatitude},
+    {u"breite", kLatitude},
+    {u"breedtegraad", kLatitude},
+    {u"breedte", kLatitude},
+    {u"longitude", kLongitude},
+    {u"lon", kLongitude},
+    {u"lon.", kLongitude},
+    {u"long", kLongitude},
+    {u"long.", kLongitude},
+    {u"lng", kLongitude},
+    {u"x", kLongitude},
+    {u"längengrad", kLongitude},
+    {u"laengengrad", kLongitude},
+    {u"länge", kLongitude},
+    {u"laenge", kLongitude},
+    {u"lengtegraad", kLongitude},
+    {u"lengte", kLongitude},
+    {u"elevation", kElevation},
+    {u"ele", kElevation},
+    {u"altitude", kElevation},
+    {u"alt", kElevation},
+    {u"height", kElevation},
+    {u"élévation", kElevation},
+    {u"hauteur", kElevation},
+    {u"höhe", kElevation},
+    {u"hoehe", kElevation},
+    {u"hoogte", kElevation},
+    {u"name", kName},
+    {u"title", kName},
+    {u"label", kName},
+    {u"stop", kName},
+    {u"place", kName},
+    {u"nom", kName},
+    {u"titre", kName},
+    {u"étape", kName},
+    {u"lieu", kName},
+    {u"bezeichnung", kName},
+    {u"titel", kName},
+    {u"ort", kName},
+    {u"naam", kName},
+    {u"plaats", kName},
+    {u"comment", kComment},
+    {u"comments", kComment},
+    {u"cmt", kComment},
+    {u"description", kComment},
+    {u"desc", kComment},
+    {u"note", kComment},
+    {u"notes", kComment},
+    {u"remark", kComment},
+    {u"commentaire", kComment},
+    {u"remarque", kComment},
+    {u"kommentar", kComment},
+    {u"beschreibung", kComment},
+    {u"bemerkung", kComment},
+    {u"opmerking", kComment},
+    {u"omschrijving", kComment},
+    {u"beschrijving", kComment},
+    {u"commentaar", kComment},
 };
 
 constexpr char kSeparators[] = {';', '\t', '|', ','};
@@ -108,8 +139,7 @@ WideString PlainTitle(std::string_view field) {
 
 uint32_t& ColumnOf(CCsvLayout& layout, size_t content) {
   uint32_t* const columns[] = {&layout.latitudeColumn, &layout.longitudeColumn,
-                               &layout.elevationColumn, &layout.nameColumn,
-                               &layout.commentColumn};
+                               &layout.elevationColumn, &layout.nameColumn, &layout.commentColumn};
   return *columns[content];
 }
 
@@ -263,8 +293,8 @@ std::optional<CCsvLayout> FindCsvLayout(std::string_view text) {
     for (const char separator : kSeparators) {
       for (const char decimal : {'.', ','}) {
         if (decimal == separator) continue;
-        CCsvLayout layout = first == 0 ? EmptyLayout(separator)
-                                       : LayoutOfTitles(lines[0], separator);
+        CCsvLayout layout =
+            first == 0 ? EmptyLayout(separator) : LayoutOfTitles(lines[0], separator);
         layout.decimalSeparator = std::string(1, decimal);
         if (AddByContent(ContentOf(lines, first, separator, decimal), layout)) return layout;
       }
