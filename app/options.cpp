@@ -155,6 +155,8 @@ constexpr OptionHelp kOptionHelp[] = {
     {"    --remember", kTextHelpRemember},
     {"    --settings", kTextHelpSettings},
     {"    --set KEY=VALUE", kTextHelpSet},
+    {"    --send TARGET FILE", kTextHelpSend},
+    {"    --point N", kTextHelpPoint},
 };
 
 constexpr OptionHelp kLastOptionHelp[] = {
@@ -213,7 +215,10 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--remember", options.remember);
   parser.add_flag("--settings", options.settings);
   parser.add_option("--set", options.assignments)->expected(1)->take_all();
+  parser.add_option("--send", options.send.target);
+  parser.add_option("--point", options.send.stop)->check(CLI::PositiveNumber);
   AddServiceOptions(parser, options.services);
+  AddDirectionsOptions(parser, options.directions);
   try {
     parser.parse(argumentCount, arguments);
     options.tokens = TakeTokens(parser.remaining());
@@ -246,7 +251,8 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   if ((!options.findsCsvColumns &&
        !TakeCsvLayout(*csvReadOption, csvRead, options.csvRead, error)) ||
       !TakeCsvLayout(*csvWriteOption, csvWrite, options.csvWrite, error) ||
-      !TakeServiceOptions(options.services, error)) {
+      !TakeServiceOptions(options.services, error) ||
+      !TakeDirectionsOptions(options.directions, error)) {
     return std::nullopt;
   }
   return options;
@@ -257,6 +263,7 @@ std::string HelpText() {
       FormatText(kTextUsage) + "\n" + FormatText(kTextPurpose) + "\n\n" + FormatText(kTextOptions);
   text += "\n";
   AppendHelp(text, kOptionHelp);
+  AppendHelp(text, DirectionsOptionHelp());
   AppendHelp(text, ServiceOptionHelp());
   AppendHelp(text, kLastOptionHelp);
   return text;

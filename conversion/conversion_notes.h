@@ -9,6 +9,12 @@ enum class ConversionNote : size_t {
   kLinePassedOver,        ///< a line or record that holds data but does not fit the format
   kStopWithoutWaypoint,   ///< a route stop that names a waypoint that the file does not hold
   kPointWithoutPosition,  ///< a point at 0, 0, dropped
+  kStopNotAsked,          ///< one of these with an address that nobody may be asked about
+  kPlaceNotAsked,         ///< a stop of a link with an address that nobody may be asked about
+  kPageNotFetched,        ///< a page that holds more stops of a link, and could not be had
+  kStopLookedUp,          ///< a stop whose position was asked of the geocoder
+  kStopNotFound,          ///< one of these that was not found
+  kCountryNotFound,       ///< a stop whose country could not be looked up
   // What a file holds besides the points and their texts:
   kTime,             ///< when a point was passed or made
   kSymbol,           ///< what a stop is shown with, or its kind
@@ -23,9 +29,6 @@ enum class ConversionNote : size_t {
   kOverlay,          ///< a picture or model on the map
   kDocument,         ///< another document that the file holds or names
   kRelation,         ///< what groups points and ways
-  kStopLookedUp,     ///< a stop whose position was asked of the geocoder
-  kStopNotFound,     ///< one of these that was not found
-  kCountryNotFound,  ///< a stop whose country could not be looked up
   kCount,
 };
 

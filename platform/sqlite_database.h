@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "platform/posix/lock_patience.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -10,14 +13,15 @@ struct sqlite3_stmt;
 /// A connection to an SQLite file, closed with its owner. Results are SQLite's own codes.
 class SqliteDatabase {
  public:
-  enum class Mode { kReadOnly, kReadWrite };
+  enum class Mode { kReadOnly, kReadWrite, kCreate };
 
   SqliteDatabase() = default;
   ~SqliteDatabase() { Close(); }
   SqliteDatabase(const SqliteDatabase&) = delete;
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
-  /// Opens an existing file. A lock of another program is waited for.
+  /// Opens an existing file; kCreate makes it where it is not there. A lock of another program is
+  /// waited for (`LockPatience`).
   int Open(const std::string& path, Mode mode);
   void Close();
   bool IsOpen() const { return m_database != nullptr; }
@@ -33,7 +37,11 @@ class SqliteDatabase {
   sqlite3* Get() const { return m_database; }
 
  private:
+  static int WaitForLock(void* self, int attempts);
+
   sqlite3* m_database = nullptr;
+  std::string m_path;
+  std::optional<LockPatience> m_patience;  // of the lock that is waited for
 };
 
 /// A prepared statement. Texts and bytes that are bound must live as long as it.
@@ -46,17 +54,22 @@ class SqliteStatement {
 
   /// Parameters count from 1.
   void BindNumber(int parameter, int64_t number);
+  void BindReal(int parameter, double number);
   void BindText(int parameter, std::string_view text);
   void BindBytes(int parameter, std::string_view bytes);
 
   /// SQLITE_ROW, SQLITE_DONE, or the first failure since the statement was made.
   int Step();
 
+  /// Ready for other parameters and another run.
+  void Reset();
+
   /// The first failure since the statement was made, 0 for none.
   int Failure() const { return m_failure; }
 
   /// Columns count from 0; a view lives up to the next step.
   int64_t Number(int column) const;
+  double Real(int column) const;
   std::string_view Text(int column) const;
   std::string_view Bytes(int column) const;
 

@@ -1,11 +1,10 @@
-#include "platform/posix/sqlite_database.h"
+#include "platform/sqlite_database.h"
 
 #include <sqlite3.h>
 
-namespace {
+#include "platform/posix/settings_news.h"
 
-// How long a lock of another program is waited for, in milliseconds.
-constexpr int kBusyTimeout = 5000;
+namespace {
 
 // A null pointer would bind NULL instead of nothing.
 const char* NotNull(std::string_view bytes) { return bytes.empty() ? "" : bytes.data(); }
@@ -14,7 +13,8 @@ const char* NotNull(std::string_view bytes) { return bytes.empty() ? "" : bytes.
 
 int SqliteDatabase::Open(const std::string& path, Mode mode) {
   Close();
-  const int access = mode == Mode::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  int access = mode == Mode::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  if (mode == Mode::kCreate) access |= SQLITE_OPEN_CREATE;
   const int result =
       sqlite3_open_v2(path.c_str(), &m_database, access | SQLITE_OPEN_NOMUTEX, nullptr);
   if (result != SQLITE_OK) {
@@ -22,12 +22,23 @@ int SqliteDatabase::Open(const std::string& path, Mode mode) {
     return result;
   }
   sqlite3_extended_result_codes(m_database, 1);
-  sqlite3_busy_timeout(m_database, kBusyTimeout);
+  m_path = path;
+  sqlite3_busy_handler(m_database, WaitForLock, this);
   // Nothing in a file that somebody else made may run.
   sqlite3_db_config(m_database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
   sqlite3_db_config(m_database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
   sqlite3_db_config(m_database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
   return SQLITE_OK;
+}
+
+int SqliteDatabase::WaitForLock(void* self, int attempts) {
+  auto& database = *static_cast<SqliteDatabase*>(self);
+  std::atomic<bool>& isLocked = SettingsReporter::Instance().isLocked;
+  if (isLocked) return 0;
+  if (attempts == 0) database.m_patience.emplace(database.m_path);
+  if (database.m_patience->WaitAMoment()) return 1;
+  isLocked = true;
+  return 0;
 }
 
 void SqliteDatabase::Close() {
@@ -72,6 +83,10 @@ void SqliteStatement::BindNumber(int parameter, int64_t number) {
   Keep(sqlite3_bind_int64(m_statement, parameter, number));
 }
 
+void SqliteStatement::BindReal(int parameter, double number) {
+  Keep(sqlite3_bind_double(m_statement, parameter, number));
+}
+
 void SqliteStatement::BindText(int parameter, std::string_view text) {
   Keep(sqlite3_bind_text64(m_statement, parameter, NotNull(text), text.size(), SQLITE_STATIC,
                            SQLITE_UTF8));
@@ -85,8 +100,14 @@ int SqliteStatement::Step() {
   return m_failure != SQLITE_OK ? m_failure : sqlite3_step(m_statement);
 }
 
+void SqliteStatement::Reset() { Keep(sqlite3_reset(m_statement)); }
+
 int64_t SqliteStatement::Number(int column) const {
   return sqlite3_column_int64(m_statement, column);
+}
+
+double SqliteStatement::Real(int column) const {
+  return sqlite3_column_double(m_statement, column);
 }
 
 std::string_view SqliteStatement::Text(int column) const {
