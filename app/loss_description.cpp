@@ -7,8 +7,7 @@
 
 namespace {
 
-// What a reader can pass over: the text for one, behind which that for several stands, and the name
-// in JSON where it has not one of its own outside.
+// What a reader can pass over, and its name in JSON where it has not one of its own outside.
 struct PassedOverKind {
   ConversionNote note;
   uint32_t text;
@@ -16,22 +15,22 @@ struct PassedOverKind {
 };
 
 constexpr PassedOverKind kPassedOverKinds[] = {
-    {ConversionNote::kLinePassedOver, kTextOneLine, nullptr},
-    {ConversionNote::kStopWithoutWaypoint, kTextOneStopWithoutWaypoint, nullptr},
-    {ConversionNote::kPointWithoutPosition, kTextOnePointWithoutPosition, nullptr},
-    {ConversionNote::kTime, kTextOneTime, "times"},
-    {ConversionNote::kSymbol, kTextOneSymbol, "symbols"},
-    {ConversionNote::kMeasurement, kTextOneMeasurement, "measurements"},
-    {ConversionNote::kLink, kTextOneLink, "links"},
-    {ConversionNote::kDescription, kTextOneDescription, "descriptions"},
-    {ConversionNote::kDetail, kTextOneDetail, "details"},
-    {ConversionNote::kShapingPoint, kTextOneShapingPoint, "shapingPoints"},
-    {ConversionNote::kSegmentBreak, kTextOneSegmentBreak, "segmentBreaks"},
-    {ConversionNote::kExtension, kTextOneExtension, "extensions"},
-    {ConversionNote::kArea, kTextOneArea, "areas"},
-    {ConversionNote::kOverlay, kTextOneOverlay, "overlays"},
-    {ConversionNote::kDocument, kTextOneDocument, "documents"},
-    {ConversionNote::kRelation, kTextOneRelation, "relations"},
+    {ConversionNote::kLinePassedOver, kTextLineCount, nullptr},
+    {ConversionNote::kStopWithoutWaypoint, kTextStopsWithoutWaypoint, nullptr},
+    {ConversionNote::kPointWithoutPosition, kTextPointsWithoutPosition, nullptr},
+    {ConversionNote::kTime, kTextTimeCount, "times"},
+    {ConversionNote::kSymbol, kTextSymbolCount, "symbols"},
+    {ConversionNote::kMeasurement, kTextMeasurementCount, "measurements"},
+    {ConversionNote::kLink, kTextLinkCount, "links"},
+    {ConversionNote::kDescription, kTextDescriptionCount, "descriptions"},
+    {ConversionNote::kDetail, kTextDetailCount, "details"},
+    {ConversionNote::kShapingPoint, kTextShapingPointCount, "shapingPoints"},
+    {ConversionNote::kSegmentBreak, kTextSegmentBreakCount, "segmentBreaks"},
+    {ConversionNote::kExtension, kTextExtensionCount, "extensions"},
+    {ConversionNote::kArea, kTextAreaCount, "areas"},
+    {ConversionNote::kOverlay, kTextOverlayCount, "overlays"},
+    {ConversionNote::kDocument, kTextDocumentCount, "documents"},
+    {ConversionNote::kRelation, kTextRelationCount, "relations"},
 };
 
 uint64_t CountOf(const LossCheck& check, ConversionNote note) {
@@ -39,8 +38,7 @@ uint64_t CountOf(const LossCheck& check, ConversionNote note) {
                                                        : check.notes.Count(note);
 }
 
-// What fitting has done: the text for one, behind which that for several stands, and the name in
-// JSON.
+// What fitting has done, and its name in JSON.
 struct FitKind {
   size_t FitReport::*count;
   uint32_t text;
@@ -48,11 +46,11 @@ struct FitKind {
 };
 
 constexpr FitKind kFitKinds[] = {
-    {&FitReport::namesGiven, kTextOneNameGiven, "namesGiven"},
-    {&FitReport::namesMadeUnique, kTextOneNameMadeUnique, "namesMadeUnique"},
-    {&FitReport::textsSpelled, kTextOneTextSpelled, "textsSpelled"},
-    {&FitReport::separatorsReplaced, kTextOneSeparatorReplaced, "separatorsReplaced"},
-    {&FitReport::textsCut, kTextOneTextCut, "textsCut"},
+    {&FitReport::namesGiven, kTextNamesGiven, "namesGiven"},
+    {&FitReport::namesMadeUnique, kTextNamesMadeUnique, "namesMadeUnique"},
+    {&FitReport::textsSpelled, kTextTextsSpelled, "textsSpelled"},
+    {&FitReport::separatorsReplaced, kTextSeparatorsReplaced, "separatorsReplaced"},
+    {&FitReport::textsCut, kTextTextsCut, "textsCut"},
 };
 
 void AppendItem(std::string& list, const std::string& item) {
@@ -63,7 +61,7 @@ void AppendItem(std::string& list, const std::string& item) {
 std::string DescribeFit(const WideString& target, const FitReport& fit) {
   std::string done;
   for (const FitKind& kind : kFitKinds) {
-    if (fit.*kind.count > 0) AppendItem(done, CountText(kind.text, fit.*kind.count));
+    if (fit.*kind.count > 0) AppendItem(done, FormatText(kind.text, fit.*kind.count));
   }
   if (fit.mostPoints > 0) AppendItem(done, FormatText(kTextSplitToFit, fit.mostPoints));
   std::string text;
@@ -90,7 +88,7 @@ std::string PassedOver(const LossCheck& check) {
   for (const PassedOverKind& kind : kPassedOverKinds) {
     const uint64_t count = CountOf(check, kind.note);
     if (count == 0) continue;
-    AppendItem(text, CountText(kind.text, count));
+    AppendItem(text, FormatText(kind.text, count));
   }
   return text;
 }
@@ -120,6 +118,8 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
     tell(FormatText(kTextOnlyWritten, shown));
   } else if (check.outcome == LossCheck::Outcome::kNotReadable) {
     tell(FormatText(kTextNotReadBack, shown));
+  } else if (check.outcome == LossCheck::Outcome::kNoFile) {
+    // There is nothing to say about what nobody can look at.
   } else if (!losses.HasLosses()) {
     const uint32_t all = !check.IsComplete()     ? kTextAllThatWasRead
                          : check.fit.HasLosses() ? kTextAllAsAdapted
@@ -142,10 +142,8 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
   if (check.listsMerged > 0) tell(FormatText(kTextListsMerged, shown, check.listsMerged));
   if (check.notes.HasLosses())
     tell(FormatText(kTextPassedOver, ShownPath(source), PassedOver(check)));
-  if (check.doubtfulPositions > 0) {
-    tell(FormatText(kTextDoubtfulPositions, ShownPath(source),
-                    CountText(kTextOnePosition, check.doubtfulPositions)));
-  }
+  if (check.doubtfulPositions > 0)
+    tell(FormatText(kTextDoubtfulPositions, ShownPath(source), check.doubtfulPositions));
   return text;
 }
 
@@ -156,7 +154,7 @@ void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& 
   sink.Write(", \"target\": ");
   WriteJsonString(sink, ShownPath(target));
   const bool isChecked = check.outcome == LossCheck::Outcome::kChecked;
-  sink.Printf(", \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
+  sink.Printf(", \"status\": 0, \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
               check.HasLosses() ? "true" : "false");
   if (isChecked) {
     const LossReport& losses = check.losses;

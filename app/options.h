@@ -35,9 +35,16 @@ struct Options {
   bool tolerant = false;
   bool fit = false;
   std::string encoding;
+  bool force = false;
+  bool noSync = false;
+  bool merge = false;
+  bool recursive = false;
+  WideString from;  ///< key of the source's format; empty for that of its extension
   WideString output;
   ListChoice lists;
   uint32_t split = 0;
+  std::string option;  ///< of the writer, as a word
+  bool summary = false;
   std::vector<ListOperation> operations;  ///< in the order given
   bool settings = false;
   std::vector<std::string> assignments;  ///< KEY=VALUE

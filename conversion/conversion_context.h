@@ -18,6 +18,7 @@
 #include "conversion/lookups.h"
 #include "conversion/map_links.h"
 #include "conversion/point_watcher.h"
+#include "platform/output_file.h"
 
 /// How far a conversion has come.
 struct ConversionProgress {
@@ -49,6 +50,10 @@ class ConversionContext {
   /// Of texts in 8-bit formats, as told for this run; empty for that of each format. It must be one
   /// for `IsFileEncoding`.
   std::string encoding;
+  /// Asked with the path of every file before it is written; a status other than 0 refuses it.
+  std::function<uint32_t(const WideString& path)> guard;
+  Durability durability =
+      Durability::kLeftToTheSystem;  ///< of what is written; `WriteTrip` sets it
 
   // For checking a file while it is written:
 
@@ -93,14 +98,14 @@ class ConversionContext {
   /// conversion is cancelled. Cheap enough for every line and every record.
   bool GoesOn(uint64_t bytesDone) { return bytesDone < m_nextLook || Look(bytesDone); }
   bool IsCancelled() const { return m_isCancelled; }
+  /// As `GoesOn`, but asks at once; for what is about to become visible to others.
+  bool Look(uint64_t bytesDone);
 
   /// A context with the same means for reading back what this one writes. It asks nobody, neither
   /// a service nor the user, and reads CSV as it was written.
   ConversionContext ForReadingBack() const;
 
  private:
-  bool Look(uint64_t bytesDone);
-
   ConversionProgress m_progress;
   uint64_t m_nextLook = std::numeric_limits<uint64_t>::max();
   bool m_isCancelled = false;

@@ -1,9 +1,12 @@
 #include "conversion/loss_check.h"
 
+#include <algorithm>
+
 #include "base/status.h"
 #include "base/text.h"
 #include "conversion/list_choice.h"
 #include "conversion/read_trip.h"
+#include "platform/folder.h"
 
 namespace {
 
@@ -57,18 +60,34 @@ bool LossCheck::HasGraveLosses() const {
          StopsWithoutWaypoint() > 0 || notes.Count(ConversionNote::kStopNotFound) > 0;
 }
 
-LossCheck CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
-                            const std::vector<WideString>& files, const CGpsPointArray& list,
-                            const std::optional<LossReport>& known, const TripSource& source,
-                            const ConversionContext& context) {
+bool LossCheck::MayBeFitted() const {
+  return outcome == Outcome::kNotReadable || losses.HasGraveLosses() || losses.stopsAdded > 0 ||
+         losses.namesChanged > 0 || losses.commentsChanged > 0;
+}
+
+LossCheck CheckStream(const CGpsPointArray& list, const TripSource& source) {
   LossCheck check;
+  check.outcome = LossCheck::Outcome::kNoFile;
   check.listsMerged = source.listsTaken > 1 ? source.listsTaken : 0;
   check.listsLeft = source.listsFound - source.listsTaken;
   check.notes = source.notes;
   check.doubtfulPositions = CountDoubtfulPositions(list);
+  return check;
+}
+
+LossCheck CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
+                            const std::vector<WideString>& files, const CGpsPointArray& list,
+                            const std::optional<LossReport>& known, const TripSource& source,
+                            const ConversionContext& context) {
+  LossCheck check = CheckStream(list, source);
+  check.outcome = LossCheck::Outcome::kChecked;
   const std::vector<const CItineraryFormat*> readers = ReadersOf(table, row);
   if (readers.empty()) {
     check.outcome = LossCheck::Outcome::kOnlyWritten;
+    return check;
+  }
+  if (!std::all_of(files.begin(), files.end(), IsRegularFile)) {
+    check.outcome = LossCheck::Outcome::kNoFile;
     return check;
   }
   if (known && files.size() == 1) {

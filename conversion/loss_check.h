@@ -16,7 +16,7 @@ struct TripSource {
   /// True when the file holds more than was taken of it, which would be lost with it.
   bool HoldsMore() const { return listsTaken < listsFound; }
 
-  WideString path;  ///< empty for none
+  std::vector<WideString> paths;  ///< none for a link or a stream
   size_t listsFound = 0;
   size_t listsTaken = 0;
   ConversionNotes notes;  ///< of its reader
@@ -24,7 +24,12 @@ struct TripSource {
 
 /// What is known of the losses of one conversion.
 struct LossCheck {
-  enum class Outcome { kChecked, kOnlyWritten, kNotReadable };
+  enum class Outcome {
+    kChecked,
+    kOnlyWritten,  ///< no reader understands the format
+    kNotReadable,  ///< a reader should, and does not
+    kNoFile,       ///< a pipe or a device, which cannot be read again
+  };
 
   Outcome outcome = Outcome::kChecked;
   LossReport losses;       ///< between the itinerary and the file, when checked
@@ -47,6 +52,13 @@ struct LossCheck {
   bool HasLosses() const;
   /// True when that are stops or their places, or the target as a whole.
   bool HasGraveLosses() const;
+  /// True when there is more to say than that all is well.
+  bool IsWorthTelling() const {
+    return HasLosses() || doubtfulPositions > 0 || fit.HasDone() || fit.lacksSpeller;
+  }
+  /// True when something was lost that fitting might keep: names, comments, or stops that are found
+  /// by their names.
+  bool MayBeFitted() const;
   /// True when all of the source that an itinerary can be is in it.
   bool IsComplete() const { return !notes.HasLosses() && listsLeft == 0; }
 };
@@ -54,6 +66,9 @@ struct LossCheck {
 /// The rows whose readers may understand what `row` writes, its own first.
 std::vector<const CItineraryFormat*> ReadersOf(const FormatTable& table,
                                                const CItineraryFormat& row);
+
+/// What is known when nothing can be read back: what came of the source, and the list.
+LossCheck CheckStream(const CGpsPointArray& list, const TripSource& source);
 
 /// Reads the written files back and compares them with `list`: with the row's reader, or else with
 /// those of the same extension or text. What is `known` from reading while the file was written

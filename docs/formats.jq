@@ -23,7 +23,8 @@ def letters:
 
 def section:
   "## \(.label)\n\n"
-  + "Key `\(.key)`; "
+  + "Key `\(.key)`"
+  + (if .aliases == null then "" else ", also " + (.aliases | map("`\(.)`") | join(", ")) end) + "; "
   + (if .reads and .writes then "read and written" elif .reads then "read" else "written" end)
   + ". For \(.users).\n\n"
   + (if .writes then "- holds when written: \(.written | holds)\n" else "" end)

@@ -2,7 +2,8 @@
 
 #include "base/wide_string.h"
 
-/// A folder of its own for temporary files, gone with its content when this goes.
+/// A folder of its own for temporary files, gone with its content when this goes. What a killed
+/// process has left behind goes when the next one is made.
 class ScratchFolder {
  public:
   ScratchFolder();
@@ -18,4 +19,5 @@ class ScratchFolder {
  private:
   WideString m_path;
   uint32_t m_status = 0;
+  int m_lock = -1;  ///< tells other processes that this one is alive
 };

@@ -19,7 +19,7 @@ TEST(LossCheck, TellsNamesThatLostLetters) {
   const ProgramResult result = RunConverter({folder.PathTo("a.itn"), "ov2"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors, target +
-                               ": 1 names are not as they were; the first: \"\u0141\u00f3d\u017a\" "
+                               ": 1 name is not as it was; the first: \"\u0141\u00f3d\u017a\" "
                                "became \"?\u00f3d?\"\n" +
                                target +
                                ": with --fit the itinerary is adapted to what this format can "
@@ -61,7 +61,7 @@ TEST(LossCheck, TellsWhatTheReaderPassedOver) {
   const ProgramResult result = RunConverter({folder.PathTo("a.itn"), "ov2", "--strict"});
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.errors, folder.PathTo("a.ov2") +
-                               ": all 1 stops that were read are in it, within 0.0 m\n" +
+                               ": 1 stop that was read is in it, within 0.0 m\n" +
                                folder.PathTo("a.itn") + ": passed over: 1 line\n");
 }
 
@@ -72,7 +72,7 @@ TEST(LossCheck, ChecksWithoutKeepingTheTarget) {
                                             "TMPDIR=" + folder.PathTo("") + " LC_ALL=C");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors,
-            folder.PathTo("a.ov2") + ": checked: all 1 stops are as they were, within 0.0 m\n");
+            folder.PathTo("a.ov2") + ": checked: 1 stop is as it was, within 0.0 m\n");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
@@ -104,7 +104,7 @@ TEST(LossCheck, PrintsJson) {
   EXPECT_EQ(result.output,
             "{\"source\": \"" + folder.PathTo("a.itn") + "\", \"target\": \"" +
                 folder.PathTo("a.ov2") +
-                "\", \"checked\": true, \"losses\": true, \"stops\": 1, \"stopsLost\": 0, "
+                "\", \"status\": 0, \"checked\": true, \"losses\": true, \"stops\": 1, \"stopsLost\": 0, "
                 "\"stopsAdded\": 0, \"namesChanged\": 1, \"commentsLost\": 0, "
                 "\"altitudesLost\": 0, \"largestShift\": 0.00, \"firstName\": {\"before\": "
                 "\"\u6771\", \"after\": \"?\"}, \"listsMerged\": 0, \"linesPassedOver\": 0, "
@@ -143,7 +143,7 @@ TEST(ExitStatus, TellsOfStopsThatAreLost) {
   folder.Put("a.gpx", Gpx("<rtept lat=\"0\" lon=\"0\"/><rtept lat=\"1\" lon=\"2\"/>"));
   const ProgramResult result = RunConverter({folder.PathTo("a.gpx"), "csv"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_NE(result.errors.find(": 1 of 2 stops are lost, 0 are new\n"), std::string::npos)
+  EXPECT_NE(result.errors.find(": 1 stop of 2 lost, 0 new\n"), std::string::npos)
       << result.errors;
   EXPECT_EQ(RunConverter({folder.PathTo("a.gpx"), "csv", "--tolerant"}).status, 0);
 }
@@ -237,14 +237,14 @@ TEST(CheckWhileWriting, FindsWhatIsLost) {
   folder.Put("a.gpx", ManyStops("", 5001));
   const ProgramResult comments =
       RunConverter({folder.PathTo("a.gpx"), "gpx:370", "-o", folder.PathTo("b.gpx")});
-  EXPECT_NE(comments.errors.find(": 5000 comments and 5000 altitudes are dropped; "),
+  EXPECT_NE(comments.errors.find(": 5000 comments and 5000 altitudes dropped; "),
             std::string::npos)
       << comments.errors;
   folder.Put("c.gpx", ManyStops("<rtept lat=\"0\" lon=\"0\"><name>x</name></rtept>", 4000));
   const ProgramResult stop =
       RunConverter({folder.PathTo("c.gpx"), "kml", "-o", folder.PathTo("d.kml")});
   EXPECT_EQ(stop.status, 3);
-  EXPECT_NE(stop.errors.find(": 1 of 5000 stops are lost, 0 are new\n"), std::string::npos)
+  EXPECT_NE(stop.errors.find(": 1 stop of 5000 lost, 0 new\n"), std::string::npos)
       << stop.errors;
 }
 
@@ -264,7 +264,7 @@ TEST(LossCheck, CountsFilesOfAFolder) {
   const ProgramResult result = RunConverter({folder.PathTo(""), "ov2", "--strict"});
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.errors, folder.PathTo("b.ov2") +
-                               ": 1 names are not as they were; the first: \"\u6771\" became "
+                               ": 1 name is not as it was; the first: \"\u6771\" became "
                                "\"?\"\n" +
                                folder.PathTo("b.ov2") +
                                ": with --fit the itinerary is adapted to what this format can hold"
