@@ -21,6 +21,6 @@ void TellDoubtfulPositions(const WideString& source, const PointLists& lists) {
   size_t count = 0;
   for (const auto& list : lists) count += CountDoubtfulPositions(*list);
   if (count == 0) return;
-  Complain(FormatText(kTextDoubtfulPositions, ShownPath(source),
-                      CountText(kTextOnePosition, count)));
+  Complain(
+      FormatText(kTextDoubtfulPositions, ShownPath(source), CountText(kTextOnePosition, count)));
 }

@@ -56,8 +56,8 @@ WideString PartPath(const WideString& path, size_t part) {
 }
 
 // Writes several files, each of which begins with the last stop of the one before.
-uint32_t WriteParts(const CItineraryFormat& row, const WideString& path,
-                    const CGpsPointArray& list, const WriteOptions& options) {
+uint32_t WriteParts(const CItineraryFormat& row, const WideString& path, const CGpsPointArray& list,
+                    const WriteOptions& options) {
   const size_t count = list.Count();
   size_t part = 0;
   for (size_t start = 0; start < count;) {
