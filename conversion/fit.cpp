@@ -15,10 +15,9 @@
 namespace {
 
 // What stands in for a character that means something else in a file.
-constexpr std::pair<char, char> kReplacements[] = {{',', ';'}, {'|', '/'},  {'"', '\''},
-                                                   {'=', '-'}, {'*', '-'},  {'&', '+'},
-                                                   {'<', '('}, {'>', ')'},  {'\r', ' '},
-                                                   {'\n', ' '}};
+constexpr std::pair<char, char> kReplacements[] = {{',', ';'},  {'|', '/'}, {'"', '\''}, {'=', '-'},
+                                                   {'*', '-'},  {'&', '+'}, {'<', '('},  {'>', ')'},
+                                                   {'\r', ' '}, {'\n', ' '}};
 
 char ReplacementOf(char separator) {
   for (const auto& [from, to] : kReplacements) {

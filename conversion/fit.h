@@ -14,7 +14,7 @@ struct FitReport {
   size_t textsSpelled = 0;        ///< texts with letters that the format lacks
   size_t separatorsReplaced = 0;  ///< texts with characters that mean something else in the file
   size_t textsCut = 0;
-  size_t mostPoints = 0;  ///< in one file, when that makes several; 0 for one file
+  size_t mostPoints = 0;      ///< in one file, when that makes several; 0 for one file
   bool lacksSpeller = false;  ///< the part of the program that spells texts is not installed
 
   bool HasDone() const { return namesGiven > 0 || mostPoints > 0 || HasLosses(); }
@@ -31,5 +31,4 @@ FitReport FitItinerary(CGpsPointArray& list, const CItineraryFormat& row,
                        const std::string& encoding);
 
 /// Whether fitting would change anything.
-bool WouldFit(const CGpsPointArray& list, const CItineraryFormat& row,
-              const std::string& encoding);
+bool WouldFit(const CGpsPointArray& list, const CItineraryFormat& row, const std::string& encoding);

@@ -32,10 +32,10 @@ struct LossCheck {
   };
 
   Outcome outcome = Outcome::kChecked;
-  LossReport losses;       ///< between the itinerary and the file, when checked
-  size_t listsMerged = 0;  ///< lists of the source that became one; 0 when there was one
-  size_t listsLeft = 0;    ///< lists of the source that were not taken
-  ConversionNotes notes;   ///< of the source's reader
+  LossReport losses;             ///< between the itinerary and the file, when checked
+  size_t listsMerged = 0;        ///< lists of the source that became one; 0 when there was one
+  size_t listsLeft = 0;          ///< lists of the source that were not taken
+  ConversionNotes notes;         ///< of the source's reader
   size_t doubtfulPositions = 0;  ///< that no latitude or longitude can be
   FitReport fit;                 ///< what was done to the itinerary before
   bool fitHelps = false;         ///< something was lost that fitting would keep

@@ -65,8 +65,7 @@ size_t CountDoubtfulPositions(const CGpsPointArray& list) {
   const auto isDoubtful = [](const CGpsPoint& point) {
     return !(std::abs(point.latitude) <= 90.0 && std::abs(point.longitude) <= 180.0);
   };
-  return static_cast<size_t>(
-      std::count_if(list.points.begin(), list.points.end(), isDoubtful));
+  return static_cast<size_t>(std::count_if(list.points.begin(), list.points.end(), isDoubtful));
 }
 
 LossReport CompareLists(const CGpsPointArray& before, const CGpsPointArray& after) {

@@ -49,8 +49,7 @@ void AddNotes(const ConversionNotes& noted, uint32_t status, ConversionNotes& no
 }
 
 // Decodes what an 8-bit format has read as it was told for the run.
-void DecodeLists(const CItineraryFormat& row, const PointLists& lists,
-                 ConversionContext& context) {
+void DecodeLists(const CItineraryFormat& row, const PointLists& lists, ConversionContext& context) {
   const bool isNarrow = row.facts.text == TextForm::kNarrow && !context.IsUnicode();
   if (!isNarrow || context.encoding.empty()) return;
   for (const auto& list : lists) DecodeTexts(context.encoding, *list);

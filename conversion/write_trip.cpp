@@ -66,8 +66,8 @@ uint32_t WriteParts(const CItineraryFormat& row, const WideString& path, const C
   for (size_t start = 0; start < count;) {
     if (start != 0) --start;
     const size_t length = std::min(mostPoints, count - start);
-    const uint32_t status = row.write(PartPath(path, ++part), CGpsWaypointList(list, start, length),
-                                      option, silent);
+    const uint32_t status =
+        row.write(PartPath(path, ++part), CGpsWaypointList(list, start, length), option, silent);
     if (status != kStatusSuccess) return status;
     start += length;
   }

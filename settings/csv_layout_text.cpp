@@ -147,8 +147,7 @@ class Parser {
     std::sort(columns.begin(), columns.end());
     auto* const first = std::upper_bound(columns.begin(), columns.end(), 0u);
     const auto* const twice = std::adjacent_find(first, columns.end());
-    if (twice != columns.end())
-      return {std::nullopt, FormatText(kTextCsvColumnTwice, *twice)};
+    if (twice != columns.end()) return {std::nullopt, FormatText(kTextCsvColumnTwice, *twice)};
     return {m_layout, std::string()};
   }
 

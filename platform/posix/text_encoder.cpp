@@ -30,8 +30,8 @@ size_t TextEncoder::Append(std::string_view utf8, std::string& bytes) {
     size_t room = output.size();
     // Without input, what an encoding with shifts needs at the end of a text.
     const bool isEnd = left == 0;
-    const size_t result = iconv(m_converter, isEnd ? nullptr : &input, isEnd ? nullptr : &left,
-                                &end, &room);
+    const size_t result =
+        iconv(m_converter, isEnd ? nullptr : &input, isEnd ? nullptr : &left, &end, &room);
     const bool isFull = result == size_t(-1) && errno == E2BIG;
     bytes.append(output.data(), end);
     if (isEnd ? !isFull : !isFull && left > 0) break;

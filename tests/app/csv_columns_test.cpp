@@ -42,15 +42,18 @@ TEST_F(CsvColumns, AreFoundByHeadersInFourLanguages) {
 }
 
 TEST_F(CsvColumns, HaveHeadersWithMarksUnitsAndOtherTitles) {
-  EXPECT_EQ(Found("\xEF\xBB\xBF\"id\",\"Lat (\u00B0)\",\"Lng (\u00B0)\",\"Title\"\n7,47.5,11.25,A\n"),
-            "lat=2,lon=3,name=4,decimal=.,separator=comma");
-  EXPECT_EQ(Found("id|\u00C9TAPE|lat|lon\n7|A|47.5|11.25\n"), "lat=3,lon=4,name=2,decimal=.,separator=|");
+  EXPECT_EQ(
+      Found("\xEF\xBB\xBF\"id\",\"Lat (\u00B0)\",\"Lng (\u00B0)\",\"Title\"\n7,47.5,11.25,A\n"),
+      "lat=2,lon=3,name=4,decimal=.,separator=comma");
+  EXPECT_EQ(Found("id|\u00C9TAPE|lat|lon\n7|A|47.5|11.25\n"),
+            "lat=3,lon=4,name=2,decimal=.,separator=|");
 }
 
 TEST_F(CsvColumns, AreFoundByContent) {
   EXPECT_EQ(Found("Tokyo,35.5,139.75\nSydney,-33.75,151.25\n"),
             "lat=2,lon=3,name=1,decimal=.,separator=comma");
-  EXPECT_EQ(Found("139.75;35.5;Tokyo;Japan\n"), "lat=2,lon=1,name=3,comment=4,decimal=.,separator=;");
+  EXPECT_EQ(Found("139.75;35.5;Tokyo;Japan\n"),
+            "lat=2,lon=1,name=3,comment=4,decimal=.,separator=;");
   EXPECT_EQ(Found("7;48,5;2,25;Paris\n8;50,75;4,5;Brussels\n"),
             "lat=2,lon=3,name=4,decimal=comma,separator=;");
   // Both could be either; in one order the places lie in Europe.
@@ -63,8 +66,7 @@ TEST_F(CsvColumns, AreFoundByContent) {
 
 TEST_F(CsvColumns, AreToldWhenTheyAreNotFound) {
   folder.Put("a.csv", "a,b,c\n1,2,3\n");
-  const ProgramResult result =
-      RunConverter({"--csv-read", "auto", folder.PathTo("a.csv"), "gpx"});
+  const ProgramResult result = RunConverter({"--csv-read", "auto", folder.PathTo("a.csv"), "gpx"});
   EXPECT_EQ(result.status, 1);
   EXPECT_NE(result.errors.find("No columns with latitude and longitude were found in " +
                                folder.PathTo("a.csv") +
@@ -120,8 +122,7 @@ TEST_F(CsvColumns, AsTheHeaderTellsThemNeedNoWord) {
 }
 
 TEST_F(CsvColumns, OfALayoutMustBeDifferentOnes) {
-  const ProgramResult twice =
-      RunConverter({"--csv-read", "lat=1,lon=2,name=2", "a.csv", "gpx"});
+  const ProgramResult twice = RunConverter({"--csv-read", "lat=1,lon=2,name=2", "a.csv", "gpx"});
   EXPECT_EQ(twice.status, 2);
   EXPECT_EQ(twice.errors, "The CSV layout uses column 2 twice.\n");
   for (const std::string layout : {"lat=1,name=2", "lon=1", "lat=0,lon=1", "name=3"}) {

@@ -67,14 +67,17 @@ TEST_F(Encoding, IsThatOfCsvFilesWithTheirHeader) {
   RunConverter({folder.PathTo("a.gpx"), "csv", "LANG_GERMAN", "-o", folder.PathTo("out"),
                 "--encoding", "windows-1252"});
   EXPECT_EQ(folder.Get("out"),
-            "L\xE4ngengrad,Breitengrad,Name\r\n2.500000,1.500000,\"Br\xFC" "cke \x80\"\r\n");
+            "L\xE4ngengrad,Breitengrad,Name\r\n2.500000,1.500000,\"Br\xFC"
+            "cke \x80\"\r\n");
   folder.Put("b.csv", folder.Get("out"));
   Convert("b.csv", "gpx:107", "windows-1252");
   EXPECT_NE(folder.Get("out").find("<name>Br\u00FCcke \u20AC</name>"), std::string::npos);
 }
 
 TEST_F(Encoding, GivesWayToAMarkInTheFile) {
-  folder.Put("a.itn", "\xEF\xBB\xBF" "250000|150000|Plze\u0148 \u00E9|4|\r\n");
+  folder.Put("a.itn",
+             "\xEF\xBB\xBF"
+             "250000|150000|Plze\u0148 \u00E9|4|\r\n");
   const ProgramResult result = Convert("a.itn", "ov2", "utf-8");
   EXPECT_EQ(result.status, 0) << result.errors;
   EXPECT_NE(folder.Get("out").find("Plze\u0148 \u00E9"), std::string::npos);

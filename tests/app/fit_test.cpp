@@ -37,9 +37,8 @@ class Fit : public testing::Test {
 };
 
 TEST_F(Fit, SpellsLettersThatTheTargetLacks) {
-  const ProgramResult result =
-      Convert(Stop(kFirst, "Plzeň") + Stop(kSecond, "Москва") + Stop(kThird, "Αθήνα é"), "itn",
-              "b.itn");
+  const ProgramResult result = Convert(
+      Stop(kFirst, "Plzeň") + Stop(kSecond, "Москва") + Stop(kThird, "Αθήνα é"), "itn", "b.itn");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(folder.Get("b.itn"),
             "250000|0150000|Plzen|4|\r\n450000|0350000|Moskva|0|\r\n"
@@ -56,12 +55,12 @@ TEST_F(Fit, PutsLettersAndTheirAccentsTogetherFirst) {
 }
 
 TEST_F(Fit, LeavesTextsAloneUnlessItIsAsked) {
-  const ProgramResult result = Convert(Stop(kFirst, "Plzeň") + Stop(kSecond, "A|B"), "itn", "b.itn",
-                                       {});
+  const ProgramResult result =
+      Convert(Stop(kFirst, "Plzeň") + Stop(kSecond, "A|B"), "itn", "b.itn", {});
   EXPECT_EQ(folder.Get("b.itn"), "250000|0150000|Plze?|4|\r\n450000|0350000|A|B|2|\r\n");
-  EXPECT_NE(result.errors.find(
-                ": with --fit the itinerary is adapted to what this format can hold\n"),
-            std::string::npos)
+  EXPECT_NE(
+      result.errors.find(": with --fit the itinerary is adapted to what this format can hold\n"),
+      std::string::npos)
       << result.errors;
 }
 
@@ -105,15 +104,15 @@ TEST_F(Fit, GivesStopsWithoutANameOneEach) {
               std::string::npos)
         << result.errors;
     const ProgramResult seen = RunConverter({"--inspect", folder.PathTo("b." + key)});
-    for (const std::string line : {"1.500000     2.500000  1\n", "3.500000     4.500000  2\n",
-                                   "5.500000     6.500000  3\n"})
+    for (const std::string line :
+         {"1.500000     2.500000  1\n", "3.500000     4.500000  2\n", "5.500000     6.500000  3\n"})
       EXPECT_NE(seen.output.find(line), std::string::npos) << seen.output;
   }
 }
 
 TEST_F(Fit, MakesNamesOfDifferentPlacesUnique) {
-  const std::string stops = Stop(kFirst, "Halt") + Stop(kSecond, "Halt") + Stop(kThird, "Halt 2") +
-                            Stop(kFirst, "Halt");
+  const std::string stops =
+      Stop(kFirst, "Halt") + Stop(kSecond, "Halt") + Stop(kThird, "Halt 2") + Stop(kFirst, "Halt");
   const ProgramResult result = Convert(stops, "rt2", "b.rt2");
   EXPECT_EQ(folder.Get("b.rt2"),
             "H1,OziExplorer CE Route2 File Version 1.0\r\nH2,WGS 84\r\nH3,a,,0\r\n"

@@ -115,9 +115,9 @@ TEST(LossCheck, PrintsJson) {
 std::string Gpx(const std::string& stops) { return "<gpx><rte>" + stops + "</rte></gpx>"; }
 
 // Garmin's file finds its stops by name: all three lie where the first one does.
-const std::string kThreeOfOneName = Gpx(
-    "<rtept lat=\"1\" lon=\"2\"><name>a</name></rtept><rtept lat=\"3\" lon=\"4\"><name>a</name>"
-    "</rtept><rtept lat=\"5\" lon=\"6\"><name>a</name></rtept>");
+const std::string kThreeOfOneName =
+    Gpx("<rtept lat=\"1\" lon=\"2\"><name>a</name></rtept><rtept lat=\"3\" lon=\"4\"><name>a</name>"
+        "</rtept><rtept lat=\"5\" lon=\"6\"><name>a</name></rtept>");
 
 TEST(ExitStatus, TellsOfPlacesThatAreOthers) {
   const TemporaryFolder folder;
