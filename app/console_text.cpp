@@ -65,7 +65,8 @@ std::string DescribeFailure(const FailureReason& reason, const WideString& path)
   else if (reason.column == 0)
     text = " " + FormatText(kTextFaultInLine, reason.line);
   else
-    text = " " + FormatText(kTextFaultAtColumn, reason.line, reason.column, reason.detail);
+    text = " " + FormatText(kTextFaultAtColumn, reason.line, reason.column,
+                            LoadTextUtf8(reason.detailTextId));
   if (reason.adviceTextId != 0) text.append(" ").append(LoadTextUtf8(reason.adviceTextId));
   return text;
 }
@@ -74,5 +75,4 @@ std::string DescribeReadFailure(const FailureReason& reason, const WideString& p
   if (reason.platformError == kStatusSuccess && IsGzip(path))
     return " " + FormatText(kTextReason, LoadTextUtf8(kTextReasonGzip));
   return DescribeFailure(reason, path);
-}
 }

@@ -53,12 +53,12 @@ ConversionRun::ConversionRun(const Options& options, const FormatTable& table,
 // Links are shown unless a file is asked for.
 bool ConversionRun::MakesFile() const { return m_row.facts.isFile || !m_options.output.empty(); }
 
-// The source's path up to its last dot, and the key's extension. A path without a dot stays whole.
+// The source's path up to its last dot, and the key's extension. A name without a dot stays whole.
 // What comes out of a link goes into the current folder.
 WideString ConversionRun::TargetBeside(const WideString& source) const {
   if (IsWebAddress(source)) return LoadText(kTextItinerary) + u"." + m_row.extension;
-  const size_t dot = source.rfind(u'.');
-  return source.substr(0, dot == WideString::npos ? dot : dot + 1) + m_row.extension;
+  if (HasNoExtension(source)) return source + u"." + m_row.extension;
+  return source.substr(0, source.rfind(u'.') + 1) + m_row.extension;
 }
 
 // What came as a stream goes on as one.
@@ -70,30 +70,40 @@ WideString ConversionRun::TargetOfOne(const WideString& source) const {
   return JoinedPath(m_options.output, NameIn(name));
 }
 
+// The folders of a folder that was given are made anew in that of the targets.
+WideString ConversionRun::TargetOfOneOfMany(const ConversionSource& source) const {
+  const WideString beside = TargetBeside(source.path);
+  if (m_options.output.empty()) return beside;
+  const WideString& top = m_options.output;
+  const WideString folder = source.below.empty() ? top : JoinedPath(top, source.below);
+  return JoinedPath(folder, NameIn(beside));
+}
+
 int ConversionRun::ConvertOne(const WideString& source) {
   const WideString target = TargetOfOne(source);
   m_files.emplace(FilesOfRun::Replaces::kAllButSources).AddSource(source);
   ClearUnfinishedBeside(target);
-  Count(Convert(source, target));
+  m_tally.Count(Convert({source}, target));
   return ExitStatus();
 }
 
-int ConversionRun::Merge(const std::vector<WideString>& sources) {
-  const WideString target = TargetOfOne(sources.front());
+int ConversionRun::Merge(const std::vector<ConversionSource>& sources) {
+  const WideString target = TargetOfOne(sources.front().path);
   m_files.emplace(FilesOfRun::Replaces::kAllButSources);
   ClearUnfinishedBeside(target);
   bool append = false;
-  for (const WideString& source : sources) {
-    m_files->AddSource(source);
+  for (const ConversionSource& source : sources) {
+    m_files->AddSource(source.path);
     const uint32_t status = Read(source, append);
     if (status != kStatusSuccess) {
-      Count(FinishRead(source, status));
-      PrintFailure(ShownName(source, kTextStandardInput), target, status);
+      m_tally.Count(FinishRead(source, status));
+      PrintFailure(ShownName(source.path, kTextStandardInput),
+                   ShownName(target, kTextStandardOutput), status);
       return ExitStatus();
     }
     append = true;
   }
-  Count(PrepareAndWrite(sources.front(), target));
+  m_tally.Count(PrepareAndWrite(sources.front().path, target));
   return ExitStatus();
 }
 
@@ -107,30 +117,25 @@ int ConversionRun::ConvertEach(const std::vector<ConversionSource>& sources) {
     m_files->AddSource(source.path);
     taken.insert(source.path);
   }
-  m_front.SetReportsUnknown(!m_options.quiet);
-  m_inFolder = true;
-  for (size_t i = 0; i < sources.size() && !InterruptionScope::IsPending(); ++i) {
+  m_isOneOfMany = true;
+  for (size_t i = 0; i < sources.size(); ++i) {
     ShowProgress(i + 1, sources.size());
     const WideString& source = sources[i].path;
-    WideString target = TargetBeside(source);
-    if (!m_options.output.empty()) {
-      const WideString folder = sources[i].below.empty()
-                                    ? m_options.output
-                                    : JoinedPath(m_options.output, sources[i].below);
-      target = JoinedPath(folder, NameIn(target));
-      if (!m_options.check && folders.insert(folder).second) CreateFolders(folder);
+    const WideString target = TargetOfOneOfMany(sources[i]);
+    if (folders.insert(FolderOf(target)).second) {
+      if (!m_options.output.empty() && !m_options.check) CreateFolders(FolderOf(target));
+      ClearUnfinishedBeside(target);
     }
-    if (folders.insert(FolderOf(target)).second) ClearUnfinishedBeside(target);
-    const Outcome outcome = Convert(source, target);
+    const Outcome outcome = Convert(sources[i], target);
     const bool isConverted = outcome == Outcome::kConverted || outcome == Outcome::kWithLosses;
     if (isConverted && MakesFile() && target != source && !taken.insert(target).second &&
         !m_options.quiet)
       Complain(FormatText(kTextReplacedInFolder, ShownPath(target), ShownPath(source)));
-    Count(outcome);
+    m_tally.Count(outcome, !sources[i].fromFolder);
   }
   ShowProgress(0, 0);
   SyncWhatWasWritten(folders);
-  if (!m_options.quiet) TellCounts();
+  if (!m_options.quiet) m_tally.Tell();
   return ExitStatus();
 }
 
@@ -141,68 +146,43 @@ void ConversionRun::ClearUnfinishedBeside(const WideString& target) const {
 
 // Many new files go to the disk together, which takes no longer than for one of them.
 void ConversionRun::SyncWhatWasWritten(const std::set<WideString>& folders) {
-  if (m_options.noSync || m_options.check || !MakesFile() || m_converted == 0) return;
+  if (m_options.noSync || m_options.check || !MakesFile() || !m_tally.HasConverted()) return;
   for (const WideString& folder : folders) {
     const uint32_t error = SyncFileSystem(folder);
     if (error == kStatusSuccess) continue;
     m_front.SetSubject(folder);
     m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, {.platformError = error});
-    Count(Outcome::kFailed);
+    m_tally.Count(Outcome::kFailed);
   }
-}
-
-void ConversionRun::Count(Outcome outcome) {
-  switch (outcome) {
-    case Outcome::kWithLosses:
-      ++m_withLosses;
-      [[fallthrough]];
-    case Outcome::kConverted:
-      ++m_converted;
-      break;
-    case Outcome::kNotRecognised:
-      ++m_unknown;
-      break;
-    case Outcome::kKept:
-      ++m_kept;
-      break;
-    case Outcome::kFailed:
-      ++m_failed;
-      break;
-  }
-}
-
-void ConversionRun::TellCounts() const {
-  std::string line = FormatText(kTextSummary, m_converted, m_unknown, m_failed);
-  if (m_kept > 0) line += ", " + FormatText(kTextKeptCount, m_kept);
-  ::Complain(line);
-  if (m_withLosses > 0) ::Complain(FormatText(kTextFilesWithLosses, m_withLosses));
 }
 
 int ConversionRun::ExitStatus() const {
   if (m_isWrongUsage) return kExitWrongUsage;
   const bool hasFailedLegs = m_legs && m_legs->HasFailures();
-  if (m_failed > 0 || m_kept > 0 || m_converted == 0 || m_outputFailed || hasFailedLegs)
-    return kExitFailed;
+  if (!m_tally.IsComplete() || m_outputFailed || hasFailedLegs) return kExitFailed;
   if (m_options.tolerant) return kExitConverted;
-  return m_hasGraveLosses || (m_options.strict && m_withLosses > 0) ? kExitLosses : kExitConverted;
+  const bool hasLosses = m_options.strict ? m_tally.HasLosses() : m_hasGraveLosses;
+  return hasLosses ? kExitLosses : kExitConverted;
 }
 
-ConversionRun::Outcome ConversionRun::Convert(const WideString& source, const WideString& target) {
+Outcome ConversionRun::Convert(const ConversionSource& source, const WideString& target) {
   const uint32_t status = Read(source, false);
-  if (status == kStatusSuccess) return PrepareAndWrite(source, target);
+  if (status == kStatusSuccess) return PrepareAndWrite(source.path, target);
   const Outcome outcome = FinishRead(source, status);
-  PrintFailure(ShownName(source, kTextStandardInput), ShownName(target, kTextStandardOutput),
+  PrintFailure(ShownName(source.path, kTextStandardInput), ShownName(target, kTextStandardOutput),
                status);
   return outcome;
 }
 
-uint32_t ConversionRun::Read(const WideString& source, bool append) {
+uint32_t ConversionRun::Read(const ConversionSource& from, bool append) {
+  const WideString& source = from.path;
   m_error.clear();
   m_front.SetSubject(ShownName(source, kTextStandardInput));
+  m_front.SetReportsUnknown(!m_options.quiet || !from.fromFolder);
   ReadOptions options;
   options.silent = true;
   options.key = m_options.from;
-  options.byContent = !m_inFolder;
+  options.byContent = !from.fromFolder;
   if (source != kStream) {
     const uint32_t status = m_driver.Open(source, append, options);
     if (!m_options.quiet) TellColumns(source, m_context.csvLayouts);
@@ -219,8 +199,8 @@ uint32_t ConversionRun::Read(const WideString& source, bool append) {
 }
 
 // What came of a read that has failed.
-ConversionRun::Outcome ConversionRun::FinishRead(const WideString& source, uint32_t status) {
-  if (InterruptionScope::IsPending()) return Outcome::kFailed;
+Outcome ConversionRun::FinishRead(const ConversionSource& from, uint32_t status) {
+  const WideString& source = from.path;
   TellLookups(ShownName(source, kTextStandardInput));
   if (m_front.Declined()) {
     Complain(FormatText(kTextNoSuchList, m_options.lists.text,
@@ -228,7 +208,7 @@ ConversionRun::Outcome ConversionRun::FinishRead(const WideString& source, uint3
     return Outcome::kFailed;
   }
   if (status != kStatusBadFormat) return Outcome::kFailed;
-  if (HasNoExtension(source) && !IsWebAddress(source) && m_options.from.empty() && !m_inFolder)
+  if (HasNoExtension(source) && !IsWebAddress(source) && m_options.from.empty() && !from.fromFolder)
     Complain(FormatText(kTextContentUnknown, ShownPath(ShownName(source, kTextStandardInput))));
   return Outcome::kNotRecognised;
 }
@@ -290,13 +270,12 @@ bool ConversionRun::Prepare(const WideString& source, const WideString& target) 
 bool ConversionRun::HasUseForEncoding(const WideString& source) {
   const bool isIdle = !m_options.encoding.empty() && !m_context.usesEncoding &&
                       m_row.facts.text != TextForm::kNarrow;
-  if (!isIdle || m_inFolder) return true;
+  if (!isIdle || m_isOneOfMany) return true;
   m_isWrongUsage = true;
   return Complain(FormatText(kTextEncodingUnused, ShownPath(source)));
 }
 
-ConversionRun::Outcome ConversionRun::PrepareAndWrite(const WideString& source,
-                                                      const WideString& target) {
+Outcome ConversionRun::PrepareAndWrite(const WideString& source, const WideString& target) {
   const WideString shown = ShownName(source, kTextStandardInput);
   TellLookups(shown);
   const size_t count = m_driver.current.Count();
@@ -308,7 +287,7 @@ ConversionRun::Outcome ConversionRun::PrepareAndWrite(const WideString& source,
   return m_row.facts.isFile ? Write(source, target) : WriteLinks(source, target);
 }
 
-ConversionRun::Outcome ConversionRun::Write(const WideString& source, const WideString& target) {
+Outcome ConversionRun::Write(const WideString& source, const WideString& target) {
   const WideString from = ShownName(source, kTextStandardInput);
   WriteOptions options;
   options.leavesPointsOut = m_leavesPointsOut;
@@ -323,25 +302,26 @@ ConversionRun::Outcome ConversionRun::Write(const WideString& source, const Wide
   options.force = m_options.force;
   options.run = m_options.force ? nullptr : &*m_files;
   options.durability = m_options.noSync ? Durability::kLeftToTheSystem
-                       : m_inFolder     ? Durability::kSyncedTogether
+                       : m_isOneOfMany  ? Durability::kSyncedTogether
                                         : Durability::kSynced;
   const WideString shown = ShownName(target, kTextStandardOutput);
   m_front.SetSubject(shown);
-  if (target != kStream) return Finish(from, shown, m_driver.Export(target, m_row, options));
-  if (m_options.check) {
-    const WideString name = WideString(u"stdout.") + m_row.extension;
-    return Finish(from, shown, m_driver.Export(name, m_row, options));
-  }
-  OutputSink sink;
-  const TripWrite trip = m_driver.Stream(sink, m_row, options);
-  m_outputFailed = !sink.Finish() || m_outputFailed;
-  return Finish(from, shown, trip);
+  return Finish(from, shown, Export(target, options));
 }
 
-ConversionRun::Outcome ConversionRun::Finish(const WideString& source, const WideString& target,
-                                             TripWrite trip) {
-  // What was not done because the user interrupted it is no finding.
-  if (InterruptionScope::IsPending()) return Outcome::kFailed;
+TripWrite ConversionRun::Export(const WideString& target, const WriteOptions& options) {
+  // What is half made goes when the user interrupts.
+  const InterruptionScope interrupt;
+  if (target != kStream) return m_driver.Export(target, m_row, options);
+  if (m_options.check)
+    return m_driver.Export(WideString(u"stdout.") + m_row.extension, m_row, options);
+  OutputSink sink;
+  TripWrite trip = m_driver.Stream(sink, m_row, options);
+  m_outputFailed = !sink.Finish() || m_outputFailed;
+  return trip;
+}
+
+Outcome ConversionRun::Finish(const WideString& source, const WideString& target, TripWrite trip) {
   const uint64_t countries = trip.notes.Count(ConversionNote::kCountryNotFound);
   if (countries > 0 && !m_options.quiet) {
     ::Complain(FormatText(kTextCountriesNotFound, ShownPath(target), countries));
@@ -363,7 +343,7 @@ ConversionRun::Outcome ConversionRun::Finish(const WideString& source, const Wid
   return trip.check && trip.check->HasLosses() ? Outcome::kWithLosses : Outcome::kConverted;
 }
 
-ConversionRun::Outcome ConversionRun::TellRefusal(const WideString& source, const TripWrite& trip) {
+Outcome ConversionRun::TellRefusal(const WideString& source, const TripWrite& trip) {
   if (trip.refusal == WriteRefusal::kKept) {
     Complain(FormatText(kTextFileKept, ShownPath(trip.refusedFile)));
     return Outcome::kKept;
@@ -374,8 +354,7 @@ ConversionRun::Outcome ConversionRun::TellRefusal(const WideString& source, cons
 }
 
 // Targets that are no file get links.
-ConversionRun::Outcome ConversionRun::WriteLinks(const WideString& source,
-                                                 const WideString& target) {
+Outcome ConversionRun::WriteLinks(const WideString& source, const WideString& target) {
   std::vector<std::string> links;
   m_context.takeLink = [&links](const std::string& link) {
     links.push_back(link);
@@ -407,18 +386,18 @@ ConversionRun::Outcome ConversionRun::WriteLinks(const WideString& source,
     m_outputFailed = !PrintLinks(links) || m_outputFailed;
   }
   // Of a folder they would be too many.
-  const bool opens = !MakesFile() && !m_inFolder && !m_options.check;
+  const bool opens = !MakesFile() && !m_isOneOfMany && !m_options.check;
   if (opens && OpenLinks(links) != kStatusSuccess && !m_options.quiet)
     ::Complain(FormatText(kTextLinksNotOpened));
   return outcome;
 }
 
-ConversionRun::Outcome ConversionRun::SaveLinks(const WideString& target,
-                                                const std::vector<std::string>& links) {
+Outcome ConversionRun::SaveLinks(const WideString& target, const std::vector<std::string>& links) {
   if (!m_options.force && !m_files->MayWrite(target)) {
-    Complain(FormatText(m_inFolder ? kTextFileKept : kTextSourceWouldLose, ShownPath(target)));
-    return m_inFolder ? Outcome::kKept : Outcome::kFailed;
+    Complain(FormatText(m_isOneOfMany ? kTextFileKept : kTextSourceWouldLose, ShownPath(target)));
+    return m_isOneOfMany ? Outcome::kKept : Outcome::kFailed;
   }
+  const InterruptionScope interrupt;
   const uint32_t error = ::SaveLinks(target, links);
   if (error == kStatusSuccess) return Outcome::kConverted;
   m_front.SetSubject(target);
@@ -433,7 +412,7 @@ void ConversionRun::TellCheck(const WideString& source, const WideString& target
     WriteJsonCheck(sink, source, target, check);
     sink.Put('\n');
     m_outputFailed = !sink.Finish() || m_outputFailed;
-  } else if (!m_options.quiet && (!m_inFolder || check.IsWorthTelling())) {
+  } else if (!m_options.quiet && (!m_isOneOfMany || check.IsWorthTelling())) {
     WriteError(DescribeCheck(source, target, check));
   }
 }
@@ -441,7 +420,7 @@ void ConversionRun::TellCheck(const WideString& source, const WideString& target
 // One line for other programs, as of the files that were converted.
 void ConversionRun::PrintFailure(const WideString& source, const WideString& target,
                                  uint32_t status) {
-  if (!m_options.json || InterruptionScope::IsPending()) return;
+  if (!m_options.json) return;
   OutputSink sink;
   sink.Write("{\"source\": ");
   WriteJsonString(sink, ShownPath(source));

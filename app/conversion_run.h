@@ -9,6 +9,7 @@
 #include "app/conversion_sources.h"
 #include "app/leg_calculation.h"
 #include "app/options.h"
+#include "app/run_tally.h"
 #include "conversion/conversion_context.h"
 #include "conversion/conversion_driver.h"
 #include "conversion/files_of_run.h"
@@ -30,20 +31,19 @@ class ConversionRun {
   /// Every file into a target of its own.
   int ConvertEach(const std::vector<ConversionSource>& sources);
   /// All files into one target.
-  int Merge(const std::vector<WideString>& sources);
+  int Merge(const std::vector<ConversionSource>& sources);
 
  private:
-  enum class Outcome { kConverted, kWithLosses, kNotRecognised, kKept, kFailed };
-
-  Outcome Convert(const WideString& source, const WideString& target);
-  uint32_t Read(const WideString& source, bool append);
-  Outcome FinishRead(const WideString& source, uint32_t status);
+  Outcome Convert(const ConversionSource& source, const WideString& target);
+  uint32_t Read(const ConversionSource& source, bool append);
+  Outcome FinishRead(const ConversionSource& source, uint32_t status);
   void PrintFailure(const WideString& source, const WideString& target, uint32_t status);
   void TellLookups(const WideString& source) const;
   bool HasUseForEncoding(const WideString& source);
   bool Prepare(const WideString& source, const WideString& target);
   Outcome PrepareAndWrite(const WideString& source, const WideString& target);
   Outcome Write(const WideString& source, const WideString& target);
+  TripWrite Export(const WideString& target, const WriteOptions& options);
   Outcome WriteLinks(const WideString& source, const WideString& target);
   Outcome SaveLinks(const WideString& target, const std::vector<std::string>& links);
   Outcome Finish(const WideString& source, const WideString& target, TripWrite trip);
@@ -54,11 +54,10 @@ class ConversionRun {
 
   bool MakesFile() const;
   WideString TargetOfOne(const WideString& source) const;
+  WideString TargetOfOneOfMany(const ConversionSource& source) const;
   WideString TargetBeside(const WideString& source) const;
   void ClearUnfinishedBeside(const WideString& target) const;
   void SyncWhatWasWritten(const std::set<WideString>& folders);
-  void Count(Outcome outcome);
-  void TellCounts() const;
   void ShowProgress(size_t done, size_t count) const;
   int ExitStatus() const;
 
@@ -69,17 +68,12 @@ class ConversionRun {
   ConsoleFront m_front;
   ConversionDriver m_driver;
   std::optional<LegCalculation> m_legs;
+  RunTally m_tally;
   std::optional<FilesOfRun> m_files;
   bool m_leavesPointsOut = false;  ///< the itinerary lacks points of the source at hand
-  bool m_inFolder = false;
+  bool m_isOneOfMany = false;      ///< the file at hand
   bool m_outputFailed = false;
   bool m_hasGraveLosses = false;  ///< of any file
   bool m_isWrongUsage = false;
   std::string m_error;  ///< what was told last about the file at hand
-
-  size_t m_converted = 0;
-  size_t m_withLosses = 0;  ///< of these
-  size_t m_unknown = 0;
-  size_t m_kept = 0;
-  size_t m_failed = 0;
 };

@@ -136,7 +136,7 @@ class OperationOptions {
   static ListOperation::Kind KindOfSearch(const std::string& value) {
     if (value == kPlainSearch) return ListOperation::Kind::kOptimize;
     if (value == "best") return ListOperation::Kind::kOptimizeBest;
-    throw WrongUsage{"--optimize=" + value};
+    throw WrongUsage{FormatText(kTextOptionValueWrong, "--optimize=" + value)};
   }
 
   // What the parser makes of a flag without a value.

@@ -19,6 +19,7 @@
 #include "conversion/read_trip.h"
 #include "platform/folder.h"
 #include "platform/interruption.h"
+#include "platform/scratch_folder.h"
 
 namespace {
 
@@ -100,6 +101,9 @@ int CheckEffects(const Options& options, const Request& request) {
   const bool fromCsv = !isOneFile || format.empty() || IsCsv(format);
   const bool readsCsv = options.csvRead || options.findsCsvColumns;
   const bool writesNothing = options.check;
+  const DirectionsOptions::Typed& typed = options.directions.typed;
+  // Links tell planners what to ask for.
+  const bool asksNoWay = !options.directions.directions && request.row->facts.isFile;
   const struct {
     const char* name;
     bool isIdle;
@@ -111,6 +115,15 @@ int CheckEffects(const Options& options, const Request& request) {
       {"--csv-write", options.csvWrite && !options.remember && !IsCsv(request.row->extension)},
       {"--remember", options.remember && !options.csvRead && !options.csvWrite},
       {"--fit", options.fit && !request.row->facts.isFile},
+      {"--mode", typed.mode && asksNoWay},
+      {"--type", typed.type && asksNoWay},
+      {"--avoid", typed.avoid && asksNoWay},
+      {"--hilliness", typed.hilliness && asksNoWay},
+      {"--windingness", typed.windingness && asksNoWay},
+      {"--tractor", options.directions.tractor && asksNoWay},
+      {"--point", options.send.stop != 0},
+      {"--near", options.services.typed.near.has_value()},
+      {"--radius", options.services.typed.radius.has_value()},
       {"--force", options.force && writesNothing},
       {"--no-sync", options.noSync && writesNothing},
   };
@@ -170,12 +183,8 @@ int Convert(const Options& options, const Request& request, ConversionRun& run) 
   if (given.size() == 1 && !hasFolder) return run.ConvertOne(given.front());
   std::vector<ConversionSource> sources;
   if (const int status = ListAll(options, given, sources)) return status;
-  if (options.merge) {
-    std::vector<WideString> paths;
-    for (const ConversionSource& source : sources) paths.push_back(source.path);
-    return run.Merge(paths);
-  }
-  if (const int status = MakeOutputFolder(options)) return status;
+  if (options.merge) return run.Merge(sources);
+  if (const int status = options.check ? 0 : MakeOutputFolder(options)) return status;
   return run.ConvertEach(sources);
 }
 
@@ -197,7 +206,7 @@ int RunConversion(const Options& options, const FormatTable& table, ConversionCo
   const std::string effect = DescribeSwitch(options, *request.row);
   if (!effect.empty() && !options.quiet) Complain(effect);
 
-  const InterruptionScope interrupt;
+  ScratchFolder::ClearLeftBehind();
   context.progress = [](const ConversionProgress&) { return !InterruptionScope::IsPending(); };
   // Never destroyed: to free a million points one by one takes longer than to end the process.
   static auto* const run = new ConversionRun(options, table, *request.row, option, context);

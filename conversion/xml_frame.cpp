@@ -1,8 +1,7 @@
 #include "conversion/xml_frame.h"
 
-#include <utility>
-
 #include "base/status.h"
+#include "conversion/xml_fault_text.h"
 #include "platform/debug_log.h"
 #include "platform/sequential_file.h"
 
@@ -16,11 +15,12 @@ bool ParseWatched(CXmlReader& reader, ConversionContext& context, Parse&& parse)
   try {
     return parse();
   } catch (const XML_Error error) {
-    XmlFault fault = reader.FaultOf(error);
+    const XmlFault fault = reader.FaultOf(error);
     DebugLog(reader.DescribeError(error));
+    if (error == XML_ERROR_NO_MEMORY) context.Keep(kStatusOutOfMemory);
     context.failure.line = fault.line;
     context.failure.column = fault.column;
-    context.failure.detail = std::move(fault.text);
+    context.failure.detailTextId = XmlFaultText(error);
     return false;
   }
 }

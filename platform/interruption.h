@@ -3,8 +3,7 @@
 #include <memory>
 
 /// Takes the requests to end this process (Ctrl+C, a terminal that closes) as long as it lives, so
-/// that what runs can end in good order and the process goes on. One at a time, on the main thread;
-/// within an `InterruptionScope` it keeps them from that.
+/// that what runs can end in good order and the process goes on. One at a time, on the main thread.
 class InterruptionWatch {
  public:
   InterruptionWatch();
@@ -22,7 +21,7 @@ class InterruptionWatch {
 };
 
 /// As long as this lives, such a request is kept instead of ending the process, so that what is
-/// under way can be cleared up: those who work look at `IsPending` now and then. A second one of
+/// half made can be cleared up: those who work look at `IsPending` now and then. A second one of
 /// the kind ends the process at once. One at a time, on the main thread.
 class InterruptionScope {
  public:

@@ -14,7 +14,8 @@ enum class Durability {
   kLeftToTheSystem,
 };
 
-/// Waits until everything that was written to the file system of `path` has reached the disk.
+/// Waits until everything that was written to the file system of `path` has reached the disk; empty
+/// stands for the working folder.
 /// Returns 0 or the platform's error code.
 uint32_t SyncFileSystem(const WideString& path);
 

@@ -2,11 +2,13 @@
 
 #include "base/wide_string.h"
 
-/// A folder of its own for temporary files, gone with its content when this goes. What a killed
-/// process has left behind goes when the next one is made.
+/// A folder of its own for temporary files, gone with its content when this goes.
 class ScratchFolder {
  public:
   ScratchFolder();
+
+  /// Removes those that killed processes of this user have left behind.
+  static void ClearLeftBehind();
   ~ScratchFolder();
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;

@@ -6,7 +6,6 @@
 
 #include <unistd.h>
 
-#include "platform/interruption.h"
 #include "platform/posix/errors.h"
 #include "platform/posix/file_descriptor.h"
 
@@ -33,7 +32,7 @@ uint32_t ReadInput(std::string& bytes) {
     if (count == 0) return 0;
     if (count > 0) {
       bytes.append(piece, static_cast<size_t>(count));
-    } else if (errno != EINTR || InterruptionScope::IsPending()) {
+    } else if (errno != EINTR) {
       return FailWithErrno();
     }
   }

@@ -140,7 +140,8 @@ void RemoveUnfinished(int folder, const char* name) {
 }  // namespace
 
 uint32_t SyncFileSystem(const WideString& path) {
-  const FileDescriptor file(open(PathBytes(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const std::string name = path.empty() ? "." : PathBytes(path);
+  const FileDescriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   return file && IsSynced(syncfs(file.Get())) ? 0 : FailWithErrno();
 }
 

@@ -1,7 +1,7 @@
 #include "platform/scratch_folder.h"
 
+#include <cerrno>
 #include <cstdlib>
-#include <ctime>
 #include <filesystem>
 #include <new>
 #include <string>
@@ -22,55 +22,69 @@ namespace {
 constexpr std::string_view kNameStart = "corvane-";
 constexpr size_t kNameSize = kNameStart.size() + 6;
 
-// A folder this young may belong to a process that has not locked it yet.
-constexpr std::time_t kSecondsToLock = 60;
-
 std::string Parent() {
   const char* parent = std::getenv("TMPDIR");
   return parent && *parent ? parent : "/tmp";
 }
 
-// The folder, locked for this process; nothing when another one has the lock.
-FileDescriptor LockFolder(const std::string& path) {
-  FileDescriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-  if (folder && flock(folder.Get(), LOCK_EX | LOCK_NB) != 0) return FileDescriptor();
-  return folder;
+FileDescriptor OpenFolder(const std::string& path) {
+  return FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-// Whether a folder that could be locked is of a process of ours that was killed.
-bool IsLeftBehind(const FileDescriptor& folder) {
-  struct stat details {};
-  return fstat(folder.Get(), &details) == 0 && details.st_uid == geteuid() &&
-         details.st_mtime + kSecondsToLock < std::time(nullptr);
+bool Lock(const FileDescriptor& folder) { return flock(folder.Get(), LOCK_EX | LOCK_NB) == 0; }
+
+// Whether an open folder still stands under its name, and belongs to this user.
+bool IsOurs(const FileDescriptor& folder, const std::string& path) {
+  struct stat opened {};
+  struct stat named {};
+  return fstat(folder.Get(), &opened) == 0 && lstat(path.c_str(), &named) == 0 &&
+         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino &&
+         opened.st_uid == geteuid();
 }
 
-void ClearWhatWasLeftBehind(const std::string& parent) {
-  std::error_code failure;
-  for (std::filesystem::directory_iterator entry(parent, failure), end; !failure && entry != end;
-       entry.increment(failure)) {
-    const std::string name = entry->path().filename().string();
-    if (name.size() != kNameSize || !name.starts_with(kNameStart)) continue;
-    const FileDescriptor folder = LockFolder(entry->path().string());
-    std::error_code ignored;
-    if (folder && IsLeftBehind(folder)) std::filesystem::remove_all(entry->path(), ignored);
+// Makes a folder, locked for as long as this process lives. Another one that clears up may come
+// upon it before it is locked; then the next is tried. Some network folders know no locks, and
+// nobody clears them.
+FileDescriptor Make(std::string& path) {
+  constexpr int kAttempts = 100;
+  const std::string pattern = Parent() + "/" + std::string(kNameStart) + "XXXXXX";
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    path = pattern;
+    if (!mkdtemp(path.data())) break;
+    FileDescriptor folder = OpenFolder(path);
+    const bool isTaken = folder && !Lock(folder) && errno == EWOULDBLOCK;
+    if (folder && !isTaken && IsOurs(folder, path)) return folder;
   }
+  path.clear();
+  return FileDescriptor();
 }
 
 }  // namespace
 
+void ScratchFolder::ClearLeftBehind() {
+  std::error_code failure;
+  for (std::filesystem::directory_iterator entry(Parent(), failure), end; !failure && entry != end;
+       entry.increment(failure)) {
+    const std::string path = entry->path().string();
+    const std::string_view name = std::string_view(path).substr(path.rfind('/') + 1);
+    if (name.size() != kNameSize || !name.starts_with(kNameStart)) continue;
+    const FileDescriptor folder = OpenFolder(path);
+    std::error_code ignored;
+    if (folder && Lock(folder) && IsOurs(folder, path)) std::filesystem::remove_all(path, ignored);
+  }
+}
+
 ScratchFolder::ScratchFolder() {
-  const std::string parent = Parent();
-  ClearWhatWasLeftBehind(parent);
-  std::string path = parent + "/" + std::string(kNameStart) + "XXXXXX";
-  if (mkdtemp(path.data())) {
+  std::string path;
+  FileDescriptor folder = Make(path);
+  if (folder) {
     m_path = WidePath(path);
-    m_lock = LockFolder(path).Release();
+    m_lock = folder.Release();
   } else {
     m_status = FailWithErrno();
   }
 }
 
-// Without memory even for a name there is no way to clear up, and nobody to tell.
 ScratchFolder::~ScratchFolder() {
   if (m_path.empty()) return;
   try {

@@ -105,7 +105,12 @@ TEST(Options, WithoutEffectAreRefused) {
                 {{source, "kml", "--summary"}, "--summary"},
                 {{source, "kml", "--csv-read", "lat=1,lon=2"}, "--csv-read"},
                 {{source, "kml", "--csv-write", "lat=1,lon=2"}, "--csv-write"},
-                {{source, "kml", "--remember"}, "--remember"}};
+                {{source, "kml", "--remember"}, "--remember"},
+                {{source, "kml", "--mode", "car"}, "--mode"},
+                {{source, "kml", "--avoid", "tolls"}, "--avoid"},
+                {{source, "kml", "--tractor"}, "--tractor"},
+                {{source, "kml", "--point", "1"}, "--point"},
+                {{source, "kml", "--radius", "5"}, "--radius"}};
   for (const auto& [arguments, option] : kCases) {
     const ProgramResult result = RunConverter(arguments);
     EXPECT_EQ(result.status, 2) << option;

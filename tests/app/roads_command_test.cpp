@@ -102,7 +102,7 @@ TEST_F(RoadsCommand, WriteTheWayAsATrack) {
       {folder.PathTo("trip.itn"), "plt", "--offline", "--directions=offline-roads", "--as-track"});
   EXPECT_EQ(result.status, 0) << result.errors;
   EXPECT_THAT(result.errors,
-              StartsWith(folder.PathTo("trip.itn") + ": 1 legs of 1, 1.9km, 00:02\n"));
+              StartsWith(folder.PathTo("trip.itn") + ": 1 leg of 1, 1.9km, 00:02\n"));
   EXPECT_THAT(folder.Get("trip.plt"), HasSubstr("+48.0100007, +007.0099999"));
 }
 

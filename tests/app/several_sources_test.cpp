@@ -28,17 +28,49 @@ TEST_F(SeveralSources, BecomeATargetEach) {
   m_folder.Put("c.wrong", "?");
   const ProgramResult result =
       RunConverter({Path("a.itn"), Path("b.ov2"), Path("c.wrong"), "gpx", "--output", Path("out")});
-  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.status, 1);
   EXPECT_TRUE(m_folder.Has("out/a.gpx"));
   EXPECT_TRUE(m_folder.Has("out/b.gpx"));
   EXPECT_TRUE(result.errors.ends_with("2 converted, 1 not recognised, 0 failed\n"))
       << result.errors;
 }
 
+// Who names a file wants it converted, unlike all that lies in a folder.
+TEST_F(SeveralSources, AreToldOfEvenWhenQuiet) {
+  m_folder.Put("c.wrong", "?");
+  const ProgramResult result =
+      RunConverter({Path("a.itn"), Path("c.wrong"), "gpx", "--quiet", "--output", Path("out")});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors, Path("c.wrong") + ": Unknown file format.\n");
+}
+
+TEST_F(SeveralSources, AreKnownByTheirContentWithoutAnExtension) {
+  m_folder.Put("c", kPois);
+  EXPECT_EQ(
+      RunConverter({Path("a.itn"), Path("c"), "kml", "--quiet", "--output", Path("out")}).status,
+      0);
+  EXPECT_TRUE(m_folder.Has("out/c.kml"));
+}
+
+TEST_F(SeveralSources, LeaveNoFolderBehindACheck) {
+  EXPECT_EQ(
+      RunConverter({Path("a.itn"), Path("b.ov2"), "gpx", "--check", "-o", Path("out")}).status, 0);
+  EXPECT_EQ(m_folder.Content().size(), 2u);
+}
+
 TEST_F(SeveralSources, StandBesideTheirTargetsWithoutAFolder) {
   EXPECT_EQ(RunConverter({Path("a.itn"), Path("b.ov2"), "gpx", "--quiet"}).status, 0);
   EXPECT_TRUE(m_folder.Has("a.gpx"));
   EXPECT_TRUE(m_folder.Has("b.gpx"));
+}
+
+TEST_F(SeveralSources, MayLieInTheWorkingFolder) {
+  const ProgramResult result =
+      RunShell("cd " + Quoted(Path("")) + " && LC_ALL=C " +
+               Quoted(CORVANE_BINARY_FOLDER "/bin/corvanemap") + " a.itn b.ov2 gpx");
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_EQ(result.errors, "2 converted, 0 not recognised, 0 failed\n");
+  EXPECT_TRUE(m_folder.Has("a.gpx"));
 }
 
 TEST_F(SeveralSources, NeedAKeyInTheEnd) {
@@ -121,6 +153,16 @@ TEST_F(FolderWithFolders, KeepsItsFoldersInTheTarget) {
             0);
   EXPECT_EQ(m_folder.Get("out/a.ov2"), kPois);
   EXPECT_EQ(m_folder.Get("out/deep/deeper/a.ov2"), kPois);
+}
+
+TEST_F(FolderWithFolders, LosesWhatAKilledRunHasLeftInTheTargets) {
+  fs::create_directories(Path("out/deep/deeper"));
+  m_folder.Put("out/.a.ov2.corvane-tmp", "half");
+  m_folder.Put("out/deep/deeper/.b.ov2.corvane-tmp", "half");
+  EXPECT_EQ(RunConverter({Path("in"), "ov2", "--recursive", "--quiet", "-o", Path("out")}).status,
+            0);
+  EXPECT_FALSE(m_folder.Has("out/.a.ov2.corvane-tmp"));
+  EXPECT_FALSE(m_folder.Has("out/deep/deeper/.b.ov2.corvane-tmp"));
 }
 
 TEST_F(FolderWithFolders, IsOneOfSeveralSources) {

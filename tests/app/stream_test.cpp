@@ -148,6 +148,15 @@ TEST(From, IsStrongerThanTheExtension) {
             "Nothing reads the format \"loc\". \"corvanemap --formats\" lists the keys.\n");
 }
 
+// A dot of a folder above is none of the name.
+TEST(Content, LeavesTheNameOfAFileWithoutAnExtensionWhole) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder.PathTo("v1.5"));
+  folder.Put("v1.5/trip", kPois);
+  EXPECT_EQ(RunConverter({folder.PathTo("v1.5/trip"), "itn"}).status, 0);
+  EXPECT_EQ(folder.Get("v1.5/trip.itn"), kItinerary);
+}
+
 TEST(Content, DecidesForAFileWithoutAnExtension) {
   const TemporaryFolder folder;
   folder.Put("trip", kPois);

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text_ids.h"
 #include "tests/list_builder.h"
 
 namespace {
@@ -41,7 +42,7 @@ uint32_t FailingReader(const WideString&, PointLists&, bool) {
   ContextInPlace context;
   context->Keep(5);
   context->failure.line = 7;
-  context->failure.detail = "torn";
+  context->failure.detailTextId = kTextXmlTagMismatch;
   return kStatusFailure;
 }
 
@@ -124,7 +125,7 @@ TEST(ReadTrip, TellsTheReasonOfAFailureOnly) {
   const FormatTable failing{Row(u"x", FailingReader)};
   const TripRead trip = ReadTrip(failing, u"f.x", context, {.silent = true});
   EXPECT_EQ(trip.status, kStatusFailure);
-  EXPECT_EQ(trip.reason, (FailureReason{5, 7, 0, "torn"}));
+  EXPECT_EQ(trip.reason, (FailureReason{5, 7, 0, kTextXmlTagMismatch}));
 }
 
 TEST(ReadTrip, KnowsNoFileWithoutAnExtensionOfTheTable) {
