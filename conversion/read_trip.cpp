@@ -117,9 +117,11 @@ TripRead ReadBytesByKey(const FormatTable& table, std::string_view bytes, std::u
   return ReadByKey(table, key, context, after, parse);
 }
 
-// The key for a path. A link is what a file with the extension "url" would hold.
+// The key for a path. A link is what a file with the extension "url" would hold, and a dot of a
+// folder makes no extension.
 std::u16string_view KeyOfPath(const WideString& path) {
-  return IsWebAddress(path) ? std::u16string_view(u"url") : ExtensionOfPath(path);
+  if (IsWebAddress(path)) return u"url";
+  return HasNoExtension(path) ? std::u16string_view() : ExtensionOfPath(path);
 }
 
 }  // namespace
@@ -135,7 +137,7 @@ TripRead ReadTrip(const FormatTable& table, const WideString& path, ConversionCo
                   const ReadOptions& options) {
   const std::u16string_view key =
       options.key.empty() ? KeyOfPath(path) : std::u16string_view(options.key);
-  if (key.empty() && options.byContent && HasNoExtension(path)) {
+  if (key.empty() && options.byContent) {
     InputFile file;
     context.Renew();
     if (context.Keep(file.Open(path)) == kStatusSuccess)

@@ -19,7 +19,8 @@
 
 namespace {
 
-constexpr std::string_view kNameStart = "corvane-";
+// What begins like this is cleared up, so no user may ever give a folder such a name.
+constexpr std::string_view kNameStart = ".corvane-map-unfinished-check-";
 constexpr size_t kNameSize = kNameStart.size() + 6;
 
 std::string Parent() {

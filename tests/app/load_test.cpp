@@ -82,10 +82,9 @@ TEST(Load, AHoleIsNoItinerary) {
   const TemporaryFolder folder;
   for (const std::string name : {"a.dat", "a.trl"}) {
     folder.Put(name, "");
-    fs::resize_file(folder.PathTo(name), uintmax_t{4} << 30);
-    // A quarter of a gigabyte beside the file itself.
+    fs::resize_file(folder.PathTo(name), uintmax_t{256} << 20);
     const ProgramResult result =
-        RunConverter({"--inspect", "--json", folder.PathTo(name)}, "ulimit -v 4456448; LC_ALL=C");
+        RunConverter({"--inspect", "--json", folder.PathTo(name)}, "ulimit -v 524288; LC_ALL=C");
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.output.find("\"status\": 13,"), std::string::npos) << result.output;
   }
