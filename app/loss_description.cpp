@@ -140,8 +140,8 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
   }
   if (check.fitHelps) tell(FormatText(kTextFitRemedy, shown));
   if (check.listsMerged > 0) tell(FormatText(kTextListsMerged, shown, check.listsMerged));
-  if (check.notes.HasLosses())
-    tell(FormatText(kTextPassedOver, ShownPath(source), PassedOver(check)));
+  const std::string passedOver = PassedOver(check);
+  if (!passedOver.empty()) tell(FormatText(kTextPassedOver, ShownPath(source), passedOver));
   if (check.doubtfulPositions > 0)
     tell(FormatText(kTextDoubtfulPositions, ShownPath(source), check.doubtfulPositions));
   return text;

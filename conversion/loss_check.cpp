@@ -57,7 +57,8 @@ bool LossCheck::HasLosses() const {
 
 bool LossCheck::HasGraveLosses() const {
   return outcome == Outcome::kNotReadable || losses.HasGraveLosses() ||
-         StopsWithoutWaypoint() > 0 || notes.Count(ConversionNote::kStopNotFound) > 0;
+         StopsWithoutWaypoint() > 0 || StopsNotLookedUp() > 0 ||
+         notes.Count(ConversionNote::kStopNotAsked) > 0;
 }
 
 bool LossCheck::MayBeFitted() const {

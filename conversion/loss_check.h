@@ -43,8 +43,13 @@ struct LossCheck {
   size_t LinesPassedOver() const { return notes.Count(ConversionNote::kLinePassedOver); }
   size_t StopsWithoutWaypoint() const { return notes.Count(ConversionNote::kStopWithoutWaypoint); }
   size_t PointsWithoutPosition() const {
-    return notes.Count(ConversionNote::kPointWithoutPosition) +
-           notes.Count(ConversionNote::kStopNotFound);
+    return notes.Count(ConversionNote::kPointWithoutPosition) + StopsNotLookedUp();
+  }
+
+  /// Stops of a link or file with an address in place of a position, which nobody was asked for or
+  /// nobody knows, beyond those that are counted without.
+  size_t StopsNotLookedUp() const {
+    return notes.Count(ConversionNote::kStopNotFound) + notes.Count(ConversionNote::kPlaceNotAsked);
   }
 
   /// True when something is known to be lost on the way from the source to the target, and when

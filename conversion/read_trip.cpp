@@ -52,8 +52,10 @@ void AddNotes(const ConversionNotes& noted, uint32_t status, ConversionNotes& no
 void DecodeLists(const CItineraryFormat& row, const PointLists& lists, ConversionContext& context) {
   const bool isNarrow = row.facts.text == TextForm::kNarrow && !context.IsUnicode();
   if (!isNarrow || context.encoding.empty()) return;
-  for (const auto& list : lists) DecodeTexts(context.encoding, *list);
-  context.usesEncoding = true;
+  for (const auto& list : lists) {
+    DecodeTexts(context.encoding, *list);
+    context.usesEncoding = context.usesEncoding || !list->points.empty();
+  }
 }
 
 // Calls a reader of a row, which takes the lists, and takes its result.
@@ -63,10 +65,14 @@ void TryReader(const CItineraryFormat& row, Read read, ConversionContext& contex
   context.TellEncoding(kEncodingNarrow);
   trip.row = &row;
   trip.lists.clear();
-  trip.status = CallReader(read, trip.lists);
+  const auto readAndDecode = [&](PointLists& lists) {
+    const uint32_t status = read(lists);
+    if (status == kStatusSuccess) DecodeLists(row, lists, context);
+    return status;
+  };
+  trip.status = CallReader(readAndDecode, trip.lists);
   std::erase_if(trip.lists, [](const auto& list) { return list->points.empty(); });
   if (trip.status == kStatusSuccess && trip.lists.empty()) trip.status = kStatusBadFormat;
-  if (trip.status == kStatusSuccess) DecodeLists(row, trip.lists, context);
   if (trip.status != kStatusSuccess) trip.lists.clear();
   AddNotes(context.notes, trip.status, trip.notes);
 }
@@ -137,7 +143,7 @@ TripRead ReadTrip(const FormatTable& table, const WideString& path, ConversionCo
                   const ReadOptions& options) {
   const std::u16string_view key =
       options.key.empty() ? KeyOfPath(path) : std::u16string_view(options.key);
-  if (key.empty() && options.byContent) {
+  if (key.empty() && options.byContent && HasNoExtension(path)) {
     InputFile file;
     context.Renew();
     if (context.Keep(file.Open(path)) == kStatusSuccess)
