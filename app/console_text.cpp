@@ -1,35 +1,7 @@
 #include "app/console_text.h"
 
 #include "base/format_text.h"
-#include "base/status.h"
 #include "base/text.h"
-#include "base/text_ids.h"
-#include "platform/folder.h"
-
-namespace {
-
-uint32_t ReasonText(uint32_t status, const WideString& path) {
-  switch (status) {
-    case kStatusFileNotFound:
-      return kTextReasonNotFound;
-    case kStatusAccessDenied:
-      return FileAttributes(path) == kAttributeDirectory ? kTextReasonFolder : kTextReasonAccess;
-    case kStatusOutOfMemory:
-      return kTextReasonMemory;
-    case kStatusSharingViolation:
-      return kTextReasonInUse;
-    case kStatusInvalidParameter:
-      return kTextReasonWrongValue;
-    case kStatusDiskFull:
-      return kTextReasonDiskFull;
-    case kStatusNameTooLong:
-      return kTextReasonLongName;
-    default:
-      return kTextReasonSystem;
-  }
-}
-
-}  // namespace
 
 std::string ShownPath(const WideString& path) { return WideToUtf8Lossy(path); }
 
@@ -37,9 +9,4 @@ void Complain(const std::string& message) { WriteError(message + "\n"); }
 
 void Complain(const WideString& path, const std::string& message) {
   Complain(Printable(ShownPath(path)) + ": " + message);
-}
-
-std::string DescribeReason(uint32_t platformError, const WideString& path) {
-  if (platformError == kStatusSuccess) return {};
-  return " " + FormatText(kTextReason, LoadTextUtf8(ReasonText(platformError, path)));
 }

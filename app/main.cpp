@@ -14,6 +14,7 @@
 #include "base/text_ids.h"
 #include "conversion/conversion_context.h"
 #include "formats/format_rows.h"
+#include "platform/become_program.h"
 #include "platform/console.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
@@ -22,6 +23,8 @@
 namespace {
 
 constexpr uint32_t kSystemLanguage = 0;
+
+constexpr char kWindowProgram[] = "corvanemap-window";
 
 void SetLanguageOf(const std::vector<WideString>& tokens, uint32_t storedLanguage) {
   SetLanguage(ChooseLanguage(FindLanguageToken(tokens), storedLanguage, PrimaryLanguage()));
@@ -35,7 +38,18 @@ bool KeepsSomething(const Options& options) {
   return keepsLayouts || !options.assignments.empty();
 }
 
-int Run(Options& options) {
+// The window is a program of its own, in a package of its own, and takes the same tokens. Comes back
+// only where it cannot be had.
+int OpenWindow(int argumentCount, char** arguments) {
+  std::vector<std::string> command(arguments, arguments + argumentCount);
+  command.front() = kWindowProgram;
+  if (HasDesktop()) BecomeProgram(command);
+  Complain(FormatText(kTextNoWindow));
+  Complain(FormatText(kTextUsage));
+  return kExitWrongUsage;
+}
+
+int Run(Options& options, int argumentCount, char** arguments) {
   if (options.help) {
     return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
   }
@@ -58,9 +72,11 @@ int Run(Options& options) {
   if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table, context);
   if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table, context);
   if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;
-  Complain(FormatText(options.inspect ? kTextUsage : kTextNoWindow));
-  if (!options.inspect) Complain(FormatText(kTextUsage));
-  return kExitWrongUsage;
+  if (options.inspect) {
+    Complain(FormatText(kTextUsage));
+    return kExitWrongUsage;
+  }
+  return OpenWindow(argumentCount, arguments);
 }
 
 }  // namespace
@@ -81,5 +97,5 @@ int main(int argumentCount, char** arguments) {
     return kExitWrongUsage;
   }
   SetLanguageOf(options->tokens, StoredLanguage());
-  return Run(*options);
+  return Run(*options, argumentCount, arguments);
 }

@@ -76,7 +76,8 @@ uint32_t CConversionDriver::Read(const WideString& path, bool append, bool silen
   const CItineraryFormat* last = nullptr;
   // Where the user wants none of a reader's lists, the next one may see others in the file.
   do {
-    TripRead trip = ReadTrip(table, path, m_context, silent, last);
+    TripRead trip;
+    m_front.Run([&] { trip = ReadTrip(table, path, m_context, silent, last); });
     if (last && !trip.row) break;
     last = trip.row;
     status = trip.status == kStatusSuccess ? MergeLists(trip, path, append) : trip.status;
@@ -143,7 +144,9 @@ uint32_t CConversionDriver::ExportTo(const WideString& path, const CItineraryFor
 TripWrite CConversionDriver::Export(const WideString& path, const CItineraryFormat& row,
                                     const WriteOptions& options) {
   const BusyScope busy(m_front);
-  TripWrite trip = WriteTrip(table, row, path, current, m_source, options, m_context);
+  TripWrite trip;
+  m_front.Run(
+      [&] { trip = WriteTrip(table, row, path, current, m_source, options, m_context); });
   if (trip.status == kStatusSuccess) {
     RememberState();
   } else if (trip.refusal == WriteRefusal::kNone) {
@@ -171,7 +174,7 @@ void CConversionDriver::ExportCommand(const CItineraryFormat* row) {
   if (!row) return;
   NameFromField();
   if (IsPseudoFormat(*row)) {
-    ExportTo(DefaultExportName(), *row, false);
+    ExportFromCommand(DefaultExportName(), *row);
     return;
   }
   FileDialog dialog;
@@ -179,7 +182,15 @@ void CConversionDriver::ExportCommand(const CItineraryFormat* row) {
   dialog.filter = SaveFilter(*row);
   dialog.defaultName = DefaultExportName();
   dialog.defaultExtension = row->extension;
-  if (const auto chosen = m_front.AskSaveFile(dialog)) ExportTo(chosen->path, *row, false);
+  if (const auto chosen = m_front.AskSaveFile(dialog)) ExportFromCommand(chosen->path, *row);
+}
+
+void CConversionDriver::ExportFromCommand(const WideString& path, const CItineraryFormat& row) {
+  WriteOptions options;
+  options.force = true;
+  options.checks = checksExports && row.facts.isFile;
+  const TripWrite trip = Export(path, row, options);
+  if (exported) exported(path, row, trip);
 }
 
 void CConversionDriver::NameFromField() {
@@ -204,7 +215,7 @@ void CConversionDriver::InterpretLink(const WideString& text) {
     TripRead trip;
     {
       const BusyScope busy(m_front);
-      trip = ReadTripWith(reader.row, text, m_context, /*silent=*/false);
+      m_front.Run([&] { trip = ReadTripWith(reader.row, text, m_context, /*silent=*/false); });
       status = trip.status == kStatusSuccess ? MergeLists(trip, WideString(), false) : trip.status;
     }
     status = Report(status, trip.reason, text, false);

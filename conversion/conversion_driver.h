@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "base/wide_string.h"
@@ -63,12 +64,17 @@ class CConversionDriver {
   WideString sourcePath;                ///< the file opened last without appending; empty at start
   int32_t exportIndex = -1;             ///< entry of the export list chosen last; negative = none
   std::vector<LinkReader> linkReaders;  ///< in the order in which they are tried
+  bool checksExports = false;           ///< the export command tells what the target does not hold
+  /// Called behind each export of the command, whatever came of it. May be empty.
+  std::function<void(const WideString& path, const CItineraryFormat& row, const TripWrite& trip)>
+      exported;
 
  private:
   uint32_t Read(const WideString& path, bool append, bool silent, FailureReason& reason);
   uint32_t MergeLists(TripRead& trip, const WideString& path, bool append);
   void NameFromField();
   WideString DefaultExportName() const;
+  void ExportFromCommand(const WideString& path, const CItineraryFormat& row);
   uint32_t Report(uint32_t status, const FailureReason& reason, const WideString& path,
                   bool append);
   uint32_t ReportSuccess(const WideString& path, bool append);

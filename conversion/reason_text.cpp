@@ -1,0 +1,36 @@
+#include "conversion/reason_text.h"
+
+#include "base/format_text.h"
+#include "base/status.h"
+#include "base/text_ids.h"
+#include "platform/folder.h"
+
+namespace {
+
+uint32_t ReasonText(uint32_t status, const WideString& path) {
+  switch (status) {
+    case kStatusFileNotFound:
+      return kTextReasonNotFound;
+    case kStatusAccessDenied:
+      return FileAttributes(path) == kAttributeDirectory ? kTextReasonFolder : kTextReasonAccess;
+    case kStatusOutOfMemory:
+      return kTextReasonMemory;
+    case kStatusSharingViolation:
+      return kTextReasonInUse;
+    case kStatusInvalidParameter:
+      return kTextReasonWrongValue;
+    case kStatusDiskFull:
+      return kTextReasonDiskFull;
+    case kStatusNameTooLong:
+      return kTextReasonLongName;
+    default:
+      return kTextReasonSystem;
+  }
+}
+
+}  // namespace
+
+std::string DescribeReason(uint32_t platformError, const WideString& path) {
+  if (platformError == kStatusSuccess) return {};
+  return " " + FormatText(kTextReason, LoadTextUtf8(ReasonText(platformError, path)));
+}

@@ -1,0 +1,101 @@
+#include <QAccessible>
+#include <QAction>
+#include <QMenuBar>
+
+#include <set>
+
+#include "base/localized_text.h"
+#include "tests/ui/window_fixture.h"
+#include "ui/itinerary_pane.h"
+#include "ui/point_table.h"
+
+namespace {
+
+// The names of everything that assistive technology finds below an object.
+void CollectNames(QAccessibleInterface* object, std::set<QString>& names) {
+  if (!object) return;
+  names.insert(object->text(QAccessible::Name));
+  for (int i = 0; i < object->childCount(); ++i) CollectNames(object->child(i), names);
+}
+
+class ControlsTest : public WindowTest {
+ protected:
+  std::set<QString> AccessibleNames() {
+    std::set<QString> names;
+    CollectNames(QAccessible::queryAccessibleInterface(m_window.get()), names);
+    for (const QAction* const action : m_window->findChildren<QAction*>())
+      names.insert(action->toolTip());
+    return names;
+  }
+};
+
+TEST_F(ControlsTest, EachRoleIsFoundByItsName) {
+  Open();
+  const std::set<QString> names = AccessibleNames();
+  for (const char* const name :
+       {"Open", "Export", "Up", "Down", "Add", "Remove", "Invert", "Remove all", "Calculate",
+        "Clear route", "Show all", "Optimise itinerary", "Settings", "Print",
+        "Place waypoints on roads", "Search", "Exit", "Waypoints", "Itinerary", "Search text",
+        "Export format", "Distance", "Location search", "Proximity search", "Favorites"})
+    EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
+}
+
+TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
+  for (const ELanguage language :
+       {ELanguage::kEnglish, ELanguage::kFrench, ELanguage::kGerman, ELanguage::kDutch}) {
+    SetLanguage(language);
+    Open();
+    std::multiset<QChar> letters;
+    const auto take = [&letters](const QString& text) {
+      const qsizetype mark = text.indexOf(QLatin1Char('&'));
+      if (mark >= 0 && mark + 1 < text.size()) letters.insert(text[mark + 1].toLower());
+    };
+    for (const QAction* const menu : m_window->menuBar()->actions()) take(menu->text());
+    // Those of the tool bar stand beside the menus' own.
+    take(m_window->Commands()[ECommand::kOpen].text());
+    take(m_window->Commands()[ECommand::kExport].text());
+    for (const QChar letter : letters)
+      EXPECT_EQ(letters.count(letter), 1u)
+          << QString(letter).toStdString() << " in language " << static_cast<uint32_t>(language);
+    m_window.reset();
+  }
+}
+
+TEST_F(ControlsTest, NothingIsCutOffInAnyLanguage) {
+  for (const ELanguage language :
+       {ELanguage::kEnglish, ELanguage::kFrench, ELanguage::kGerman, ELanguage::kDutch}) {
+    SetLanguage(language);
+    Open();
+    QTest::qWait(10);
+    for (const QWidget* const control : m_window->findChildren<QAbstractButton*>()) {
+      if (!control->isVisible()) continue;
+      EXPECT_GE(control->width(), control->minimumSizeHint().width())
+          << control->accessibleName().toStdString();
+    }
+    m_window.reset();
+  }
+}
+
+TEST_F(ControlsTest, EachButtonIsInTheTabOrder) {
+  Open();
+  for (const QWidget* const control : m_window->Pane().findChildren<QAbstractButton*>()) {
+    if (!control->isVisible()) continue;
+    EXPECT_TRUE(control->focusPolicy() & Qt::TabFocus) << control->accessibleName().toStdString();
+    EXPECT_FALSE(control->toolTip().isEmpty());
+  }
+}
+
+TEST_F(ControlsTest, AMillionRowsScrollAtOnce) {
+  Open();
+  PointTable& table = m_window->Pane().Stops();
+  QElapsedTimer timer;
+  timer.start();
+  table.ResetRows(1'000'000);
+  table.scrollToBottom();
+  table.repaint();
+  EXPECT_EQ(table.RowCount(), 1'000'000u);
+  // Items would take minutes; a model takes no time that a slow machine could make long.
+  EXPECT_LT(timer.elapsed(), 30'000);
+}
+
+}  // namespace

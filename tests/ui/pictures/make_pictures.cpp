@@ -1,0 +1,154 @@
+// Makes the pictures of the window for the documents: make_pictures FOLDER LOOK LANGUAGE, such as
+// "make_pictures docs/pictures dark de".
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QAction>
+#include <QTimer>
+#include <QWebEngineView>
+
+#include "base/localized_text.h"
+#include "base/text_ids.h"
+#include "planner/point_list_view.h"
+#include "services/service_registry.h"
+#include "services/service_table.h"
+#include "settings/settings.h"
+#include "ui/itinerary_pane.h"
+#include "ui/look.h"
+#include "ui/main_window.h"
+#include "ui/map_view.h"
+#include "ui/page_files.h"
+#include "ui/point_table.h"
+#include "ui/point_window.h"
+#include "ui/text.h"
+#include "ui/workspace.h"
+
+namespace {
+
+struct Place {
+  const char* name;
+  double latitude;
+  double longitude;
+};
+
+constexpr Place kPlaces[] = {
+    {"Marlenheim", 48.6206, 7.4905}, {"Molsheim", 48.5427, 7.4922}, {"Obernai", 48.4622, 7.4819},
+    {"Barr", 48.4078, 7.4492},       {"Dambach-la-Ville", 48.3241, 7.4264},
+    {"Ribeauvillé", 48.1950, 7.3190}, {"Riquewihr", 48.1669, 7.2979}, {"Kaysersberg", 48.1390, 7.2631},
+    {"Turckheim", 48.0872, 7.2806},  {"Eguisheim", 48.0428, 7.3061}, {"Rouffach", 47.9565, 7.3006},
+    {"Guebwiller", 47.9079, 7.2105}, {"Thann", 47.8084, 7.1040}};
+
+constexpr QSize kWindowSize(1280, 800);
+constexpr int kPatience = 60'000;  // milliseconds
+constexpr int kMapTime = 4'000;    // for the map to draw itself
+
+ELanguage LanguageOf(const QString& code) {
+  if (code == QLatin1String("fr")) return ELanguage::kFrench;
+  if (code == QLatin1String("de")) return ELanguage::kGerman;
+  if (code == QLatin1String("nl")) return ELanguage::kDutch;
+  return ELanguage::kEnglish;
+}
+
+/// Makes the pictures one after the other.
+class Photographer {
+ public:
+  Photographer(QString folder, QString suffix)
+      : m_folder(std::move(folder)), m_suffix(std::move(suffix)) {}
+
+  void Take(QWidget& widget, const char* name) const {
+    const QString file =
+        QStringLiteral("%1/%2-%3.png").arg(m_folder, QLatin1String(name), m_suffix);
+    if (!widget.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
+  }
+
+  // Takes the picture of the dialog that `open` opens, and closes it.
+  template <typename Open>
+  void TakeDialog(const char* name, Open open) const {
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+      QWidget* const dialog = QApplication::activeModalWidget();
+      if (!dialog) return;
+      timer.stop();
+      QTest::qWait(100);
+      Take(*dialog, name);
+      dialog->close();
+    });
+    timer.start(50);
+    open();
+  }
+
+ private:
+  const QString m_folder;
+  const QString m_suffix;
+};
+
+void FillItinerary(Workspace& work) {
+  CGpsRoute& route = work.driver.current;
+  route.Clear();
+  for (const Place& place : kPlaces) {
+    CGpsPoint point;
+    point.name = place.name;
+    point.latitude = place.latitude;
+    point.longitude = place.longitude;
+    route.InsertAt(route.Count(), point);
+  }
+  route.name = "Route des Vins d’Alsace";
+  route.snapshot.Assign(route);
+  work.front.ItineraryLoaded();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 4) qFatal("usage: make_pictures FOLDER LOOK LANGUAGE");
+  const QString look = QString::fromLocal8Bit(argv[2]);
+  const QString language = QString::fromLocal8Bit(argv[3]);
+  QTemporaryDir home;
+  for (const char* const variable :
+       {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
+    qputenv(variable, home.path().toLocal8Bit());
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const ELook wanted = look == QLatin1String("dark") ? ELook::kDark : ELook::kLight;
+  Q_INIT_RESOURCE(window);
+  PrepareLook(wanted);
+  RegisterPageSchemes();
+  QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  QApplication application(argc, argv);
+  ApplyLook(application, wanted);
+  SetLanguage(LanguageOf(language));
+  FillServiceRegistry(CServiceRegistry::Instance());
+
+  CSettings settings;
+  settings.Load();
+  settings.routeProvider = provider::kStraight;
+  settings.calculateAsked = true;
+  const Photographer photographer(QString::fromLocal8Bit(argv[1]), look + QLatin1Char('-') + language);
+  MainWindow window(settings);
+  window.Start();
+  window.resize(kWindowSize);
+  CPointListView& view = window.Work().itineraryView;
+  if (!QTest::qWaitFor([&view] { return view.planner != nullptr; }, kPatience))
+    qFatal("the map did not come");
+  QTest::qWait(kMapTime);
+  photographer.Take(window, "window-empty");
+
+  FillItinerary(window.Work());
+  view.CalculateAll(/*showProgress=*/false);
+  view.SelectRow(2);
+  view.planner->AutoViewMap();
+  QTest::qWait(kMapTime);
+  photographer.Take(window, "window");
+  photographer.TakeDialog("point", [&] {
+    CGpsNamedPoint point = window.Work().driver.current.At(2);
+    EditPointInWindow(&window, settings, kTextEditPoint, point);
+  });
+  photographer.TakeDialog("settings",
+                          [&] { window.Commands()[ECommand::kSettings].trigger(); });
+  photographer.TakeDialog("about", [&] { window.Commands()[ECommand::kAbout].trigger(); });
+  window.Work().driver.current.snapshot.Assign(window.Work().driver.current);
+  window.close();
+  return 0;
+}

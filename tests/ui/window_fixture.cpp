@@ -1,0 +1,61 @@
+#include "tests/ui/window_fixture.h"
+
+#include <QTimer>
+
+#include "base/localized_text.h"
+#include "planner/point_list_view.h"
+#include "ui/workspace.h"
+
+void WhenDialogOpens(const std::function<void(QWidget& dialog)>& action) {
+  auto* const timer = new QTimer(qApp);
+  QObject::connect(timer, &QTimer::timeout, timer, [timer, action] {
+    QWidget* const dialog = QApplication::activeModalWidget();
+    if (!dialog) return;
+    timer->deleteLater();
+    timer->stop();
+    action(*dialog);
+  });
+  timer->start(20);
+}
+
+QWidget* FindControl(const QWidget& root, const QString& accessibleName) {
+  for (QWidget* const widget : root.findChildren<QWidget*>()) {
+    if (widget->accessibleName() == accessibleName) return widget;
+  }
+  return nullptr;
+}
+
+void WindowTest::SetUp() {
+  qputenv("XDG_STATE_HOME", QByteArray::fromStdString(m_folder.PathTo("state")));
+  SetLanguage(ELanguage::kEnglish);
+  m_settings = std::make_unique<CSettings>();
+  m_settings->Load();
+}
+
+void WindowTest::TearDown() {
+  m_window.reset();
+  m_settings.reset();
+}
+
+MainWindow& WindowTest::Open() {
+  m_window = std::make_unique<MainWindow>(*m_settings);
+  m_window->Start();
+  return *m_window;
+}
+
+QString WindowTest::WriteFile(const std::string& name, const std::string& content) {
+  m_folder.Put(name, content);
+  return QString::fromStdString(m_folder.PathTo(name));
+}
+
+void WindowTest::OpenStops(int count) {
+  std::string content = "<?xml version=\"1.0\"?>\n<gpx version=\"1.1\"><rte><name>Line</name>";
+  for (int i = 0; i < count; ++i)
+    content += "<rtept lat=\"48." + std::to_string(10 + i) + "\" lon=\"7." +
+               std::to_string(20 + i) + "\"><name>Stop " + std::to_string(i + 1) +
+               "</name></rtept>";
+  content += "</rte></gpx>\n";
+  m_window->OpenPath(WriteFile("line.gpx", content));
+}
+
+CPointListView& WindowTest::Stops() { return m_window->Work().itineraryView; }

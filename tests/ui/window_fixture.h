@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "settings/settings.h"
+#include "tests/settings_home.h"
+#include "tests/temporary_folder.h"
+#include "ui/main_window.h"
+
+/// Lets events happen until `isDone`, or for so many milliseconds; gives whether it is.
+inline bool WaitUntil(const std::function<bool()>& isDone, int milliseconds = 60'000) {
+  QElapsedTimer timer;
+  timer.start();
+  while (!isDone() && timer.elapsed() < milliseconds) QTest::qWait(5);
+  return isDone();
+}
+
+/// Does `action` as soon as a dialog is open, which it gets.
+void WhenDialogOpens(const std::function<void(QWidget& dialog)>& action);
+
+/// The control of this accessible name below a widget; null without one.
+QWidget* FindControl(const QWidget& root, const QString& accessibleName);
+
+/// A real window with settings of its own, shown off the screen.
+class WindowTest : public testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  MainWindow& Open();
+  /// A file with these bytes in a folder of the test's own.
+  QString WriteFile(const std::string& name, const std::string& content);
+  /// Opens an itinerary of so many stops, one behind the other.
+  void OpenStops(int count);
+  CPointListView& Stops();
+
+  SettingsHome m_home;
+  TemporaryFolder m_folder;
+  std::unique_ptr<CSettings> m_settings;
+  std::unique_ptr<MainWindow> m_window;
+};

@@ -1,0 +1,45 @@
+#include "ui/window_program.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTimer>
+#include <QTranslator>
+
+#include "base/localized_text.h"
+#include "base/text_ids.h"
+#include "services/service_registry.h"
+#include "settings/settings.h"
+#include "ui/icons.h"
+#include "ui/look.h"
+#include "ui/main_window.h"
+#include "ui/page_files.h"
+#include "ui/text.h"
+
+int RunWindowProgram(int& argumentCount, char** arguments, const std::string& file) {
+  Q_INIT_RESOURCE(window);
+  const ELook look = DesktopLook();
+  PrepareLook(look);
+  RegisterPageSchemes();
+  QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  QApplication application(argumentCount, arguments);
+  QApplication::setApplicationName(QStringLiteral("corvanemap-window"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Corvane Map"));
+  QApplication::setDesktopFileName(QStringLiteral("corvanemap-window"));
+  ApplyLook(application, look);
+  // The boxes of Qt itself speak the program's language.
+  QTranslator translator;
+  if (translator.load(QStringLiteral("qtbase_") + Text(kTextLanguage),
+                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    QApplication::installTranslator(&translator);
+
+  CSettings& settings = CSettings::Instance();
+  MainWindow window(settings);
+  window.Start();
+  if (!file.empty()) {
+    const QString path = QString::fromStdString(file);
+    QTimer::singleShot(0, &window, [&window, path] { window.OpenPath(path); });
+  }
+  return QApplication::exec();
+}
