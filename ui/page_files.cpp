@@ -11,7 +11,6 @@
 namespace {
 
 constexpr char kPageScheme[] = "corvane";
-constexpr char kSignalScheme[] = "signal";
 const QString kHost = QStringLiteral("planner");
 const QString kIndex = QStringLiteral("/index.html");
 
@@ -68,10 +67,6 @@ void RegisterPageSchemes() {
   page.setSyntax(QWebEngineUrlScheme::Syntax::Host);
   page.setFlags(QWebEngineUrlScheme::SecureScheme | QWebEngineUrlScheme::CorsEnabled);
   QWebEngineUrlScheme::registerScheme(page);
-  // Unknown schemes never reach the filter of navigations.
-  QWebEngineUrlScheme signal(kSignalScheme);
-  signal.setSyntax(QWebEngineUrlScheme::Syntax::Path);
-  QWebEngineUrlScheme::registerScheme(signal);
 }
 
 void PageFiles::requestStarted(QWebEngineUrlRequestJob* job) {

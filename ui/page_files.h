@@ -21,7 +21,8 @@ const std::vector<TileServer>& TileServers();
 /// The address of our own planner page.
 QUrl OwnPlannerPage();
 
-/// Tells the engine of the schemes of page and signals; before the first window.
+/// Tells the engine of the page's scheme; before the first window. That of the signals stays unknown
+/// to it: a known one would be blocked before the filter of navigations sees it.
 void RegisterPageSchemes();
 
 /// Serves the planner page and its parts out of the program.

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "planner/point_list_view.h"
 #include "settings/settings.h"
 #include "tests/settings_home.h"
 #include "tests/temporary_folder.h"

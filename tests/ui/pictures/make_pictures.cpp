@@ -43,7 +43,7 @@ constexpr Place kPlaces[] = {
 
 constexpr QSize kWindowSize(1280, 800);
 constexpr int kPatience = 60'000;  // milliseconds
-constexpr int kMapTime = 4'000;    // for the map to draw itself
+constexpr int kMapTime = 10'000;    // for the map to draw itself
 
 ELanguage LanguageOf(const QString& code) {
   if (code == QLatin1String("fr")) return ELanguage::kFrench;
