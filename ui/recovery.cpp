@@ -94,10 +94,10 @@ void Recovery::Forget() {
 }
 
 void Recovery::Restore(Workspace& work) {
-  const CItineraryFormat* const row = FindWriter(work.driver.table, kKey);
   ConversionContext context;
   context.lookups.isOffline = true;
-  const TripRead trip = ReadTripWith(*row, ToPath(m_leftOver), context, /*silent=*/true);
+  const TripRead trip =
+      ReadTrip(work.driver.table, ToPath(m_leftOver), context, /*silent=*/true);
   if (trip.status != kStatusSuccess) return;
   CGpsRoute& current = work.driver.current;
   current.Clear();

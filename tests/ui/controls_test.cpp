@@ -30,7 +30,8 @@ class ControlsTest : public WindowTest {
 };
 
 TEST_F(ControlsTest, EachRoleIsFoundByItsName) {
-  Open();
+  Open().resize(1280, 800);
+  QTest::qWait(10);
   const std::set<QString> names = AccessibleNames();
   for (const char* const name :
        {"Open", "Export", "Up", "Down", "Add", "Remove", "Invert", "Remove all", "Calculate",

@@ -20,7 +20,11 @@ class MainWindowTest : public WindowTest {
     for (const CGpsPoint& point : m_window->Work().driver.current.points) names.push_back(point.name);
     return names;
   }
-  void Do(ECommand command) { m_window->Commands()[command].trigger(); }
+  // Commands are switched on and off a moment behind each change.
+  void Do(ECommand command) {
+    QTest::qWait(5);
+    m_window->Commands()[command].trigger();
+  }
 };
 
 using NameList = std::vector<std::string>;
