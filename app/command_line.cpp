@@ -7,15 +7,15 @@ namespace {
 constexpr std::u16string_view kLanguageMark = u"LANG_";
 
 struct LanguageToken {
-  ELanguage language;
+  Language language;
   std::u16string_view token;
 };
 
 constexpr LanguageToken kLanguages[] = {
-    {ELanguage::kFrench, u"LANG_FRENCH"},
-    {ELanguage::kEnglish, u"LANG_ENGLISH"},
-    {ELanguage::kDutch, u"LANG_DUTCH"},
-    {ELanguage::kGerman, u"LANG_GERMAN"},
+    {Language::kFrench, u"LANG_FRENCH"},
+    {Language::kEnglish, u"LANG_ENGLISH"},
+    {Language::kDutch, u"LANG_DUTCH"},
+    {Language::kGerman, u"LANG_GERMAN"},
 };
 
 bool NamesLanguage(const WideString& token) {
@@ -46,13 +46,13 @@ WideString FindLanguageToken(const std::vector<WideString>& tokens) {
 
 void DropLanguageTokens(std::vector<WideString>& tokens) { std::erase_if(tokens, NamesLanguage); }
 
-ELanguage ChooseLanguage(std::u16string_view token, uint32_t storedLanguage,
-                         uint32_t localeLanguage) {
+Language ChooseLanguage(std::u16string_view token, uint32_t storedLanguage,
+                        uint32_t localeLanguage) {
   const uint32_t wanted = storedLanguage != 0 ? storedLanguage : localeLanguage;
   for (const LanguageToken& row : kLanguages) {
     const bool fits =
         token.empty() ? static_cast<uint32_t>(row.language) == wanted : row.token == token;
     if (fits) return row.language;
   }
-  return ELanguage::kEnglish;
+  return Language::kEnglish;
 }

@@ -18,5 +18,5 @@ void DropLanguageTokens(std::vector<WideString>& tokens);
 
 /// The language for this run: of the token (English when it names none), else of the stored
 /// identifier unless that is 0, else of the user's locale; English where nothing fits.
-ELanguage ChooseLanguage(std::u16string_view token, uint32_t storedLanguage,
-                         uint32_t localeLanguage);
+Language ChooseLanguage(std::u16string_view token, uint32_t storedLanguage,
+                        uint32_t localeLanguage);

@@ -70,8 +70,8 @@ void WriteText(ByteSink& sink, const WideString& path, const FormatTable& table,
     sink.Printf("%d. %s\n", ++number, DescribeList(*list));
     for (const CGpsPoint& point : list->points) {
       sink.Printf("   %11s %12s  %s\n",
-                  FormatCoordinate(point.latitude, true, ECoordinateFormat::kDegrees),
-                  FormatCoordinate(point.longitude, false, ECoordinateFormat::kDegrees),
+                  FormatCoordinate(point.latitude, true, CoordinateFormat::kDegrees),
+                  FormatCoordinate(point.longitude, false, CoordinateFormat::kDegrees),
                   Printable(point.name));
     }
   }

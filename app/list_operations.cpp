@@ -52,24 +52,24 @@ void Optimise(const WideString& source, bool isBest, bool quiet, CGpsRoute& list
 
 void ApplyListOperations(const std::vector<ListOperation>& operations, const WideString& source,
                          bool quiet, CGpsRoute& list) {
-  using EKind = ListOperation::EKind;
+  using Kind = ListOperation::Kind;
   for (const ListOperation& operation : operations) {
     switch (operation.kind) {
-      case EKind::kReverse:
+      case Kind::kReverse:
         list.Reverse();
         break;
-      case EKind::kSort:
+      case Kind::kSort:
         list.SortByName();
         break;
-      case EKind::kUnique:
+      case Kind::kUnique:
         list.SortAndUnique();
         break;
-      case EKind::kSimplify:
+      case Kind::kSimplify:
         list.Simplify(operation.metres);
         break;
-      case EKind::kOptimize:
-      case EKind::kOptimizeBest:
-        Optimise(source, operation.kind == EKind::kOptimizeBest, quiet, list);
+      case Kind::kOptimize:
+      case Kind::kOptimizeBest:
+        Optimise(source, operation.kind == Kind::kOptimizeBest, quiet, list);
         break;
     }
   }

@@ -8,9 +8,9 @@
 
 /// What is done with an itinerary between reading and writing.
 struct ListOperation {
-  enum class EKind { kReverse, kSort, kUnique, kSimplify, kOptimize, kOptimizeBest };
+  enum class Kind { kReverse, kSort, kUnique, kSimplify, kOptimize, kOptimizeBest };
 
-  EKind kind;
+  Kind kind;
   uint32_t metres = 0;  ///< for kSimplify
 };
 

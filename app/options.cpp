@@ -92,15 +92,15 @@ class OperationOptions {
         m_optimize(parser.add_flag("--optimize")) {}
 
   std::vector<ListOperation> Take() const {
-    using EKind = ListOperation::EKind;
+    using Kind = ListOperation::Kind;
     std::vector<ListOperation> operations;
     size_t simplified = 0;
     size_t optimised = 0;
     for (const CLI::Option* option : m_parser.parse_order()) {
-      if (option == m_reverse) operations.push_back({EKind::kReverse});
-      if (option == m_sort) operations.push_back({EKind::kSort});
-      if (option == m_unique) operations.push_back({EKind::kUnique});
-      if (option == m_simplify) operations.push_back({EKind::kSimplify, m_metres.at(simplified++)});
+      if (option == m_reverse) operations.push_back({Kind::kReverse});
+      if (option == m_sort) operations.push_back({Kind::kSort});
+      if (option == m_unique) operations.push_back({Kind::kUnique});
+      if (option == m_simplify) operations.push_back({Kind::kSimplify, m_metres.at(simplified++)});
       if (option == m_optimize)
         operations.push_back({KindOfSearch(m_optimize->results().at(optimised++))});
     }
@@ -108,9 +108,9 @@ class OperationOptions {
   }
 
  private:
-  static ListOperation::EKind KindOfSearch(const std::string& value) {
-    if (value == kPlainSearch) return ListOperation::EKind::kOptimize;
-    if (value == "best") return ListOperation::EKind::kOptimizeBest;
+  static ListOperation::Kind KindOfSearch(const std::string& value) {
+    if (value == kPlainSearch) return ListOperation::Kind::kOptimize;
+    if (value == "best") return ListOperation::Kind::kOptimizeBest;
     throw CLI::ArgumentMismatch("--optimize=" + value);
   }
 

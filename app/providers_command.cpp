@@ -14,7 +14,7 @@
 namespace {
 
 struct NamedAbility {
-  EServiceAbility ability;
+  ServiceAbility ability;
   std::string_view name;
 };
 

@@ -17,7 +17,7 @@ const Service* FindTyped(std::string_view typed) {
   return FindService(typed);
 }
 
-std::string NamesOfThoseThatCan(EServiceAbility ability) {
+std::string NamesOfThoseThatCan(ServiceAbility ability) {
   std::string names;
   for (const Service& service : Services()) {
     if (!(service.abilities & ability)) continue;
@@ -53,7 +53,7 @@ std::string DescribeMissingSettings(const Service& service) {
   return FormatText(kTextServiceNotSetUp, service.name, names, assignments);
 }
 
-ServiceChoice ChooseService(const Options& options, EServiceAbility ability,
+ServiceChoice ChooseService(const Options& options, ServiceAbility ability,
                             std::string_view defaultProvider) {
   ServiceChoice choice;
   const std::string typed = options.services.typed.provider.value_or(std::string(defaultProvider));

@@ -17,7 +17,7 @@ struct ServiceChoice {
 
 /// The provider that --provider names, or `defaultProvider`, if it has this ability and can be used
 /// now.
-ServiceChoice ChooseService(const Options& options, EServiceAbility ability,
+ServiceChoice ChooseService(const Options& options, ServiceAbility ability,
                             std::string_view defaultProvider);
 
 /// Whether a service is on this machine, so that nothing leaves it.

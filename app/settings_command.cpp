@@ -114,7 +114,7 @@ int ChangeSettings(const Options& options) {
       return kExitWrongUsage;
     }
     const SettingResult result = SetSetting(settings, assignment);
-    if (result.outcome == ESettingOutcome::kChanged) continue;
+    if (result.outcome == SettingOutcome::kChanged) continue;
     Complain(DescribeRefusal(result));
     // What stood before the wrong assignment is not stored either.
     settings.Load();

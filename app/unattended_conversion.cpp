@@ -44,7 +44,7 @@ class Conversion {
   const Options& m_options;
   const CItineraryFormat& m_row;
   ConsoleFront m_front;
-  CConversionDriver m_driver;
+  ConversionDriver m_driver;
   bool m_inFolder = false;
   bool m_outputFailed = false;
 };

@@ -5,7 +5,7 @@
 #include "conversion/format_table.h"
 
 /// Exit statuses of the program.
-enum EExitStatus : int {
+enum ExitCode : int {
   kExitConverted = 0,
   kExitFailed = 1,      ///< a file could not be read or written, or none was converted
   kExitWrongUsage = 2,  ///< wrong usage, an unknown key, a source that is not there

@@ -7,17 +7,17 @@
 
 namespace {
 
-std::atomic<ELanguage> currentLanguage = ELanguage::kEnglish;
+std::atomic<Language> currentLanguage = Language::kEnglish;
 
-const StringTable& TableOf(ELanguage language) {
+const StringTable& TableOf(Language language) {
   switch (language) {
-    case ELanguage::kFrench:
+    case Language::kFrench:
       return kStringsFr;
-    case ELanguage::kGerman:
+    case Language::kGerman:
       return kStringsDe;
-    case ELanguage::kDutch:
+    case Language::kDutch:
       return kStringsNl;
-    case ELanguage::kEnglish:
+    case Language::kEnglish:
       break;
   }
   return kStringsEn;
@@ -25,9 +25,9 @@ const StringTable& TableOf(ELanguage language) {
 
 }  // namespace
 
-void SetLanguage(ELanguage language) { currentLanguage = language; }
+void SetLanguage(Language language) { currentLanguage = language; }
 
-ELanguage CurrentLanguage() { return currentLanguage; }
+Language CurrentLanguage() { return currentLanguage; }
 
 std::string_view LoadTextUtf8(uint32_t id) { return TableOf(currentLanguage).Find(id); }
 

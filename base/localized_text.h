@@ -7,12 +7,12 @@
 #include "base/wide_string.h"
 
 /// Languages of the program, by the primary language identifiers of Windows.
-enum class ELanguage : uint32_t { kGerman = 0x07, kEnglish = 0x09, kFrench = 0x0C, kDutch = 0x13 };
+enum class Language : uint32_t { kGerman = 0x07, kEnglish = 0x09, kFrench = 0x0C, kDutch = 0x13 };
 
 /// The language of all texts of this process; English at start. Any thread may load texts, also
 /// while the language changes.
-void SetLanguage(ELanguage language);
-ELanguage CurrentLanguage();
+void SetLanguage(Language language);
+Language CurrentLanguage();
 
 /// The text of a number in the current language, as UTF-8; empty for an unknown number. The text
 /// lives as long as the process.

@@ -41,11 +41,11 @@ std::string FormatDuration(uint32_t seconds) {
   return fmt::sprintf("%02d:%02d", seconds / 3600, seconds % 3600 / 60);
 }
 
-std::string FormatCoordinate(double degrees, bool isLatitude, ECoordinateFormat format) {
-  if (format == ECoordinateFormat::kDegrees) return ToFixedString(degrees, 6);
+std::string FormatCoordinate(double degrees, bool isLatitude, CoordinateFormat format) {
+  if (format == CoordinateFormat::kDegrees) return ToFixedString(degrees, 6);
   const AngleParts parts = DecomposeAngle(degrees);
   const char hemisphere = isLatitude ? (parts.negative ? 'S' : 'N') : (parts.negative ? 'W' : 'E');
-  if (format == ECoordinateFormat::kMinutes)
+  if (format == CoordinateFormat::kMinutes)
     return fmt::sprintf("%c%d\u00b0%.2f'", hemisphere, parts.degrees, parts.minutes);
   return fmt::sprintf("%c%d\u00b0%d'%.2f\"", hemisphere, parts.degrees,
                       TruncateToUint32(parts.minutes), parts.seconds);

@@ -4,7 +4,7 @@
 #include <string>
 
 /// How positions are shown; the values of the setting `Coordinates`.
-enum class ECoordinateFormat : uint32_t { kDegrees = 0, kMinutes = 1, kSeconds = 2 };
+enum class CoordinateFormat : uint32_t { kDegrees = 0, kMinutes = 1, kSeconds = 2 };
 
 /// An angle taken apart. Minutes carry their fraction, of which `seconds` is the whole minute's
 /// remainder times 60.
@@ -27,4 +27,4 @@ std::string FormatDistance(uint32_t metres, bool miles);
 std::string FormatDuration(uint32_t seconds);
 
 /// A latitude or longitude for the user, in UTF-8.
-std::string FormatCoordinate(double degrees, bool isLatitude, ECoordinateFormat format);
+std::string FormatCoordinate(double degrees, bool isLatitude, CoordinateFormat format);

@@ -4,7 +4,7 @@
 
 /// Results of readers, writers and services: platform error codes of Windows and compound-file
 /// status values, the same on every platform. 0 is success.
-enum EStatus : uint32_t {
+enum StatusCode : uint32_t {
   kStatusSuccess = 0,
   kStatusFailure = 1,            ///< what most formats give for a file that could not be used
   kStatusFileNotFound = 2,       ///< ERROR_FILE_NOT_FOUND

@@ -11,7 +11,7 @@
 namespace {
 
 // A window that does nothing with what it is told.
-class SilentRows : public IPointRows {
+class SilentRows : public PointRows {
  public:
   void InsertRow(size_t) override {}
   void RemoveRows(size_t, size_t) override {}
@@ -50,7 +50,7 @@ struct Editor {
   CPlannerScript script{&page};
   CSettings settings{[] { return storage::Storage(); }};
   CGpsRoute list;
-  CPointListView view{kListItinerary, EPinKind::kItinerary, rows, settings};
+  CPointListView view{kListItinerary, PinKind::kItinerary, rows, settings};
 };
 
 void ShowAnew(benchmark::State& state) {

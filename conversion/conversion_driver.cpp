@@ -58,18 +58,18 @@ class BusyScope {
 
 }  // namespace
 
-CConversionDriver::CConversionDriver(FormatTable formats, ConversionFront& front,
-                                     ConversionContext& context, ChangeTracking tracking)
+ConversionDriver::ConversionDriver(FormatTable formats, ConversionFront& front,
+                                   ConversionContext& context, ChangeTracking tracking)
     : table(std::move(formats)), m_front(front), m_context(context), m_tracking(tracking) {}
 
-uint32_t CConversionDriver::OpenFile(const WideString& path, bool append, bool silent) {
+uint32_t ConversionDriver::OpenFile(const WideString& path, bool append, bool silent) {
   FailureReason reason;
   const uint32_t status = Read(path, append, silent, reason);
   return Report(status, reason, path, append);
 }
 
-uint32_t CConversionDriver::Read(const WideString& path, bool append, bool silent,
-                                 FailureReason& reason) {
+uint32_t ConversionDriver::Read(const WideString& path, bool append, bool silent,
+                                FailureReason& reason) {
   const BusyScope busy(m_front);
   readNotes = {};
   uint32_t status = kStatusBadFormat;
@@ -87,7 +87,7 @@ uint32_t CConversionDriver::Read(const WideString& path, bool append, bool silen
   return status;
 }
 
-uint32_t CConversionDriver::MergeLists(TripRead& trip, const WideString& path, bool append) {
+uint32_t ConversionDriver::MergeLists(TripRead& trip, const WideString& path, bool append) {
   const std::vector<size_t> chosen = m_front.ChooseLists(trip.lists);
   if (chosen.empty()) return kStatusDeclined;
   if (!append) {
@@ -108,15 +108,15 @@ uint32_t CConversionDriver::MergeLists(TripRead& trip, const WideString& path, b
   return kStatusSuccess;
 }
 
-uint32_t CConversionDriver::Report(uint32_t status, const FailureReason& reason,
-                                   const WideString& path, bool append) {
+uint32_t ConversionDriver::Report(uint32_t status, const FailureReason& reason,
+                                  const WideString& path, bool append) {
   if (status == kStatusSuccess) return ReportSuccess(path, append);
   if (const uint32_t textId = ReadFailureText(status))
     m_front.ShowMessage(MessageIcon::kError, textId, reason);
   return status;
 }
 
-uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
+uint32_t ConversionDriver::ReportSuccess(const WideString& path, bool append) {
   if (!m_context.lookups.lastForRun) m_context.lookups.answers->Clear();
   if (current.points.empty()) {
     m_front.ShowMessage(MessageIcon::kWarning, kTextNoItinerary, {});
@@ -133,20 +133,19 @@ uint32_t CConversionDriver::ReportSuccess(const WideString& path, bool append) {
   return kStatusSuccess;
 }
 
-uint32_t CConversionDriver::ExportTo(const WideString& path, const CItineraryFormat& row,
-                                     bool silent) {
+uint32_t ConversionDriver::ExportTo(const WideString& path, const CItineraryFormat& row,
+                                    bool silent) {
   WriteOptions options;
   options.silent = silent;
   options.force = true;
   return Export(path, row, options).status;
 }
 
-TripWrite CConversionDriver::Export(const WideString& path, const CItineraryFormat& row,
-                                    const WriteOptions& options) {
+TripWrite ConversionDriver::Export(const WideString& path, const CItineraryFormat& row,
+                                   const WriteOptions& options) {
   const BusyScope busy(m_front);
   TripWrite trip;
-  m_front.Run(
-      [&] { trip = WriteTrip(table, row, path, current, m_source, options, m_context); });
+  m_front.Run([&] { trip = WriteTrip(table, row, path, current, m_source, options, m_context); });
   if (trip.status == kStatusSuccess) {
     RememberState();
   } else if (trip.refusal == WriteRefusal::kNone) {
@@ -155,7 +154,7 @@ TripWrite CConversionDriver::Export(const WideString& path, const CItineraryForm
   return trip;
 }
 
-void CConversionDriver::OpenCommand() {
+void ConversionDriver::OpenCommand() {
   if (!ConfirmDiscard()) return;
   FileDialog dialog;
   dialog.title = TitleOf(kTextOpen);
@@ -165,12 +164,12 @@ void CConversionDriver::OpenCommand() {
     OpenFile(chosen->path, chosen->append, false);
 }
 
-void CConversionDriver::DropFiles(const std::vector<WideString>& paths) {
+void ConversionDriver::DropFiles(const std::vector<WideString>& paths) {
   if (paths.empty() || paths.front().size() > kLongestDroppedPath) return;
   OpenFile(paths.front(), false, false);
 }
 
-void CConversionDriver::ExportCommand(const CItineraryFormat* row) {
+void ConversionDriver::ExportCommand(const CItineraryFormat* row) {
   if (!row) return;
   NameFromField();
   if (IsPseudoFormat(*row)) {
@@ -185,7 +184,7 @@ void CConversionDriver::ExportCommand(const CItineraryFormat* row) {
   if (const auto chosen = m_front.AskSaveFile(dialog)) ExportFromCommand(chosen->path, *row);
 }
 
-void CConversionDriver::ExportFromCommand(const WideString& path, const CItineraryFormat& row) {
+void ConversionDriver::ExportFromCommand(const WideString& path, const CItineraryFormat& row) {
   WriteOptions options;
   options.force = true;
   options.checks = checksExports && row.facts.isFile;
@@ -193,19 +192,19 @@ void CConversionDriver::ExportFromCommand(const WideString& path, const CItinera
   if (exported) exported(path, row, trip);
 }
 
-void CConversionDriver::NameFromField() {
+void ConversionDriver::NameFromField() {
   current.name = WideToUtf8Lossy(m_front.NameFieldText().substr(0, kLongestName));
   if (current.name.empty()) current.name = LoadTextUtf8(kTextItinerary);
 }
 
-WideString CConversionDriver::DefaultExportName() const {
+WideString ConversionDriver::DefaultExportName() const {
   WideString fromSource(FileTitleOfPath(sourcePath));
   if (!fromSource.empty()) return fromSource;
   const WideString name = Utf8ToWideLossy(current.name);
   return WideString(FileTitleOfPath(name));
 }
 
-void CConversionDriver::InterpretLink(const WideString& text) {
+void ConversionDriver::InterpretLink(const WideString& text) {
   const auto accepts = [&text](const LinkReader& reader) { return reader.accepts(text); };
   if (std::none_of(linkReaders.begin(), linkReaders.end(), accepts)) return;
   if (!m_front.AskYesNo(MessageIcon::kQuestion, kTextLinkDetected) || !ConfirmDiscard()) return;
@@ -225,13 +224,13 @@ void CConversionDriver::InterpretLink(const WideString& text) {
   m_front.NameChanged();
 }
 
-bool CConversionDriver::ConfirmDiscard() {
+bool ConversionDriver::ConfirmDiscard() {
   const bool unchanged = current.name == current.snapshot.name &&
                          std::equal(current.points.begin(), current.points.end(),
                                     current.snapshot.points.begin(), current.snapshot.points.end());
   return unchanged || m_front.AskYesNo(MessageIcon::kWarning, kTextChangesWillBeLost);
 }
 
-void CConversionDriver::RememberState() {
+void ConversionDriver::RememberState() {
   if (m_tracking == ChangeTracking::kOn) current.snapshot.Assign(current);
 }

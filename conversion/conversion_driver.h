@@ -23,11 +23,11 @@ struct LinkReader {
 };
 
 /// The way from a file to the current itinerary and from there to another file.
-class CConversionDriver {
+class ConversionDriver {
  public:
   /// `front` and `context`, which every read and write of this driver uses, must outlive it.
-  CConversionDriver(FormatTable formats, ConversionFront& front, ConversionContext& context,
-                    ChangeTracking tracking = ChangeTracking::kOn);
+  ConversionDriver(FormatTable formats, ConversionFront& front, ConversionContext& context,
+                   ChangeTracking tracking = ChangeTracking::kOn);
 
   /// Reads a file into `current`, behind what is there with `append`, and reports the result to
   /// the user. Returns the status: 0, kStatusDeclined, or what the message was about.

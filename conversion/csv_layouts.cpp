@@ -2,13 +2,13 @@
 
 #include "base/status.h"
 
-uint32_t CsvLayouts::Choose(ECsvUse use, bool silent, CCsvLayout& layout) {
-  if (const auto& told = use == ECsvUse::kRead ? forReading : forWriting) {
+uint32_t CsvLayouts::Choose(CsvUse use, bool silent, CCsvLayout& layout) {
+  if (const auto& told = use == CsvUse::kRead ? forReading : forWriting) {
     layout = *told;
   } else {
     layout = LoadCsvLayout(storage::OpenUserStorage(), use);
     if (!silent && ask && !ask(use, layout)) return kStatusCancelled;
   }
-  if (use == ECsvUse::kWrite) written = layout;
+  if (use == CsvUse::kWrite) written = layout;
   return kStatusSuccess;
 }

@@ -7,14 +7,14 @@
 #include "settings/csv_layout.h"
 
 /// Shows `layout` to the user, who may change it. True on OK, with the layout stored for the next
-/// time (`CCsvLayoutForm::Accept`); everything else is a cancel.
-using CsvLayoutAsker = std::function<bool(ECsvUse use, CCsvLayout& layout)>;
+/// time (`CsvLayoutForm::Accept`); everything else is a cancel.
+using CsvLayoutAsker = std::function<bool(CsvUse use, CCsvLayout& layout)>;
 
 /// Where the layout of a CSV file comes from.
 struct CsvLayouts {
   /// The one told for this run, or else the stored one, which unless `silent` the user may change.
   /// Returns 0, or kStatusCancelled when the user does not want to go on.
-  uint32_t Choose(ECsvUse use, bool silent, CCsvLayout& layout);
+  uint32_t Choose(CsvUse use, bool silent, CCsvLayout& layout);
 
   std::optional<CCsvLayout> forReading;  ///< told for this run: not stored, and nobody is asked
   std::optional<CCsvLayout> forWriting;

@@ -17,7 +17,7 @@
 class CJsonValue;
 
 /// What a value is.
-enum EJsonType : uint32_t {
+enum JsonType : uint32_t {
   kJsonUndefined = 0,  ///< fresh, or nothing could be read
   kJsonNull = 1,
   kJsonString = 2,
@@ -28,7 +28,7 @@ enum EJsonType : uint32_t {
 };
 
 /// Why a text could not be read, or a value not be had.
-enum EJsonError : int {
+enum JsonError : int {
   kJsonKeyExists = 1,  ///< a key to be made is there already
   kJsonObjectCut = 2,  ///< no further delimiter before an object's end
   kJsonValueCut = 3,   ///< no delimiter at all behind the start of a value
@@ -51,7 +51,7 @@ class CJsonException : public std::exception {
  public:
   CJsonException(int errorCode, std::string_view errorKey) : code(errorCode), key(errorKey) {}
 
-  int code;         ///< an EJsonError
+  int code;         ///< an JsonError
   std::string key;  ///< the key that was asked for, or that of the value where it happened
 };
 
@@ -146,7 +146,7 @@ class CJsonValue {
   void SetString(std::string_view newText);
 
   std::string key;  ///< name in the object that holds the value; empty elsewhere
-  EJsonType type = kJsonUndefined;
+  JsonType type = kJsonUndefined;
   std::string text;     ///< of a string: bytes as they stood in the document, mostly UTF-8
   double number = 0.0;  ///< of a number
   bool flag = false;    ///< of a boolean

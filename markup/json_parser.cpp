@@ -216,7 +216,7 @@ class Scanner {
   }
 
  private:
-  [[noreturn]] void Fail(EJsonError code) const {
+  [[noreturn]] void Fail(JsonError code) const {
     if (m_open.empty()) throw CJsonException(code, m_top.key);
     throw CJsonException(code, m_open.back().key.value_or(""));
   }

@@ -126,7 +126,7 @@ std::string ProfileSection::GetText(std::string_view key, std::string_view defau
   return m_isUtf8 ? std::string(found->text) : WidenToUtf8(found->text);
 }
 
-ProfileFile::ProfileFile(std::string_view bytes, EProfileText unmarkedText) {
+ProfileFile::ProfileFile(std::string_view bytes, ProfileText unmarkedText) {
   if (bytes.starts_with(kUtf16LeMark) || bytes.starts_with(kUtf16BeMark)) {
     m_decoded = DecodeTextFileToUtf8(bytes);
     bytes = m_decoded;
@@ -135,7 +135,7 @@ ProfileFile::ProfileFile(std::string_view bytes, EProfileText unmarkedText) {
     bytes.remove_prefix(kUtf8Mark.size());
     m_isUtf8 = true;
   } else {
-    m_isUtf8 = unmarkedText == EProfileText::kUtf8OrNarrow && IsValidUtf8(bytes);
+    m_isUtf8 = unmarkedText == ProfileText::kUtf8OrNarrow && IsValidUtf8(bytes);
   }
   m_sections = ProfileIndex(SplitSections(bytes));
 }

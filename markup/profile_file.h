@@ -15,7 +15,7 @@ inline constexpr std::string_view kProfileError = "R_ERROR";
 
 /// How the text of a file is read that has no mark. UTF-16 and UTF-8 with a mark are understood
 /// always.
-enum class EProfileText {
+enum class ProfileText {
   kNarrow,        ///< 8 bits a character
   kUtf8OrNarrow,  ///< UTF-8 where the whole file is valid UTF-8, otherwise 8 bits a character
 };
@@ -64,7 +64,7 @@ class ProfileSection {
 class ProfileFile {
  public:
   /// `bytes` must live as long as this object.
-  ProfileFile(std::string_view bytes, EProfileText unmarkedText);
+  ProfileFile(std::string_view bytes, ProfileText unmarkedText);
   ProfileFile(const ProfileFile&) = delete;
   ProfileFile& operator=(const ProfileFile&) = delete;
 

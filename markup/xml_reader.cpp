@@ -109,7 +109,7 @@ struct CXmlReader::Callbacks {
   }
 };
 
-CXmlReader::CXmlReader(EEncodings encodings)
+CXmlReader::CXmlReader(Encodings encodings)
     : m_parser(XML_ParserCreate("UTF-8")), m_encodings(encodings) {
   if (!m_parser) throw XML_ERROR_NONE;
 }
@@ -153,17 +153,17 @@ bool CXmlReader::ParseFile(SequentialFile& file) {
 void CXmlReader::ParseBytes(std::string_view bytes) { ParseSource(SourceOf(bytes)); }
 
 bool CXmlReader::ParseSource(const XmlSource& source) {
-  if (m_encodings == EEncodings::kExpats) return Parse(source, EStart::kFirstTag);
+  if (m_encodings == Encodings::kExpats) return Parse(source, ParseFrom::kFirstTag);
   DecodedXmlSource decoded(source);
   Prepare();
   // Goes before what the document declares.
   if (decoded.IsConverted()) XML_SetEncoding(m_parser.get(), "UTF-8");
   return Parse([&decoded](char* data, size_t size) { return decoded.Read(data, size); },
-               EStart::kFirstTag);
+               ParseFrom::kFirstTag);
 }
 
 void CXmlReader::ParseBuffer(const char* data, size_t length) {
-  Parse(SourceOf({data, length}), EStart::kFirstByte);
+  Parse(SourceOf({data, length}), ParseFrom::kFirstByte);
 }
 
 int CXmlReader::ErrorCode() const { return XML_GetErrorCode(m_parser.get()); }
@@ -220,12 +220,12 @@ void CXmlReader::CountDefaultAttributes(const XML_Char** attributes) {
     throw XML_ERROR_AMPLIFICATION_LIMIT_BREACH;
 }
 
-bool CXmlReader::Parse(const XmlSource& source, EStart start) {
+bool CXmlReader::Parse(const XmlSource& source, ParseFrom start) {
   Prepare();
   auto* const parser = m_parser.get();
   size_t pieceSize = kPieceSize;
   XML_Index position = -1;
-  bool hasStarted = start == EStart::kFirstByte;
+  bool hasStarted = start == ParseFrom::kFirstByte;
   uint64_t bytesDone = 0;
   for (bool isAtEnd = false; !isAtEnd;) {
     if (m_goesOn && !m_goesOn(bytesDone)) throw XML_ERROR_ABORTED;

@@ -88,10 +88,10 @@ class CXmlReader {
  protected:
   /// Which encodings `ParseStream` and its like understand: those of Expat, or all that the system
   /// knows too, for formats that programs of the desktop write.
-  enum class EEncodings { kExpats, kSystems };
+  enum class Encodings { kExpats, kSystems };
 
   /// Throws the XML_Error 0 when there is no memory for a parser.
-  explicit CXmlReader(EEncodings encodings = EEncodings::kExpats);
+  explicit CXmlReader(Encodings encodings = Encodings::kExpats);
 
   std::string m_text;  ///< character data since the last start tag
 
@@ -101,16 +101,16 @@ class CXmlReader {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
   };
 
-  enum class EStart { kFirstByte, kFirstTag };
+  enum class ParseFrom { kFirstByte, kFirstTag };
 
   void Prepare();
   void CountDeclarations(size_t size);
   void CountDefaultAttributes(const XML_Char** attributes);
   /// False when the source fails.
-  bool Parse(const XmlSource& source, EStart start);
+  bool Parse(const XmlSource& source, ParseFrom start);
 
   std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> m_parser;
-  const EEncodings m_encodings;
+  const Encodings m_encodings;
   std::function<bool(uint64_t bytesDone)> m_goesOn;
   bool m_initialised = false;
   bool m_inDoctype = false;

@@ -32,7 +32,7 @@ class CGpsPointList {
 };
 
 /// Kinds of lists, in the order in which a list is taken when nobody can be asked.
-enum EListKind : unsigned { kKindRoute = 0, kKindTrack = 1, kKindWaypoints = 2, kKindPois = 3 };
+enum ListKind : unsigned { kKindRoute = 0, kKindTrack = 1, kKindWaypoints = 2, kKindPois = 3 };
 
 /// Count of a range that leads up to the last point.
 inline constexpr size_t kAllPoints = static_cast<size_t>(-1);

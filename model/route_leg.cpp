@@ -51,5 +51,5 @@ const CRouteData& CRouteLeg::Route() const { return route; }
 CRouteData& CRouteLeg::Route() { return route; }
 const CRouteMeasure& CRouteLeg::Measure() const { return route.measure; }
 CRouteMeasure& CRouteLeg::Measure() { return route.measure; }
-const CRouteShape& CRouteLeg::Shape() const { return route.shape; }
-CRouteShape& CRouteLeg::Shape() { return route.shape; }
+const RouteShape& CRouteLeg::Shape() const { return route.shape; }
+RouteShape& CRouteLeg::Shape() { return route.shape; }

@@ -50,7 +50,7 @@ class CGpsRouteStep : public CGpsNamedPoint {
 };
 
 /// A polyline that can be handed around as one thing: the points that the planner draws.
-class CRouteShape {
+class RouteShape {
  public:
   CGpsPointList points;
 };
@@ -72,7 +72,7 @@ class CRouteData {
   uint32_t travelMode = 0;
   CGpsPointList path;  ///< the polyline as it was delivered
   CRouteMeasure measure;
-  CRouteShape shape;
+  RouteShape shape;
   uint32_t color = kDefaultColor;
   std::unique_ptr<CRouteOptions> options;  ///< what the leg was requested with; never null
 
@@ -92,8 +92,8 @@ class CRouteLeg {
   virtual CRouteData& Route();
   virtual const CRouteMeasure& Measure() const;
   virtual CRouteMeasure& Measure();
-  virtual const CRouteShape& Shape() const;
-  virtual CRouteShape& Shape();
+  virtual const RouteShape& Shape() const;
+  virtual RouteShape& Shape();
 
   uint32_t totalDistance = 0;  ///< metres from the start of the itinerary; 0 = unknown
   uint32_t totalDuration = 0;  ///< seconds from the start of the itinerary; 0 = unknown

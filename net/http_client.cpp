@@ -11,15 +11,15 @@
 
 namespace {
 
-IHttpTransport* LoadTransport() {
+HttpTransport* LoadTransport() {
   const auto entry =
       reinterpret_cast<HttpModuleEntry>(LoadModuleEntry(kHttpModule, kHttpModuleEntry));
   return entry ? entry() : nullptr;
 }
 
 // That of all clients. Throws where the part of the program is not installed.
-IHttpTransport& SharedTransport() {
-  static IHttpTransport* const transport = LoadTransport();
+HttpTransport& SharedTransport() {
+  static HttpTransport* const transport = LoadTransport();
   if (!transport) throw CInternetException(kInternetModuleMissing);
   return *transport;
 }
@@ -98,12 +98,12 @@ std::string TrustedAuthorities() {
 CHttpSession::CHttpSession(HttpOptions options) : m_options(std::move(options)) {}
 
 CHttpSession::~CHttpSession() {
-  if (IHttpTransport* const transport = m_transport) transport->CloseSession(m_handle);
+  if (HttpTransport* const transport = m_transport) transport->CloseSession(m_handle);
 }
 
-IHttpTransport& CHttpSession::Transport() {
+HttpTransport& CHttpSession::Transport() {
   if (!m_transport) {
-    IHttpTransport& transport = SharedTransport();
+    HttpTransport& transport = SharedTransport();
     m_handle = transport.OpenSession();
     m_transport = &transport;
   }
@@ -131,7 +131,7 @@ void CHttpRequest::Send(ByteSink& sink, const std::string& path, const std::stri
   if (!IsEscapedPath(path)) throw CInternetException(kInternetInvalidUrl);
   CheckHeaders(referrer, hostHeader, extraHeaders);
   CHttpSession& session = m_connection.Session();
-  IHttpTransport& transport = session.Transport();
+  HttpTransport& transport = session.Transport();
 
   HttpTransfer transfer;
   transfer.host = m_connection.Host();
@@ -233,7 +233,7 @@ void CHttpRequest::StoreFailure(const CInternetException& failure) {
 }
 
 bool CHttpRequest::IsOnTransportThread() const {
-  const IHttpTransport* const transport = m_connection.Session().OpenTransport();
+  const HttpTransport* const transport = m_connection.Session().OpenTransport();
   return transport && transport->IsOnOwnThread();
 }
 

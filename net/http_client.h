@@ -39,16 +39,16 @@ class CHttpSession {
   CHttpSession& operator=(const CHttpSession&) = delete;
 
   /// What carries the requests, loaded at the first call. Throws 126 where it is not installed.
-  IHttpTransport& Transport();
+  HttpTransport& Transport();
   /// Null before the first request.
-  IHttpTransport* OpenTransport() const { return m_transport; }
+  HttpTransport* OpenTransport() const { return m_transport; }
 
   uint64_t Handle() const { return m_handle; }
   const HttpOptions& Options() const { return m_options; }
 
  private:
   const HttpOptions m_options;
-  std::atomic<IHttpTransport*> m_transport = nullptr;
+  std::atomic<HttpTransport*> m_transport = nullptr;
   uint64_t m_handle = 0;
 };
 
@@ -75,7 +75,7 @@ class CHttpConnection {
 
 /// The one request of a client. Its body goes to the sink and its completion is called on the
 /// background thread, which serves all clients: neither may wait for anything.
-class CHttpRequest final : private IHttpTransferEvents {
+class CHttpRequest final : private HttpTransferEvents {
  public:
   /// Called once for each request that was sent, when it has ended, with its failure (code 0: none;
   /// 12017: cancelled). It may start the client's next request. An exception that leaves it becomes

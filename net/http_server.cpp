@@ -43,7 +43,7 @@ bool CHttpServer::TakeContent(const std::string& uri, std::string& body) {
   return true;
 }
 
-void CHttpServer::OnUri(IHttpServerConnection& connection, const HttpServerRequest& request) {
+void CHttpServer::OnUri(HttpServerConnection& connection, const HttpServerRequest& request) {
   const bool isForUs = request.host == fmt::format("127.0.0.1:{}", Port()) ||
                        request.host == fmt::format("[::1]:{}", Port());
   std::string body;

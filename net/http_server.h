@@ -15,9 +15,9 @@ inline constexpr uint16_t kHttpServerPort = 8099;
 inline constexpr uint32_t kStatusPortTaken = 10048;
 
 /// Where a request is answered.
-class IHttpServerConnection {
+class HttpServerConnection {
  public:
-  virtual ~IHttpServerConnection() = default;
+  virtual ~HttpServerConnection() = default;
 
   /// The library's own error reply with this reason and text.
   virtual void SendError(int status, const char* reason) = 0;
@@ -37,13 +37,13 @@ class IHttpServerUriListener {
   virtual ~IHttpServerUriListener() = default;
 
   /// Answers a request. Called on several threads at once.
-  virtual void OnUri(IHttpServerConnection& connection, const HttpServerRequest& request) = 0;
+  virtual void OnUri(HttpServerConnection& connection, const HttpServerRequest& request) = 0;
 };
 
 /// The running server. Destroyed, it stops within a second, and asks nobody any more.
-class ILocalServer {
+class LocalServer {
  public:
-  virtual ~ILocalServer() = default;
+  virtual ~LocalServer() = default;
   virtual uint16_t Port() const = 0;
 };
 
@@ -51,7 +51,7 @@ class ILocalServer {
 /// port cannot be had. Module and program are always built together.
 inline constexpr char kLocalServerModule[] = "corvane_local_server";
 inline constexpr char kLocalServerModuleEntry[] = "CorvaneLocalServer";
-using LocalServerModuleEntry = ILocalServer* (*)(uint16_t port, IHttpServerUriListener& listener);
+using LocalServerModuleEntry = LocalServer* (*)(uint16_t port, IHttpServerUriListener& listener);
 
 /// Hands out blobs of memory to programs on this machine, each of them once. It listens on
 /// 127.0.0.1 and, where the machine has it, on ::1; a request that was made out to any other name
@@ -71,13 +71,13 @@ class CHttpServer final : public IHttpServerUriListener {
   /// Offers a blob, in place of an older one of the same name. `uri` begins with a slash.
   void AddContent(const std::string& uri, std::string body);
 
-  void OnUri(IHttpServerConnection& connection, const HttpServerRequest& request) override;
+  void OnUri(HttpServerConnection& connection, const HttpServerRequest& request) override;
 
  private:
   bool TakeContent(const std::string& uri, std::string& body);
 
   std::mutex m_lock;
   std::map<std::string, std::string> m_contents;
-  std::unique_ptr<ILocalServer> m_server;
+  std::unique_ptr<LocalServer> m_server;
   std::unique_ptr<LoopbackRelay> m_relay;
 };

@@ -30,22 +30,22 @@ struct HttpTransfer {
 };
 
 /// Where a transfer tells what becomes of it, always on the background thread.
-class IHttpTransferEvents {
+class HttpTransferEvents {
  public:
-  virtual ~IHttpTransferEvents() = default;
+  virtual ~HttpTransferEvents() = default;
 
   /// A piece of the body.
   virtual void OnBody(std::string_view bytes) = 0;
 
-  /// Called once for each transfer, last. `code` is 0 or an EInternetError; `httpStatus` is that of
+  /// Called once for each transfer, last. `code` is 0 or an InternetError; `httpStatus` is that of
   /// the reply, 0 without one.
   virtual void OnEnd(uint32_t code, uint32_t httpStatus) = 0;
 };
 
 /// Safe to call from every thread. No call waits for the network.
-class IHttpTransport {
+class HttpTransport {
  public:
-  virtual ~IHttpTransport() = default;
+  virtual ~HttpTransport() = default;
 
   /// A session keeps the connections of its transfers for the next one; never 0.
   virtual uint64_t OpenSession() = 0;
@@ -53,7 +53,7 @@ class IHttpTransport {
   virtual void CloseSession(uint64_t session) = 0;
 
   /// Starts a transfer; the number it gives is never 0. `events` must live until `OnEnd`.
-  virtual uint64_t Begin(uint64_t session, HttpTransfer transfer, IHttpTransferEvents& events) = 0;
+  virtual uint64_t Begin(uint64_t session, HttpTransfer transfer, HttpTransferEvents& events) = 0;
   /// Ends the transfer with 12017, unless it has ended already.
   virtual void Cancel(uint64_t transfer) = 0;
 
@@ -64,4 +64,4 @@ inline constexpr char kHttpModule[] = "corvane_http";
 /// Name of the module's one function, which takes nothing and gives the transport. It is never
 /// destroyed. Null when it could not start.
 inline constexpr char kHttpModuleEntry[] = "CorvaneHttpModule";
-using HttpModuleEntry = IHttpTransport* (*)();
+using HttpModuleEntry = HttpTransport* (*)();

@@ -6,7 +6,7 @@
 #include <utility>
 
 /// Numbers of failed requests, those of the system's own internet library.
-enum EInternetError : uint32_t {
+enum InternetError : uint32_t {
   kInternetInvalidHandle = 6,  ///< the connection or the request is open already
   kInternetOutOfMemory = 8,
   kInternetInvalidHeader = 87,    ///< a header that would break the lines of a request

@@ -54,7 +54,7 @@ std::string_view NetworkErrorText(uint32_t code) {
   return LoadTextUtf8(RequestErrorText(isWin32 ? code & 0xFFFF : code));
 }
 
-uint32_t ReportNavigationError(uint32_t code, INetworkErrorFront& front) {
+uint32_t ReportNavigationError(uint32_t code, NetworkErrorFront& front) {
   if (code == 0) return kAnswerNone;
   const std::string text = FormatText(kTextNetworkError, code, std::string(NetworkErrorText(code)));
   return front.AskToRetry(Utf8ToWideLossy(text));

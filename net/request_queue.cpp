@@ -60,7 +60,7 @@ void CHttpRequestQueue::OnCompleted(uint32_t code) {
 }
 
 void HttpRequestQueues::EnqueueRequest(int32_t queueNumber, std::string url, std::string referrer,
-                                       std::string host, std::unique_ptr<IPageFunction> callback) {
+                                       std::string host, std::unique_ptr<PageFunction> callback) {
   m_queues[queueNumber].EnqueueRequest(
       {std::move(url), std::move(referrer), std::move(host), std::move(callback)});
 }

@@ -12,10 +12,10 @@
 #include "net/http_client.h"
 
 /// The function of the planner's page that waits for the answer to a request.
-class IPageFunction {
+class PageFunction {
  public:
   /// Releases the function without calling it. On the page's thread or on the HTTP thread.
-  virtual ~IPageFunction() = default;
+  virtual ~PageFunction() = default;
 
   /// Has the function called on the page's own thread with the number of the failure (0: none) and
   /// the text of the body; does nothing when the page is gone. Called at most once, on the HTTP
@@ -28,7 +28,7 @@ struct CPendingHttpRequest {
   std::string url;
   std::string referrer;
   std::string host;
-  std::unique_ptr<IPageFunction> callback;
+  std::unique_ptr<PageFunction> callback;
 };
 
 /// The requests of one queue of the page, one at a time. The newest goes next and at most two wait:
@@ -53,8 +53,8 @@ class CHttpRequestQueue {
 
   static constexpr size_t kLimit = 2;
 
-  std::mutex m_stateMutex;                           ///< taken before the other
-  std::unique_ptr<IPageFunction> m_currentCallback;  ///< null: the queue is idle
+  std::mutex m_stateMutex;                          ///< taken before the other
+  std::unique_ptr<PageFunction> m_currentCallback;  ///< null: the queue is idle
   std::unique_ptr<StringSink> m_body;
 
   std::mutex m_pendingMutex;
@@ -68,7 +68,7 @@ class HttpRequestQueues {
  public:
   /// Throws as `CHttpRequestQueue` does.
   void EnqueueRequest(int32_t queueNumber, std::string url, std::string referrer, std::string host,
-                      std::unique_ptr<IPageFunction> callback);
+                      std::unique_ptr<PageFunction> callback);
 
  private:
   std::map<int32_t, CHttpRequestQueue> m_queues;

@@ -7,7 +7,7 @@ namespace {
 
 using Codec = std::string (*)(const std::string& text);
 
-class CodecObject : public IScriptObject {
+class CodecObject : public ScriptObject {
  public:
   CodecObject(Codec encode, Codec decode) : m_encode(encode), m_decode(decode) {}
 

@@ -19,9 +19,9 @@ inline constexpr uint32_t kTransportStatus = 100;
 
 /// The selected directions provider, asked with the options of the present settings. Everything on
 /// the window's thread.
-class IDirections {
+class RoadDirections {
  public:
-  virtual ~IDirections() = default;
+  virtual ~RoadDirections() = default;
 
   /// Asks for the way through these points and waits. `goesOn` is called many times a second
   /// meanwhile; its false cancels the request, and the status then is that of a cancelled one.

@@ -3,7 +3,7 @@
 #include "planner/dispatch_route.h"
 
 CDispatchPoint::CDispatchPoint(std::weak_ptr<const PlannerLists> lists, int32_t list, int32_t index)
-    : m_lists(std::move(lists)), m_list(list), m_index(index), m_kind(EPinKind::kItinerary) {
+    : m_lists(std::move(lists)), m_list(list), m_index(index), m_kind(PinKind::kItinerary) {
   ReadAnew();
 }
 

@@ -12,11 +12,11 @@
 /// A point as the page sees it: `lat`, `lng`, `alt`, `address`, `snippet`, `route`, `type`. It
 /// stands for whatever point is at its place in its list, and keeps the values read last when there
 /// is none any more.
-class CDispatchPoint : public IScriptObject {
+class CDispatchPoint : public ScriptObject {
  public:
   CDispatchPoint(std::weak_ptr<const PlannerLists> lists, int32_t list, int32_t index);
   /// A point of no list.
-  CDispatchPoint(const CGpsNamedPoint& point, EPinKind kind) : m_values(point), m_kind(kind) {}
+  CDispatchPoint(const CGpsNamedPoint& point, PinKind kind) : m_values(point), m_kind(kind) {}
 
   std::optional<ScriptValue> Get(std::string_view name) override;
   std::vector<std::string_view> PropertyNames() const override;
@@ -28,6 +28,6 @@ class CDispatchPoint : public IScriptObject {
   int32_t m_list = 0;
   int32_t m_index = 0;
   CGpsNamedPoint m_values;
-  EPinKind m_kind;
+  PinKind m_kind;
   ScriptValue m_route;
 };

@@ -7,7 +7,7 @@
 namespace {
 
 // One point of a line. Ways have hundreds of thousands of them.
-class LinePoint : public IScriptObject {
+class LinePoint : public ScriptObject {
  public:
   LinePoint(double latitude, double longitude) : m_latitude(latitude), m_longitude(longitude) {}
 

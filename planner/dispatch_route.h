@@ -10,7 +10,7 @@
 /// A calculated leg as the page sees it: `distance` (metres), `duration` (seconds),
 /// `avoid_highway`, `avoid_tolls`, `driving` (travel mode), `provider`, `points` (array of
 /// {lat, lng}), `color`.
-class CDispatchRoute : public IScriptObject {
+class CDispatchRoute : public ScriptObject {
  public:
   /// The leg that leads to a point of a list, whichever it is when it is read. When there is none
   /// any more, its numbers stay those read last and `points` is empty.

@@ -21,34 +21,34 @@ std::vector<std::string_view> NamesWhere(bool properties) {
 
 }  // namespace
 
-CPlannerExternal::CPlannerExternal(ExternalParts parts)
+PlannerExternal::PlannerExternal(ExternalParts parts)
     : m_parts(std::move(parts)),
       m_settings(std::make_shared<SettingsObject>(m_parts.settings, m_parts.settingsChanged)),
       m_base64(MakeBase64Object()),
       m_utf8(MakeUtf8Object()) {}
 
-void CPlannerExternal::Close() {
+void PlannerExternal::Close() {
   m_closed = true;
   m_settings->Close();
 }
 
-int32_t CPlannerExternal::IdOf(std::string_view name) {
+int32_t PlannerExternal::IdOf(std::string_view name) {
   const ExternalName* const row = FindExternal(name);
   if (!row) throw ScriptError(kScriptUnknownName);
   return row->id;
 }
 
-std::optional<ScriptValue> CPlannerExternal::Get(std::string_view name) {
+std::optional<ScriptValue> PlannerExternal::Get(std::string_view name) {
   const ExternalName* const row = FindExternal(name);
   if (!row || !row->isProperty) return std::nullopt;
   return Invoke(row->id, {});
 }
 
-ScriptValue CPlannerExternal::Invoke(std::string_view name, ScriptArguments arguments) {
+ScriptValue PlannerExternal::Invoke(std::string_view name, ScriptArguments arguments) {
   return Invoke(IdOf(name), arguments);
 }
 
-ScriptValue CPlannerExternal::Invoke(int32_t id, ScriptArguments arguments) {
+ScriptValue PlannerExternal::Invoke(int32_t id, ScriptArguments arguments) {
   const ExternalName* const row = FindExternal(id);
   if (!row) throw ScriptError(kScriptNoSuchMember);
   if (m_closed) throw ScriptError(kScriptFailed);
@@ -67,17 +67,17 @@ ScriptValue CPlannerExternal::Invoke(int32_t id, ScriptArguments arguments) {
   }
 }
 
-std::vector<std::string_view> CPlannerExternal::PropertyNames() const { return NamesWhere(true); }
+std::vector<std::string_view> PlannerExternal::PropertyNames() const { return NamesWhere(true); }
 
-std::vector<std::string_view> CPlannerExternal::MethodNames() const { return NamesWhere(false); }
+std::vector<std::string_view> PlannerExternal::MethodNames() const { return NamesWhere(false); }
 
-CPointListView& CPlannerExternal::View(const ExternalArguments& arguments) const {
+CPointListView& PlannerExternal::View(const ExternalArguments& arguments) const {
   CPointListView* const view = m_parts.lists->Find(arguments.Integer(0));
   if (!view || !view->list) throw ScriptError(kScriptBadIndex);
   return *view;
 }
 
-CPlannerExternal::Place CPlannerExternal::PlaceOf(const ExternalArguments& arguments) const {
+PlannerExternal::Place PlannerExternal::PlaceOf(const ExternalArguments& arguments) const {
   const int32_t index = arguments.Integer(1);
   CPointListView& view = View(arguments);
   if (index < 0 || static_cast<size_t>(index) >= view.list->Count())
@@ -85,7 +85,7 @@ CPlannerExternal::Place CPlannerExternal::PlaceOf(const ExternalArguments& argum
   return {view, static_cast<size_t>(index)};
 }
 
-ScriptValue CPlannerExternal::Dispatch(int32_t id, const ExternalArguments& arguments) {
+ScriptValue PlannerExternal::Dispatch(int32_t id, const ExternalArguments& arguments) {
   switch (id) {
     case kExternalTrace:
       return Trace(arguments);

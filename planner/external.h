@@ -16,8 +16,8 @@
 struct ExternalParts {
   std::shared_ptr<PlannerLists> lists;
   CSettings& settings;
-  IPlannerWindow& window;
-  IPageServices& services;
+  PlannerWindow& window;
+  PageServices& services;
   PostBox& posts;
   /// Hands a point to the companion program of a device, by the target's number.
   std::function<void(int32_t target, const CGpsPoint& point)> sendPoint;
@@ -27,9 +27,9 @@ struct ExternalParts {
 
 /// The object that the page finds as `window.external`. The page is not trusted: whatever it gives,
 /// nothing happens but what the call is for, and a call that fails throws ScriptError only.
-class CPlannerExternal : public IScriptObject {
+class PlannerExternal : public ScriptObject {
  public:
-  explicit CPlannerExternal(ExternalParts parts);
+  explicit PlannerExternal(ExternalParts parts);
 
   /// The window has gone: every call fails from now on.
   void Close();

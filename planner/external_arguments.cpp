@@ -10,7 +10,7 @@ double Finite(const ScriptValue& value) {
   return number;
 }
 
-double NumberOf(IScriptObject& object, std::string_view name) {
+double NumberOf(ScriptObject& object, std::string_view name) {
   const std::optional<ScriptValue> value = object.Get(name);
   if (!value) throw ScriptError(kScriptUnknownName);
   return Finite(*value);
@@ -40,7 +40,7 @@ ScriptFunctionPtr ExternalArguments::FunctionOrNull(size_t index) const {
 }
 
 CGpsPoint ExternalArguments::Position(size_t index) const {
-  IScriptObject& object = *At(index).AsObject();
+  ScriptObject& object = *At(index).AsObject();
   CGpsPoint point;
   point.latitude = NumberOf(object, "lat");
   point.longitude = NumberOf(object, "lng");
@@ -50,7 +50,7 @@ CGpsPoint ExternalArguments::Position(size_t index) const {
 
 CGpsPoint ExternalArguments::Point(size_t index) const {
   CGpsPoint point = Position(index);
-  IScriptObject& object = *At(index).AsObject();
+  ScriptObject& object = *At(index).AsObject();
   if (const ScriptValue altitude = PropertyOf(object, "alt"); !altitude.IsNull())
     point.altitude = Finite(altitude);
   if (const ScriptValue name = PropertyOf(object, "address"); !name.IsNull())

@@ -20,51 +20,51 @@ constexpr size_t kLongestBoxText = 4000;
 
 }  // namespace
 
-ScriptValue CPlannerExternal::Trace(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::Trace(const ExternalArguments& arguments) const {
   const CalendarTime now = LocalNow();
   DebugLog(fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02} page: {}", now.year, now.month, now.day,
                        now.hour, now.minute, now.second, arguments.Text(0)));
   return {};
 }
 
-ScriptValue CPlannerExternal::MessageBox(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::MessageBox(const ExternalArguments& arguments) const {
   const auto style = static_cast<uint32_t>(arguments.IntegerOr(1, kBoxOk));
   return m_parts.window.ShowBox(MendUtf8(arguments.Text(0).substr(0, kLongestBoxText)), style);
 }
 
-ScriptValue CPlannerExternal::GetPoint(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::GetPoint(const ExternalArguments& arguments) const {
   const Place place = PlaceOf(arguments);
   return std::make_shared<CDispatchPoint>(m_parts.lists, place.view.pinListId,
                                           static_cast<int32_t>(place.index));
 }
 
-ScriptValue CPlannerExternal::SelectPoint(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::SelectPoint(const ExternalArguments& arguments) const {
   const Place place = PlaceOf(arguments);
   place.view.SelectRow(static_cast<int64_t>(place.index));
   return {};
 }
 
-ScriptValue CPlannerExternal::DeletePoint(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::DeletePoint(const ExternalArguments& arguments) const {
   const Place place = PlaceOf(arguments);
   if (IsEditable(place.view.kind)) place.view.RemoveRows(static_cast<int64_t>(place.index));
   return {};
 }
 
-ScriptValue CPlannerExternal::RenamePoint(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::RenamePoint(const ExternalArguments& arguments) const {
   const std::string& name = arguments.Text(2);
   const Place place = PlaceOf(arguments);
   if (IsEditable(place.view.kind)) place.view.RenamePoint(place.index, name);
   return {};
 }
 
-ScriptValue CPlannerExternal::MovePoint(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::MovePoint(const ExternalArguments& arguments) const {
   const CGpsPoint position = arguments.Position(2);
   const Place place = PlaceOf(arguments);
   if (IsEditable(place.view.kind)) place.view.SetPosition(place.index, position);
   return {};
 }
 
-ScriptValue CPlannerExternal::InsertPoint(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::InsertPoint(const ExternalArguments& arguments) const {
   const int32_t index = arguments.Integer(1);
   CGpsPoint point = arguments.Position(2);
   point.name = arguments.Text(3);
@@ -76,7 +76,7 @@ ScriptValue CPlannerExternal::InsertPoint(const ExternalArguments& arguments) co
   return {};
 }
 
-ScriptValue CPlannerExternal::AddPoint(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::AddPoint(const ExternalArguments& arguments) const {
   const CGpsPoint point = arguments.Point(1);
   CPointListView& view = View(arguments);
   view.AddPoint(point);
@@ -84,7 +84,7 @@ ScriptValue CPlannerExternal::AddPoint(const ExternalArguments& arguments) const
   return {};
 }
 
-ScriptValue CPlannerExternal::AddFavorite(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::AddFavorite(const ExternalArguments& arguments) const {
   const CGpsPoint point = arguments.Point(0);
   CPointListView* const favorites = m_parts.lists->Find(kListFavorites);
   if (!favorites || !favorites->list) throw ScriptError(kScriptBadIndex);
@@ -99,7 +99,7 @@ ScriptValue CPlannerExternal::AddFavorite(const ExternalArguments& arguments) co
   return {};
 }
 
-ScriptValue CPlannerExternal::Calculate(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::Calculate(const ExternalArguments& arguments) const {
   const int32_t id = View(arguments).pinListId;
   // The list may have gone by then.
   m_parts.posts.Post([lists = std::weak_ptr(m_parts.lists), id] {
@@ -110,7 +110,7 @@ ScriptValue CPlannerExternal::Calculate(const ExternalArguments& arguments) cons
   return {};
 }
 
-ScriptValue CPlannerExternal::SendToGps(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::SendToGps(const ExternalArguments& arguments) const {
   const int32_t target = arguments.Integer(0);
   const int32_t index = arguments.Integer(2);
   const CGpsPoint* const point = m_parts.lists->FindPoint(arguments.Integer(1), index);
@@ -119,26 +119,26 @@ ScriptValue CPlannerExternal::SendToGps(const ExternalArguments& arguments) cons
   return {};
 }
 
-ScriptValue CPlannerExternal::GetStrCoords(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::GetStrCoords(const ExternalArguments& arguments) const {
   const CGpsPoint position = arguments.Position(0);
   const int32_t format = arguments.IntegerOr(1, m_parts.settings.coordinates);
-  if (format < 0 || format > static_cast<int32_t>(ECoordinateFormat::kSeconds))
+  if (format < 0 || format > static_cast<int32_t>(CoordinateFormat::kSeconds))
     throw ScriptError(kScriptBadIndex);
-  return PositionText(position, static_cast<ECoordinateFormat>(format));
+  return PositionText(position, static_cast<CoordinateFormat>(format));
 }
 
-ScriptValue CPlannerExternal::SetCurrentMap(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::SetCurrentMap(const ExternalArguments& arguments) const {
   const std::string& name = arguments.Text(0);
   const int32_t kind = arguments.Integer(1);
   m_parts.settings.defaultMap = MapChoice{static_cast<uint32_t>(kind), name};
   return {};
 }
 
-ScriptValue CPlannerExternal::GetCount(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::GetCount(const ExternalArguments& arguments) const {
   return static_cast<int32_t>(View(arguments).list->Count());
 }
 
-ScriptValue CPlannerExternal::GetPins(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::GetPins(const ExternalArguments& arguments) const {
   const int32_t first = arguments.Integer(1);
   const int32_t count = arguments.Integer(2);
   const CGpsPointArray& list = *View(arguments).list;

@@ -6,7 +6,7 @@
 #include <string_view>
 
 /// The numbers of the names that a page finds in `window.external`. Those from 100 on are our own.
-enum EExternal : int32_t {
+enum ExternalId : int32_t {
   kExternalTrace = 1,
   kExternalMessageBox = 2,
   kExternalHttpRequest = 3,

@@ -14,7 +14,7 @@ namespace {
 
 ScriptValue PointOrNull(const std::optional<CGpsNamedPoint>& point) {
   if (!point) return {};
-  return std::make_shared<CDispatchPoint>(*point, EPinKind::kSearchResults);
+  return std::make_shared<CDispatchPoint>(*point, PinKind::kSearchResults);
 }
 
 // The options of a request; absent properties keep their defaults.
@@ -25,7 +25,7 @@ struct RequestOptions {
   int32_t queue = 0;
 };
 
-RequestOptions ReadRequestOptions(IScriptObject& object) {
+RequestOptions ReadRequestOptions(ScriptObject& object) {
   RequestOptions options;
   if (const ScriptValue value = PropertyOf(object, "referrer"); !value.IsNull())
     options.referrer = value.AsText();
@@ -62,7 +62,7 @@ bool Always() { return true; }
 
 }  // namespace
 
-ScriptValue CPlannerExternal::DispatchToService(int32_t id, const ExternalArguments& arguments) {
+ScriptValue PlannerExternal::DispatchToService(int32_t id, const ExternalArguments& arguments) {
   switch (id) {
     case kExternalHttpRequest:
       return HttpRequest(arguments);
@@ -87,18 +87,18 @@ ScriptValue CPlannerExternal::DispatchToService(int32_t id, const ExternalArgume
   }
 }
 
-ScriptValue CPlannerExternal::HttpRequest(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::HttpRequest(const ExternalArguments& arguments) const {
   const std::string& url = arguments.Text(0);
   RequestOptions options;
   const ScriptValue& last = arguments.At(arguments.Count() - 1);
-  if (arguments.Count() >= 2 && last.Type() == EScriptType::kObject)
+  if (arguments.Count() >= 2 && last.Type() == ScriptType::kObject)
     options = ReadRequestOptions(*last.AsObject());
   if (!options.callback) return MendUtf8(m_parts.services.Get(url, options.referrer, options.host));
   m_parts.services.Enqueue(options.queue, url, options.referrer, options.host, options.callback);
   return {};
 }
 
-ScriptValue CPlannerExternal::HttpDownload(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::HttpDownload(const ExternalArguments& arguments) const {
   const std::string& url = arguments.Text(0);
   const std::string referrer = arguments.TextOr(1, {});
   const WideString target = Utf8ToWideLossy(arguments.TextOr(2, {}));
@@ -108,17 +108,17 @@ ScriptValue CPlannerExternal::HttpDownload(const ExternalArguments& arguments) c
   return WideToUtf8Lossy(m_parts.services.Download(url, referrer, target));
 }
 
-ScriptValue CPlannerExternal::GetLocation(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::GetLocation(const ExternalArguments& arguments) const {
   CGpsPoint point = arguments.Position(0);
   point.name = arguments.TextOr(1, {});
   if (const std::optional<CGpsNamedPoint> found = m_parts.services.FindAddress(point))
     point.name = found->name;
-  return std::make_shared<CDispatchPoint>(point, EPinKind::kSearchResults);
+  return std::make_shared<CDispatchPoint>(point, PinKind::kSearchResults);
 }
 
-ScriptValue CPlannerExternal::GetRoadLocation(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::GetRoadLocation(const ExternalArguments& arguments) const {
   const CGpsPoint position = arguments.Position(0);
-  IDirections* const directions = m_parts.services.Directions();
+  RoadDirections* const directions = m_parts.services.Directions();
   if (!directions) return {};
   const DirectionsAnswer answer = directions->Ask({position, position}, Always);
   if (answer.status != 0 || answer.legs.empty()) return {};
@@ -127,10 +127,10 @@ ScriptValue CPlannerExternal::GetRoadLocation(const ExternalArguments& arguments
   if (line.empty()) return {};
   CGpsNamedPoint onRoad = *line.front();
   if (!leg.path.points.empty()) onRoad.name = leg.path.points.front()->name;
-  return std::make_shared<CDispatchPoint>(onRoad, EPinKind::kSearchResults);
+  return std::make_shared<CDispatchPoint>(onRoad, PinKind::kSearchResults);
 }
 
-ScriptValue CPlannerExternal::GetRoutePreview(const ExternalArguments& arguments) const {
+ScriptValue PlannerExternal::GetRoutePreview(const ExternalArguments& arguments) const {
   const int32_t index = arguments.Integer(1);
   const CGpsPoint position = arguments.Position(2);
   const bool moved = arguments.Boolean(3);
@@ -139,7 +139,7 @@ ScriptValue CPlannerExternal::GetRoutePreview(const ExternalArguments& arguments
   if (index < 0) throw ScriptError(kScriptBadIndex);
 
   const std::vector<CGpsPoint> points = view.PreviewPoints(index, position, moved);
-  IDirections* const directions = points.empty() ? nullptr : m_parts.services.Directions();
+  RoadDirections* const directions = points.empty() ? nullptr : m_parts.services.Directions();
   if (!callback) return directions ? RouteOrNull(directions->Ask(points, Always)) : ScriptValue();
   const auto answered = [callback](const DirectionsAnswer& answer) {
     CDispatchCall(callback).Push(answer.status).Push(RouteOrNull(answer)).Invoke();

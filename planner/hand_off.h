@@ -9,7 +9,7 @@
 #include "model/point_list.h"
 
 /// The companion programs of devices, by the numbers under which the page knows them.
-enum EDeviceTarget : int32_t {
+enum DeviceTargetId : int32_t {
   kTargetTomTomHome = 0,
   kTargetNavigonFresh = 1,
   kTargetNavgate = 2,

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 /// The four lists of the window, by the numbers under which the page knows them.
-enum EPlannerList : int32_t {
+enum PlannerList : int32_t {
   kListItinerary = 0,
   kListSearchResults = 1,
   kListFavorites = 2,
@@ -11,7 +11,7 @@ enum EPlannerList : int32_t {
 };
 
 /// What a list holds; the page draws the pins by it.
-enum class EPinKind : int32_t {
+enum class PinKind : int32_t {
   kSearchResults = 5,
   kFavorites = 6,
   kPois = 8,
@@ -19,6 +19,6 @@ enum class EPinKind : int32_t {
 };
 
 /// Whether the map may edit the points of a list.
-constexpr bool IsEditable(EPinKind kind) {
-  return kind == EPinKind::kPois || kind == EPinKind::kItinerary;
+constexpr bool IsEditable(PinKind kind) {
+  return kind == PinKind::kPois || kind == PinKind::kItinerary;
 }

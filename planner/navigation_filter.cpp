@@ -29,12 +29,12 @@ NavigationDecision FilterNavigation(std::string_view url, std::string_view plann
   if (url.starts_with(kSignalScheme)) {
     const std::string_view rest = url.substr(kSignalScheme.size());
     const size_t colon = rest.find(':');
-    if (rest.substr(0, colon).empty()) return {ENavigation::kDrop, {}, {}};
+    if (rest.substr(0, colon).empty()) return {Navigation::kDrop, {}, {}};
     const std::string_view payload =
         colon == std::string_view::npos ? std::string_view() : rest.substr(colon + 1);
-    return {ENavigation::kSignal, std::string(rest.substr(0, colon)), UrlUnescape(payload)};
+    return {Navigation::kSignal, std::string(rest.substr(0, colon)), UrlUnescape(payload)};
   }
   if (url == kBlankPage || url.starts_with(kScriptScheme) || url == plannerPage)
-    return {ENavigation::kLetThrough, {}, {}};
-  return {MayOpenOutside(url) ? ENavigation::kOpenOutside : ENavigation::kDrop, {}, {}};
+    return {Navigation::kLetThrough, {}, {}};
+  return {MayOpenOutside(url) ? Navigation::kOpenOutside : Navigation::kDrop, {}, {}};
 }

@@ -4,7 +4,7 @@
 #include <string_view>
 
 /// What becomes of a navigation of the page.
-enum class ENavigation {
+enum class Navigation {
   kLetThrough,
   kDrop,
   kOpenOutside,  ///< cancelled, and opened in the user's browser
@@ -12,7 +12,7 @@ enum class ENavigation {
 };
 
 struct NavigationDecision {
-  ENavigation action;
+  Navigation action;
   std::string signal;   ///< the name of the signal
   std::string payload;  ///< what stands behind it, without its escapes
 };

@@ -48,18 +48,18 @@ uint32_t TransportTextId(uint32_t error) {
   return found == std::end(kTransportTexts) ? kTextInternalError : found->textId;
 }
 
-int32_t Report(IPlannerWindow& window, uint32_t hresult, uint32_t textId) {
+int32_t Report(PlannerWindow& window, uint32_t hresult, uint32_t textId) {
   return window.ShowBox(FormatText(kTextNetworkError, hresult, LoadTextUtf8(textId)),
                         kBoxRetryCancel | kBoxErrorIcon);
 }
 
 }  // namespace
 
-int32_t ReportNavigationError(IPlannerWindow& window, uint32_t hresult) {
+int32_t ReportNavigationError(PlannerWindow& window, uint32_t hresult) {
   if (hresult == 0) return kAnswerOk;
   return Report(window, hresult, NavigationTextId(hresult));
 }
 
-int32_t ReportTransportError(IPlannerWindow& window, uint32_t transportError) {
+int32_t ReportTransportError(PlannerWindow& window, uint32_t transportError) {
   return Report(window, TransportHresult(transportError), TransportTextId(transportError));
 }

@@ -10,7 +10,7 @@ constexpr uint32_t kSwitchShift = 4;
 
 struct KindKey {
   std::string_view key;
-  EMapKind kind;
+  MapKind kind;
 };
 
 constexpr KindKey kKindKeys[] = {

@@ -10,9 +10,9 @@
 
 /// Kinds of a map in the number that is stored for it: bits 0 to 3 tell which the map offers, bits
 /// 4 to 7 which of them are switched on.
-enum EMapKind : uint32_t { kMapPlain = 1, kMapSatellite = 2, kMapHybrid = 4, kMapTopo = 8 };
+enum MapKind : uint32_t { kMapPlain = 1, kMapSatellite = 2, kMapHybrid = 4, kMapTopo = 8 };
 
-constexpr bool IsMapOn(uint32_t number, EMapKind kind) {
+constexpr bool IsMapOn(uint32_t number, MapKind kind) {
   return (number & kind) != 0 && (number >> 4 & kind) != 0;
 }
 

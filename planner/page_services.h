@@ -18,9 +18,9 @@ struct UserCountry {
 
 /// What the page asks of the network. Failures of the transport are CInternetException; a service
 /// that has no answer, or is not set up, gives nothing.
-class IPageServices {
+class PageServices {
  public:
-  virtual ~IPageServices() = default;
+  virtual ~PageServices() = default;
 
   /// The body of a reply. Waits.
   virtual std::string Get(const std::string& url, const std::string& referrer,
@@ -38,7 +38,7 @@ class IPageServices {
   virtual std::optional<CGpsNamedPoint> FindPanorama(const CGpsCoordinate& position) = 0;
   virtual std::optional<CGpsNamedPoint> FindElevation(const CGpsCoordinate& position) = 0;
   /// Null when there are none.
-  virtual IDirections* Directions() = 0;
+  virtual RoadDirections* Directions() = 0;
   virtual std::optional<UserCountry> FindCountry() = 0;
   /// Takes what the page knows of the services' accounts.
   virtual void UpdateProviders(const std::string& json) = 0;

@@ -50,7 +50,7 @@ PlannerBridge::PlannerBridge(BridgeParts parts) : m_parts(std::move(parts)) {
                                m_parts.posts,
                                m_parts.sendPoint,
                                [this] { m_parts.lists[kListItinerary]->ShowSettings(); }};
-  m_external = std::make_shared<CPlannerExternal>(external);
+  m_external = std::make_shared<PlannerExternal>(external);
 }
 
 PlannerBridge::~PlannerBridge() { Close(); }
@@ -93,14 +93,14 @@ void PlannerBridge::DisconnectLists() {
 bool PlannerBridge::OnNavigate(std::string_view url) {
   const NavigationDecision decision = FilterNavigation(url, m_plannerPage);
   switch (decision.action) {
-    case ENavigation::kLetThrough:
+    case Navigation::kLetThrough:
       return true;
-    case ENavigation::kDrop:
+    case Navigation::kDrop:
       return false;
-    case ENavigation::kOpenOutside:
+    case Navigation::kOpenOutside:
       m_parts.openOutside(std::string(url));
       return false;
-    case ENavigation::kSignal:
+    case Navigation::kSignal:
       break;
   }
   if (decision.signal == kReadySignal) {

@@ -20,9 +20,9 @@
 
 /// What the window gives the bridge. All of it must outlive the bridge, or its `Close`.
 struct BridgeParts {
-  IPlannerWindow& window;
+  PlannerWindow& window;
   CSettings& settings;
-  IPageServices& services;
+  PageServices& services;
   PostBox& posts;
   /// By their numbers: itinerary, search results, favourites, points of interest.
   std::array<CPointListView*, 4> lists;
@@ -65,7 +65,7 @@ class PlannerBridge {
   /// The window closes: nothing reaches the page, the lists' windows or the network any more.
   void Close();
 
-  const std::shared_ptr<CPlannerExternal>& External() const { return m_external; }
+  const std::shared_ptr<PlannerExternal>& External() const { return m_external; }
   /// The maps that the page has offered, for the settings.
   const std::vector<PageMap>& PageMaps() const { return m_pageMaps; }
   const MapSources& StoredMaps() const { return m_maps; }
@@ -83,7 +83,7 @@ class PlannerBridge {
   BridgeParts m_parts;
   std::string m_plannerPage;
   std::shared_ptr<PlannerLists> m_lists = std::make_shared<PlannerLists>();
-  std::shared_ptr<CPlannerExternal> m_external;
+  std::shared_ptr<PlannerExternal> m_external;
   CPlannerScript m_script{nullptr};
   MapSources m_maps;
   std::vector<PageMap> m_pageMaps;

@@ -23,26 +23,25 @@ CGpsPoint WithoutLeg(const CGpsPoint& point) {
 }  // namespace
 
 void CPointListView::CalculateFrom(int64_t index) {
-  if (!list || kind != EPinKind::kItinerary) return;
+  if (!list || kind != PinKind::kItinerary) return;
   if (index == -1 || index == -2) {
     CalculateAll(true);
     return;
   }
   if (index < 1 || static_cast<uint64_t>(index) >= list->Count() || m_isCalculating) return;
   m_isCalculating = true;
-  const ELegResult result =
-      CalculateLeg(static_cast<size_t>(index) - 1, static_cast<size_t>(index));
+  const LegResult result = CalculateLeg(static_cast<size_t>(index) - 1, static_cast<size_t>(index));
   m_isCalculating = false;
   if (std::exchange(m_afterEditWaits, false)) {
     AfterEdit();
-  } else if (result == ELegResult::kCalculated) {
+  } else if (result == LegResult::kCalculated) {
     UpdateTotals();
     SelectRow(index);
   }
 }
 
 void CPointListView::CalculateAll(bool showProgress) {
-  if (m_isCalculating || kind != EPinKind::kItinerary) return;
+  if (m_isCalculating || kind != PinKind::kItinerary) return;
   m_isCalculating = true;
   RunCalculation(showProgress && progress && m_window);
   m_isCalculating = false;
@@ -65,9 +64,9 @@ void CPointListView::RunCalculation(bool showProgress) {
   bool ended = false;
   size_t calculated = 0;
   for (size_t i = 0; i < last && !ended && edits == m_editCount; ++i) {
-    const ELegResult result = CalculateLeg(i, i + 1);
-    if (result == ELegResult::kCalculated) ++calculated;
-    ended = result == ELegResult::kEnded;
+    const LegResult result = CalculateLeg(i, i + 1);
+    if (result == LegResult::kCalculated) ++calculated;
+    ended = result == LegResult::kEnded;
     if (!showProgress || ended) continue;
     progress->Step();
     m_window->DispatchMessages();
@@ -86,8 +85,8 @@ void CPointListView::RunCalculation(bool showProgress) {
     ShowMessage(calculated == last ? NamesText(kTextDirectionsRetrieved, from, to) : std::string());
 }
 
-CPointListView::ELegResult CPointListView::CalculateLeg(size_t from, size_t to) {
-  if (!m_directions) return ELegResult::kEnded;
+CPointListView::LegResult CPointListView::CalculateLeg(size_t from, size_t to) {
+  if (!m_directions) return LegResult::kEnded;
   const uint64_t edits = m_editCount;
   const std::vector<CGpsPoint> points{WithoutLeg(list->points[from]), WithoutLeg(list->points[to])};
   const std::string text = NamesText(kTextGetDirections, points.front(), points.back());
@@ -95,19 +94,19 @@ CPointListView::ELegResult CPointListView::CalculateLeg(size_t from, size_t to) 
   ShowMessage(text);
 
   const std::optional<DirectionsAnswer> answer = AskForLeg(points);
-  if (!answer) return ELegResult::kEnded;
+  if (!answer) return LegResult::kEnded;
   if (answer->status == 0) {
     LegArrived(to, *answer);
     ShowMessage(NamesText(kTextDirectionsRetrieved, points.front(), points.back()));
-    return ELegResult::kCalculated;
+    return LegResult::kCalculated;
   }
-  if (!statusField) return ELegResult::kFailed;
+  if (!statusField) return LegResult::kFailed;
   list->points[to].ClearRouteLeg();
   m_rows.RefreshRows(to, to);
   const int32_t box = m_window->ShowBox(NamesText(kTextNoDirections, points.front(), points.back()),
                                         kBoxOkCancel | kBoxWarningIcon);
   // The list may have changed behind the box.
-  return box == kAnswerOk && edits == m_editCount ? ELegResult::kFailed : ELegResult::kEnded;
+  return box == kAnswerOk && edits == m_editCount ? LegResult::kFailed : LegResult::kEnded;
 }
 
 std::optional<DirectionsAnswer> CPointListView::AskForLeg(const std::vector<CGpsPoint>& points) {

@@ -19,11 +19,11 @@ void CheckIndex(const CGpsPointArray& list, size_t index) {
 
 }  // namespace
 
-CPointListView::CPointListView(int32_t listId, EPinKind listKind, IPointRows& rows,
+CPointListView::CPointListView(int32_t listId, PinKind listKind, PointRows& rows,
                                CSettings& settings)
     : pinListId(listId), kind(listKind), m_rows(rows), m_settings(settings) {}
 
-void CPointListView::SetCalculation(IDirections* directions, IPlannerWindow* window) {
+void CPointListView::SetCalculation(RoadDirections* directions, PlannerWindow* window) {
   m_directions = directions;
   m_window = window;
 }
@@ -75,7 +75,7 @@ void CPointListView::Rebuild() {
   m_history.Clear();
   ShowAll();
   edit.End();
-  if (kind == EPinKind::kItinerary) UpdateTotals();
+  if (kind == PinKind::kItinerary) UpdateTotals();
 }
 
 void CPointListView::ShowAll() {
@@ -101,7 +101,7 @@ void CPointListView::ShowSettings() {
 }
 
 void CPointListView::AfterEdit() {
-  if (kind != EPinKind::kItinerary) return;
+  if (kind != PinKind::kItinerary) return;
   if (m_isCalculating) {
     m_afterEditWaits = true;
     return;

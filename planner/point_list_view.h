@@ -30,12 +30,12 @@ inline constexpr int64_t kSelectedRows = -1;
 class CPointListView {
  public:
   /// `rows` and `settings` must outlive this.
-  CPointListView(int32_t listId, EPinKind listKind, IPointRows& rows, CSettings& settings);
+  CPointListView(int32_t listId, PinKind listKind, PointRows& rows, CSettings& settings);
   CPointListView(const CPointListView&) = delete;
   CPointListView& operator=(const CPointListView&) = delete;
 
   /// Gives the itinerary what it calculates with; other lists have neither. Null takes them away.
-  void SetCalculation(IDirections* directions, IPlannerWindow* window);
+  void SetCalculation(RoadDirections* directions, PlannerWindow* window);
   /// The window closes: a calculation that runs ends without touching anything any more.
   void Close();
 
@@ -106,15 +106,15 @@ class CPointListView {
 
   CGpsPointArray* list = nullptr;     ///< null before the window has set it
   CPlannerScript* planner = nullptr;  ///< null while no page is loaded; no pin calls then
-  IProgressWindow* progress = nullptr;
-  IStatusField* statusField = nullptr;  ///< may be null
+  ProgressWindow* progress = nullptr;
+  StatusField* statusField = nullptr;  ///< may be null
   const int32_t pinListId;
-  const EPinKind kind;
+  const PinKind kind;
   bool autoCalc = false;  ///< the setting, renewed at the start of every calculation
   bool batch = false;     ///< rows are being filled by a loop that shows progress
 
  private:
-  enum class ELegResult { kCalculated, kFailed, kEnded };
+  enum class LegResult { kCalculated, kFailed, kEnded };
 
   using PageCall = std::function<void(CPlannerScript&)>;
 
@@ -153,16 +153,16 @@ class CPointListView {
   void ShowAdded(const std::vector<PlacedPoint>& placed);
   void ShowRemoved(const std::vector<PlacedPoint>& placed);
   void RunCalculation(bool showProgress);
-  ELegResult CalculateLeg(size_t from, size_t to);
+  LegResult CalculateLeg(size_t from, size_t to);
   // The answer for a leg; nothing when the run is to end.
   std::optional<DirectionsAnswer> AskForLeg(const std::vector<CGpsPoint>& points);
   void LegArrived(size_t to, const DirectionsAnswer& answer);
   void ShowMessage(std::string_view text) const;
 
-  IPointRows& m_rows;
+  PointRows& m_rows;
   CSettings& m_settings;
-  IDirections* m_directions = nullptr;
-  IPlannerWindow* m_window = nullptr;
+  RoadDirections* m_directions = nullptr;
+  PlannerWindow* m_window = nullptr;
   EditHistory m_history;
   std::deque<PageCall> m_pageCalls;
   bool m_sendsPageCalls = false;

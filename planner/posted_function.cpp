@@ -7,7 +7,7 @@
 
 namespace {
 
-class PostedFunction : public IPageFunction {
+class PostedFunction : public PageFunction {
  public:
   PostedFunction(PostBox& posts, ScriptFunctionPtr function)
       : m_posts(posts), m_function(std::move(function)) {}
@@ -31,6 +31,6 @@ class PostedFunction : public IPageFunction {
 
 }  // namespace
 
-std::unique_ptr<IPageFunction> MakePostedFunction(PostBox& posts, ScriptFunctionPtr function) {
+std::unique_ptr<PageFunction> MakePostedFunction(PostBox& posts, ScriptFunctionPtr function) {
   return std::make_unique<PostedFunction>(posts, std::move(function));
 }

@@ -8,4 +8,4 @@
 
 /// A function of the page's that waits in a request queue for the answer. It is called, and let go,
 /// on the window's thread only, by way of the box, which must outlive it.
-std::unique_ptr<IPageFunction> MakePostedFunction(PostBox& posts, ScriptFunctionPtr function);
+std::unique_ptr<PageFunction> MakePostedFunction(PostBox& posts, ScriptFunctionPtr function);

@@ -39,32 +39,32 @@ std::string DurationText(const CRouteLeg* leg) {
 
 }  // namespace
 
-std::string RouteTableText(const CGpsPointArray& list, size_t index, ERouteColumn column,
+std::string RouteTableText(const CGpsPointArray& list, size_t index, RouteColumn column,
                            const CSettings& settings) {
   const CGpsPoint& point = list.At(index);
   const CRouteLeg* const leg = point.GetRouteLeg();
   switch (column) {
-    case ERouteColumn::kNumber:
+    case RouteColumn::kNumber:
       return settings.displayNumber ? std::to_string(index + 1) : point.name;
-    case ERouteColumn::kName:
+    case RouteColumn::kName:
       return point.name;
-    case ERouteColumn::kDistance:
+    case RouteColumn::kDistance:
       return DistanceText(leg, settings.distMiles);
-    case ERouteColumn::kDuration:
+    case RouteColumn::kDuration:
       return DurationText(leg);
-    case ERouteColumn::kPosition:
-      return PositionText(point, static_cast<ECoordinateFormat>(settings.coordinates));
-    case ERouteColumn::kComment:
+    case RouteColumn::kPosition:
+      return PositionText(point, static_cast<CoordinateFormat>(settings.coordinates));
+    case RouteColumn::kComment:
       return point.comment;
-    case ERouteColumn::kTravelMode:
+    case RouteColumn::kTravelMode:
       return leg ? TravelModeName(leg->Route().travelMode) : std::string();
-    case ERouteColumn::kColor:
+    case RouteColumn::kColor:
       return leg ? fmt::format("#{:06X}", leg->Route().color & 0xFFFFFF) : std::string();
   }
   return {};
 }
 
-std::string PositionText(const CGpsCoordinate& position, ECoordinateFormat format) {
+std::string PositionText(const CGpsCoordinate& position, CoordinateFormat format) {
   return FormatCoordinate(position.latitude, true, format) + ", " +
          FormatCoordinate(position.longitude, false, format);
 }

@@ -6,7 +6,7 @@
 
 /// Why a call between program and page has failed: HRESULT values, which the page finds as `number`
 /// of the error that it catches.
-enum EScriptError : uint32_t {
+enum ScriptErrorCode : uint32_t {
   kScriptFailed = 0x80004005,           ///< E_FAIL: everything without a number of its own
   kScriptNoPage = 0x80020001,           ///< DISP_E_UNKNOWNINTERFACE: no page is there to be called
   kScriptNoSuchMember = 0x80020003,     ///< DISP_E_MEMBERNOTFOUND

@@ -11,15 +11,15 @@ ScriptValue::ScriptValue(uint32_t value) {
 }
 
 double ScriptValue::AsNumber() const {
-  if (Type() == EScriptType::kInteger) return AsInteger();
+  if (Type() == ScriptType::kInteger) return AsInteger();
   return Read<double>();
 }
 
-void IScriptObject::Put(std::string_view name, const ScriptValue&) {
+void ScriptObject::Put(std::string_view name, const ScriptValue&) {
   throw ScriptError(Get(name) ? kScriptNoSuchMember : kScriptUnknownName);
 }
 
-ScriptValue IScriptObject::Invoke(std::string_view, ScriptArguments) {
+ScriptValue ScriptObject::Invoke(std::string_view, ScriptArguments) {
   throw ScriptError(kScriptUnknownName);
 }
 
@@ -46,6 +46,6 @@ std::vector<std::string_view> ScriptRecord::PropertyNames() const {
   return names;
 }
 
-ScriptValue PropertyOf(IScriptObject& object, std::string_view name) {
+ScriptValue PropertyOf(ScriptObject& object, std::string_view name) {
   return object.Get(name).value_or(ScriptValue());
 }

@@ -12,18 +12,18 @@
 
 #include "planner/script_error.h"
 
-class IScriptFunction;
-class IScriptObject;
+class ScriptFunction;
+class ScriptObject;
 class ScriptValue;
 
 using ScriptArray = std::vector<ScriptValue>;
 using ScriptArguments = std::span<const ScriptValue>;
-using ScriptObjectPtr = std::shared_ptr<IScriptObject>;
-using ScriptFunctionPtr = std::shared_ptr<IScriptFunction>;
+using ScriptObjectPtr = std::shared_ptr<ScriptObject>;
+using ScriptFunctionPtr = std::shared_ptr<ScriptFunction>;
 
 /// What a value that crosses between program and page is. A script's number is an integer when it
 /// is whole and fits 32 bits; its `undefined` is null.
-enum class EScriptType { kNull, kBoolean, kInteger, kDouble, kText, kObject, kArray, kFunction };
+enum class ScriptType { kNull, kBoolean, kInteger, kDouble, kText, kObject, kArray, kFunction };
 
 /// A value that crosses between program and page. The readers throw ScriptError kScriptWrongType
 /// for a value of another type.
@@ -40,18 +40,18 @@ class ScriptValue {
   ScriptValue(ScriptArray values) : m_value(std::move(values)) {}
   /// A null pointer is null.
   template <typename Object>
-  requires std::is_convertible_v<Object*, IScriptObject*> ScriptValue(
+  requires std::is_convertible_v<Object*, ScriptObject*> ScriptValue(
       std::shared_ptr<Object> object) {
     if (object) m_value = ScriptObjectPtr(std::move(object));
   }
   template <typename Function>
-  requires std::is_convertible_v<Function*, IScriptFunction*> ScriptValue(
+  requires std::is_convertible_v<Function*, ScriptFunction*> ScriptValue(
       std::shared_ptr<Function> function) {
     if (function) m_value = ScriptFunctionPtr(std::move(function));
   }
 
-  EScriptType Type() const { return static_cast<EScriptType>(m_value.index()); }
-  bool IsNull() const { return Type() == EScriptType::kNull; }
+  ScriptType Type() const { return static_cast<ScriptType>(m_value.index()); }
+  bool IsNull() const { return Type() == ScriptType::kNull; }
 
   bool AsBoolean() const { return Read<bool>(); }
   int32_t AsInteger() const { return Read<int32_t>(); }
@@ -71,7 +71,7 @@ class ScriptValue {
     return *value;
   }
 
-  // In the order of EScriptType.
+  // In the order of ScriptType.
   std::variant<std::monostate, bool, int32_t, double, std::string, ScriptObjectPtr, ScriptArray,
                ScriptFunctionPtr>
       m_value;
@@ -79,9 +79,9 @@ class ScriptValue {
 
 /// An object of the page as the program sees it, or one of the program's as the page sees it. Names
 /// are compared with their case.
-class IScriptObject {
+class ScriptObject {
  public:
-  virtual ~IScriptObject() = default;
+  virtual ~ScriptObject() = default;
   /// The property; nothing when there is none of this name.
   virtual std::optional<ScriptValue> Get(std::string_view name) = 0;
   /// Changes a property. Throws kScriptUnknownName without one, kScriptNoSuchMember for one that
@@ -95,15 +95,15 @@ class IScriptObject {
 };
 
 /// A function of the page that the program may call later.
-class IScriptFunction {
+class ScriptFunction {
  public:
-  virtual ~IScriptFunction() = default;
+  virtual ~ScriptFunction() = default;
   /// Throws ScriptError when the function throws, or has gone with its page.
   virtual ScriptValue Call(ScriptArguments arguments) = 0;
 };
 
 /// A plain object: names and values in their order.
-class ScriptRecord : public IScriptObject {
+class ScriptRecord : public ScriptObject {
  public:
   ScriptRecord() = default;
   explicit ScriptRecord(std::vector<std::pair<std::string, ScriptValue>> members)
@@ -118,4 +118,4 @@ class ScriptRecord : public IScriptObject {
 };
 
 /// A property of a page's object; null when there is none.
-ScriptValue PropertyOf(IScriptObject& object, std::string_view name);
+ScriptValue PropertyOf(ScriptObject& object, std::string_view name);

@@ -11,7 +11,7 @@
 
 /// The provider of the setting `RouteProvider`, as the registry makes it. One that is not set up is
 /// never asked: its status is that of an invalid request.
-class ServiceDirections : public IDirections {
+class ServiceDirections : public RoadDirections {
  public:
   /// Both must outlive this.
   ServiceDirections(const CSettings& settings, PostBox& posts)

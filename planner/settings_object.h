@@ -7,7 +7,7 @@
 
 /// What the page finds as `external.Settings`: properties that read and write the program's own
 /// settings, which are kept with the others.
-class SettingsObject : public IScriptObject {
+class SettingsObject : public ScriptObject {
  public:
   /// `settings` must outlive this. `changed` runs behind each change.
   SettingsObject(CSettings& settings, std::function<void()> changed)

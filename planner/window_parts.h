@@ -11,9 +11,9 @@
 // window's thread.
 
 /// The rows of a list control. It draws their texts from `RouteTableText`.
-class IPointRows {
+class PointRows {
  public:
-  virtual ~IPointRows() = default;
+  virtual ~PointRows() = default;
   virtual void InsertRow(size_t index) = 0;
   virtual void RemoveRows(size_t first, size_t count) = 0;
   /// All rows are new, and none is selected.
@@ -30,9 +30,9 @@ class IPointRows {
 
 /// A modeless window with a text, the icon of a directions provider, a bar and a Cancel button,
 /// which disables itself when it is pressed.
-class IProgressWindow {
+class ProgressWindow {
  public:
-  virtual ~IProgressWindow() = default;
+  virtual ~ProgressWindow() = default;
   /// Opens the window with a bar from 0 to `steps`. A provider without an icon shows none.
   virtual void Open(std::string_view text, int32_t provider, size_t steps) = 0;
   virtual void SetText(std::string_view text) = 0;
@@ -42,16 +42,16 @@ class IProgressWindow {
 };
 
 /// The fields of the window for what the list has to tell.
-class IStatusField {
+class StatusField {
  public:
-  virtual ~IStatusField() = default;
+  virtual ~StatusField() = default;
   virtual void ShowMessage(std::string_view text) = 0;
   /// Distance and duration of the whole itinerary; empty when they are not known.
   virtual void ShowTotals(std::string_view text) = 0;
 };
 
 /// Styles of message boxes: a set of buttons and an icon.
-enum EBoxStyle : uint32_t {
+enum BoxStyle : uint32_t {
   kBoxOk = 0,
   kBoxOkCancel = 1,
   kBoxYesNo = 4,
@@ -62,7 +62,7 @@ enum EBoxStyle : uint32_t {
 };
 
 /// Answers of message boxes.
-enum EBoxAnswer : int32_t {
+enum BoxAnswer : int32_t {
   kAnswerOk = 1,
   kAnswerCancel = 2,
   kAnswerRetry = 4,
@@ -71,11 +71,11 @@ enum EBoxAnswer : int32_t {
 };
 
 /// The window itself.
-class IPlannerWindow {
+class PlannerWindow {
  public:
-  virtual ~IPlannerWindow() = default;
-  /// A modal box with plain text; `style` is an EBoxStyle or what a page asks for, which may hold
-  /// other bits too. Gives an EBoxAnswer.
+  virtual ~PlannerWindow() = default;
+  /// A modal box with plain text; `style` is an BoxStyle or what a page asks for, which may hold
+  /// other bits too. Gives an BoxAnswer.
   virtual int32_t ShowBox(std::string_view text, uint32_t style) = 0;
   /// Lets the events that wait happen, without waiting for any.
   virtual void DispatchMessages() = 0;

@@ -28,7 +28,7 @@ class OutputFile {
   uint32_t Commit();
 
  private:
-  enum class EMode { kReplace, kInPlace, kDirect };
+  enum class Mode { kReplace, kInPlace, kDirect };
 
   void OpenReplacement();
   void OverwriteTarget();
@@ -36,7 +36,7 @@ class OutputFile {
   void WriteBehind();
 
   std::string m_target;
-  EMode m_mode = EMode::kReplace;
+  Mode m_mode = Mode::kReplace;
   std::string m_temporary;  ///< in the mode kReplace: the name of that file
   std::string m_content;    ///< in the mode kInPlace: all that was written
   int m_folder = -1;  ///< where the temporary file is: with this folder's path in front, its name

@@ -25,9 +25,9 @@ inline constexpr char kSettingsPathSeparator = '\\';
 ///
 /// Reading creates nothing. The values of a folder are fetched together and stay as they were
 /// then until something is written or a save begins, so keep an object no longer than needed.
-class ISettingsBackend {
+class SettingsBackend {
  public:
-  virtual ~ISettingsBackend() = default;
+  virtual ~SettingsBackend() = default;
 
   /// Makes the folder and those above it.
   virtual uint32_t CreateFolder(std::string_view path) = 0;
@@ -45,7 +45,7 @@ class ISettingsBackend {
 };
 
 /// The settings of the current user; null when the user has no home. Touches no file yet.
-std::unique_ptr<ISettingsBackend> OpenUserSettings();
+std::unique_ptr<SettingsBackend> OpenUserSettings();
 
 /// The name under which a damaged settings file was put aside by this process since the last call;
 /// empty when none was. The defaults are used then, and the user wants to know.

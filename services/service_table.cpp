@@ -158,7 +158,7 @@ const Service& ServiceNamed(std::string_view name) {
   return *service;
 }
 
-const Service& ServiceFor(const Service& provider, EServiceAbility ability) {
+const Service& ServiceFor(const Service& provider, ServiceAbility ability) {
   for (const ServiceOfProvider& row : kServicesOfProviders) {
     if (row.provider == provider.name && (row.abilities & ability))
       return ServiceNamed(row.service);

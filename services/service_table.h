@@ -38,7 +38,7 @@ inline constexpr int32_t kPhoton = 109;
 inline constexpr int32_t kNoProviderId = -1;
 
 /// What a service can do, as a mask.
-enum EServiceAbility : uint32_t {
+enum ServiceAbility : uint32_t {
   kCanDirections = 1,
   kCanGeocode = 2,
   kCanReverse = 4,
@@ -50,7 +50,7 @@ enum EServiceAbility : uint32_t {
 };
 
 /// Settings that a service cannot do without, as a mask.
-enum EServiceNeed : uint32_t {
+enum ServiceNeed : uint32_t {
   kNeedsNothing = 0,
   kNeedsUrl = 1,
   kNeedsKey = 2,
@@ -62,8 +62,8 @@ struct Service {
   std::string_view name;  ///< on the command line and in the settings
   int32_t id;             ///< one of namespace provider, or kNoProviderId
   uint32_t labelTextId;
-  uint32_t abilities;  ///< EServiceAbility
-  uint32_t needs;      ///< EServiceNeed; kNeedsUrl: it has an address, by default or the user's
+  uint32_t abilities;  ///< ServiceAbility
+  uint32_t needs;      ///< ServiceNeed; kNeedsUrl: it has an address, by default or the user's
   /// Scheme, host and perhaps a path, without a slash at the end; empty: none by default.
   std::string_view address;
   /// The service whose account and settings, save for the address, count for this one.
@@ -84,7 +84,7 @@ const Service& ServiceNamed(std::string_view name);
 
 /// The one of a provider's services that does this work: geocoding, say, has an address of its own
 /// with some. The provider itself where there is no other.
-const Service& ServiceFor(const Service& provider, EServiceAbility ability);
+const Service& ServiceFor(const Service& provider, ServiceAbility ability);
 
 /// The number of the provider that a service belongs to; kNoProviderId where there is none.
 int32_t ProviderIdOf(const Service& service);

@@ -13,7 +13,7 @@ constexpr size_t kStoredSize = 33;
 
 constexpr std::string_view kFolder = "CSV";
 
-const char* ValueName(ECsvUse use) { return use == ECsvUse::kRead ? "read" : "write"; }
+const char* ValueName(CsvUse use) { return use == CsvUse::kRead ? "read" : "write"; }
 
 std::string FolderPath() {
   return std::string(kSettingsRoot) + kSettingsPathSeparator + std::string(kFolder);
@@ -81,7 +81,7 @@ NumberSeparators CsvSeparators(const CCsvLayout& layout, const NumberSeparators&
   return {NarrowSeparator(locale.decimal, "."), NarrowSeparator(locale.list, ",")};
 }
 
-CCsvLayout LoadCsvLayout(const storage::Storage& storage, ECsvUse use) {
+CCsvLayout LoadCsvLayout(const storage::Storage& storage, CsvUse use) {
   try {
     const std::string bytes =
         storage.OpenFolder(FolderPath()).OpenValue(ValueName(use)).ReadBytes();
@@ -91,9 +91,9 @@ CCsvLayout LoadCsvLayout(const storage::Storage& storage, ECsvUse use) {
   }
 }
 
-void StoreCsvLayout(storage::Storage& storage, ECsvUse use, const CCsvLayout& layout) {
-  StoreCsvLayouts(storage, use == ECsvUse::kRead ? std::optional(layout) : std::nullopt,
-                  use == ECsvUse::kWrite ? std::optional(layout) : std::nullopt);
+void StoreCsvLayout(storage::Storage& storage, CsvUse use, const CCsvLayout& layout) {
+  StoreCsvLayouts(storage, use == CsvUse::kRead ? std::optional(layout) : std::nullopt,
+                  use == CsvUse::kWrite ? std::optional(layout) : std::nullopt);
 }
 
 void StoreCsvLayouts(storage::Storage& storage, const std::optional<CCsvLayout>& read,
@@ -101,7 +101,7 @@ void StoreCsvLayouts(storage::Storage& storage, const std::optional<CCsvLayout>&
   if (!read && !write) return;
   storage::Transaction transaction(storage);
   storage::SFolder folder = storage.CreateFolder(FolderPath());
-  if (read) folder.CreateValue(ValueName(ECsvUse::kRead)).WriteBytes(EncodeCsvLayout(*read));
-  if (write) folder.CreateValue(ValueName(ECsvUse::kWrite)).WriteBytes(EncodeCsvLayout(*write));
+  if (read) folder.CreateValue(ValueName(CsvUse::kRead)).WriteBytes(EncodeCsvLayout(*read));
+  if (write) folder.CreateValue(ValueName(CsvUse::kWrite)).WriteBytes(EncodeCsvLayout(*write));
   transaction.Commit();
 }

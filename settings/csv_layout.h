@@ -64,13 +64,13 @@ NumberSeparators CsvSeparators(const CCsvLayout& layout,
                                const NumberSeparators& locale = LocaleSeparators());
 
 /// Reading and writing have a layout each.
-enum class ECsvUse { kRead, kWrite };
+enum class CsvUse { kRead, kWrite };
 
 /// The stored layout; the preset "Default" when there is none, or none that can be read.
-CCsvLayout LoadCsvLayout(const storage::Storage& storage, ECsvUse use);
+CCsvLayout LoadCsvLayout(const storage::Storage& storage, CsvUse use);
 
 /// Throws storage::Exception.
-void StoreCsvLayout(storage::Storage& storage, ECsvUse use, const CCsvLayout& layout);
+void StoreCsvLayout(storage::Storage& storage, CsvUse use, const CCsvLayout& layout);
 
 /// Stores both layouts or, after a storage::Exception, neither; one that is not given stays as it
 /// is.

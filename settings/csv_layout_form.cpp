@@ -7,32 +7,32 @@
 #include "base/status.h"
 #include "base/text_ids.h"
 
-CCsvLayoutForm::CCsvLayoutForm(ECsvUse use, CCsvLayout stored)
+CsvLayoutForm::CsvLayoutForm(CsvUse use, CCsvLayout stored)
     : m_use(use), m_layout(std::move(stored)) {
   if (m_layout.preset >= CsvPresets().size()) ChoosePreset(0);
   if (m_layout.useLocale) SetUseLocale(true);
 }
 
-std::string CCsvLayoutForm::Title() const {
-  std::string title(LoadTextUtf8(m_use == ECsvUse::kRead ? kTextOpen : kTextExport));
+std::string CsvLayoutForm::Title() const {
+  std::string title(LoadTextUtf8(m_use == CsvUse::kRead ? kTextOpen : kTextExport));
   std::erase(title, '&');
   return title + " CSV";
 }
 
-std::vector<std::string> CCsvLayoutForm::PresetChoices() {
+std::vector<std::string> CsvLayoutForm::PresetChoices() {
   std::vector<std::string> labels;
   for (const CsvPreset& preset : CsvPresets()) labels.emplace_back(LoadTextUtf8(preset.textId));
   return labels;
 }
 
-std::vector<std::string> CCsvLayoutForm::ColumnChoices() {
+std::vector<std::string> CsvLayoutForm::ColumnChoices() {
   std::vector<std::string> choices{std::string(LoadTextUtf8(kTextNoColumn))};
   for (uint32_t column = 1; column <= kHighestCsvColumnChoice; ++column)
     choices.push_back(FormatText(kTextColumn, column));
   return choices;
 }
 
-void CCsvLayoutForm::ChoosePreset(uint32_t preset) {
+void CsvLayoutForm::ChoosePreset(uint32_t preset) {
   if (preset >= CsvPresets().size() || preset == m_layout.preset) return;
   if (m_layout.preset == kManualCsvPreset) m_manual = m_layout;
   if (preset != kManualCsvPreset) {
@@ -43,7 +43,7 @@ void CCsvLayoutForm::ChoosePreset(uint32_t preset) {
   m_layout.preset = preset;
 }
 
-void CCsvLayoutForm::SetUseLocale(bool useLocale) {
+void CsvLayoutForm::SetUseLocale(bool useLocale) {
   m_layout.useLocale = useLocale;
   if (!useLocale) return;
   const NumberSeparators separators = CsvSeparators(m_layout);
@@ -51,7 +51,7 @@ void CCsvLayoutForm::SetUseLocale(bool useLocale) {
   m_layout.columnSeparator = separators.list;
 }
 
-uint32_t CCsvLayoutForm::Accept(storage::Storage& storage, CCsvLayout& layout) const {
+uint32_t CsvLayoutForm::Accept(storage::Storage& storage, CCsvLayout& layout) const {
   layout = m_layout;
   layout.decimalSeparator.resize(std::min(layout.decimalSeparator.size(), kLongestCsvSeparator));
   layout.columnSeparator.resize(std::min(layout.columnSeparator.size(), kLongestCsvSeparator));

@@ -11,10 +11,10 @@
 inline constexpr uint32_t kHighestCsvColumnChoice = 19;
 
 /// What stands in the layout window, and what its controls do; the window itself only shows it.
-class CCsvLayoutForm {
+class CsvLayoutForm {
  public:
   /// Opens with a stored layout; with the first preset when the stored one does not exist.
-  CCsvLayoutForm(ECsvUse use, CCsvLayout stored);
+  CsvLayoutForm(CsvUse use, CCsvLayout stored);
 
   /// Texts in the current language, UTF-8.
   std::string Title() const;
@@ -41,7 +41,7 @@ class CCsvLayoutForm {
   uint32_t Accept(storage::Storage& storage, CCsvLayout& layout) const;
 
  private:
-  ECsvUse m_use;
+  CsvUse m_use;
   CCsvLayout m_layout;
   std::optional<CCsvLayout> m_manual;  // what was entered by hand before another preset came
 };

@@ -65,7 +65,7 @@ void ReadIndexed(const storage::SFolder& folder, Read read) {
   try {
     count = folder.OpenValue(kNumber).ReadNumber();
   } catch (const storage::Exception& failure) {
-    if (failure.reason == storage::EReason::kNotFound) return;
+    if (failure.reason == storage::Reason::kNotFound) return;
     throw;
   }
   std::set<uint32_t> indices;
@@ -78,7 +78,7 @@ void ReadIndexed(const storage::SFolder& folder, Read read) {
       read(folder.OpenValue(std::to_string(index)).ReadBytes());
     } catch (const storage::Exception& failure) {
       // An entry of another kind is none of ours.
-      if (failure.reason != storage::EReason::kInvalidData) throw;
+      if (failure.reason != storage::Reason::kInvalidData) throw;
     }
   }
 }
@@ -158,7 +158,7 @@ uint32_t CSettings::WithStorage(const std::function<void(storage::Storage&)>& ac
   }
 }
 
-uint32_t CSettings::Load(std::string_view rootPath, const IRouteProviders* providers) {
+uint32_t CSettings::Load(std::string_view rootPath, const RouteProviders* providers) {
   m_rootPath = rootPath;
   SetDefaults(*this);
   if (providers) routeProvider = providers->DefaultProvider();
@@ -171,7 +171,7 @@ uint32_t CSettings::Load(std::string_view rootPath, const IRouteProviders* provi
       const storage::SValue value = root.OpenValue(row.key);
       if (value.Exists()) DecodeSetting(*this, row, value);
     } catch (const storage::Exception& failure) {
-      if (failure.reason == storage::EReason::kOther) status = failure.status;
+      if (failure.reason == storage::Reason::kOther) status = failure.status;
     }
     m_known.push_back(EncodeSetting(*this, row));
   }
@@ -179,7 +179,7 @@ uint32_t CSettings::Load(std::string_view rootPath, const IRouteProviders* provi
   return status;
 }
 
-void CSettings::CheckProvider(const IRouteProviders& providers) {
+void CSettings::CheckProvider(const RouteProviders& providers) {
   const std::optional<std::set<int32_t>> vehicles = providers.VehiclesOf(routeProvider);
   if (!vehicles) routeProvider = providers.DefaultProvider();
   if (!vehicles || !vehicles->contains(vehicleType)) vehicleType = 0;

@@ -23,9 +23,9 @@ inline constexpr int32_t kDefaultRouteProvider = 3;
 inline constexpr int32_t kDefaultFindProvider = 101;
 
 /// What the settings ask of the directions providers that this program knows.
-class IRouteProviders {
+class RouteProviders {
  public:
-  virtual ~IRouteProviders() = default;
+  virtual ~RouteProviders() = default;
   virtual int32_t DefaultProvider() const = 0;
   virtual std::vector<int32_t> Providers() const = 0;
   /// The vehicles of a provider; none when there is no such provider.
@@ -66,7 +66,7 @@ class CSettings {
   /// stay as they are stored. Returns 0, or the platform's error code when the store itself could
   /// not be read; a store that does not exist yet is no failure.
   uint32_t Load(std::string_view rootPath = kSettingsRoot,
-                const IRouteProviders* providers = nullptr);
+                const RouteProviders* providers = nullptr);
 
   /// Writes all keys except `Language` as one. A key that another program has changed since this
   /// object was loaded, and this one has not, keeps that program's value. A write that fails ends
@@ -115,7 +115,7 @@ class CSettings {
   // A value for each row of the table, none where there is nothing to store.
   using Values = std::vector<std::optional<SettingsValue>>;
 
-  void CheckProvider(const IRouteProviders& providers);
+  void CheckProvider(const RouteProviders& providers);
   bool HasChanges() const;
   // Writes to `root` and tells in `known` what has been written.
   void SaveRows(storage::SFolder& root, Values& known) const;

@@ -79,12 +79,12 @@ bool IsProvider(const SettingRow& row) {
   return field && *field == &CSettings::routeProvider;
 }
 
-bool IsAllowed(const SettingRow& row, int32_t number, const IRouteProviders* providers) {
+bool IsAllowed(const SettingRow& row, int32_t number, const RouteProviders* providers) {
   if (number < row.lowest || number > row.highest) return false;
   return !providers || !IsProvider(row) || providers->VehiclesOf(number).has_value();
 }
 
-std::string AllowedNumbers(const SettingRow& row, const IRouteProviders* providers) {
+std::string AllowedNumbers(const SettingRow& row, const RouteProviders* providers) {
   if (providers && IsProvider(row)) {
     std::string list;
     for (const int32_t provider : providers->Providers())
@@ -96,7 +96,7 @@ std::string AllowedNumbers(const SettingRow& row, const IRouteProviders* provide
   return FormatText(kTextRange, row.lowest, row.highest);
 }
 
-std::string AllowedValues(const SettingRow& row, const IRouteProviders* providers) {
+std::string AllowedValues(const SettingRow& row, const RouteProviders* providers) {
   if (std::holds_alternative<bool CSettings::*>(row.field)) return "0, 1";
   if (std::holds_alternative<WideString CSettings::*>(row.field)) return FormatText(kTextAnyText);
   if (std::holds_alternative<int32_t CSettings::*>(row.field))
@@ -118,7 +118,7 @@ std::string AllKeys() {
 }
 
 bool Assign(CSettings& settings, const SettingRow& row, std::string_view text,
-            const IRouteProviders* providers) {
+            const RouteProviders* providers) {
   return std::visit(
       [&](auto field) {
         auto value = settings.*field;
@@ -150,31 +150,31 @@ std::vector<SettingListing> ListSettings(const CSettings& settings) {
 }
 
 SettingResult SetSetting(CSettings& settings, std::string_view assignment,
-                         const IRouteProviders* providers) {
+                         const RouteProviders* providers) {
   const size_t equals = assignment.find('=');
   const std::string key(assignment.substr(0, equals));
   if (equals == std::string_view::npos)
-    return {ESettingOutcome::kNoAssignment, key, std::string(), std::string()};
+    return {SettingOutcome::kNoAssignment, key, std::string(), std::string()};
   const std::string value(assignment.substr(equals + 1));
   const SettingRow* const row = FindRow(key);
-  if (!row) return {ESettingOutcome::kUnknownKey, key, value, AllKeys()};
-  if (!IsWritable(*row)) return {ESettingOutcome::kReadOnly, key, value, std::string()};
+  if (!row) return {SettingOutcome::kUnknownKey, key, value, AllKeys()};
+  if (!IsWritable(*row)) return {SettingOutcome::kReadOnly, key, value, std::string()};
   if (!Assign(settings, *row, value, providers))
-    return {ESettingOutcome::kWrongValue, key, value, AllowedValues(*row, providers)};
-  return {ESettingOutcome::kChanged, key, value, std::string()};
+    return {SettingOutcome::kWrongValue, key, value, AllowedValues(*row, providers)};
+  return {SettingOutcome::kChanged, key, value, std::string()};
 }
 
 std::string DescribeRefusal(const SettingResult& result) {
   switch (result.outcome) {
-    case ESettingOutcome::kNoAssignment:
+    case SettingOutcome::kNoAssignment:
       return FormatText(kTextNoAssignment, result.key);
-    case ESettingOutcome::kUnknownKey:
+    case SettingOutcome::kUnknownKey:
       return FormatText(kTextUnknownSetting, result.key, result.allowed);
-    case ESettingOutcome::kWrongValue:
+    case SettingOutcome::kWrongValue:
       return FormatText(kTextWrongValue, result.value, result.key, result.allowed);
-    case ESettingOutcome::kReadOnly:
+    case SettingOutcome::kReadOnly:
       return FormatText(kTextReadOnlySetting, result.key);
-    case ESettingOutcome::kChanged:
+    case SettingOutcome::kChanged:
       break;
   }
   return {};

@@ -21,7 +21,7 @@ struct SettingListing {
 /// All settings in the order in which they are stored.
 std::vector<SettingListing> ListSettings(const CSettings& settings);
 
-enum class ESettingOutcome {
+enum class SettingOutcome {
   kChanged,
   kNoAssignment,  ///< no "=" in the text
   kUnknownKey,
@@ -31,7 +31,7 @@ enum class ESettingOutcome {
 
 /// What became of an assignment, with its parts.
 struct SettingResult {
-  ESettingOutcome outcome;
+  SettingOutcome outcome;
   std::string key;      ///< as it was given
   std::string value;    ///< as it was given
   std::string allowed;  ///< the keys, or the values of the key, that would have been right
@@ -40,7 +40,7 @@ struct SettingResult {
 /// Changes a setting by a text "KEY=VALUE"; the key may be in any case. Nothing is stored yet.
 /// With `providers` only these are allowed as directions providers.
 SettingResult SetSetting(CSettings& settings, std::string_view assignment,
-                         const IRouteProviders* providers = nullptr);
+                         const RouteProviders* providers = nullptr);
 
 /// The message for an assignment that was refused; empty for `kChanged`.
 std::string DescribeRefusal(const SettingResult& result);

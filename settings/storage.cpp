@@ -11,18 +11,18 @@ namespace {
 
 constexpr uint32_t kInvalidHandle = 6;
 
-EReason ReasonOf(uint32_t status) {
+Reason ReasonOf(uint32_t status) {
   switch (status) {
     case kInvalidHandle:
-      return EReason::kEmptyHandle;
+      return Reason::kEmptyHandle;
     case kStatusInvalidData:
-      return EReason::kInvalidData;
+      return Reason::kInvalidData;
     case kStatusBadLength:
-      return EReason::kBadLength;
+      return Reason::kBadLength;
     case kStatusFileNotFound:
-      return EReason::kNotFound;
+      return Reason::kNotFound;
     default:
-      return EReason::kOther;
+      return Reason::kOther;
   }
 }
 
@@ -41,7 +41,7 @@ std::string NumberBytes(uint64_t number, size_t size) {
 Exception::Exception(const std::string& text, uint32_t failure)
     : std::runtime_error(text), reason(ReasonOf(failure)), status(failure) {}
 
-SValue::SValue(std::shared_ptr<ISettingsBackend> backend, std::string folder, std::string_view name)
+SValue::SValue(std::shared_ptr<SettingsBackend> backend, std::string folder, std::string_view name)
     : m_backend(std::move(backend)), m_folder(std::move(folder)), m_name(name) {}
 
 SettingsValue SValue::Read() const {
@@ -88,7 +88,7 @@ void SValue::WriteBytes(std::string_view bytes) { Write(std::string(bytes)); }
 void SValue::WriteNumber(uint32_t number) { Write(number); }
 void SValue::WriteText(std::u16string_view text) { Write(WideString(text)); }
 
-SFolder::SFolder(std::shared_ptr<ISettingsBackend> backend, std::string path)
+SFolder::SFolder(std::shared_ptr<SettingsBackend> backend, std::string path)
     : m_backend(std::move(backend)), m_path(std::move(path)) {}
 
 SFolder SFolder::CreateFolder(std::string_view name) {
@@ -113,7 +113,7 @@ std::vector<std::string> SFolder::ValueNames() const {
   return names;
 }
 
-Storage::Storage(std::shared_ptr<ISettingsBackend> backend) : m_backend(std::move(backend)) {}
+Storage::Storage(std::shared_ptr<SettingsBackend> backend) : m_backend(std::move(backend)) {}
 
 SFolder Storage::CreateFolder(std::string_view path) {
   if (!m_backend) throw Exception("Storage", kInvalidHandle);

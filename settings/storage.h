@@ -20,7 +20,7 @@ inline constexpr std::string_view kSettingsRoot = "Software\\CorvaneMap";
 namespace storage {
 
 /// Why an operation of the store has failed.
-enum class EReason : uint32_t {
+enum class Reason : uint32_t {
   kEmptyHandle = 0,  ///< a read or write through a handle that stands for nothing
   kInvalidData = 1,  ///< the value is of another kind
   kBadLength = 2,    ///< the value holds too little or too much
@@ -34,7 +34,7 @@ class Exception : public std::runtime_error {
  public:
   Exception(const std::string& text, uint32_t failure);
 
-  EReason reason;
+  Reason reason;
   uint32_t status;  ///< the platform's error code
 };
 
@@ -59,12 +59,12 @@ class SValue {
 
  private:
   friend class SFolder;
-  SValue(std::shared_ptr<ISettingsBackend> backend, std::string folder, std::string_view name);
+  SValue(std::shared_ptr<SettingsBackend> backend, std::string folder, std::string_view name);
 
   SettingsValue Read() const;
   void Write(const SettingsValue& value);
 
-  std::shared_ptr<ISettingsBackend> m_backend;
+  std::shared_ptr<SettingsBackend> m_backend;
   std::string m_folder;
   std::string m_name;
 };
@@ -88,9 +88,9 @@ class SFolder {
 
  private:
   friend class Storage;
-  SFolder(std::shared_ptr<ISettingsBackend> backend, std::string path);
+  SFolder(std::shared_ptr<SettingsBackend> backend, std::string path);
 
-  std::shared_ptr<ISettingsBackend> m_backend;
+  std::shared_ptr<SettingsBackend> m_backend;
   std::string m_path;
 };
 
@@ -98,7 +98,7 @@ class SFolder {
 class Storage {
  public:
   Storage() = default;
-  explicit Storage(std::shared_ptr<ISettingsBackend> backend);
+  explicit Storage(std::shared_ptr<SettingsBackend> backend);
 
   /// Makes the folder and those above it where they are missing. Throws `Exception`.
   SFolder CreateFolder(std::string_view path);
@@ -106,7 +106,7 @@ class Storage {
 
  private:
   friend class Transaction;
-  std::shared_ptr<ISettingsBackend> m_backend;
+  std::shared_ptr<SettingsBackend> m_backend;
 };
 
 /// All writes between its making and `Commit` appear together or not at all, and no other program
@@ -123,7 +123,7 @@ class Transaction {
   void Commit();
 
  private:
-  std::shared_ptr<ISettingsBackend> m_backend;
+  std::shared_ptr<SettingsBackend> m_backend;
 };
 
 /// The store of the current user; an empty handle when the user has no home. Cheap: no file is

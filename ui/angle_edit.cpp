@@ -1,12 +1,11 @@
 #include "ui/angle_edit.h"
 
-#include <cmath>
-
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QStackedLayout>
+#include <cmath>
 
 #include "base/numbers.h"
 #include "base/text_ids.h"
@@ -92,7 +91,7 @@ void AngleEdit::ShowAngle(double degrees) {
   const AngleParts parts = DecomposeAngle(degrees);
   m_hemisphere->setCurrentIndex(parts.negative ? 1 : 0);
   m_degrees->setText(QString::number(parts.degrees));
-  if (m_format == ECoordinateFormat::kSeconds) {
+  if (m_format == CoordinateFormat::kSeconds) {
     m_minutes->setText(QString::number(std::floor(parts.minutes)));
     m_seconds->setText(ShownNumber(parts.seconds, 3));
   } else {
@@ -103,24 +102,24 @@ void AngleEdit::ShowAngle(double degrees) {
 
 std::optional<double> AngleEdit::Angle() const {
   if (!m_isEdited) return m_shown;
-  if (m_format == ECoordinateFormat::kDegrees) return ReadNumber(*m_decimal);
+  if (m_format == CoordinateFormat::kDegrees) return ReadNumber(*m_decimal);
   const std::optional<double> degrees = ReadNumber(*m_degrees);
   const std::optional<double> minutes = ReadNumber(*m_minutes);
   const std::optional<double> seconds =
-      m_format == ECoordinateFormat::kSeconds ? ReadNumber(*m_seconds) : std::optional(0.0);
+      m_format == CoordinateFormat::kSeconds ? ReadNumber(*m_seconds) : std::optional(0.0);
   if (!degrees || !minutes || !seconds) return std::nullopt;
-  const bool isProper = *degrees >= 0 && *minutes >= 0 && *minutes < kSixty && *seconds >= 0 &&
-                        *seconds < kSixty;
+  const bool isProper =
+      *degrees >= 0 && *minutes >= 0 && *minutes < kSixty && *seconds >= 0 && *seconds < kSixty;
   if (!isProper) return std::nullopt;
   return ComposeAngle(m_hemisphere->currentIndex() == 1, *degrees, *minutes, *seconds);
 }
 
-void AngleEdit::SetFormat(ECoordinateFormat format) {
+void AngleEdit::SetFormat(CoordinateFormat format) {
   const std::optional<double> angle = Angle();
   m_format = format;
-  const bool isDecimal = format == ECoordinateFormat::kDegrees;
+  const bool isDecimal = format == CoordinateFormat::kDegrees;
   m_layout->setCurrentIndex(isDecimal ? 0 : 1);
   setFocusProxy(isDecimal ? m_decimal : m_degrees);
-  m_secondsPart->setVisible(format == ECoordinateFormat::kSeconds);
+  m_secondsPart->setVisible(format == CoordinateFormat::kSeconds);
   if (angle) SetAngle(*angle);
 }

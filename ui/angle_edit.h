@@ -1,8 +1,7 @@
 #pragma once
 
-#include <optional>
-
 #include <QWidget>
+#include <optional>
 
 #include "base/measure_text.h"
 
@@ -20,7 +19,7 @@ class AngleEdit : public QWidget {
   /// Nothing while a field holds no number, or minutes or seconds are 60 and more.
   std::optional<double> Angle() const;
   /// Shows the fields of another format; the angle stays.
-  void SetFormat(ECoordinateFormat format);
+  void SetFormat(CoordinateFormat format);
 
  private:
   void ShowAngle(double degrees);
@@ -32,7 +31,7 @@ class AngleEdit : public QWidget {
   QComboBox* m_hemisphere;
   QStackedLayout* m_layout;
   QWidget* m_secondsPart;
-  ECoordinateFormat m_format = ECoordinateFormat::kDegrees;
+  CoordinateFormat m_format = CoordinateFormat::kDegrees;
   /// What was shown last, so that looking at another format changes nothing.
   double m_shown = 0.0;
   bool m_isEdited = false;

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <cstdint>
-
 #include <QString>
+#include <cstdint>
 
 class QWidget;
 
-/// A modal box with plain text; `style` is an EBoxStyle. Gives an EBoxAnswer, that of Cancel or No
+/// A modal box with plain text; `style` is an BoxStyle. Gives an BoxAnswer, that of Cancel or No
 /// when the box is closed.
 int32_t ShowMessageBox(QWidget* parent, const QString& text, uint32_t style);
 

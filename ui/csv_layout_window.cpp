@@ -1,7 +1,5 @@
 #include "ui/csv_layout_window.h"
 
-#include <array>
-
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
@@ -11,15 +9,16 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
+#include <array>
 
 #include "base/text.h"
 #include "base/text_ids.h"
+#include "planner/window_parts.h"
 #include "settings/csv_layout_form.h"
 #include "ui/boxes.h"
 #include "ui/dialog_buttons.h"
 #include "ui/look.h"
 #include "ui/text.h"
-#include "planner/window_parts.h"
 
 namespace {
 
@@ -53,14 +52,14 @@ QString ShownSeparator(const std::string& separator) {
 /// The window and its controls; what they do is the form's matter.
 class CsvLayoutWindow : public QDialog {
  public:
-  CsvLayoutWindow(QWidget* parent, ECsvUse use, const QString& fileName, const CCsvLayout& layout)
+  CsvLayoutWindow(QWidget* parent, CsvUse use, const QString& fileName, const CCsvLayout& layout)
       : QDialog(parent), m_form(use, layout) {
     setWindowTitle(FromUtf8(m_form.Title()));
     m_controls = new QFormLayout;
     m_controls->setVerticalSpacing(kSmallMargin);
-    m_presets = AddList(kTextTemplate, CCsvLayoutForm::PresetChoices());
+    m_presets = AddList(kTextTemplate, CsvLayoutForm::PresetChoices());
     for (size_t i = 0; i < kColumns.size(); ++i)
-      m_columns.at(i) = AddList(kColumns.at(i).textId, CCsvLayoutForm::ColumnChoices());
+      m_columns.at(i) = AddList(kColumns.at(i).textId, CsvLayoutForm::ColumnChoices());
     m_useLocale = new QCheckBox(Text(kTextUseLocale));
     m_controls->addRow(QString(), m_useLocale);
     m_decimal = AddEdit(kTextDecimalSeparator);
@@ -155,7 +154,7 @@ class CsvLayoutWindow : public QDialog {
     shown.columnSeparator = m_separator->text().toLatin1().toStdString();
   }
 
-  CCsvLayoutForm m_form;
+  CsvLayoutForm m_form;
   QFormLayout* m_controls;
   QComboBox* m_presets;
   std::array<QComboBox*, kColumns.size()> m_columns{};
@@ -166,7 +165,7 @@ class CsvLayoutWindow : public QDialog {
 
 }  // namespace
 
-bool AskCsvLayout(QWidget* parent, ECsvUse use, const QString& fileName, CCsvLayout& layout) {
+bool AskCsvLayout(QWidget* parent, CsvUse use, const QString& fileName, CCsvLayout& layout) {
   CsvLayoutWindow window(parent, use, fileName, layout);
   if (window.exec() != QDialog::Accepted) return false;
   if (!window.Accept(layout))

@@ -1,8 +1,7 @@
 // The settings page of how things are shown.
 
-#include <algorithm>
-
 #include <QComboBox>
+#include <algorithm>
 
 #include "base/localized_text.h"
 #include "base/text_ids.h"
@@ -16,21 +15,22 @@
 namespace {
 
 struct LanguageRow {
-  ELanguage language;
+  Language language;
   const char* name;  ///< in the language itself
 };
 
-constexpr LanguageRow kLanguages[] = {{ELanguage::kGerman, "Deutsch"},
-                                      {ELanguage::kEnglish, "English"},
-                                      {ELanguage::kFrench, "Français"},
-                                      {ELanguage::kDutch, "Nederlands"}};
+constexpr LanguageRow kLanguages[] = {{Language::kGerman, "Deutsch"},
+                                      {Language::kEnglish, "English"},
+                                      {Language::kFrench, "Français"},
+                                      {Language::kDutch, "Nederlands"}};
 
 // Saving the settings leaves the language alone.
 void StoreLanguage(int32_t language) {
   try {
     storage::Storage store = storage::OpenUserStorage();
-    store.CreateFolder(kSettingsRoot).CreateValue("Language").WriteNumber(
-        static_cast<uint32_t>(language));
+    store.CreateFolder(kSettingsRoot)
+        .CreateValue("Language")
+        .WriteNumber(static_cast<uint32_t>(language));
   } catch (const storage::Exception& failure) {
     DebugLog(std::string("language: ") + failure.what());
   }
@@ -41,10 +41,10 @@ class DisplayPage : public SettingsForm {
   explicit DisplayPage(CSettings& settings) {
     AddSwitch(kTextDistancesInMiles, settings.distMiles);
     AddSwitch(kTextShowWaypointNumbers, settings.displayNumber);
-    AddChoice(kTextCoordinateFormat,
-              {Text(kTextDecimalDegrees), Text(kTextDegreesAndMinutes),
-               Text(kTextDegreesMinutesSeconds)},
-              settings.coordinates);
+    AddChoice(
+        kTextCoordinateFormat,
+        {Text(kTextDecimalDegrees), Text(kTextDegreesAndMinutes), Text(kTextDegreesMinutesSeconds)},
+        settings.coordinates);
     QComboBox* const languages = AddList(kTextLanguageLabel);
     languages->addItem(Text(kTextSystemLanguage), 0);
     for (const LanguageRow& row : kLanguages)

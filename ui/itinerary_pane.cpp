@@ -48,7 +48,7 @@ ItineraryPane::ItineraryPane(const Actions& actions, const CSettings& settings, 
       m_name(new QLineEdit),
       m_pageButtons(new QHBoxLayout),
       m_pages(new PageStack),
-      m_stops(new PointTable(EPinKind::kItinerary, settings)) {
+      m_stops(new PointTable(PinKind::kItinerary, settings)) {
   m_name->setAccessibleName(Text(kTextItinerary));
   m_name->setToolTip(Text(kTextItinerary));
   m_name->setMaxLength(kLongestName);
@@ -117,6 +117,8 @@ void ItineraryPane::AddResults(PointTable& results) {
   column->insertWidget(column->indexOf(m_stops), &results);
 }
 
-void ItineraryPane::ShowPage(int page) { m_choices.at(static_cast<size_t>(page))->setChecked(true); }
+void ItineraryPane::ShowPage(int page) {
+  m_choices.at(static_cast<size_t>(page))->setChecked(true);
+}
 
 int ItineraryPane::ShownPage() const { return m_pages->currentIndex(); }

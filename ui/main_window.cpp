@@ -37,9 +37,9 @@
 #include "ui/printing.h"
 #include "ui/progress_window.h"
 #include "ui/provider_choice.h"
+#include "ui/recovery.h"
 #include "ui/search_page.h"
 #include "ui/settings_window.h"
-#include "ui/recovery.h"
 #include "ui/status_line.h"
 #include "ui/text.h"
 #include "ui/window_placement.h"
@@ -91,9 +91,9 @@ MainWindow::~MainWindow() {
 
 void MainWindow::MakeBody() {
   m_pane = new ItineraryPane(m_actions, m_settings);
-  m_results = new PointTable(EPinKind::kSearchResults, m_settings);
-  m_favorites = new PointTable(EPinKind::kFavorites, m_settings);
-  m_pois = new PointTable(EPinKind::kPois, m_settings, this);
+  m_results = new PointTable(PinKind::kSearchResults, m_settings);
+  m_favorites = new PointTable(PinKind::kFavorites, m_settings);
+  m_pois = new PointTable(PinKind::kPois, m_settings, this);
   m_pois->hide();
   m_map = new MapView;
   m_splitter = new QSplitter;
@@ -182,12 +182,10 @@ void MainWindow::MakeMenus() {
   connect(m_recentFiles, &QMenu::aboutToShow, this, [this] { FillRecentFiles(); });
   fill(kTextMenuEdit, {ECommand::kUndo, ECommand::kRedo, kSeparator, ECommand::kCopy,
                        ECommand::kPaste, kSeparator, ECommand::kSettings});
-  fill(kTextMenuItinerary,
-       {ECommand::kAdd, ECommand::kEdit, ECommand::kRemove, ECommand::kUp, ECommand::kDown,
-        ECommand::kInvert, ECommand::kRemoveAll, kSeparator, ECommand::kCalculate,
-        ECommand::kClearRoute, ECommand::kOptimise, kSeparator, ECommand::kFavorite,
-        ECommand::kRoad,
-        ECommand::kShowAll});
+  fill(kTextMenuItinerary, {ECommand::kAdd, ECommand::kEdit, ECommand::kRemove, ECommand::kUp,
+                            ECommand::kDown, ECommand::kInvert, ECommand::kRemoveAll, kSeparator,
+                            ECommand::kCalculate, ECommand::kClearRoute, ECommand::kOptimise,
+                            kSeparator, ECommand::kFavorite, ECommand::kRoad, ECommand::kShowAll});
   fill(kTextMenuHelp, {ECommand::kAbout});
 }
 
@@ -237,7 +235,8 @@ void MainWindow::ConnectList() {
 }
 
 void MainWindow::Connect(ECommand command, std::function<void()> action) {
-  connect(&m_actions[command], &QAction::triggered, this, [action = std::move(action)] { action(); });
+  connect(&m_actions[command], &QAction::triggered, this,
+          [action = std::move(action)] { action(); });
 }
 
 void MainWindow::ConnectCommands() {
@@ -282,7 +281,8 @@ void MainWindow::FillExportList() {
   for (const CItineraryFormat* const row : rows)
     m_exportList->addItem(FromUtf8(FormatLabel(*row)),
                           QVariant::fromValue(static_cast<const void*>(row)));
-  const bool isStored = m_settings.exportIndex >= 0 && m_settings.exportIndex < m_exportList->count();
+  const bool isStored =
+      m_settings.exportIndex >= 0 && m_settings.exportIndex < m_exportList->count();
   m_exportList->setCurrentIndex(isStored ? m_settings.exportIndex : kDefaultExport);
   m_marks = std::make_unique<ExportMarks>(*m_exportList, m_work->driver.table, m_work->Posts());
   connect(m_exportList, &QComboBox::currentIndexChanged, this, [this](int index) {
@@ -295,7 +295,8 @@ void MainWindow::FillRecentFiles() {
   m_recentFiles->clear();
   for (const QString& path : m_store.RecentFiles()) {
     QString shown = path;
-    QAction* const action = m_recentFiles->addAction(shown.replace(QLatin1Char('&'), QLatin1String("&&")));
+    QAction* const action =
+        m_recentFiles->addAction(shown.replace(QLatin1Char('&'), QLatin1String("&&")));
     connect(action, &QAction::triggered, this, [this, path] {
       if (m_work->driver.ConfirmDiscard()) OpenPath(path);
     });
@@ -351,10 +352,9 @@ void MainWindow::Exported(const WideString& path, const CItineraryFormat& row,
   const QString name = QFileInfo(FromPath(path)).fileName();
   if (trip.check && trip.check->HasLosses()) {
     const QString details = DescribeLosses(name, *trip.check);
-    m_notice->ShowNotice(FilledText(kTextExportLost, ToUtf8(name)),
-                         {{Text(kTextDetails), [this, details] {
-                             ShowMessageBox(this, details, kBoxOk);
-                           }}});
+    m_notice->ShowNotice(
+        FilledText(kTextExportLost, ToUtf8(name)),
+        {{Text(kTextDetails), [this, details] { ShowMessageBox(this, details, kBoxOk); }}});
   } else {
     m_notice->hide();
     Tell(FilledText(kTextExportDone, ToUtf8(name)));
@@ -453,8 +453,8 @@ void MainWindow::UpdateCommands() {
   for (const ECommand command : {ECommand::kRemove, ECommand::kUp, ECommand::kDown, ECommand::kEdit,
                                  ECommand::kCopy, ECommand::kFavorite})
     m_actions[command].setEnabled(hasSelection);
-  for (const ECommand command : {ECommand::kRemoveAll, ECommand::kShowAll, ECommand::kExport,
-                                 ECommand::kPrint})
+  for (const ECommand command :
+       {ECommand::kRemoveAll, ECommand::kShowAll, ECommand::kExport, ECommand::kPrint})
     m_actions[command].setEnabled(count > 0);
   for (const ECommand command : {ECommand::kInvert, ECommand::kCalculate, ECommand::kClearRoute})
     m_actions[command].setEnabled(count > 1);

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <QMainWindow>
 #include <functional>
 #include <map>
 #include <memory>
-
-#include <QMainWindow>
 
 #include "planner/window_parts.h"
 #include "ui/actions.h"
@@ -30,7 +29,7 @@ struct TripWrite;
 enum class ESearch : int;
 
 /// The program's one window: list on the left, map on the right, and what can be done with them.
-class MainWindow : public QMainWindow, public IPlannerWindow {
+class MainWindow : public QMainWindow, public PlannerWindow {
  public:
   /// `settings` must outlive this, and may be changed by it.
   explicit MainWindow(CSettings& settings);

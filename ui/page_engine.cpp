@@ -1,9 +1,5 @@
 #include "ui/page_engine.h"
 
-#include <algorithm>
-#include <optional>
-#include <utility>
-
 #include <QEventLoop>
 #include <QFile>
 #include <QJsonDocument>
@@ -13,6 +9,9 @@
 #include <QWebEnginePage>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
+#include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "ui/text.h"
 
@@ -31,8 +30,7 @@ QString OriginOf(const QUrl& address) {
 
 QString RandomName() {
   QString name;
-  for (int i = 0; i < 4; ++i)
-    name += QString::number(QRandomGenerator::system()->generate64(), 36);
+  for (int i = 0; i < 4; ++i) name += QString::number(QRandomGenerator::system()->generate64(), 36);
   return name;
 }
 
@@ -67,13 +65,12 @@ QJsonObject Failure(const ScriptError& failure) {
 }  // namespace
 
 /// A function of the page. Its result is not waited for: the page may be waiting for us.
-class PageEngine::PageFunction : public IScriptFunction {
+class PageEngine::PageFunction : public ScriptFunction {
  public:
   PageFunction(PageEngine& engine, uint32_t number)
       : m_engine(engine), m_isLoaded(engine.m_isLoaded), m_number(number) {}
   ~PageFunction() override {
-    if (*m_isLoaded)
-      m_engine.Enqueue({{QStringLiteral("drop"), static_cast<double>(m_number)}});
+    if (*m_isLoaded) m_engine.Enqueue({{QStringLiteral("drop"), static_cast<double>(m_number)}});
   }
   PageFunction(const PageFunction&) = delete;
   PageFunction& operator=(const PageFunction&) = delete;
@@ -223,8 +220,8 @@ void PageEngine::Enqueue(QJsonObject call) {
 
 void PageEngine::Deliver() {
   if (m_calls.empty()) return;
-  const QString script = QStringLiteral("window[%1].send(%2)")
-                             .arg(Literal(m_entry), JsonText(WaitingCalls()));
+  const QString script =
+      QStringLiteral("window[%1].send(%2)").arg(Literal(m_entry), JsonText(WaitingCalls()));
   m_page.runJavaScript(script, [this, isLoaded = m_isLoaded](const QVariant& received) {
     if (*isLoaded) Acknowledge(received.toDouble());
   });

@@ -1,11 +1,10 @@
 #include "ui/pin_delegate.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include <QApplication>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
+#include <cmath>
 
 #include "ui/look.h"
 
@@ -43,8 +42,7 @@ void DrawDisc(QPainter& painter, const QRectF& cell, const QFont& font, const QS
   QFont small = font;
   small.setPointSizeF(font.pointSizeF() * 0.85);
   small.setBold(true);
-  const double width =
-      std::max(kDisc, QFontMetricsF(small).horizontalAdvance(number) + 2 * kPad);
+  const double width = std::max(kDisc, QFontMetricsF(small).horizontalAdvance(number) + 2 * kPad);
   QRectF disc(0, 0, width, kDisc);
   disc.moveCenter(cell.center());
   painter.setPen(QPen(colors.accent, 1.6));
@@ -75,16 +73,16 @@ void PinDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->setPen(QPen(colors.accent, 1.6));
   painter->setBrush(isSelected ? QBrush(colors.accent) : Qt::NoBrush);
   switch (m_kind) {
-    case EPinKind::kItinerary:
+    case PinKind::kItinerary:
       DrawDisc(*painter, cell, option.font, number, isSelected);
       break;
-    case EPinKind::kSearchResults:
+    case PinKind::kSearchResults:
       painter->drawEllipse(cell.center(), kDisc / 3, kDisc / 3);
       break;
-    case EPinKind::kFavorites:
+    case PinKind::kFavorites:
       painter->drawPath(Star(cell.center(), kDisc / 2.4));
       break;
-    case EPinKind::kPois:
+    case PinKind::kPois:
       painter->drawPath(Diamond(cell.center(), kDisc / 2.6));
       break;
   }

@@ -8,12 +8,12 @@
 /// was found, a star for a favourite, a diamond for a point of interest.
 class PinDelegate : public QStyledItemDelegate {
  public:
-  PinDelegate(EPinKind kind, QObject* parent) : QStyledItemDelegate(parent), m_kind(kind) {}
+  PinDelegate(PinKind kind, QObject* parent) : QStyledItemDelegate(parent), m_kind(kind) {}
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  private:
-  const EPinKind m_kind;
+  const PinKind m_kind;
 };

@@ -1,12 +1,11 @@
 #include "ui/point_table.h"
 
-#include <algorithm>
-
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <algorithm>
 
 #include "base/text_ids.h"
 #include "planner/point_list_view.h"
@@ -24,7 +23,7 @@ int ToInt(size_t value) { return static_cast<int>(value); }
 
 }  // namespace
 
-PointTable::PointTable(EPinKind kind, const CSettings& settings, QWidget* parent)
+PointTable::PointTable(PinKind kind, const CSettings& settings, QWidget* parent)
     : QTableView(parent), m_model(new PointTableModel(kind, settings, this)) {
   setModel(m_model);
   setSelectionBehavior(SelectRows);
@@ -36,7 +35,7 @@ PointTable::PointTable(EPinKind kind, const CSettings& settings, QWidget* parent
   setHorizontalScrollMode(ScrollPerPixel);
   setAlternatingRowColors(false);
   SetUpColumns(kind);
-  if (kind == EPinKind::kItinerary) {
+  if (kind == PinKind::kItinerary) {
     setDragDropMode(InternalMove);
     setDragDropOverwriteMode(false);
     setDropIndicatorShown(true);
@@ -53,7 +52,7 @@ PointTable::PointTable(EPinKind kind, const CSettings& settings, QWidget* parent
 
 PointTable::~PointTable() = default;
 
-void PointTable::SetUpColumns(EPinKind kind) {
+void PointTable::SetUpColumns(PinKind kind) {
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(kRowHeight);
@@ -62,21 +61,23 @@ void PointTable::SetUpColumns(EPinKind kind) {
   header.setMinimumSectionSize(kPinWidth);
   header.setSectionResizeMode(QHeaderView::Interactive);
   const auto columnOf = PointTableModel::ColumnOf;
-  header.setSectionResizeMode(columnOf(ERouteColumn::kNumber), QHeaderView::Fixed);
-  header.resizeSection(columnOf(ERouteColumn::kNumber), kPinWidth);
-  header.setSectionResizeMode(columnOf(ERouteColumn::kName), QHeaderView::Stretch);
-  setItemDelegateForColumn(columnOf(ERouteColumn::kNumber), new PinDelegate(kind, this));
-  const bool isItinerary = kind == EPinKind::kItinerary;
+  header.setSectionResizeMode(columnOf(RouteColumn::kNumber), QHeaderView::Fixed);
+  header.resizeSection(columnOf(RouteColumn::kNumber), kPinWidth);
+  header.setSectionResizeMode(columnOf(RouteColumn::kName), QHeaderView::Stretch);
+  setItemDelegateForColumn(columnOf(RouteColumn::kNumber), new PinDelegate(kind, this));
+  const bool isItinerary = kind == PinKind::kItinerary;
   if (!isItinerary) header.hide();
   header.setContextMenuPolicy(Qt::CustomContextMenu);
   connect(&header, &QWidget::customContextMenuRequested, this,
           [this](const QPoint& place) { OfferColumns(horizontalHeader()->mapToGlobal(place)); });
-  for (const auto column : {ERouteColumn::kDistance, ERouteColumn::kDuration}) {
+  for (const auto column : {RouteColumn::kDistance, RouteColumn::kDuration}) {
     setColumnHidden(columnOf(column), !isItinerary);
-    header.resizeSection(columnOf(column), fontMetrics().horizontalAdvance(QStringLiteral("000.0km / 0000.0km")) + kWideMargin);
+    header.resizeSection(
+        columnOf(column),
+        fontMetrics().horizontalAdvance(QStringLiteral("000.0km / 0000.0km")) + kWideMargin);
   }
-  for (const auto column : {ERouteColumn::kPosition, ERouteColumn::kComment,
-                            ERouteColumn::kTravelMode, ERouteColumn::kColor})
+  for (const auto column : {RouteColumn::kPosition, RouteColumn::kComment, RouteColumn::kTravelMode,
+                            RouteColumn::kColor})
     setColumnHidden(columnOf(column), true);
 }
 
@@ -84,7 +85,7 @@ void PointTable::OfferColumns(const QPoint& place) {
   QMenu menu;
   menu.addSection(Text(kTextShownColumns));
   // Number and name always stand.
-  for (int column = PointTableModel::ColumnOf(ERouteColumn::kDistance);
+  for (int column = PointTableModel::ColumnOf(RouteColumn::kDistance);
        column < m_model->columnCount(); ++column) {
     QAction* const action =
         menu.addAction(m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
@@ -145,7 +146,8 @@ void PointTable::ClearSelection() {
 
 void PointTable::SelectRow(size_t index) {
   const QScopedValueRollback program(m_isProgram, true);
-  const QModelIndex row = m_model->index(ToInt(index), PointTableModel::ColumnOf(ERouteColumn::kName));
+  const QModelIndex row =
+      m_model->index(ToInt(index), PointTableModel::ColumnOf(RouteColumn::kName));
   selectionModel()->setCurrentIndex(row, QItemSelectionModel::NoUpdate);
   selectionModel()->select(row, QItemSelectionModel::Select | QItemSelectionModel::Rows);
   scrollTo(row);
@@ -172,8 +174,9 @@ void PointTable::paintEvent(QPaintEvent* event) {
   if (m_model->rowCount() > 0 || m_hint.isEmpty()) return;
   QPainter painter(viewport());
   painter.setPen(CurrentColors().muted);
-  painter.drawText(viewport()->rect().adjusted(kWideMargin, kWideMargin, -kWideMargin, -kWideMargin),
-                   Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+  painter.drawText(
+      viewport()->rect().adjusted(kWideMargin, kWideMargin, -kWideMargin, -kWideMargin),
+      Qt::AlignCenter | Qt::TextWordWrap, m_hint);
 }
 
 void PointTable::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -188,7 +191,7 @@ void PointTable::keyPressEvent(QKeyEvent* event) {
     return;
   }
   if (event->key() == Qt::Key_F2 && currentIndex().isValid()) {
-    edit(m_model->index(currentIndex().row(), PointTableModel::ColumnOf(ERouteColumn::kName)));
+    edit(m_model->index(currentIndex().row(), PointTableModel::ColumnOf(RouteColumn::kName)));
     return;
   }
   QTableView::keyPressEvent(event);
@@ -197,13 +200,17 @@ void PointTable::keyPressEvent(QKeyEvent* event) {
 // Only rows of this table are dropped here; files go on to the window.
 
 void PointTable::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->source() == this) QTableView::dragEnterEvent(event);
-  else event->ignore();
+  if (event->source() == this)
+    QTableView::dragEnterEvent(event);
+  else
+    event->ignore();
 }
 
 void PointTable::dragMoveEvent(QDragMoveEvent* event) {
-  if (event->source() == this) QTableView::dragMoveEvent(event);
-  else event->ignore();
+  if (event->source() == this)
+    QTableView::dragMoveEvent(event);
+  else
+    event->ignore();
 }
 
 void PointTable::dropEvent(QDropEvent* event) {

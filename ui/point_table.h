@@ -1,9 +1,8 @@
 #pragma once
 
+#include <QTableView>
 #include <functional>
 #include <memory>
-
-#include <QTableView>
 
 #include "planner/list_ids.h"
 #include "planner/window_parts.h"
@@ -14,13 +13,13 @@ class PointTableModel;
 
 /// The rows of one list of points. Texts are fetched when they are drawn, so that a million rows
 /// are as quick as ten.
-class PointTable : public QTableView, public IPointRows {
+class PointTable : public QTableView, public PointRows {
  public:
   /// `settings` must outlive this.
-  PointTable(EPinKind kind, const CSettings& settings, QWidget* parent = nullptr);
+  PointTable(PinKind kind, const CSettings& settings, QWidget* parent = nullptr);
   ~PointTable() override;
 
-  /// The list whose rows these are; null for none. The rows themselves come by `IPointRows`.
+  /// The list whose rows these are; null for none. The rows themselves come by `PointRows`.
   void SetList(const CGpsPointArray* list);
   /// The text that stands in the middle while there are no rows.
   void SetHint(const QString& hint);
@@ -60,7 +59,7 @@ class PointTable : public QTableView, public IPointRows {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  void SetUpColumns(EPinKind kind);
+  void SetUpColumns(PinKind kind);
   void OfferColumns(const QPoint& place);
   void Changed() const;
 

@@ -9,23 +9,23 @@ namespace {
 
 constexpr int kColumnCount = 8;
 
-uint32_t HeaderText(ERouteColumn column) {
+uint32_t HeaderText(RouteColumn column) {
   switch (column) {
-    case ERouteColumn::kNumber:
+    case RouteColumn::kNumber:
       return kTextColumnNumber;
-    case ERouteColumn::kName:
+    case RouteColumn::kName:
       return kTextName;
-    case ERouteColumn::kDistance:
+    case RouteColumn::kDistance:
       return kTextPageDistance;
-    case ERouteColumn::kDuration:
+    case RouteColumn::kDuration:
       return kTextPageDuration;
-    case ERouteColumn::kPosition:
+    case RouteColumn::kPosition:
       return kTextColumnPosition;
-    case ERouteColumn::kComment:
+    case RouteColumn::kComment:
       return kTextComment;
-    case ERouteColumn::kTravelMode:
+    case RouteColumn::kTravelMode:
       return kTextColumnMode;
-    case ERouteColumn::kColor:
+    case RouteColumn::kColor:
       return kTextColumnColor;
   }
   return 0;
@@ -33,7 +33,7 @@ uint32_t HeaderText(ERouteColumn column) {
 
 }  // namespace
 
-PointTableModel::PointTableModel(EPinKind kind, const CSettings& settings, QObject* parent)
+PointTableModel::PointTableModel(PinKind kind, const CSettings& settings, QObject* parent)
     : QAbstractTableModel(parent), m_kind(kind), m_settings(settings) {}
 
 void PointTableModel::InsertRow(int index) {
@@ -72,18 +72,18 @@ const CGpsPoint* PointTableModel::PointAt(int row) const {
   return isThere ? &m_list->points[static_cast<size_t>(row)] : nullptr;
 }
 
-QString PointTableModel::CellText(int row, ERouteColumn column) const {
+QString PointTableModel::CellText(int row, RouteColumn column) const {
   const CGpsPoint* const point = PointAt(row);
   if (!point) return {};
   // The disc of the first column holds the number; names have a column of their own.
-  if (column == ERouteColumn::kNumber) return QString::number(row + 1);
-  if (column == ERouteColumn::kName && point->name.empty())
-    return FromUtf8(PositionText(*point, static_cast<ECoordinateFormat>(m_settings.coordinates)));
+  if (column == RouteColumn::kNumber) return QString::number(row + 1);
+  if (column == RouteColumn::kName && point->name.empty())
+    return FromUtf8(PositionText(*point, static_cast<CoordinateFormat>(m_settings.coordinates)));
   return FromUtf8(RouteTableText(*m_list, static_cast<size_t>(row), column, m_settings));
 }
 
 QVariant PointTableModel::data(const QModelIndex& index, int role) const {
-  const auto column = static_cast<ERouteColumn>(index.column() + 1);
+  const auto column = static_cast<RouteColumn>(index.column() + 1);
   const CGpsPoint* const point = PointAt(index.row());
   if (!point) return {};
   switch (role) {
@@ -93,16 +93,15 @@ QVariant PointTableModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
       return FromUtf8(point->name);
     case Qt::ToolTipRole:
-      return column == ERouteColumn::kName && !point->comment.empty()
+      return column == RouteColumn::kName && !point->comment.empty()
                  ? FromUtf8(point->comment).toHtmlEscaped()
                  : QVariant();
     case Qt::TextAlignmentRole: {
-      const bool isMeasure =
-          column == ERouteColumn::kDistance || column == ERouteColumn::kDuration;
+      const bool isMeasure = column == RouteColumn::kDistance || column == RouteColumn::kDuration;
       return QVariant::fromValue(Qt::AlignVCenter | (isMeasure ? Qt::AlignRight : Qt::AlignLeft));
     }
     case Qt::ForegroundRole:
-      if (column == ERouteColumn::kDistance || column == ERouteColumn::kDuration)
+      if (column == RouteColumn::kDistance || column == RouteColumn::kDuration)
         return CurrentColors().muted;
       return {};
     default:
@@ -112,10 +111,10 @@ QVariant PointTableModel::data(const QModelIndex& index, int role) const {
 
 QVariant PointTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal) return {};
-  const auto column = static_cast<ERouteColumn>(section + 1);
+  const auto column = static_cast<RouteColumn>(section + 1);
   if (role == Qt::DisplayRole) return Text(HeaderText(column));
   if (role == Qt::TextAlignmentRole) {
-    const bool isMeasure = column == ERouteColumn::kDistance || column == ERouteColumn::kDuration;
+    const bool isMeasure = column == RouteColumn::kDistance || column == RouteColumn::kDuration;
     return QVariant::fromValue(Qt::AlignVCenter | (isMeasure ? Qt::AlignRight : Qt::AlignLeft));
   }
   return {};
@@ -131,9 +130,9 @@ bool PointTableModel::setData(const QModelIndex& index, const QVariant& value, i
 
 Qt::ItemFlags PointTableModel::flags(const QModelIndex& index) const {
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
-  if (m_kind != EPinKind::kItinerary) return flags;
+  if (m_kind != PinKind::kItinerary) return flags;
   if (!index.isValid()) return Qt::ItemIsDropEnabled;
-  if (index.column() == ColumnOf(ERouteColumn::kName)) flags |= Qt::ItemIsEditable;
+  if (index.column() == ColumnOf(RouteColumn::kName)) flags |= Qt::ItemIsEditable;
   return flags | Qt::ItemIsDragEnabled;
 }
 

@@ -1,18 +1,17 @@
 #pragma once
 
-#include <functional>
-
 #include <QAbstractTableModel>
+#include <functional>
 
 #include "model/point_list.h"
 #include "planner/list_ids.h"
 #include "planner/route_table.h"
 #include "settings/settings.h"
 
-/// What the rows of a list of points show. Columns are those of `ERouteColumn`, from 0.
+/// What the rows of a list of points show. Columns are those of `RouteColumn`, from 0.
 class PointTableModel : public QAbstractTableModel {
  public:
-  PointTableModel(EPinKind kind, const CSettings& settings, QObject* parent);
+  PointTableModel(PinKind kind, const CSettings& settings, QObject* parent);
 
   void SetList(const CGpsPointArray* list) { m_list = list; }
 
@@ -29,15 +28,15 @@ class PointTableModel : public QAbstractTableModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
   Qt::DropActions supportedDropActions() const override;
 
-  static constexpr int ColumnOf(ERouteColumn column) { return static_cast<int>(column) - 1; }
+  static constexpr int ColumnOf(RouteColumn column) { return static_cast<int>(column) - 1; }
 
   std::function<void(size_t row, const QString& name)> renamed;
 
  private:
   const CGpsPoint* PointAt(int row) const;
-  QString CellText(int row, ERouteColumn column) const;
+  QString CellText(int row, RouteColumn column) const;
 
-  const EPinKind m_kind;
+  const PinKind m_kind;
   const CSettings& m_settings;
   const CGpsPointArray* m_list = nullptr;
   int m_rows = 0;

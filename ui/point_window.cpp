@@ -1,7 +1,5 @@
 #include "ui/point_window.h"
 
-#include <cmath>
-
 #include <QComboBox>
 #include <QDialog>
 #include <QDoubleSpinBox>
@@ -10,6 +8,7 @@
 #include <QLineEdit>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <cmath>
 
 #include "base/measure_text.h"
 #include "base/text_ids.h"
@@ -30,7 +29,7 @@ constexpr int kWidth = 420;
 /// The window and its fields.
 class PointWindow : public QDialog {
  public:
-  PointWindow(QWidget* parent, ECoordinateFormat format, uint32_t titleTextId,
+  PointWindow(QWidget* parent, CoordinateFormat format, uint32_t titleTextId,
               const CGpsNamedPoint& point)
       : QDialog(parent),
         m_name(new QLineEdit(FromUtf8(point.name))),
@@ -89,7 +88,9 @@ class PointWindow : public QDialog {
     point.altitude = m_elevation->value();
   }
 
-  ECoordinateFormat Format() const { return static_cast<ECoordinateFormat>(m_format->currentIndex()); }
+  CoordinateFormat Format() const {
+    return static_cast<CoordinateFormat>(m_format->currentIndex());
+  }
 
  private:
   bool IsWithin(const std::optional<double>& angle, int largest, uint32_t textId) {
@@ -115,7 +116,7 @@ class PointWindow : public QDialog {
 
 bool EditPointInWindow(QWidget* parent, CSettings& settings, uint32_t titleTextId,
                        CGpsNamedPoint& point) {
-  PointWindow window(parent, static_cast<ECoordinateFormat>(settings.coordinates), titleTextId,
+  PointWindow window(parent, static_cast<CoordinateFormat>(settings.coordinates), titleTextId,
                      point);
   if (window.exec() != QDialog::Accepted) return false;
   window.Take(point);

@@ -24,8 +24,7 @@ constexpr int kMapWidth = 640;  // of the page's 700 or so
 const QUrl kMapAddress(QStringLiteral("map.png"));
 
 QString Cell(const QString& text, const char* align = "left") {
-  return QStringLiteral("<td align=\"%1\">%2</td>")
-      .arg(QLatin1String(align), text.toHtmlEscaped());
+  return QStringLiteral("<td align=\"%1\">%2</td>").arg(QLatin1String(align), text.toHtmlEscaped());
 }
 
 QString Heading(uint32_t textId, const char* align = "left") {
@@ -59,12 +58,12 @@ std::unique_ptr<QTextDocument> MakePrintDocument(const CGpsPointArray& list,
           Heading(kTextPageDuration, "right") + Heading(kTextComment) +
           QStringLiteral("</tr></thead>");
   for (size_t i = 0; i < list.Count(); ++i) {
-    const auto cell = [&](ERouteColumn column) {
+    const auto cell = [&](RouteColumn column) {
       return FromUtf8(RouteTableText(list, i, column, settings));
     };
-    html += QStringLiteral("<tr>") + Cell(QString::number(i + 1)) +
-            Cell(cell(ERouteColumn::kName)) + Cell(cell(ERouteColumn::kDistance), "right") +
-            Cell(cell(ERouteColumn::kDuration), "right") + Cell(cell(ERouteColumn::kComment)) +
+    html += QStringLiteral("<tr>") + Cell(QString::number(i + 1)) + Cell(cell(RouteColumn::kName)) +
+            Cell(cell(RouteColumn::kDistance), "right") +
+            Cell(cell(RouteColumn::kDuration), "right") + Cell(cell(RouteColumn::kComment)) +
             QStringLiteral("</tr>");
   }
   html += QStringLiteral("</table><p>%1</p><p><small>%2</small></p>")
@@ -75,8 +74,7 @@ std::unique_ptr<QTextDocument> MakePrintDocument(const CGpsPointArray& list,
 }
 
 void PrintItinerary(MainWindow& window, const CSettings& settings) {
-  const QImage map =
-      window.Map().IsDark() ? QImage() : window.Map().View().grab().toImage();
+  const QImage map = window.Map().IsDark() ? QImage() : window.Map().View().grab().toImage();
   const auto document = MakePrintDocument(window.Work().driver.current, settings, map);
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(FromUtf8(window.Work().driver.current.name));

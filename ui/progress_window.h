@@ -12,7 +12,7 @@ class QWidget;
 
 /// A small window over its parent with a text, a bar, and a button that cancels. The rest of the
 /// parent cannot be used meanwhile.
-class ProgressWindow : public IProgressWindow {
+class ProgressWindow : public ProgressWindow {
  public:
   explicit ProgressWindow(QWidget* parent) : m_parent(parent) {}
   ~ProgressWindow() override;

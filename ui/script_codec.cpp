@@ -1,10 +1,9 @@
 #include "ui/script_codec.h"
 
-#include <cmath>
-#include <limits>
-
 #include <QJsonArray>
 #include <QJsonObject>
+#include <cmath>
+#include <limits>
 
 #include "ui/text.h"
 
@@ -118,23 +117,23 @@ ScriptArray ReadScriptValues(const QJsonValue& json, const ScriptObjectTable& ob
 
 QJsonValue WriteScriptValue(const ScriptValue& value, ScriptObjectTable& objects) {
   switch (value.Type()) {
-    case EScriptType::kNull:
-    case EScriptType::kFunction:
+    case ScriptType::kNull:
+    case ScriptType::kFunction:
       return QJsonValue::Null;
-    case EScriptType::kBoolean:
+    case ScriptType::kBoolean:
       return value.AsBoolean();
-    case EScriptType::kInteger:
+    case ScriptType::kInteger:
       return value.AsInteger();
-    case EScriptType::kDouble:
+    case ScriptType::kDouble:
       return WriteDouble(value.AsNumber());
-    case EScriptType::kText:
+    case ScriptType::kText:
       return FromUtf8(value.AsText());
-    case EScriptType::kArray: {
+    case ScriptType::kArray: {
       QJsonArray array;
       for (const ScriptValue& each : value.AsArray()) array.append(WriteScriptValue(each, objects));
       return array;
     }
-    case EScriptType::kObject:
+    case ScriptType::kObject:
       break;
   }
   const ScriptObjectPtr& object = value.AsObject();

@@ -1,9 +1,8 @@
 #include "ui/service_list.h"
 
-#include <set>
-
 #include <QComboBox>
 #include <QStandardItemModel>
+#include <set>
 
 #include "base/text_ids.h"
 #include "services/service_access.h"
@@ -17,7 +16,7 @@ void FillServiceList(QComboBox& list, uint32_t ability, int32_t chosen) {
     const int32_t number = ProviderIdOf(service);
     if ((service.abilities & ability) == 0 || number == kNoProviderId) continue;
     if (!shown.insert(number).second) continue;
-    const Service& asked = ServiceFor(service, static_cast<EServiceAbility>(ability));
+    const Service& asked = ServiceFor(service, static_cast<ServiceAbility>(ability));
     const bool isUsable = IsUsable(asked);
     const QString label = PlainText(service.labelTextId);
     list.addItem(isUsable ? label : FilledText(kTextNotSetUp, ToUtf8(label)), number);

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <functional>
-
 #include <QWidget>
+#include <functional>
 
 #include "planner/window_parts.h"
 
@@ -11,7 +10,7 @@ class QLineEdit;
 class QToolButton;
 
 /// The line at the bottom: how many stops, how long the way, and what there is to tell.
-class StatusLine : public QWidget, public IStatusField {
+class StatusLine : public QWidget, public StatusField {
  public:
   explicit StatusLine(QWidget* parent = nullptr);
 

@@ -30,7 +30,7 @@ uint32_t StyleOf(MessageIcon icon) {
 
 WindowFront::WindowFront(QWidget& window, ConversionContext& context, FrontEvents events)
     : m_window(window), m_context(context), m_events(std::move(events)) {
-  m_context.csvLayouts.ask = [this](ECsvUse use, CCsvLayout& layout) {
+  m_context.csvLayouts.ask = [this](CsvUse use, CCsvLayout& layout) {
     bool accepted = false;
     RunOnWindowThread([&] { accepted = AskLayout(use, layout); });
     return accepted;
@@ -42,8 +42,8 @@ WindowFront::WindowFront(QWidget& window, ConversionContext& context, FrontEvent
   };
 }
 
-bool WindowFront::AskLayout(ECsvUse use, CCsvLayout& layout) {
-  const bool reads = use == ECsvUse::kRead;
+bool WindowFront::AskLayout(CsvUse use, CCsvLayout& layout) {
+  const bool reads = use == CsvUse::kRead;
   return AskCsvLayout(&m_window, use, reads ? FromPath(m_subject) : QString(), layout);
 }
 

@@ -44,7 +44,7 @@ class WindowFront : public ConversionFront {
   void NameChanged() override { m_events.nameChanged(); }
 
  private:
-  bool AskLayout(ECsvUse use, CCsvLayout& layout);
+  bool AskLayout(CsvUse use, CCsvLayout& layout);
 
   QWidget& m_window;
   ConversionContext& m_context;

@@ -14,10 +14,10 @@ Workspace::Workspace(CSettings& settings, const WorkspaceParts& parts)
       }),
       front(parts.widget, m_context, parts.events),
       driver(DefaultFormatTable(), front, m_context),
-      itineraryView(kListItinerary, EPinKind::kItinerary, parts.stops, settings),
-      resultsView(kListSearchResults, EPinKind::kSearchResults, parts.results, settings),
-      favoritesView(kListFavorites, EPinKind::kFavorites, parts.favorites, settings),
-      poisView(kListPois, EPinKind::kPois, parts.pois, settings),
+      itineraryView(kListItinerary, PinKind::kItinerary, parts.stops, settings),
+      resultsView(kListSearchResults, PinKind::kSearchResults, parts.results, settings),
+      favoritesView(kListFavorites, PinKind::kFavorites, parts.favorites, settings),
+      poisView(kListPois, PinKind::kPois, parts.pois, settings),
       services(std::make_unique<QuietServices>(settings, m_posts)) {
   itineraryView.list = &driver.current;
   resultsView.list = &results;
@@ -28,7 +28,10 @@ Workspace::Workspace(CSettings& settings, const WorkspaceParts& parts)
   itineraryView.SetCalculation(services->Directions(), &parts.window);
   driver.checksExports = true;
   bridge = std::make_unique<PlannerBridge>(BridgeParts{
-      parts.window, settings, *services, m_posts,
+      parts.window,
+      settings,
+      *services,
+      m_posts,
       {&itineraryView, &resultsView, &favoritesView, &poisView},
       [](const std::string& url) { OpenLink(url); },
       [](int32_t target, const CGpsPoint& point) { SendPointToTarget(target, point); }});
@@ -61,7 +64,8 @@ void Workspace::ShowResults(const std::vector<CGpsNamedPoint>& places) {
 void Workspace::AddToItinerary(const CGpsPointArray& list, const std::vector<size_t>& rows) {
   std::vector<CGpsPoint> points;
   for (const size_t row : rows) {
-    if (row < list.Count()) points.emplace_back(static_cast<const CGpsNamedPoint&>(list.points[row]));
+    if (row < list.Count())
+      points.emplace_back(static_cast<const CGpsNamedPoint&>(list.points[row]));
   }
   if (points.empty()) return;
   const int64_t selected = itineraryView.FirstSelectedRow();

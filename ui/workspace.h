@@ -1,8 +1,7 @@
 #pragma once
 
-#include <memory>
-
 #include <QObject>
+#include <memory>
 
 #include "conversion/conversion_driver.h"
 #include "model/point_list.h"
@@ -12,18 +11,18 @@
 #include "ui/window_front.h"
 
 class CSettings;
-class IPageServices;
+class PageServices;
 
 /// The controls of the window that show the lists.
 struct WorkspaceParts {
   QWidget& widget;
-  IPlannerWindow& window;
-  IPointRows& stops;
-  IPointRows& results;
-  IPointRows& favorites;
-  IPointRows& pois;
-  IStatusField& status;
-  IProgressWindow& progress;
+  PlannerWindow& window;
+  PointRows& stops;
+  PointRows& results;
+  PointRows& favorites;
+  PointRows& pois;
+  StatusField& status;
+  ProgressWindow& progress;
   FrontEvents events;
 };
 
@@ -60,7 +59,7 @@ class Workspace {
 
  public:
   WindowFront front;
-  CConversionDriver driver;
+  ConversionDriver driver;
   CGpsWaypointList results;
   CGpsWaypointList favorites;
   CGpsPoiList pois;
@@ -68,7 +67,7 @@ class Workspace {
   CPointListView resultsView;
   CPointListView favoritesView;
   CPointListView poisView;
-  std::unique_ptr<IPageServices> services;
+  std::unique_ptr<PageServices> services;
   std::unique_ptr<PlannerBridge> bridge;
 
   PostBox& Posts() { return m_posts; }

@@ -16,7 +16,7 @@
 namespace {
 
 // What a column can hold, in the order of CCsvLayout::Columns.
-enum EContent : size_t { kLatitude, kLongitude, kElevation, kName, kComment, kContentCount };
+enum CsvContent : size_t { kLatitude, kLongitude, kElevation, kName, kComment, kContentCount };
 
 // Labels of the header line, in the same order.
 constexpr std::array<uint32_t, kContentCount> kLabelTexts = {
@@ -138,19 +138,19 @@ class LineReader {
     }
   }
 
-  std::string_view FieldOf(EContent content) const {
+  std::string_view FieldOf(CsvContent content) const {
     return TrimRight(TrimLeft(m_fields[content], kTrimmedLeft), kTrimmedRight);
   }
 
   // False when the field does not begin with a number; `value` is left alone then.
-  bool TakeNumber(EContent content, double& value) const {
+  bool TakeNumber(CsvContent content, double& value) const {
     const std::string_view field = FieldOf(content);
     const bool isPlain =
         m_decimal == "." || m_decimal.empty() || field.find(m_decimal) == std::string_view::npos;
     return TryParseReal(isPlain ? field : ReplaceEvery(field, m_decimal, "."), value);
   }
 
-  void TakeText(EContent content, std::string& text) const {
+  void TakeText(CsvContent content, std::string& text) const {
     const std::string_view field = FieldOf(content);
     text = m_isUtf8 ? MendUtf8(field) : WidenToUtf8(field);
   }
@@ -199,17 +199,17 @@ class LineWriter {
     m_cells.resize(*std::max_element(columns.begin(), columns.end()), kContentCount);
     // Of two contents in one column the later one stands.
     for (size_t content = 0; content < kContentCount; ++content) {
-      if (columns[content] != 0) m_cells[columns[content] - 1] = static_cast<EContent>(content);
+      if (columns[content] != 0) m_cells[columns[content] - 1] = static_cast<CsvContent>(content);
     }
   }
 
   // The labels stand in UTF-8 in a file whose other texts are 8-bit: programs know them like this.
   void WriteHeader() {
-    WriteLine([this](EContent content) { m_sink.Write(LoadTextUtf8(kLabelTexts[content])); });
+    WriteLine([this](CsvContent content) { m_sink.Write(LoadTextUtf8(kLabelTexts[content])); });
   }
 
   void WritePoint(const CGpsPoint& point) {
-    WriteLine([this, &point](EContent content) {
+    WriteLine([this, &point](CsvContent content) {
       if (content == kLatitude) WriteNumber(point.latitude);
       if (content == kLongitude) WriteNumber(point.longitude);
       if (content == kElevation) WriteNumber(point.altitude);
@@ -222,7 +222,7 @@ class LineWriter {
   template <typename WriteCell>
   void WriteLine(WriteCell writeCell) {
     bool isFirst = true;
-    for (const EContent content : m_cells) {
+    for (const CsvContent content : m_cells) {
       if (!isFirst) m_sink.Write(m_separators.list);
       isFirst = false;
       if (content != kContentCount) writeCell(content);
@@ -247,7 +247,7 @@ class LineWriter {
 
   ByteSink& m_sink;
   NumberSeparators m_separators;
-  std::vector<EContent> m_cells;
+  std::vector<CsvContent> m_cells;
 };
 
 }  // namespace
@@ -255,7 +255,7 @@ class LineWriter {
 uint32_t ReadCsv(const WideString& path, PointLists& lists, bool silent) {
   ContextInPlace context;
   CCsvLayout layout;
-  if (const uint32_t status = context->csvLayouts.Choose(ECsvUse::kRead, silent, layout))
+  if (const uint32_t status = context->csvLayouts.Choose(CsvUse::kRead, silent, layout))
     return status;
   return ReadFileWith(
       path, context,
@@ -265,7 +265,7 @@ uint32_t ReadCsv(const WideString& path, PointLists& lists, bool silent) {
 
 uint32_t ParseCsv(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   CCsvLayout layout;
-  context.csvLayouts.Choose(ECsvUse::kRead, /*silent=*/true, layout);
+  context.csvLayouts.Choose(CsvUse::kRead, /*silent=*/true, layout);
   return ParseCsvTable(bytes, lists, layout, context);
 }
 
@@ -288,7 +288,7 @@ uint32_t ParseCsvTable(std::string_view bytes, PointLists& lists, const CCsvLayo
 uint32_t WriteCsv(const WideString& path, const CGpsPointArray& list, uint32_t, bool silent) {
   ContextInPlace context;
   CCsvLayout layout;
-  if (const uint32_t status = context->csvLayouts.Choose(ECsvUse::kWrite, silent, layout))
+  if (const uint32_t status = context->csvLayouts.Choose(CsvUse::kWrite, silent, layout))
     return status;
   if (!CanWrite(layout)) return kStatusInvalidParameter;
   return WriteFileWith(
@@ -297,7 +297,7 @@ uint32_t WriteCsv(const WideString& path, const CGpsPointArray& list, uint32_t, 
 
 uint32_t EmitCsv(ByteSink& sink, const CGpsPointArray& list, uint32_t, ConversionContext& context) {
   CCsvLayout layout;
-  context.csvLayouts.Choose(ECsvUse::kWrite, /*silent=*/true, layout);
+  context.csvLayouts.Choose(CsvUse::kWrite, /*silent=*/true, layout);
   if (!CanWrite(layout)) return kStatusInvalidParameter;
   WriteCsvBody(sink, list, layout);
   return kStatusSuccess;

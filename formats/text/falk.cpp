@@ -37,7 +37,7 @@ size_t CountStops(const ProfileFile& profile) {
 
 uint32_t ParseFalkTour(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
-  const ProfileFile profile(bytes, EProfileText::kUtf8OrNarrow);
+  const ProfileFile profile(bytes, ProfileText::kUtf8OrNarrow);
   const std::string tourName = profile.Section(kTour).GetText(kName);
   if (tourName != kProfileError) route.name = tourName;
 

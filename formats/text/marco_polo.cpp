@@ -68,7 +68,7 @@ void WriteStationKey(ByteSink& sink, size_t number) {
 }  // namespace
 
 uint32_t ParseBcr(std::string_view bytes, PointLists& lists, ConversionContext& context) {
-  const ProfileFile profile(bytes, EProfileText::kNarrow);
+  const ProfileFile profile(bytes, ProfileText::kNarrow);
   const ProfileSection client = profile.Section(kClient);
   if (client.GetText(kRequest) == kProfileError) return kStatusFileNotFound;
 

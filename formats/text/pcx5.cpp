@@ -110,16 +110,16 @@ void ParseTitles(std::string_view line, Pcx5Columns& columns) {
 }
 
 // Takes the form of the angles from a "U" line. False for another coordinate system.
-bool ParseForm(std::string_view line, EPcx5Form& form) {
+bool ParseForm(std::string_view line, Pcx5Form& form) {
   const size_t system = line.find(kCoordinateSystem, 1);
   if (system == std::string_view::npos) return false;
   const std::string_view unit = TrimLeft(line.substr(system + kCoordinateSystem.size()), " ");
   if (unit.starts_with("DEG")) {
-    form = EPcx5Form::kDegrees;
+    form = Pcx5Form::kDegrees;
   } else if (unit.starts_with("DMS")) {
-    form = EPcx5Form::kDegreesMinutesSeconds;
+    form = Pcx5Form::kDegreesMinutesSeconds;
   } else if (unit.starts_with("DM")) {
-    form = EPcx5Form::kDegreesMinutes;
+    form = Pcx5Form::kDegreesMinutes;
   } else {
     return false;
   }
@@ -128,18 +128,18 @@ bool ParseForm(std::string_view line, EPcx5Form& form) {
 
 // Degrees of a latitude or longitude column, whose sign may be a letter.
 double ParseAngle(std::string_view text, char positive, char negative, size_t degreeDigits,
-                  EPcx5Form form) {
+                  Pcx5Form form) {
   const char sign = text.empty() ? '\0' : text[0];
   const bool isNegative = sign == '-' || sign == negative;
   if (isNegative || sign == '+' || sign == positive) text.remove_prefix(1);
 
   float value = 0;
-  if (form == EPcx5Form::kDegrees) {
+  if (form == Pcx5Form::kDegrees) {
     value = static_cast<float>(ParseReal(text));
   } else {
     ColumnScanner scanner(text);
     const int degrees = scanner.Whole(degreeDigits);
-    if (form == EPcx5Form::kDegreesMinutes) {
+    if (form == Pcx5Form::kDegreesMinutes) {
       value = static_cast<float>(scanner.Real() / 60.0 + degrees);
     } else {
       // Whole minutes are divided as whole numbers: below 60 they vanish.
@@ -176,7 +176,7 @@ uint32_t ParsePcx5(std::string_view bytes, PointLists& lists, ConversionContext&
   auto& route = AddList<CGpsRoute>(lists);
   bool started = false;
   Pcx5Columns columns;
-  EPcx5Form form = EPcx5Form::kDegrees;
+  Pcx5Form form = Pcx5Form::kDegrees;
 
   ConversionLines lines(bytes, context);
   for (std::string_view line; lines.Next(line);) {
@@ -216,7 +216,7 @@ void ParsePcx5RouteLine(std::string_view line, CGpsPointArray& list) {
   list.name = WidenToUtf8(TrimLeft(TrimRight(line, " \r"), " "));
 }
 
-void ParsePcx5Waypoint(std::string_view line, const Pcx5Columns& columns, EPcx5Form form,
+void ParsePcx5Waypoint(std::string_view line, const Pcx5Columns& columns, Pcx5Form form,
                        CGpsPointArray& list) {
   CGpsPoint& point = list.points.emplace_back();
   point.latitude = ParseAngle(ColumnText(line, columns[kPcx5Latitude]), 'N', 'S', 2, form);

@@ -21,7 +21,7 @@ struct Pcx5Column {
 };
 
 /// The columns in the order of their titles.
-enum EPcx5Column : size_t {
+enum Pcx5ColumnIndex : size_t {
   kPcx5Ident,
   kPcx5Latitude,
   kPcx5Longitude,
@@ -36,7 +36,7 @@ enum EPcx5Column : size_t {
 using Pcx5Columns = std::array<Pcx5Column, kPcx5ColumnCount>;
 
 /// How the angles of a file are written.
-enum class EPcx5Form { kDegrees, kDegreesMinutesSeconds, kDegreesMinutes };
+enum class Pcx5Form { kDegrees, kDegreesMinutesSeconds, kDegreesMinutes };
 
 /// Reads a file into one new route. 0, or 1 when the file cannot be opened, has no software line or
 /// an unknown coordinate system; the points before it stay in `lists`.
@@ -47,7 +47,7 @@ inline constexpr FormatReadFn ReadPcx5 = ReadFileOf<ParsePcx5>;
 void ParsePcx5RouteLine(std::string_view line, CGpsPointArray& list);
 
 /// Appends the point of a "W" line. Coordinates and altitude have the precision of 32-bit floats.
-void ParsePcx5Waypoint(std::string_view line, const Pcx5Columns& columns, EPcx5Form form,
+void ParsePcx5Waypoint(std::string_view line, const Pcx5Columns& columns, Pcx5Form form,
                        CGpsPointArray& list);
 
 /// Writes one route of waypoint lines, all with the present moment in UTC. 0, or 1 on failure.

@@ -80,7 +80,7 @@ constexpr std::string_view kAuthor = "Corvane";
 // The road of the map that a stop lies on: none, the device finds it.
 constexpr std::string_view kSubclass = "000000000000ffffffffffffffffffffffff";
 
-enum class EElevation { kWritten, kLeftOut };
+enum class ElevationElement { kWritten, kLeftOut };
 
 // Without a key the element is empty.
 void WriteGarminExtension(CXmlElement& parent, std::string_view prefix, std::string_view wrapper,
@@ -107,11 +107,11 @@ void WriteViaPoint(CXmlElement& parent) { WriteGarminExtension(parent, "trp", "V
 // `writeExtensions` takes the open element `extensions`.
 template <typename WriteExtensions>
 void WriteGarminPoint(CXmlElement& parent, const CGpsPoint& point, std::string_view elementName,
-                      const std::string& stamp, EElevation elevation,
+                      const std::string& stamp, ElevationElement elevation,
                       WriteExtensions&& writeExtensions) {
   CXmlElement element = parent.Child(elementName);
   WriteGpxPosition(element, point);
-  if (elevation == EElevation::kWritten)
+  if (elevation == ElevationElement::kWritten)
     element.Child("ele").NumberText(point.altitude, kGpxDecimals);
   element.Child("time").Text(stamp);
   if (!point.name.empty()) element.Child("name").Text(point.name);
@@ -169,9 +169,11 @@ void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaP
   WriteNuviMetadata(root, Bounds(list), stamp);
 
   for (const CGpsPoint& point : list.points) {
-    WriteGarminPoint(root, point, "wpt", stamp, EElevation::kWritten, [](CXmlElement& extensions) {
-      WriteGarminExtension(extensions, "gpxx", "WaypointExtension", "DisplayMode", "SymbolAndName");
-    });
+    WriteGarminPoint(root, point, "wpt", stamp, ElevationElement::kWritten,
+                     [](CXmlElement& extensions) {
+                       WriteGarminExtension(extensions, "gpxx", "WaypointExtension", "DisplayMode",
+                                            "SymbolAndName");
+                     });
   }
 
   CXmlElement route = root.Child("rte");
@@ -180,7 +182,7 @@ void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaP
   WriteAutoNamed(route);
   for (const CGpsPoint& point : list.points) {
     const bool isInner = &point != &list.points.front() && &point != &list.points.back();
-    WriteGarminPoint(route, point, "rtept", stamp, EElevation::kWritten,
+    WriteGarminPoint(route, point, "rtept", stamp, ElevationElement::kWritten,
                      [&](CXmlElement& extensions) {
                        WriteSubclass(extensions);
                        if (marksViaPoints && isInner) WriteViaPoint(extensions);
@@ -208,7 +210,7 @@ void WriteZumoGpxBody(ByteSink& sink, const CGpsPointArray& list) {
     WriteAutoNamed(extensions);
   }
   for (const CGpsPoint& point : list.points) {
-    WriteGarminPoint(route, point, "rtept", stamp, EElevation::kLeftOut,
+    WriteGarminPoint(route, point, "rtept", stamp, ElevationElement::kLeftOut,
                      [](CXmlElement& extensions) {
                        WriteSubclass(extensions);
                        WriteViaPoint(extensions);

@@ -23,7 +23,7 @@
 class CKmlReader final : public CXmlReader {
  public:
   CKmlReader(PointLists& results, ConversionContext& context)
-      : CXmlReader(EEncodings::kSystems), m_results(results), m_context(context) {}
+      : CXmlReader(Encodings::kSystems), m_results(results), m_context(context) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override;
   void EndElement(const XML_Char* name) override;

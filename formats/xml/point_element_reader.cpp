@@ -20,9 +20,9 @@ bool StoreField(CGpsPoint& point, std::span<const PointField> fields, const XML_
   return isTaken;
 }
 
-class CPointElementReader final : public CXmlReader {
+class PointElementReader final : public CXmlReader {
  public:
-  CPointElementReader(PointLists& results, const PointFormat& format, ConversionContext& context)
+  PointElementReader(PointLists& results, const PointFormat& format, ConversionContext& context)
       : m_route(AddList<CGpsRoute>(results)), m_format(format), m_context(context) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override {
@@ -98,12 +98,12 @@ bool StoreAttributes(CGpsPoint& point, const XML_Char** attributes,
 
 uint32_t ReadPoints(const WideString& path, PointLists& lists, const PointFormat& format) {
   ContextInPlace context;
-  CPointElementReader reader(lists, format, context);
+  PointElementReader reader(lists, format, context);
   return ReadXmlFile(reader, path, context);
 }
 
 uint32_t ParsePoints(std::string_view bytes, PointLists& lists, const PointFormat& format,
                      ConversionContext& context) {
-  CPointElementReader reader(lists, format, context);
+  PointElementReader reader(lists, format, context);
   return ParseXmlBytes(reader, bytes, context);
 }

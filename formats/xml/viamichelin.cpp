@@ -20,9 +20,9 @@ constexpr int kDecimals = 6;
 constexpr PointField kAttributes[] = {
     {"name", TakeName}, {"longitude", TakeLongitude}, {"latitude", TakeLatitude}};
 
-class CXvmReader final : public CXmlReader {
+class XvmReader final : public CXmlReader {
  public:
-  CXvmReader(PointLists& results, ConversionContext& context)
+  XvmReader(PointLists& results, ConversionContext& context)
       : m_results(results), m_context(context) {}
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override {
@@ -86,11 +86,11 @@ class CXvmReader final : public CXmlReader {
 }  // namespace
 
 uint32_t ReadXvm(const WideString& path, PointLists& lists, bool silent) {
-  return ReadXmlFileOf<CXvmReader>(path, lists, silent);
+  return ReadXmlFileOf<XvmReader>(path, lists, silent);
 }
 
 uint32_t ParseXvm(std::string_view bytes, PointLists& lists, ConversionContext& context) {
-  return ParseXmlOf<CXvmReader>(bytes, lists, context);
+  return ParseXmlOf<XvmReader>(bytes, lists, context);
 }
 
 void WriteXvmBody(ByteSink& sink, const CGpsPointArray& list) {

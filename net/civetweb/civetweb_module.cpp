@@ -26,7 +26,7 @@ constexpr auto kPokeInterval = 10ms;
 
 // Keeps what the listener answers: it is sent when the listener has returned, since a client may
 // take its time to read.
-class Answer final : public IHttpServerConnection {
+class Answer final : public HttpServerConnection {
  public:
   void SendError(int status, const char* reason) override {
     m_status = status;
@@ -108,7 +108,7 @@ class Stopping {
   bool m_isDone = false;
 };
 
-class Server final : public ILocalServer {
+class Server final : public LocalServer {
  public:
   explicit Server(IHttpServerUriListener& listener) : m_core(std::make_shared<Core>(listener)) {}
   ~Server() override {
@@ -170,7 +170,7 @@ class Server final : public ILocalServer {
 
 }  // namespace
 
-extern "C" ILocalServer* CorvaneLocalServer(uint16_t port, IHttpServerUriListener& listener) {
+extern "C" LocalServer* CorvaneLocalServer(uint16_t port, IHttpServerUriListener& listener) {
   static const unsigned features = mg_init_library(0);
   (void)features;
   auto server = std::make_unique<Server>(listener);

@@ -2,8 +2,8 @@
 
 #include "net/curl/curl_transport.h"
 
-extern "C" __attribute__((visibility("default"))) IHttpTransport* CorvaneHttpModule() {
+extern "C" __attribute__((visibility("default"))) HttpTransport* CorvaneHttpModule() {
   // Never destroyed: its thread runs until the process ends.
-  static IHttpTransport* const transport = CurlTransport::Create().release();
+  static HttpTransport* const transport = CurlTransport::Create().release();
   return transport;
 }

@@ -28,24 +28,24 @@ class CurlTransfer {
  public:
   using Clock = std::chrono::steady_clock;
 
-  CurlTransfer(HttpTransfer request, IHttpTransferEvents& events)
+  CurlTransfer(HttpTransfer request, HttpTransferEvents& events)
       : m_request(std::move(request)), m_events(events) {}
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-  /// Makes the handle ready to be added. Returns 0 or an EInternetError.
+  /// Makes the handle ready to be added. Returns 0 or an InternetError.
   uint32_t Prepare(CURLSH* share, uint64_t id);
   CURL* Handle() const { return m_easy.get(); }
 
   /// After the handle has ended with `result`: true when it is ready to be added once more, to
-  /// follow a redirect; otherwise `code` is 0 or the EInternetError.
+  /// follow a redirect; otherwise `code` is 0 or the InternetError.
   bool Continue(CURLcode result, uint32_t& code);
 
   /// When nothing has happened for too long. Before there is a connection libcurl keeps the time.
   Clock::time_point Deadline() const;
 
   uint32_t HttpStatus() const { return m_status; }
-  IHttpTransferEvents& Events() const { return m_events; }
+  HttpTransferEvents& Events() const { return m_events; }
 
  private:
   static size_t OnHeader(const char* data, size_t size, size_t count, void* self);
@@ -62,7 +62,7 @@ class CurlTransfer {
   void Touch() { m_lastActivity = Clock::now(); }
 
   HttpTransfer m_request;
-  IHttpTransferEvents& m_events;
+  HttpTransferEvents& m_events;
   CurlUrl m_url;       ///< where the request goes now
   CurlUrl m_redirect;  ///< where the reply sends it; null: the reply is the one
   CurlList m_headers;

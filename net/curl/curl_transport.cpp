@@ -68,7 +68,7 @@ void CurlTransport::CloseSession(uint64_t session) {
   });
 }
 
-uint64_t CurlTransport::Begin(uint64_t session, HttpTransfer request, IHttpTransferEvents& events) {
+uint64_t CurlTransport::Begin(uint64_t session, HttpTransfer request, HttpTransferEvents& events) {
   const uint64_t id = NewNumber();
   auto transfer = std::make_shared<std::unique_ptr<CurlTransfer>>(
       std::make_unique<CurlTransfer>(std::move(request), events));
@@ -111,7 +111,7 @@ void CurlTransport::AddHandle(uint64_t id) {
 void CurlTransport::End(uint64_t id, uint32_t code) {
   const auto found = m_transfers.find(id);
   if (found == m_transfers.end()) return;
-  IHttpTransferEvents& events = found->second->Events();
+  HttpTransferEvents& events = found->second->Events();
   const uint32_t status = found->second->HttpStatus();
   if (CURL* const easy = found->second->Handle()) curl_multi_remove_handle(m_multi, easy);
   m_transfers.erase(found);

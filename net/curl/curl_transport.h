@@ -13,14 +13,14 @@
 #include "net/http_transport.h"
 
 /// All transfers of the program, carried out by libcurl on one thread.
-class CurlTransport final : public IHttpTransport {
+class CurlTransport final : public HttpTransport {
  public:
   /// Null when libcurl or the thread could not start.
   static std::unique_ptr<CurlTransport> Create();
 
   uint64_t OpenSession() override;
   void CloseSession(uint64_t session) override;
-  uint64_t Begin(uint64_t session, HttpTransfer transfer, IHttpTransferEvents& events) override;
+  uint64_t Begin(uint64_t session, HttpTransfer transfer, HttpTransferEvents& events) override;
   void Cancel(uint64_t transfer) override;
   bool IsOnOwnThread() const override;
 

@@ -123,7 +123,7 @@ OutputFile::OutputFile(const WideString& path) : m_target(PathBytes(path)) {
     return;
   }
   if (exists && !S_ISREG(existing.st_mode)) {
-    m_mode = EMode::kDirect;
+    m_mode = Mode::kDirect;
     m_file = open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
     if (m_file < 0) m_status = FailWithErrno();
     return;
@@ -135,7 +135,7 @@ OutputFile::OutputFile(const WideString& path) : m_target(PathBytes(path)) {
   }
   OpenReplacement();
   if (m_file < 0 && exists && (errno == EACCES || errno == EROFS || errno == EPERM)) {
-    m_mode = EMode::kInPlace;
+    m_mode = Mode::kInPlace;
   } else if (m_file < 0) {
     m_status = FailWithErrno();
   } else if (exists) {
@@ -162,14 +162,14 @@ OutputFile::~OutputFile() {
 
 void OutputFile::Discard() {
   if (m_file < 0) return;
-  if (m_mode == EMode::kReplace) unlinkat(m_folder, m_temporary.c_str(), 0);
+  if (m_mode == Mode::kReplace) unlinkat(m_folder, m_temporary.c_str(), 0);
   close(m_file);
   m_file = -1;
 }
 
 void OutputFile::Write(std::string_view bytes) {
   if (m_status != 0) return;
-  if (m_mode == EMode::kInPlace) {
+  if (m_mode == Mode::kInPlace) {
     if (!Append(m_content, bytes)) m_status = FailWithErrno();
   } else if (!WriteFully(m_file, bytes)) {
     m_status = FailWithErrno();
@@ -197,7 +197,7 @@ uint32_t OutputFile::Commit() {
     Discard();
     return m_status;
   }
-  if (m_mode == EMode::kInPlace) {
+  if (m_mode == Mode::kInPlace) {
     OverwriteTarget();
     return m_status;
   }
@@ -210,7 +210,7 @@ uint32_t OutputFile::Commit() {
     return m_status;
   }
   const char* const name = m_target.c_str() + NameStart(m_target);
-  if (m_mode == EMode::kReplace && renameat(m_folder, m_temporary.c_str(), m_folder, name) != 0) {
+  if (m_mode == Mode::kReplace && renameat(m_folder, m_temporary.c_str(), m_folder, name) != 0) {
     m_status = FailWithErrno();
     Discard();
     return m_status;

@@ -12,9 +12,9 @@ const char* NotNull(std::string_view bytes) { return bytes.empty() ? "" : bytes.
 
 }  // namespace
 
-int SqliteDatabase::Open(const std::string& path, EMode mode) {
+int SqliteDatabase::Open(const std::string& path, Mode mode) {
   Close();
-  const int access = mode == EMode::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  const int access = mode == Mode::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   const int result =
       sqlite3_open_v2(path.c_str(), &m_database, access | SQLITE_OPEN_NOMUTEX, nullptr);
   if (result != SQLITE_OK) {

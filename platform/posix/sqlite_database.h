@@ -10,7 +10,7 @@ struct sqlite3_stmt;
 /// A connection to an SQLite file, closed with its owner. Results are SQLite's own codes.
 class SqliteDatabase {
  public:
-  enum class EMode { kReadOnly, kReadWrite };
+  enum class Mode { kReadOnly, kReadWrite };
 
   SqliteDatabase() = default;
   ~SqliteDatabase() { Close(); }
@@ -18,7 +18,7 @@ class SqliteDatabase {
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
   /// Opens an existing file. A lock of another program is waited for.
-  int Open(const std::string& path, EMode mode);
+  int Open(const std::string& path, Mode mode);
   void Close();
   bool IsOpen() const { return m_database != nullptr; }
 

@@ -40,7 +40,7 @@ constexpr std::string_view kReadValues =
     " WHERE folder.path = ?1 AND length(CAST(value.data AS BLOB)) <= ?2";
 
 // The column `kind`.
-enum EKind : int64_t { kKindBinary = 1, kKindNumber = 2, kKindNumber64 = 3, kKindText = 4 };
+enum ValueKind : int64_t { kKindBinary = 1, kKindNumber = 2, kKindNumber64 = 3, kKindText = 4 };
 
 constexpr uint32_t kNotFound = 2;
 constexpr uint32_t kAccessDenied = 5;
@@ -157,13 +157,13 @@ bool IsDamaged(SqliteDatabase& database, int64_t version) {
 bool IsFileDamaged(const std::string& path) {
   SqliteDatabase database;
   int64_t version = 0;
-  int result = database.Open(path, SqliteDatabase::EMode::kReadWrite);
+  int result = database.Open(path, SqliteDatabase::Mode::kReadWrite);
   if (result == SQLITE_OK) result = database.Query("PRAGMA user_version", version);
   if (result == SQLITE_OK) return IsDamaged(database, version);
   return StatusOf(result) == kFileCorrupt;
 }
 
-class SqliteSettings final : public ISettingsBackend {
+class SqliteSettings final : public SettingsBackend {
  public:
   explicit SqliteSettings(std::string path) : m_path(std::move(path)) {}
 
@@ -245,7 +245,7 @@ uint32_t SqliteSettings::ReadFile(std::string_view folder, FolderValues& values)
   uint32_t status = 0;
   // A save that was killed is taken back by the next program that opens the file, which has to
   // write for that.
-  for (const auto mode : {SqliteDatabase::EMode::kReadOnly, SqliteDatabase::EMode::kReadWrite}) {
+  for (const auto mode : {SqliteDatabase::Mode::kReadOnly, SqliteDatabase::Mode::kReadWrite}) {
     SqliteDatabase database;
     values.clear();
     status = StatusOf(database.Open(m_path, mode));
@@ -348,7 +348,7 @@ uint32_t SqliteSettings::BeginSave() {
 
 uint32_t SqliteSettings::OpenForSave() {
   if (const uint32_t status = EnsurePrivateFile(m_path)) return status;
-  int result = m_saving.Open(m_path, SqliteDatabase::EMode::kReadWrite);
+  int result = m_saving.Open(m_path, SqliteDatabase::Mode::kReadWrite);
   if (result == SQLITE_OK) result = m_saving.Execute("BEGIN IMMEDIATE");
   return result == SQLITE_OK ? PrepareTables() : StatusOf(result);
 }
@@ -387,11 +387,11 @@ uint32_t SqliteSettings::RemoveDamage() {
 
 }  // namespace
 
-std::unique_ptr<ISettingsBackend> OpenSqliteSettings(const WideString& path) {
+std::unique_ptr<SettingsBackend> OpenSqliteSettings(const WideString& path) {
   return std::make_unique<SqliteSettings>(PathBytes(path));
 }
 
-std::unique_ptr<ISettingsBackend> OpenUserSettings() {
+std::unique_ptr<SettingsBackend> OpenUserSettings() {
   const WideString folder = SettingsFolder();
   return folder.empty() ? nullptr : OpenSqliteSettings(folder + u"/settings.db");
 }

@@ -9,4 +9,4 @@
 /// the state before its save or the one after it. A damaged file's content is put aside under
 /// another name (`TakeDamagedSettingsFile`), and the settings are empty. A file of a later version
 /// of the program is left alone: all operations give 50 then.
-std::unique_ptr<ISettingsBackend> OpenSqliteSettings(const WideString& path);
+std::unique_ptr<SettingsBackend> OpenSqliteSettings(const WideString& path);

@@ -92,7 +92,7 @@ uint32_t CBingRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMo
   size_t index = 0;
   for (const auto& point : chunk.points) {
     url += fmt::format("&wp.{}=", index++);
-    AppendPosition(url, *point, EAxisOrder::kLatitudeFirst);
+    AppendPosition(url, *point, AxisOrder::kLatitudeFirst);
   }
   AppendParameter(url, "&key=", access.key);
   AppendParameter(url, "&c=", access.language);

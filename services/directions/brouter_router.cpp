@@ -55,7 +55,7 @@ uint32_t BRouterRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travel
                                      const CRouteOptions& options, CHttpRequestSpec& spec) {
   std::string& url = spec.url;
   url = AccessToProvider(GetId()).url + "/brouter?lonlats=";
-  AppendPositions(url, chunk, EAxisOrder::kLongitudeFirst, "|");
+  AppendPositions(url, chunk, AxisOrder::kLongitudeFirst, "|");
   url += "&profile=";
   url += ProfileOf(travelMode, options.mode);
   url += "&alternativeidx=0&format=geojson";

@@ -75,13 +75,13 @@ uint32_t GeoplateformeRouter::BuildRequest(const CGpsPointList& chunk, uint32_t 
                                            const CRouteOptions& options, CHttpRequestSpec& spec) {
   std::string& url = spec.url;
   url = AccessToProvider(GetId()).url + "/navigation/itineraire?resource=bdtopo-osrm&start=";
-  AppendPosition(url, *chunk.points.front(), EAxisOrder::kLongitudeFirst);
+  AppendPosition(url, *chunk.points.front(), AxisOrder::kLongitudeFirst);
   url += "&end=";
   const auto last = std::prev(chunk.points.end());
-  AppendPosition(url, **last, EAxisOrder::kLongitudeFirst);
+  AppendPosition(url, **last, AxisOrder::kLongitudeFirst);
   for (auto point = std::next(chunk.points.begin()); point != last; ++point) {
     url += point == std::next(chunk.points.begin()) ? "&intermediates=" : "|";
-    AppendPosition(url, **point, EAxisOrder::kLongitudeFirst);
+    AppendPosition(url, **point, AxisOrder::kLongitudeFirst);
   }
   url += travelMode == kPedestrian ? "&profile=pedestrian" : "&profile=car";
   url += options.mode == kShortest ? "&optimization=shortest" : "&optimization=fastest";

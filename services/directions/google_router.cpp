@@ -42,7 +42,7 @@ void ReadLeg(const CJsonValue& value, CRouteData& leg) {
   for (const auto& step : value.Get("steps").AsArray()) {
     leg.steps.push_back(ReadStep(*step));
     const CJsonValue* const points = step->object.FindPath("polyline/points");
-    if (points) DecodePolyline(points->AsString(), EPolylinePrecision::kFive, leg.shape.points);
+    if (points) DecodePolyline(points->AsString(), PolylinePrecision::kFive, leg.shape.points);
   }
 }
 
@@ -63,9 +63,9 @@ uint32_t CGoogleRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travel
   const auto avoided = AvoidedWords(options, kRoads);
   if (!avoided.empty()) url += fmt::format("&avoid={}", fmt::join(avoided, "|"));
   url += "&origin=";
-  AppendPosition(url, *chunk.points.front(), EAxisOrder::kLatitudeFirst);
+  AppendPosition(url, *chunk.points.front(), AxisOrder::kLatitudeFirst);
   url += "&destination=";
-  AppendPosition(url, *chunk.points.back(), EAxisOrder::kLatitudeFirst);
+  AppendPosition(url, *chunk.points.back(), AxisOrder::kLatitudeFirst);
   spec.referrer = access.referrer;
   pace.Await();
   return kRouteSuccess;

@@ -47,7 +47,7 @@ uint32_t StatusOfError(const CJsonValue& error) {
 
 void AppendPlace(std::string& body, const CGpsCoordinate& position) {
   body += "{\"location\":{\"latLng\":{\"latitude\":";
-  AppendPosition(body, position, EAxisOrder::kLatitudeFirst, ",\"longitude\":");
+  AppendPosition(body, position, AxisOrder::kLatitudeFirst, ",\"longitude\":");
   body += "}}}";
 }
 
@@ -73,7 +73,7 @@ void ReadLeg(const CJsonValue& value, CRouteData& leg) {
   TakePlace(value.Get("endLocation"), AppendPoint(leg.path, 0.0, 0.0));
   leg.measure =
       MakeMeasure(RoundedMemberOrZero(value, "distanceMeters"), ReadSeconds(value, "duration"));
-  DecodePolyline(value.Get("polyline").Get("encodedPolyline").AsString(), EPolylinePrecision::kFive,
+  DecodePolyline(value.Get("polyline").Get("encodedPolyline").AsString(), PolylinePrecision::kFive,
                  leg.shape.points);
   const CJsonValue* const steps = value.AsObject().Find("steps");
   if (!steps) return;

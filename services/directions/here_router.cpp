@@ -89,7 +89,7 @@ uint32_t CHereRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMo
   size_t index = 0;
   for (const auto& point : chunk.points) {
     url += fmt::format("&waypoint{}=geo!", index++);
-    AppendPosition(url, *point, EAxisOrder::kLatitudeFirst);
+    AppendPosition(url, *point, AxisOrder::kLatitudeFirst);
   }
   return kRouteSuccess;
 }

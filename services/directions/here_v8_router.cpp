@@ -129,14 +129,14 @@ uint32_t HereV8Router::BuildRequest(const CGpsPointList& chunk, uint32_t travelM
   const TruckOptions* const truck = TruckOf(options);
   if (truck && travelMode == kTruckMode) AppendTruck(url, *truck);
   url += "&origin=";
-  AppendPosition(url, *chunk.points.front(), EAxisOrder::kLatitudeFirst);
+  AppendPosition(url, *chunk.points.front(), AxisOrder::kLatitudeFirst);
   const auto last = std::prev(chunk.points.end());
   for (auto point = std::next(chunk.points.begin()); point != last; ++point) {
     url += "&via=";
-    AppendPosition(url, **point, EAxisOrder::kLatitudeFirst);
+    AppendPosition(url, **point, AxisOrder::kLatitudeFirst);
   }
   url += "&destination=";
-  AppendPosition(url, **last, EAxisOrder::kLatitudeFirst);
+  AppendPosition(url, **last, AxisOrder::kLatitudeFirst);
   url += "&return=polyline,summary,actions,instructions";
   AppendParameter(url, "&lang=", access.language);
   AppendParameter(url, "&apiKey=", access.key);

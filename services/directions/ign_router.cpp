@@ -43,9 +43,9 @@ uint32_t CIgnRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMod
   url = access.url + "/";
   AppendParameter(url, "", access.key);
   url += "/itineraire/rest/route.json?origin=";
-  AppendPosition(url, *chunk.points.front(), EAxisOrder::kLongitudeFirst);
+  AppendPosition(url, *chunk.points.front(), AxisOrder::kLongitudeFirst);
   url += "&destination=";
-  AppendPosition(url, *chunk.points.back(), EAxisOrder::kLongitudeFirst);
+  AppendPosition(url, *chunk.points.back(), AxisOrder::kLongitudeFirst);
   url += travelMode == kPedestrian ? "&graphName=Pieton" : "&graphName=Voiture";
   url += options.mode == kShortest ? "&method=DISTANCE" : "&method=TIME";
   for (const std::string_view word : AvoidedWords(options, kRoads)) url += word;

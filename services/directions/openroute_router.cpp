@@ -25,13 +25,13 @@ uint32_t COpenRouteRouter::BuildRequest(const CGpsPointList& chunk, uint32_t tra
   spec.url = access.url + "/php/OpenLSRS_DetermineRoute.php";
   std::string& body = spec.postData;
   body = "Start=";
-  AppendPosition(body, *chunk.points.front(), EAxisOrder::kLongitudeFirst);
+  AppendPosition(body, *chunk.points.front(), AxisOrder::kLongitudeFirst);
   body += "&End=";
-  AppendPosition(body, *chunk.points.back(), EAxisOrder::kLongitudeFirst);
+  AppendPosition(body, *chunk.points.back(), AxisOrder::kLongitudeFirst);
   const auto last = std::prev(chunk.points.end());
   for (auto point = std::next(chunk.points.begin()); point != last; ++point) {
     body += "&Via=";
-    AppendPosition(body, **point, EAxisOrder::kLongitudeFirst);
+    AppendPosition(body, **point, AxisOrder::kLongitudeFirst);
   }
   body.append("&routepref=").append(Preference(travelMode, options));
   for (const std::string_view word : AvoidedWords(options, kRoads)) body += word;

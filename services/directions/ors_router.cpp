@@ -123,7 +123,7 @@ uint32_t OrsRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMode
   spec.headers = {{"Authorization", access.key}, {"Content-Type", "application/json"}};
   std::string& body = spec.postData;
   body = "{\"coordinates\":[[";
-  AppendPositions(body, chunk, EAxisOrder::kLongitudeFirst, "],[");
+  AppendPositions(body, chunk, AxisOrder::kLongitudeFirst, "],[");
   body += "]],\"preference\":";
   body += options.mode == kShortest ? "\"shortest\"" : "\"fastest\"";
   body += ",\"units\":\"m\"";
@@ -147,7 +147,7 @@ uint32_t OrsRouter::ParseResponse(std::string_view text, uint32_t travelMode,
   const auto readLegs = [&](const CJsonValue& reply, Legs& read) {
     const CJsonValue& route = reply.Get("routes").AsArray().At(0);
     CGpsPointList line;
-    DecodePolyline(route.Get("geometry").AsString(), EPolylinePrecision::kFive, line);
+    DecodePolyline(route.Get("geometry").AsString(), PolylinePrecision::kFive, line);
     const ShapeIndex shape(line);
     for (const auto& segment : route.Get("segments").AsArray())
       ReadSegment(*segment, shape, read.emplace_back(MakeLeg(travelMode, options)));

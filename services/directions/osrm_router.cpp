@@ -11,7 +11,7 @@ uint32_t COsrmRouter::BuildRequest(const CGpsPointList& chunk, uint32_t /*travel
                                    const CRouteOptions& /*options*/, CHttpRequestSpec& spec) {
   std::string& url = spec.url;
   url = AccessToProvider(GetId()).url + "/route/v1/driving/";
-  AppendPositions(url, chunk, EAxisOrder::kLongitudeFirst, ";");
+  AppendPositions(url, chunk, AxisOrder::kLongitudeFirst, ";");
   url += "?overview=full";
   return kRouteSuccess;
 }
@@ -26,7 +26,7 @@ uint32_t COsrmRouter::ParseResponse(std::string_view text, uint32_t travelMode,
     CRouteData& leg = read.emplace_back(MakeLeg(travelMode, options));
     const uint32_t duration = RoundedMember(route, "duration");
     leg.measure = MakeMeasure(RoundedMember(route, "distance"), duration);
-    DecodePolyline(route.Get("geometry").AsString(), EPolylinePrecision::kFive, leg.shape.points);
+    DecodePolyline(route.Get("geometry").AsString(), PolylinePrecision::kFive, leg.shape.points);
     for (const auto& waypoint : reply.Get("waypoints").AsArray()) {
       const CJsonArray& location = waypoint->Get("location").AsArray();
       AppendPoint(leg.path, location.At(1).AsNumber(), location.At(0).AsNumber()).name =

@@ -92,8 +92,8 @@ bool PolylineNumbers::Next(int64_t& number) {
   return true;
 }
 
-void DecodePolyline(std::string_view text, EPolylinePrecision precision, CGpsPointList& points) {
-  const double scale = precision == EPolylinePrecision::kSix ? 1'000'000.0 : 100'000.0;
+void DecodePolyline(std::string_view text, PolylinePrecision precision, CGpsPointList& points) {
+  const double scale = precision == PolylinePrecision::kSix ? 1'000'000.0 : 100'000.0;
   PolylineNumbers numbers(text);
   int64_t latitude = 0;
   int64_t longitude = 0;

@@ -28,10 +28,10 @@ class PolylineNumbers {
 };
 
 /// Decimal places of an encoded polyline.
-enum class EPolylinePrecision { kFive, kSix };
+enum class PolylinePrecision { kFive, kSix };
 
 /// Appends the points of an encoded polyline: differences of latitude and longitude in turn.
-void DecodePolyline(std::string_view text, EPolylinePrecision precision, CGpsPointList& points);
+void DecodePolyline(std::string_view text, PolylinePrecision precision, CGpsPointList& points);
 
 /// Appends the points of a flexible polyline as HERE's newer services send it, of version 1. A
 /// third dimension becomes the altitude if it is one.

@@ -6,7 +6,7 @@
 #include "model/route_leg.h"
 
 /// What an options object can express; its `Capabilities` is a mask of these.
-enum ERouteCapability : uint32_t {
+enum RouteCapability : uint32_t {
   kRouteTypeOnly = 1,
   kAvoidances = 2,
   kTruck = 4,
@@ -16,11 +16,11 @@ enum ERouteCapability : uint32_t {
 };
 
 /// How a way is chosen: `CRouteOptions::mode` for all providers save ViaMichelin, which counts
-/// differently (`EViaMichelinType`).
-enum ERouteType : uint32_t { kFastest = 1, kShortest = 2, kEconomical = 4, kThrilling = 5 };
+/// differently (`ViaMichelinType`).
+enum RouteType : uint32_t { kFastest = 1, kShortest = 2, kEconomical = 4, kThrilling = 5 };
 
 /// ViaMichelin's own scale.
-enum EViaMichelinType : uint32_t {
+enum ViaMichelinType : uint32_t {
   kViaMichelinRecommended = 0,
   kViaMichelinQuickest = 1,
   kViaMichelinShortest = 2,
@@ -29,7 +29,7 @@ enum EViaMichelinType : uint32_t {
 };
 
 /// What the way is travelled with, the same numbers for all providers.
-enum ETravelMode : uint32_t {
+enum TravelMode : uint32_t {
   kAnyMode = 0,  ///< of providers that know no modes
   kCar = 1,
   kTruckMode = 2,
@@ -58,7 +58,7 @@ class AvoidanceOptions : public CRouteOptions {
 
 /// Kinds of hazardous goods, numbered as HERE's vehicle categories: 0 none, 1 public transport, 2
 /// common goods, then the twelve classes of danger.
-enum EHazardCategory : uint32_t {
+enum HazardCategory : uint32_t {
   kNoHazard = 0,
   kPublicTransport = 1,
   kCommonGoods = 2,
@@ -86,7 +86,7 @@ class TruckOptions : public AvoidanceOptions {
 };
 
 /// How much of something a thrilling way shall have.
-enum ERouteDegree : uint32_t { kHigh = 0, kNormal = 1, kLow = 2 };
+enum RouteDegree : uint32_t { kHigh = 0, kNormal = 1, kLow = 2 };
 
 /// What a way for its own sake shall be like.
 class RouteCharacterOptions : public AvoidanceOptions {

@@ -20,7 +20,7 @@ class CHttpClient;
 class CInternetException;
 
 /// How a calculation has ended.
-enum ERouteStatus : uint32_t {
+enum RouteStatus : uint32_t {
   kRouteSuccess = 0,
   kRouteNothingFound = 1,
   kRouteOverQueryLimit = 2,

@@ -39,13 +39,13 @@ void AppendParameter(std::string& url, std::string_view name, std::string_view v
   AppendIfAny(url, name, UrlEscape(value, "-_.~"));
 }
 
-void AppendPosition(std::string& text, const CGpsCoordinate& position, EAxisOrder order,
+void AppendPosition(std::string& text, const CGpsCoordinate& position, AxisOrder order,
                     std::string_view separator) {
-  text += order == EAxisOrder::kLatitudeFirst ? LatLonText(position, separator)
-                                              : LonLatText(position, separator);
+  text += order == AxisOrder::kLatitudeFirst ? LatLonText(position, separator)
+                                             : LonLatText(position, separator);
 }
 
-void AppendPositions(std::string& text, const CGpsPointList& points, EAxisOrder order,
+void AppendPositions(std::string& text, const CGpsPointList& points, AxisOrder order,
                      std::string_view separator) {
   bool isFirst = true;
   for (const auto& point : points.points) {

@@ -39,14 +39,14 @@ std::vector<std::string_view> AvoidedWords(const CRouteOptions& options,
 /// Appends `name` (with "&" and "=") and the escaped value; nothing when the value is empty.
 void AppendParameter(std::string& url, std::string_view name, std::string_view value);
 
-enum class EAxisOrder { kLatitudeFirst, kLongitudeFirst };
+enum class AxisOrder { kLatitudeFirst, kLongitudeFirst };
 
 /// Appends a position with six decimals.
-void AppendPosition(std::string& text, const CGpsCoordinate& position, EAxisOrder order,
+void AppendPosition(std::string& text, const CGpsCoordinate& position, AxisOrder order,
                     std::string_view separator = ",");
 
 /// Appends all positions with `separator` between them.
-void AppendPositions(std::string& text, const CGpsPointList& points, EAxisOrder order,
+void AppendPositions(std::string& text, const CGpsPointList& points, AxisOrder order,
                      std::string_view separator);
 
 /// The number that so many tenths are: 35 is "3.5", 40 is "4".

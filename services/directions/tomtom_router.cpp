@@ -43,7 +43,7 @@ uint32_t CTomTomRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travel
   const ServiceAccess access = AccessToProvider(GetId());
   std::string& url = spec.url;
   url = access.url + "/routing/1/calculateRoute/";
-  AppendPositions(url, chunk, EAxisOrder::kLatitudeFirst, ":");
+  AppendPositions(url, chunk, AxisOrder::kLatitudeFirst, ":");
   url += "/json";
   AppendParameter(url, "?key=", access.key);
   url += "&traffic=false";

@@ -132,7 +132,7 @@ class RowInfo : public Base {
   const TravelModeRow& m_row;
 
  private:
-  OfferedAndDefault Offers(ERoadKind kind) const { return {(m_row.avoidances & kind) != 0, true}; }
+  OfferedAndDefault Offers(RoadKind kind) const { return {(m_row.avoidances & kind) != 0, true}; }
 };
 
 class TruckRowInfo final : public RowInfo<TruckModeInfo> {

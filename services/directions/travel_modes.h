@@ -7,7 +7,7 @@
 #include "services/directions/travel_mode_info.h"
 
 /// Kinds of roads that a provider can avoid, as a mask.
-enum ERoadKind : uint32_t {
+enum RoadKind : uint32_t {
   kMotorways = 1,
   kTolls = 2,
   kBoatFerries = 4,
@@ -33,7 +33,7 @@ struct TravelModeRow {
   int32_t provider;
   uint32_t modes;         ///< bit n: travel mode n
   uint32_t types;         ///< bit n: route type n
-  uint32_t avoidances;    ///< ERoadKind
+  uint32_t avoidances;    ///< RoadKind
   uint32_t capabilities;  ///< of the options to make
   const TruckLimits* truck;
 

@@ -115,7 +115,7 @@ void CTripyRouter::BuildPointRequest(const CGpsCoordinate& point, bool isEnd,
                                      CHttpRequestSpec& spec) const {
   const std::string address = AccessToProvider(GetId()).url;
   spec.url = address + "/rtweb/rtweb5.php?cmd=add&level=" + (isEnd ? "2" : "1") + "&lon=";
-  AppendPosition(spec.url, point, EAxisOrder::kLongitudeFirst, "&lat=");
+  AppendPosition(spec.url, point, AxisOrder::kLongitudeFirst, "&lat=");
   spec.referrer = address + "/rtweb/index.php?lg=fr";
 }
 

@@ -85,7 +85,7 @@ CRouteMeasure ReadMeasure(const CJsonValue& value) {
 }
 
 void ReadLeg(const CJsonValue& value, CRouteData& leg) {
-  DecodePolyline(value.Get("shape").AsString(), EPolylinePrecision::kSix, leg.shape.points);
+  DecodePolyline(value.Get("shape").AsString(), PolylinePrecision::kSix, leg.shape.points);
   TakePathFromShape(leg);
   leg.measure = ReadMeasure(value.Get("summary"));
   const ShapeIndex shape(leg.shape.points);
@@ -108,7 +108,7 @@ uint32_t ValhallaRouter::BuildRequest(const CGpsPointList& chunk, uint32_t trave
   std::string json = "{\"locations\":[";
   for (const auto& point : chunk.points) {
     json += point == chunk.points.front() ? "{\"lat\":" : ",{\"lat\":";
-    AppendPosition(json, *point, EAxisOrder::kLatitudeFirst, ",\"lon\":");
+    AppendPosition(json, *point, AxisOrder::kLatitudeFirst, ",\"lon\":");
     json += ",\"type\":\"break\"}";
   }
   json += fmt::format("],\"costing\":\"{}\"", costing);

@@ -15,7 +15,7 @@ constexpr ValueWord kVehicles[] = {
     {kCar, "0"}, {kTruckMode, "1"}, {kPedestrian, "2"}, {kBicycle, "3"}, {kMotorcycle, "4"}};
 
 // Columns of a row of the road sheet.
-enum EColumn : size_t {
+enum Column : size_t {
   kKind = 0,
   kPlace = 1,
   kDistance = 2,
@@ -97,7 +97,7 @@ uint32_t CViaMichelinRouter::BuildRequest(const CGpsPointList& chunk, uint32_t t
   bool isFirst = true;
   for (const auto& point : chunk.points) {
     url += isFirst ? "1:" : ";1:";
-    AppendPosition(url, *point, EAxisOrder::kLongitudeFirst, ":");
+    AppendPosition(url, *point, AxisOrder::kLongitudeFirst, ":");
     isFirst = false;
   }
   const std::string_view vehicle = WordFor(kVehicles, travelMode);

@@ -10,7 +10,7 @@ namespace {
 
 void AppendEnd(std::string& url, std::string_view name, const CGpsCoordinate& position) {
   url += name;
-  AppendPosition(url, position, EAxisOrder::kLongitudeFirst, "+y:");
+  AppendPosition(url, position, AxisOrder::kLongitudeFirst, "+y:");
 }
 
 CGpsRouteStep ReadStep(const CJsonValue& value) {

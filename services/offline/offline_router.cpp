@@ -49,13 +49,13 @@ void TakeWay(const std::vector<RoadPoint>& way, CRouteData& leg) {
 
 std::string_view LanguageCode() {
   switch (CurrentLanguage()) {
-    case ELanguage::kGerman:
+    case Language::kGerman:
       return "de";
-    case ELanguage::kFrench:
+    case Language::kFrench:
       return "fr";
-    case ELanguage::kDutch:
+    case Language::kDutch:
       return "nl";
-    case ELanguage::kEnglish:
+    case Language::kEnglish:
       break;
   }
   return "en";
@@ -141,19 +141,19 @@ uint32_t OfflineRouter::CalculateLeg(const std::vector<RoadDatabase>& databases,
     query.database = PathBytes(database.folder);
     std::vector<RoadPoint> way;
     switch (RoadEngine()->FindWay(query, CancelFlag(), way)) {
-      case ERoadResult::kFound:
+      case RoadResult::kFound:
         TakeWay(way, leg);
         return kRouteSuccess;
-      case ERoadResult::kCancelled:
+      case RoadResult::kCancelled:
         return TransportStatus(kInternetCancelled);
-      case ERoadResult::kNotInstalled:
+      case RoadResult::kNotInstalled:
         return Fail(kRouteFailed, std::string(LoadTextUtf8(kTextRoadsNotInstalled)));
-      case ERoadResult::kNoWay:
+      case RoadResult::kNoWay:
         isBetweenRoads = true;
         break;
-      case ERoadResult::kNoRoadNearStart:
-      case ERoadResult::kNoRoadNearEnd:
-      case ERoadResult::kNoDatabase:
+      case RoadResult::kNoRoadNearStart:
+      case RoadResult::kNoRoadNearEnd:
+      case RoadResult::kNoDatabase:
         break;
     }
   }
@@ -183,8 +183,7 @@ uint32_t OfflineRouter::ExplainNoDatabase(const std::vector<RoadDatabase>& datab
   // Each has roads nearby, in different databases or not for this vehicle.
   const bool isOneDatabase = databases.size() < 2;
   if (isOneDatabase) return Fail(kRouteNotFound, FormatText(kTextNoRoadNear, Described(from)));
-  return Fail(kRouteNothingFound,
-              FormatText(kTextNoRoadsHoldBoth, Described(from), Described(to)));
+  return Fail(kRouteNothingFound, FormatText(kTextNoRoadsHoldBoth, Described(from), Described(to)));
 }
 
 uint32_t OfflineRouter::Fail(uint32_t status, std::string text) {
@@ -210,8 +209,7 @@ std::string OfflineRouter::FailureText() const {
 }
 
 uint32_t OfflineRouter::BuildRequest(const CGpsPointList& /*chunk*/, uint32_t /*travelMode*/,
-                                     const CRouteOptions& /*options*/,
-                                     CHttpRequestSpec& /*spec*/) {
+                                     const CRouteOptions& /*options*/, CHttpRequestSpec& /*spec*/) {
   return kRouteInvalidRequest;
 }
 

@@ -186,13 +186,13 @@ class UnfinishedFolder {
   WideString m_path;
 };
 
-ERoadsChange RunMaker(const WideString& folder, const WideString& extract, LineGatherer& lines) {
+RoadsChange RunMaker(const WideString& folder, const WideString& extract, LineGatherer& lines) {
   const std::string folderBytes = PathBytes(folder);
   const WideString rules = folder + u"/rules.xml";
   std::vector<std::string> arguments = {kMaker, "--dir=" + folderBytes, "--loggable"};
   const std::string rulesOfMaker = BytesOf(kRulesOfMaker);
   if (!rulesOfMaker.empty()) {
-    if (!WriteFile(rules, RulesWithTolls(rulesOfMaker))) return ERoadsChange::kNotWritable;
+    if (!WriteFile(rules, RulesWithTolls(rulesOfMaker))) return RoadsChange::kNotWritable;
     arguments.push_back("--tagging=" + PathBytes(rules));
   }
   // A name that begins with a dash would be taken for an option.
@@ -203,13 +203,13 @@ ERoadsChange RunMaker(const WideString& folder, const WideString& extract, LineG
     lines.Take(output);
     return true;
   });
-  if (result.status != 0) return ERoadsChange::kNotInstalled;
-  if (result.interrupted) return ERoadsChange::kInterrupted;
+  if (result.status != 0) return RoadsChange::kNotInstalled;
+  if (result.interrupted) return RoadsChange::kInterrupted;
   const bool hasNodes = FileSize(folder + u"/" + kNodesFile) > 0;
-  if (result.exitCode == 0 && hasNodes) return ERoadsChange::kDone;
+  if (result.exitCode == 0 && hasNodes) return RoadsChange::kDone;
   // What the maker says where nothing is left to be stored.
-  return lines.LastLine().starts_with("Cannot mmap file") ? ERoadsChange::kNoRoads
-                                                          : ERoadsChange::kFailed;
+  return lines.LastLine().starts_with("Cannot mmap file") ? RoadsChange::kNoRoads
+                                                          : RoadsChange::kFailed;
 }
 
 }  // namespace
@@ -241,38 +241,38 @@ bool IsRoadDatabaseName(std::string_view name) {
   return !name.empty() && name.size() <= kLongest && std::ranges::all_of(name, isAllowed);
 }
 
-ERoadsChange AddRoadDatabase(std::string_view name, const WideString& extract,
-                             const std::function<void(std::string_view line)>& onProgress,
-                             std::string& failure) {
-  if (!IsRoadDatabaseName(name)) return ERoadsChange::kWrongName;
-  if (FileAttributes(extract) != kAttributeNormal) return ERoadsChange::kNotThere;
-  if (!IsExtract(extract)) return ERoadsChange::kNoExtract;
+RoadsChange AddRoadDatabase(std::string_view name, const WideString& extract,
+                            const std::function<void(std::string_view line)>& onProgress,
+                            std::string& failure) {
+  if (!IsRoadDatabaseName(name)) return RoadsChange::kWrongName;
+  if (FileAttributes(extract) != kAttributeNormal) return RoadsChange::kNotThere;
+  if (!IsExtract(extract)) return RoadsChange::kNoExtract;
   const WideString parent = RoadsFolder();
-  if (parent.empty()) return ERoadsChange::kNotWritable;
+  if (parent.empty()) return RoadsChange::kNotWritable;
   const UnfinishedFolder making(parent + u"/" + kUnfinished + WidenAscii(name));
   RemoveLeftovers(parent);
-  if (CreateFolders(making.Path()) != kStatusSuccess) return ERoadsChange::kNotWritable;
+  if (CreateFolders(making.Path()) != kStatusSuccess) return RoadsChange::kNotWritable;
 
   LineGatherer lines(onProgress);
-  const ERoadsChange made = RunMaker(making.Path(), extract, lines);
+  const RoadsChange made = RunMaker(making.Path(), extract, lines);
   failure = lines.LastLine();
-  if (made != ERoadsChange::kDone) return made;
+  if (made != RoadsChange::kDone) return made;
   if (const auto bounds = AskForBounds(PathBytes(making.Path()))) {
-    const std::string text = fmt::format("{} {} {} {}\n", bounds->south, bounds->west,
-                                         bounds->north, bounds->east);
-    if (!WriteFile(making.Path() + u"/" + kBoundsFile, text)) return ERoadsChange::kNotWritable;
+    const std::string text =
+        fmt::format("{} {} {} {}\n", bounds->south, bounds->west, bounds->north, bounds->east);
+    if (!WriteFile(making.Path() + u"/" + kBoundsFile, text)) return RoadsChange::kNotWritable;
   }
   const bool isInPlace =
       making.PutInPlaceOf(FolderOf(name), parent + u"/" + kReplaced + WidenAscii(name));
-  return isInPlace ? ERoadsChange::kDone : ERoadsChange::kNotWritable;
+  return isInPlace ? RoadsChange::kDone : RoadsChange::kNotWritable;
 }
 
-ERoadsChange RemoveRoadDatabase(std::string_view name) {
-  if (!IsRoadDatabaseName(name)) return ERoadsChange::kWrongName;
+RoadsChange RemoveRoadDatabase(std::string_view name) {
+  if (!IsRoadDatabaseName(name)) return RoadsChange::kWrongName;
   const WideString folder = FolderOf(name);
-  if (FileAttributes(folder) != kAttributeDirectory) return ERoadsChange::kNotThere;
+  if (FileAttributes(folder) != kAttributeDirectory) return RoadsChange::kNotThere;
   // Out of sight first, so that no half of it is ever taken for a database.
   const WideString aside = RoadsFolder() + u"/" + kReplaced + WidenAscii(name);
-  if (RenameFolder(folder, aside) != kStatusSuccess) return ERoadsChange::kNotWritable;
-  return RemoveFolder(aside) == kStatusSuccess ? ERoadsChange::kDone : ERoadsChange::kNotWritable;
+  if (RenameFolder(folder, aside) != kStatusSuccess) return RoadsChange::kNotWritable;
+  return RemoveFolder(aside) == kStatusSuccess ? RoadsChange::kDone : RoadsChange::kNotWritable;
 }

@@ -33,7 +33,7 @@ std::vector<RoadDatabase> ListRoadDatabases();
 /// Whether a database may have this name: up to 64 letters, digits, "-" and "_".
 bool IsRoadDatabaseName(std::string_view name);
 
-enum class ERoadsChange : uint32_t {
+enum class RoadsChange : uint32_t {
   kDone,
   kWrongName,
   kNotThere,      ///< no such database, or no such extract
@@ -48,8 +48,8 @@ enum class ERoadsChange : uint32_t {
 /// Makes a database of an OpenStreetMap extract, or makes it anew: it is there whole when this ends
 /// with kDone, and otherwise what was there before stays. `onProgress` gets the lines that the
 /// program writes. `failure` gets its last words when it has failed.
-ERoadsChange AddRoadDatabase(std::string_view name, const WideString& extract,
-                             const std::function<void(std::string_view line)>& onProgress,
-                             std::string& failure);
+RoadsChange AddRoadDatabase(std::string_view name, const WideString& extract,
+                            const std::function<void(std::string_view line)>& onProgress,
+                            std::string& failure);
 
-ERoadsChange RemoveRoadDatabase(std::string_view name);
+RoadsChange RemoveRoadDatabase(std::string_view name);

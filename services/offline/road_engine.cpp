@@ -2,8 +2,8 @@
 
 #include "platform/program_module.h"
 
-IRoadEngine* RoadEngine() {
-  static IRoadEngine* const engine = [] {
+RoutingEngine* RoadEngine() {
+  static RoutingEngine* const engine = [] {
     const auto entry =
         reinterpret_cast<RoadModuleEntry>(LoadModuleEntry(kRoadModule, kRoadModuleEntry));
     return entry ? entry() : nullptr;

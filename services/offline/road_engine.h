@@ -31,7 +31,7 @@ struct RoadPoint {
   std::string instruction;  ///< what to do here; empty for a point of the line only
 };
 
-enum class ERoadResult : uint32_t {
+enum class RoadResult : uint32_t {
   kFound,
   kNoRoadNearStart,  ///< within a kilometre
   kNoRoadNearEnd,
@@ -42,16 +42,16 @@ enum class ERoadResult : uint32_t {
 };
 
 /// Safe to call from every thread; one way is searched at a time.
-class IRoadEngine {
+class RoutingEngine {
  public:
-  virtual ~IRoadEngine() = default;
+  virtual ~RoutingEngine() = default;
 
   /// Whether there is a road for the profile within a kilometre of a position.
   virtual bool HasRoadNear(const RoadQuery& query, const RoadPosition& position) = 0;
 
   /// Searches the way from the start of `query` to its end. `cancelled` ends the search.
-  virtual ERoadResult FindWay(const RoadQuery& query, const std::atomic<bool>& cancelled,
-                              std::vector<RoadPoint>& way) = 0;
+  virtual RoadResult FindWay(const RoadQuery& query, const std::atomic<bool>& cancelled,
+                             std::vector<RoadPoint>& way) = 0;
 
   /// Lets go of a database that is to be replaced or removed.
   virtual void CloseDatabase(const std::string& folder) = 0;
@@ -61,7 +61,7 @@ inline constexpr char kRoadModule[] = "corvane_roads";
 /// Name of the module's one function, which takes nothing and gives the engine. It is never
 /// destroyed.
 inline constexpr char kRoadModuleEntry[] = "CorvaneRoadModule";
-using RoadModuleEntry = IRoadEngine* (*)();
+using RoadModuleEntry = RoutingEngine* (*)();
 
 /// The engine; null when the module is not installed. Any thread.
-IRoadEngine* RoadEngine();
+RoutingEngine* RoadEngine();

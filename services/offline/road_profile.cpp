@@ -9,7 +9,7 @@
 
 namespace {
 
-enum ERoad : size_t {
+enum Road : size_t {
   kMotorway,
   kTrunk,
   kPrimary,
@@ -27,9 +27,8 @@ enum ERoad : size_t {
 };
 
 constexpr std::array<std::string_view, kRoadCount> kRoadNames = {
-    "motorway",    "trunk",   "primary", "secondary", "tertiary", "unclassified",
-    "residential", "service", "track",   "cycleway",  "path",     "steps",
-    "ferry"};
+    "motorway", "trunk", "primary",  "secondary", "tertiary", "unclassified", "residential",
+    "service",  "track", "cycleway", "path",      "steps",    "ferry"};
 
 /// A vehicle on each kind of road: kilometres an hour, 0 where it may not go; and how much a quick
 /// way likes them, in percent.
@@ -107,8 +106,8 @@ std::string RoadProfile(uint32_t travelMode, const CRouteOptions& options) {
   std::string speeds;
   std::string likings;
   for (size_t road = 0; road < kRoadCount; ++road) {
-    speeds += fmt::format("<speed highway=\"{}\" kph=\"{}\"/>", kRoadNames[road],
-                          vehicle.speeds[road]);
+    speeds +=
+        fmt::format("<speed highway=\"{}\" kph=\"{}\"/>", kRoadNames[road], vehicle.speeds[road]);
     likings += fmt::format("<preference highway=\"{}\" percent=\"{:.0f}\"/>", kRoadNames[road],
                            LikingOf(vehicle, road, options));
   }

@@ -28,15 +28,15 @@ TEST(LanguageTokens, AreFoundAnywhereAndDropped) {
 }
 
 TEST(ChooseLanguage, PrefersTheTokenThenTheSettingThenTheLocale) {
-  EXPECT_EQ(ChooseLanguage(u"LANG_FRENCH", 0x07, 0x13), ELanguage::kFrench);
-  EXPECT_EQ(ChooseLanguage(u"LANG_ENGLISH", 0x07, 0x13), ELanguage::kEnglish);
-  EXPECT_EQ(ChooseLanguage(u"LANG_DUTCH", 0x07, 0), ELanguage::kDutch);
-  EXPECT_EQ(ChooseLanguage(u"LANG_GERMAN", 0, 0), ELanguage::kGerman);
-  EXPECT_EQ(ChooseLanguage(u"LANG_KLINGON", 0x07, 0x13), ELanguage::kEnglish);
-  EXPECT_EQ(ChooseLanguage(u"", 0x07, 0x13), ELanguage::kGerman);
-  EXPECT_EQ(ChooseLanguage(u"", 0x99, 0x13), ELanguage::kEnglish);
-  EXPECT_EQ(ChooseLanguage(u"", 0, 0x13), ELanguage::kDutch);
-  EXPECT_EQ(ChooseLanguage(u"", 0, 0x11), ELanguage::kEnglish);
+  EXPECT_EQ(ChooseLanguage(u"LANG_FRENCH", 0x07, 0x13), Language::kFrench);
+  EXPECT_EQ(ChooseLanguage(u"LANG_ENGLISH", 0x07, 0x13), Language::kEnglish);
+  EXPECT_EQ(ChooseLanguage(u"LANG_DUTCH", 0x07, 0), Language::kDutch);
+  EXPECT_EQ(ChooseLanguage(u"LANG_GERMAN", 0, 0), Language::kGerman);
+  EXPECT_EQ(ChooseLanguage(u"LANG_KLINGON", 0x07, 0x13), Language::kEnglish);
+  EXPECT_EQ(ChooseLanguage(u"", 0x07, 0x13), Language::kGerman);
+  EXPECT_EQ(ChooseLanguage(u"", 0x99, 0x13), Language::kEnglish);
+  EXPECT_EQ(ChooseLanguage(u"", 0, 0x13), Language::kDutch);
+  EXPECT_EQ(ChooseLanguage(u"", 0, 0x11), Language::kEnglish);
 }
 
 }  // namespace

@@ -69,14 +69,14 @@ TEST(StringTables, FindByNumber) {
 
 TEST(LocalizedText, FollowsTheLanguage) {
   EXPECT_EQ(LoadTextUtf8(103), "Latitude");
-  SetLanguage(ELanguage::kGerman);
-  EXPECT_EQ(CurrentLanguage(), ELanguage::kGerman);
+  SetLanguage(Language::kGerman);
+  EXPECT_EQ(CurrentLanguage(), Language::kGerman);
   EXPECT_EQ(LoadTextUtf8(103), "Breitengrad");
-  SetLanguage(ELanguage::kFrench);
+  SetLanguage(Language::kFrench);
   EXPECT_EQ(LoadTextUtf8(1005), "Oui");
-  SetLanguage(ELanguage::kDutch);
+  SetLanguage(Language::kDutch);
   EXPECT_EQ(LoadText(1006), u"Nee");
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
   EXPECT_EQ(LoadText(104), u"Name");
 }
 

@@ -28,11 +28,11 @@ TEST(FormatDuration, DropsSecondsAndCountsHoursOn) {
 }
 
 TEST(FormatCoordinate, ShowsAllThreeForms) {
-  EXPECT_EQ(FormatCoordinate(48.5, true, ECoordinateFormat::kDegrees), "48.500000");
-  EXPECT_EQ(FormatCoordinate(48.5, true, ECoordinateFormat::kMinutes), "N48\u00b030.00'");
-  EXPECT_EQ(FormatCoordinate(-48.5, true, ECoordinateFormat::kMinutes), "S48\u00b030.00'");
-  EXPECT_EQ(FormatCoordinate(2.5125, false, ECoordinateFormat::kSeconds), "E2\u00b030'45.00\"");
-  EXPECT_EQ(FormatCoordinate(-2.5125, false, ECoordinateFormat::kSeconds), "W2\u00b030'45.00\"");
+  EXPECT_EQ(FormatCoordinate(48.5, true, CoordinateFormat::kDegrees), "48.500000");
+  EXPECT_EQ(FormatCoordinate(48.5, true, CoordinateFormat::kMinutes), "N48\u00b030.00'");
+  EXPECT_EQ(FormatCoordinate(-48.5, true, CoordinateFormat::kMinutes), "S48\u00b030.00'");
+  EXPECT_EQ(FormatCoordinate(2.5125, false, CoordinateFormat::kSeconds), "E2\u00b030'45.00\"");
+  EXPECT_EQ(FormatCoordinate(-2.5125, false, CoordinateFormat::kSeconds), "W2\u00b030'45.00\"");
 }
 
 TEST(Angle, IsTakenApartAndPutTogether) {

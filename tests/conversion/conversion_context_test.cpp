@@ -89,10 +89,10 @@ TEST(ConversionContext, ReadsBackWithoutAskingAnybody) {
   context.lookups.makeGeocoder = [](int32_t) { return nullptr; };
   context.csvLayouts.forWriting = CsvPresets()[3].layout;
   CCsvLayout layout;
-  EXPECT_EQ(context.csvLayouts.Choose(ECsvUse::kWrite, true, layout), kStatusSuccess);
+  EXPECT_EQ(context.csvLayouts.Choose(CsvUse::kWrite, true, layout), kStatusSuccess);
   ConversionContext readingBack = context.ForReadingBack();
   EXPECT_FALSE(readingBack.lookups.HasGeocoder());
-  EXPECT_EQ(readingBack.csvLayouts.Choose(ECsvUse::kRead, false, layout), kStatusSuccess);
+  EXPECT_EQ(readingBack.csvLayouts.Choose(CsvUse::kRead, false, layout), kStatusSuccess);
   EXPECT_EQ(layout, CsvPresets()[3].layout);
 }
 

@@ -74,9 +74,9 @@ class ScriptedFront : public ConversionFront {
   WideString nameField;
 };
 
-class ConversionDriver : public testing::Test {
+class ConversionDriverTest : public testing::Test {
  protected:
-  ConversionDriver()
+  ConversionDriverTest()
       : driver({{u"x", 106, Read, Write, 0}, {u"ggm", 203, nullptr, Write, 0, {.isFile = false}}},
                front, context) {
     nextLists = {MakeList<CGpsTrack>("Track", MakePoint(1, 1, "a"), MakePoint(2, 2, "b")),
@@ -98,10 +98,10 @@ class ConversionDriver : public testing::Test {
 
   ScriptedFront front;
   ConversionContext context;
-  CConversionDriver driver;
+  ConversionDriver driver;
 };
 
-TEST_F(ConversionDriver, TakesTheChosenListsInTheirOrder) {
+TEST_F(ConversionDriverTest, TakesTheChosenListsInTheirOrder) {
   front.chosen = {1, 0};
   EXPECT_EQ(driver.OpenFile(u"/trips/day.x", false, false), kStatusSuccess);
   EXPECT_EQ(Names(), "cab");
@@ -111,7 +111,7 @@ TEST_F(ConversionDriver, TakesTheChosenListsInTheirOrder) {
   EXPECT_TRUE(front.messages.empty());
 }
 
-TEST_F(ConversionDriver, NamesTheItineraryAfterTheFirstNamedListOrTheFile) {
+TEST_F(ConversionDriverTest, NamesTheItineraryAfterTheFirstNamedListOrTheFile) {
   nextLists[0].name.clear();
   front.chosen = {0, 1};
   driver.OpenFile(u"/trips/day.x", false, false);
@@ -121,7 +121,7 @@ TEST_F(ConversionDriver, NamesTheItineraryAfterTheFirstNamedListOrTheFile) {
   EXPECT_EQ(driver.current.name, "B\u00e9ziers.1");
 }
 
-TEST_F(ConversionDriver, ReplacesOrAppends) {
+TEST_F(ConversionDriverTest, ReplacesOrAppends) {
   driver.OpenFile(u"/one.x", false, false);
   driver.OpenFile(u"/two.x", false, false);
   EXPECT_EQ(Names(), "ab");
@@ -133,7 +133,7 @@ TEST_F(ConversionDriver, ReplacesOrAppends) {
   EXPECT_EQ(driver.sourcePath, u"/two.x");
 }
 
-TEST_F(ConversionDriver, LeavesTheItineraryAloneWhenTheUserDeclines) {
+TEST_F(ConversionDriverTest, LeavesTheItineraryAloneWhenTheUserDeclines) {
   driver.OpenFile(u"/one.x", false, false);
   front.chosen.clear();
   front.diary.clear();
@@ -144,15 +144,15 @@ TEST_F(ConversionDriver, LeavesTheItineraryAloneWhenTheUserDeclines) {
   EXPECT_TRUE(front.messages.empty());
 }
 
-TEST_F(ConversionDriver, AsksTheNextReaderWhenTheUserDeclines) {
-  CConversionDriver both({{u"x", 106, Read, Write, 0}, {u"x", 107, Refuse, nullptr, 0}}, front,
-                         context);
+TEST_F(ConversionDriverTest, AsksTheNextReaderWhenTheUserDeclines) {
+  ConversionDriver both({{u"x", 106, Read, Write, 0}, {u"x", 107, Refuse, nullptr, 0}}, front,
+                        context);
   front.chosen.clear();
   EXPECT_EQ(both.OpenFile(u"/one.x", false, false), kStatusBadFormat);
   EXPECT_EQ(front.messages, std::vector<uint32_t>{164});
 }
 
-TEST_F(ConversionDriver, RefusesToWriteOverASourceThatHoldsMore) {
+TEST_F(ConversionDriverTest, RefusesToWriteOverASourceThatHoldsMore) {
   const TemporaryFolder folder;
   const WideString path = folder.Put("one.x", "both lists");
   driver.OpenFile(path, false, false);
@@ -167,7 +167,7 @@ TEST_F(ConversionDriver, RefusesToWriteOverASourceThatHoldsMore) {
   EXPECT_EQ(driver.Export(path, driver.table[0], options).status, 0u);
 }
 
-TEST_F(ConversionDriver, TellsEveryFailureOfARead) {
+TEST_F(ConversionDriverTest, TellsEveryFailureOfARead) {
   const struct {
     uint32_t status;
     std::vector<uint32_t> messages;
@@ -183,7 +183,7 @@ TEST_F(ConversionDriver, TellsEveryFailureOfARead) {
   EXPECT_EQ(driver.current.Count(), 0u);
 }
 
-TEST_F(ConversionDriver, AsksFromThreeHundredAndOnePointsOnAfterTheLoad) {
+TEST_F(ConversionDriverTest, AsksFromThreeHundredAndOnePointsOnAfterTheLoad) {
   ReadManyPoints(300);
   EXPECT_EQ(driver.OpenFile(u"/one.x", false, false), kStatusSuccess);
   EXPECT_TRUE(front.questions.empty());
@@ -202,7 +202,7 @@ TEST_F(ConversionDriver, AsksFromThreeHundredAndOnePointsOnAfterTheLoad) {
   EXPECT_EQ(driver.OpenFile(u"/two.x", false, false), kStatusSuccess);
 }
 
-TEST_F(ConversionDriver, RemembersTheStateAtLoadAndExport) {
+TEST_F(ConversionDriverTest, RemembersTheStateAtLoadAndExport) {
   EXPECT_TRUE(driver.ConfirmDiscard());
   driver.OpenFile(u"/one.x", false, false);
   EXPECT_TRUE(driver.ConfirmDiscard());
@@ -225,7 +225,7 @@ TEST_F(ConversionDriver, RemembersTheStateAtLoadAndExport) {
   EXPECT_EQ(front.questions, (std::vector<uint32_t>{205, 205}));
 }
 
-TEST_F(ConversionDriver, ExportsAndTellsAFailure) {
+TEST_F(ConversionDriverTest, ExportsAndTellsAFailure) {
   driver.OpenFile(u"/one.x", false, false);
   front.diary.clear();
   WriteOptions options;
@@ -242,14 +242,14 @@ TEST_F(ConversionDriver, ExportsAndTellsAFailure) {
   EXPECT_EQ(driver.current.snapshot.points[0].comment, "");
 }
 
-TEST_F(ConversionDriver, KeepsNoStateWhenNobodyWillBeAsked) {
-  CConversionDriver unattended({{u"x", 106, Read, Write, 0}}, front, context, ChangeTracking::kOff);
+TEST_F(ConversionDriverTest, KeepsNoStateWhenNobodyWillBeAsked) {
+  ConversionDriver unattended({{u"x", 106, Read, Write, 0}}, front, context, ChangeTracking::kOff);
   unattended.OpenFile(u"/one.x", false, true);
   EXPECT_EQ(unattended.current.Count(), 2u);
   EXPECT_EQ(unattended.current.snapshot.Count(), 0u);
 }
 
-TEST_F(ConversionDriver, OpenCommandOffersToAppendWhereThereArePoints) {
+TEST_F(ConversionDriverTest, OpenCommandOffersToAppendWhereThereArePoints) {
   driver.OpenCommand();
   ASSERT_TRUE(front.dialog.has_value());
   EXPECT_EQ(front.dialog->title, u"Open");
@@ -268,7 +268,7 @@ TEST_F(ConversionDriver, OpenCommandOffersToAppendWhereThereArePoints) {
   EXPECT_EQ(driver.sourcePath, u"/one.x");
 }
 
-TEST_F(ConversionDriver, OpenCommandStopsWhereChangesWouldBeLost) {
+TEST_F(ConversionDriverTest, OpenCommandStopsWhereChangesWouldBeLost) {
   driver.current.points.push_back(MakePoint(1, 1));
   front.answer = false;
   front.file = ChosenFile{u"/one.x", false};
@@ -277,7 +277,7 @@ TEST_F(ConversionDriver, OpenCommandStopsWhereChangesWouldBeLost) {
   EXPECT_EQ(driver.current.Count(), 1u);
 }
 
-TEST_F(ConversionDriver, TakesTheFirstDroppedFileWithoutAQuestion) {
+TEST_F(ConversionDriverTest, TakesTheFirstDroppedFileWithoutAQuestion) {
   driver.current.points.push_back(MakePoint(1, 1));
   driver.DropFiles({u"/one.x", u"/two.x"});
   EXPECT_EQ(Names(), "ab");
@@ -290,7 +290,7 @@ TEST_F(ConversionDriver, TakesTheFirstDroppedFileWithoutAQuestion) {
   EXPECT_EQ(driver.sourcePath.size(), 260u);
 }
 
-TEST_F(ConversionDriver, ExportCommandNamesTheItineraryAndTheFile) {
+TEST_F(ConversionDriverTest, ExportCommandNamesTheItineraryAndTheFile) {
   driver.OpenFile(u"/trips/day.one.x", false, false);
   front.nameField = u"Holiday";
   front.file = ChosenFile{u"/out/day.x", false};
@@ -303,7 +303,7 @@ TEST_F(ConversionDriver, ExportCommandNamesTheItineraryAndTheFile) {
   EXPECT_EQ(writtenPath, u"/out/day.x");
 }
 
-TEST_F(ConversionDriver, ExportCommandDerivesTheFileNameFromTheItinerary) {
+TEST_F(ConversionDriverTest, ExportCommandDerivesTheFileNameFromTheItinerary) {
   front.nameField = u"C:/x\\My trip.v2.end";
   driver.ExportCommand(&driver.table[0]);
   EXPECT_EQ(front.dialog->defaultName, u"My trip.v2");
@@ -313,13 +313,13 @@ TEST_F(ConversionDriver, ExportCommandDerivesTheFileNameFromTheItinerary) {
   EXPECT_EQ(front.dialog->defaultName, u"Itinerary");
 }
 
-TEST_F(ConversionDriver, ExportCommandCutsLongNames) {
+TEST_F(ConversionDriverTest, ExportCommandCutsLongNames) {
   front.nameField = WideString(300, u'n');
   driver.ExportCommand(&driver.table[0]);
   EXPECT_EQ(driver.current.name, std::string(250, 'n'));
 }
 
-TEST_F(ConversionDriver, ExportCommandWritesNothingWithoutARowOrAFile) {
+TEST_F(ConversionDriverTest, ExportCommandWritesNothingWithoutARowOrAFile) {
   writtenPath = u"none";
   driver.ExportCommand(nullptr);
   EXPECT_FALSE(front.dialog.has_value());
@@ -327,14 +327,14 @@ TEST_F(ConversionDriver, ExportCommandWritesNothingWithoutARowOrAFile) {
   EXPECT_EQ(writtenPath, u"none");
 }
 
-TEST_F(ConversionDriver, ExportCommandAsksForNoFileWhereTheTargetIsNone) {
+TEST_F(ConversionDriverTest, ExportCommandAsksForNoFileWhereTheTargetIsNone) {
   front.nameField = u"Trip";
   driver.ExportCommand(&driver.table[1]);
   EXPECT_FALSE(front.dialog.has_value());
   EXPECT_EQ(writtenPath, u"Trip");
 }
 
-TEST_F(ConversionDriver, EmptiesTheCacheOfLookUpsWithANewItinerary) {
+TEST_F(ConversionDriverTest, EmptiesTheCacheOfLookUpsWithANewItinerary) {
   LookupCache& answers = *context.lookups.answers;
   answers.Keep("question", {std::nullopt, "answer"});
   nextStatus = 11;
@@ -346,7 +346,7 @@ TEST_F(ConversionDriver, EmptiesTheCacheOfLookUpsWithANewItinerary) {
   EXPECT_FALSE(answers.Find("question").has_value());
 }
 
-TEST_F(ConversionDriver, KeepsTheAnswersOfARunThatAsksEachQuestionOnce) {
+TEST_F(ConversionDriverTest, KeepsTheAnswersOfARunThatAsksEachQuestionOnce) {
   context.lookups.lastForRun = true;
   context.lookups.answers->Keep("question", {std::nullopt, "answer"});
   driver.OpenFile(u"/one.x", false, false);
@@ -357,7 +357,7 @@ bool AcceptsHttp(const WideString& text) { return text.starts_with(u"http"); }
 bool AcceptsAll(const WideString&) { return true; }
 bool AcceptsNone(const WideString&) { return false; }
 
-TEST_F(ConversionDriver, ReadsALinkWithEveryDetectorThatAccepts) {
+TEST_F(ConversionDriverTest, ReadsALinkWithEveryDetectorThatAccepts) {
   driver.linkReaders = {{AcceptsNone, {u"", 0, Refuse, nullptr, 0}},
                         {AcceptsHttp, {u"", 0, Refuse, nullptr, 0}},
                         {AcceptsAll, {u"", 0, Read, nullptr, 0}}};
@@ -371,7 +371,7 @@ TEST_F(ConversionDriver, ReadsALinkWithEveryDetectorThatAccepts) {
   EXPECT_EQ(front.diary, "()(c)ln");
 }
 
-TEST_F(ConversionDriver, LeavesTextAloneThatIsNoLinkOrNotWanted) {
+TEST_F(ConversionDriverTest, LeavesTextAloneThatIsNoLinkOrNotWanted) {
   driver.linkReaders = {{AcceptsHttp, {u"", 0, Read, nullptr, 0}}};
   driver.InterpretLink(u"Holiday");
   EXPECT_TRUE(front.questions.empty());
@@ -381,7 +381,7 @@ TEST_F(ConversionDriver, LeavesTextAloneThatIsNoLinkOrNotWanted) {
   EXPECT_EQ(driver.current.Count(), 0u);
 }
 
-TEST_F(ConversionDriver, KeepsTheSourceWhereALinkCannotBeRead) {
+TEST_F(ConversionDriverTest, KeepsTheSourceWhereALinkCannotBeRead) {
   driver.linkReaders = {{AcceptsHttp, {u"", 0, Refuse, nullptr, 0}}};
   driver.sourcePath = u"/old.x";
   driver.InterpretLink(u"http://maps");

@@ -30,7 +30,7 @@ std::string ParsedString(const std::string& text) {
 }
 
 // The type that a word or number gives.
-EJsonType TypeOf(const std::string& literal, double* number = nullptr) {
+JsonType TypeOf(const std::string& literal, double* number = nullptr) {
   CJsonDocument document;
   EXPECT_EQ(document.Parse(literal + ","), 0) << literal;
   if (number) *number = document.number;

@@ -81,7 +81,7 @@ TEST(JsonValue, RefusesTheWrongTypeWithTheCodeOfTheRightOne) {
 TEST(JsonValue, IsRefusedUnderEveryTypeButItsOwn) {
   for (uint32_t type = kJsonUndefined; type <= kJsonBool; ++type) {
     CJsonValue value;
-    value.type = static_cast<EJsonType>(type);
+    value.type = static_cast<JsonType>(type);
     const auto works = [](auto access) {
       try {
         access();

@@ -11,7 +11,7 @@ namespace {
 using std::string_literals::operator""s;
 
 std::string Text(std::string_view bytes, std::string_view section, std::string_view key,
-                 EProfileText unmarked = EProfileText::kNarrow) {
+                 ProfileText unmarked = ProfileText::kNarrow) {
   return ProfileFile(bytes, unmarked).Section(section).GetText(key);
 }
 
@@ -25,7 +25,7 @@ TEST(ProfileFile, FindsValuesOfSections) {
 }
 
 TEST(ProfileFile, TakesTheDefaultOfTheCaller) {
-  const ProfileFile file("[a]\nb=\n", EProfileText::kNarrow);
+  const ProfileFile file("[a]\nb=\n", ProfileText::kNarrow);
   EXPECT_EQ(file.Section("a").GetText("c", "none"), "none");
   EXPECT_EQ(file.Section("x").GetText("b", ""), "");
   EXPECT_EQ(file.Section("a").GetText("b", "none"), "");
@@ -75,7 +75,7 @@ TEST(ProfileFile, TheFirstOfEqualNamesCounts) {
 }
 
 TEST(ProfileFile, FindsNamesInAnyOrder) {
-  const ProfileFile file("[s]\nz=1\nb10=2\nb9=3\na=4\nb10=5\nbb=6\n", EProfileText::kNarrow);
+  const ProfileFile file("[s]\nz=1\nb10=2\nb9=3\na=4\nb10=5\nbb=6\n", ProfileText::kNarrow);
   const ProfileSection section = file.Section("s");
   EXPECT_EQ(section.GetText("z"), "1");
   EXPECT_EQ(section.GetText("b10"), "2");
@@ -89,7 +89,7 @@ TEST(ProfileFile, FindsNamesInAnyOrder) {
 }
 
 TEST(ProfileFile, FindsNamesWhateverWasLookedUpBefore) {
-  const ProfileFile file("[s]\nk1=a\nk2=b\nk3=c\n", EProfileText::kNarrow);
+  const ProfileFile file("[s]\nk1=a\nk2=b\nk3=c\n", ProfileText::kNarrow);
   const ProfileSection section = file.Section("s");
   const std::pair<const char*, const char*> lookUps[] = {
       {"k1", "a"}, {"k2", "b"},      {"K3", "c"}, {"k4", "R_ERROR"}, {"k3", "c"},
@@ -101,21 +101,21 @@ TEST(ProfileFile, FindsNamesWhateverWasLookedUpBefore) {
 TEST(ProfileFile, WidensTextWithoutAMark) {
   const std::string latin = "[s]\nk=Caf\xE9\n";
   const std::string utf8 = "[s]\nk=Caf\xC3\xA9\n";
-  EXPECT_EQ(Text(latin, "s", "k", EProfileText::kNarrow), "Caf\u00e9");
-  EXPECT_EQ(Text(latin, "s", "k", EProfileText::kUtf8OrNarrow), "Caf\u00e9");
-  EXPECT_EQ(Text(utf8, "s", "k", EProfileText::kNarrow), "Caf\u00c3\u00a9");
-  EXPECT_EQ(Text(utf8, "s", "k", EProfileText::kUtf8OrNarrow), "Caf\u00e9");
+  EXPECT_EQ(Text(latin, "s", "k", ProfileText::kNarrow), "Caf\u00e9");
+  EXPECT_EQ(Text(latin, "s", "k", ProfileText::kUtf8OrNarrow), "Caf\u00e9");
+  EXPECT_EQ(Text(utf8, "s", "k", ProfileText::kNarrow), "Caf\u00c3\u00a9");
+  EXPECT_EQ(Text(utf8, "s", "k", ProfileText::kUtf8OrNarrow), "Caf\u00e9");
   // One byte that is no UTF-8 decides for the whole file.
-  EXPECT_EQ(Text(utf8 + "x=\xFF\n", "s", "k", EProfileText::kUtf8OrNarrow), "Caf\u00c3\u00a9");
+  EXPECT_EQ(Text(utf8 + "x=\xFF\n", "s", "k", ProfileText::kUtf8OrNarrow), "Caf\u00c3\u00a9");
 }
 
 TEST(ProfileFile, UnderstandsMarks) {
   const std::string utf8 = "\xEF\xBB\xBF[s]\nk=Caf\xC3\xA9\n";
-  EXPECT_EQ(Text(utf8, "s", "k", EProfileText::kNarrow), "Caf\u00e9");
+  EXPECT_EQ(Text(utf8, "s", "k", ProfileText::kNarrow), "Caf\u00e9");
   const std::string littleEndian = "\xFF\xFE[\0s\0]\0\r\0\n\0k\0=\0\x51\x01\r\0\n\0"s;
-  EXPECT_EQ(Text(littleEndian, "s", "k", EProfileText::kNarrow), "\u0151");
+  EXPECT_EQ(Text(littleEndian, "s", "k", ProfileText::kNarrow), "\u0151");
   const std::string bigEndian = "\xFE\xFF\0[\0s\0]\0\n\0k\0=\x01\x51"s;
-  EXPECT_EQ(Text(bigEndian, "s", "k", EProfileText::kUtf8OrNarrow), "\u0151");
+  EXPECT_EQ(Text(bigEndian, "s", "k", ProfileText::kUtf8OrNarrow), "\u0151");
 }
 
 TEST(ProfileFile, ReadsOddFiles) {
@@ -134,7 +134,7 @@ TEST(ProfileFile, TakesAHundredThousandSectionsAndKeysInAnyOrder) {
     file += "[" + std::to_string(i) + "]\nn=" + std::to_string(i) + "\n";
   file += "[keys]\n";
   for (int i = 100000; i-- > 0;) file += "k" + std::to_string(i) + "=" + std::to_string(i) + "\n";
-  const ProfileFile profile(file, EProfileText::kNarrow);
+  const ProfileFile profile(file, ProfileText::kNarrow);
   const ProfileSection keys = profile.Section("keys");
   for (int i = 0; i < 100000; ++i) {
     const std::string number = std::to_string(i);

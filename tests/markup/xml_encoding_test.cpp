@@ -13,7 +13,7 @@ using std::string_literals::operator""s;
 // Collects the text of a document of any encoding.
 class TextReader final : public CXmlReader {
  public:
-  TextReader() : CXmlReader(EEncodings::kSystems) {}
+  TextReader() : CXmlReader(Encodings::kSystems) {}
   void EndElement(const XML_Char*) override {}
 
   std::string Text() const { return m_text; }

@@ -11,7 +11,7 @@
 
 namespace {
 
-class RecordingFront final : public INetworkErrorFront {
+class RecordingFront final : public NetworkErrorFront {
  public:
   uint32_t AskToRetry(const WideString& text) override {
     texts.push_back(WideToUtf8(text));
@@ -90,11 +90,11 @@ TEST(NetworkError, SuccessAsksNobody) {
 }
 
 TEST(NetworkError, SpeaksTheLanguageOfTheUser) {
-  SetLanguage(ELanguage::kGerman);
+  SetLanguage(Language::kGerman);
   EXPECT_EQ(NetworkErrorText(0x800C0016),
             "Die angeforderte Ressource konnte nicht gesperrt werden.");
   EXPECT_NE(TextFor(0x800C0016).find("0x800C0016 (Die angeforderte Ressource"), std::string::npos);
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ bool Eventually(Condition&& condition) {
 // What the page's functions were told, "name:code:body", and how many of them are still held.
 class Page {
  public:
-  std::unique_ptr<IPageFunction> Function(std::string name) {
+  std::unique_ptr<PageFunction> Function(std::string name) {
     ++m_alive;
     return std::make_unique<Recorder>(*this, std::move(name));
   }
@@ -36,7 +36,7 @@ class Page {
   int Alive() const { return m_alive; }
 
  private:
-  class Recorder final : public IPageFunction {
+  class Recorder final : public PageFunction {
    public:
     Recorder(Page& page, std::string name) : m_page(page), m_name(std::move(name)) {}
     ~Recorder() override { --m_page.m_alive; }
@@ -105,7 +105,7 @@ TEST(RequestQueue, SendsReferrerAndHost) {
 
 TEST(RequestQueue, BodyIsTextWhateverItsBytes) {
   LoopbackServer server([](const std::string&) { return HttpReply("\xC3\xA9\xFF"); });
-  class Function final : public IPageFunction {
+  class Function final : public PageFunction {
    public:
     explicit Function(std::atomic<bool>& isRight) : m_isRight(isRight) {}
     void Post(uint32_t, WideString body) override { m_isRight = body == u"\u00E9\uFFFD"; }

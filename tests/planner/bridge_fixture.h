@@ -5,7 +5,7 @@
 #include "tests/planner/played_window.h"
 
 /// Services that answer what they were told to.
-class PlayedServices : public IPageServices {
+class PlayedServices : public PageServices {
  public:
   explicit PlayedServices(CallLog& callLog) : directions(callLog), m_log(callLog) {}
 
@@ -27,7 +27,7 @@ class PlayedServices : public IPageServices {
   std::optional<CGpsNamedPoint> FindAddress(const CGpsCoordinate&) override { return address; }
   std::optional<CGpsNamedPoint> FindPanorama(const CGpsCoordinate&) override { return address; }
   std::optional<CGpsNamedPoint> FindElevation(const CGpsCoordinate&) override { return address; }
-  IDirections* Directions() override { return hasDirections ? &directions : nullptr; }
+  RoadDirections* Directions() override { return hasDirections ? &directions : nullptr; }
   std::optional<UserCountry> FindCountry() override {
     m_log.push_back("country");
     return country;
@@ -99,10 +99,10 @@ class BridgeTest : public testing::Test {
   PlayedWindow window{log};
   PlayedServices services{log};
   CGpsRoute lists[4];
-  CPointListView itinerary{kListItinerary, EPinKind::kItinerary, rows[0], settings};
-  CPointListView results{kListSearchResults, EPinKind::kSearchResults, rows[1], settings};
-  CPointListView favorites{kListFavorites, EPinKind::kFavorites, rows[2], settings};
-  CPointListView pois{kListPois, EPinKind::kPois, rows[3], settings};
+  CPointListView itinerary{kListItinerary, PinKind::kItinerary, rows[0], settings};
+  CPointListView results{kListSearchResults, PinKind::kSearchResults, rows[1], settings};
+  CPointListView favorites{kListFavorites, PinKind::kFavorites, rows[2], settings};
+  CPointListView pois{kListPois, PinKind::kPois, rows[3], settings};
   CPointListView* views[4] = {&itinerary, &results, &favorites, &pois};
   PlannerBridge bridge{{window,
                         settings,

@@ -55,7 +55,7 @@ class DuktapeEngine : public IScriptEngine {
 
  private:
   // A function of the script's, kept from its garbage collector.
-  class Function : public IScriptFunction {
+  class Function : public ScriptFunction {
    public:
     Function(DuktapeEngine& engine, std::string key) : m_engine(engine), m_key(std::move(key)) {}
     ScriptValue Call(ScriptArguments arguments) override {
@@ -94,23 +94,23 @@ class DuktapeEngine : public IScriptEngine {
 
   void Push(const ScriptValue& value) {
     switch (value.Type()) {
-      case EScriptType::kNull:
+      case ScriptType::kNull:
         duk_push_null(m_context);
         break;
-      case EScriptType::kBoolean:
+      case ScriptType::kBoolean:
         duk_push_boolean(m_context, value.AsBoolean());
         break;
-      case EScriptType::kInteger:
-      case EScriptType::kDouble:
+      case ScriptType::kInteger:
+      case ScriptType::kDouble:
         duk_push_number(m_context, value.AsNumber());
         break;
-      case EScriptType::kText:
+      case ScriptType::kText:
         duk_push_lstring(m_context, value.AsText().data(), value.AsText().size());
         break;
-      case EScriptType::kObject:
+      case ScriptType::kObject:
         PushObject(value.AsObject());
         break;
-      case EScriptType::kArray: {
+      case ScriptType::kArray: {
         const duk_idx_t array = duk_push_array(m_context);
         duk_uarridx_t index = 0;
         for (const ScriptValue& element : value.AsArray()) {
@@ -119,7 +119,7 @@ class DuktapeEngine : public IScriptEngine {
         }
         break;
       }
-      case EScriptType::kFunction:
+      case ScriptType::kFunction:
         duk_push_null(m_context);
         break;
     }

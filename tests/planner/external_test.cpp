@@ -54,7 +54,7 @@ TEST_F(External, NamesHaveTheirNumbers) {
       {102, "GetTexts"},
   };
   EXPECT_EQ(ExternalNames().size(), std::size(names));
-  for (const auto& [id, name] : names) EXPECT_EQ(CPlannerExternal::IdOf(name), id) << name;
+  for (const auto& [id, name] : names) EXPECT_EQ(PlannerExternal::IdOf(name), id) << name;
 }
 
 TEST_F(External, UnknownNamesAndNumbersAreTold) {
@@ -477,9 +477,9 @@ TEST_F(External, PinsComeInOneText) {
 TEST_F(External, TextsComeInTheProgramsLanguage) {
   const std::string texts = Call("GetTexts").AsText();
   EXPECT_NE(texts.find(R"("zoomIn": "Zoom in")"), std::string::npos);
-  SetLanguage(ELanguage::kGerman);
+  SetLanguage(Language::kGerman);
   EXPECT_NE(Call("GetTexts").AsText().find(R"("delete": "Löschen")"), std::string::npos);
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
 }
 
 // The page calls back while it is being called.

@@ -301,7 +301,7 @@ TEST_F(ListActions, InsertingManyPointsShowsProgressAndCanBeCancelled) {
 
 TEST_F(ListActions, ListsOfOtherKindsCalculateNothing) {
   settings.autoCalc = true;
-  CPointListView pois(kListPois, EPinKind::kPois, rows, settings);
+  CPointListView pois(kListPois, PinKind::kPois, rows, settings);
   pois.list = &list;
   pois.planner = &script;
   pois.statusField = &status;

@@ -49,5 +49,5 @@ class ItineraryTest : public testing::Test {
   PlayedWindow window{log};
   PlayedDirections directions{log};
   CGpsRoute list;
-  CPointListView view{kListItinerary, EPinKind::kItinerary, rows, settings};
+  CPointListView view{kListItinerary, PinKind::kItinerary, rows, settings};
 };

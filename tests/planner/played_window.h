@@ -21,21 +21,21 @@ using CallLog = std::vector<std::string>;
 
 inline std::string Shown(const ScriptValue& value) {
   switch (value.Type()) {
-    case EScriptType::kNull:
+    case ScriptType::kNull:
       return "null";
-    case EScriptType::kBoolean:
+    case ScriptType::kBoolean:
       return value.AsBoolean() ? "true" : "false";
-    case EScriptType::kInteger:
+    case ScriptType::kInteger:
       return std::to_string(value.AsInteger());
-    case EScriptType::kDouble:
+    case ScriptType::kDouble:
       return fmt::format("{}", value.AsNumber());
-    case EScriptType::kText:
+    case ScriptType::kText:
       return value.AsText();
-    case EScriptType::kObject:
+    case ScriptType::kObject:
       return "object";
-    case EScriptType::kArray:
+    case ScriptType::kArray:
       return fmt::format("array of {}", value.AsArray().size());
-    case EScriptType::kFunction:
+    case ScriptType::kFunction:
       return "function";
   }
   return "?";
@@ -78,7 +78,7 @@ class PlayedPage : public IScriptEngine {
 };
 
 /// A function of the page that writes down its arguments.
-class PlayedFunction : public IScriptFunction {
+class PlayedFunction : public ScriptFunction {
  public:
   explicit PlayedFunction(CallLog& log, bool fails = false) : m_log(log), m_fails(fails) {}
 
@@ -100,7 +100,7 @@ class PlayedFunction : public IScriptFunction {
 };
 
 /// Rows that know how many they are and which are selected.
-class PlayedRows : public IPointRows {
+class PlayedRows : public PointRows {
  public:
   void InsertRow(size_t index) override {
     ASSERT_LE(index, count);
@@ -135,7 +135,7 @@ class PlayedRows : public IPointRows {
   std::vector<std::pair<size_t, size_t>> refreshed;
 };
 
-class PlayedProgress : public IProgressWindow {
+class PlayedProgress : public ProgressWindow {
  public:
   explicit PlayedProgress(CallLog& log) : m_log(log) {}
 
@@ -161,7 +161,7 @@ class PlayedProgress : public IProgressWindow {
   CallLog& m_log;
 };
 
-class PlayedStatus : public IStatusField {
+class PlayedStatus : public StatusField {
  public:
   explicit PlayedStatus(CallLog& log) : m_log(log) {}
 
@@ -181,7 +181,7 @@ class PlayedStatus : public IStatusField {
   CallLog& m_log;
 };
 
-class PlayedWindow : public IPlannerWindow {
+class PlayedWindow : public PlannerWindow {
  public:
   explicit PlayedWindow(CallLog& log) : m_log(log) {}
 
@@ -232,7 +232,7 @@ inline CRouteData MakeRoute(uint32_t distance, uint32_t duration) {
 }
 
 /// Directions that answer what they were told to, or a kilometre in a minute.
-class PlayedDirections : public IDirections {
+class PlayedDirections : public RoadDirections {
  public:
   explicit PlayedDirections(CallLog& log) : m_log(log) {}
 

@@ -227,7 +227,7 @@ void LiveAndClose(std::mt19937& random, CSettings& settings, const std::string& 
   HttpRequestQueues queues;
   CGpsRoute list;
   for (const CGpsPoint& point : NamedPoints(6)) list.points.push_back(point);
-  CPointListView view(kListItinerary, EPinKind::kItinerary, rows, settings);
+  CPointListView view(kListItinerary, PinKind::kItinerary, rows, settings);
   view.list = &list;
   view.planner = &script;
   view.progress = &progress;

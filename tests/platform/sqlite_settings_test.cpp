@@ -31,14 +31,14 @@ class SqliteSettings : public testing::Test {
  protected:
   ~SqliteSettings() override { TakeDamagedSettingsFile(); }
 
-  std::unique_ptr<ISettingsBackend> Open() const {
+  std::unique_ptr<SettingsBackend> Open() const {
     return OpenSqliteSettings(m_folder.WidePathTo("settings.db"));
   }
 
   // Runs statements on the file as another program would.
   void Run(const char* statements) const {
     SqliteDatabase database;
-    ASSERT_EQ(database.Open(m_folder.PathTo("settings.db"), SqliteDatabase::EMode::kReadWrite), 0);
+    ASSERT_EQ(database.Open(m_folder.PathTo("settings.db"), SqliteDatabase::Mode::kReadWrite), 0);
     ASSERT_EQ(database.Execute(statements), 0);
   }
 
@@ -82,7 +82,7 @@ TEST_F(SqliteSettings, KeepsNumbersAndTextsSoThatAPersonCanReadThem) {
   ASSERT_EQ(Store("Export", uint32_t{0xFFFFFFFF}), 0u);
   ASSERT_EQ(Store("UserID", WideString(u"anna")), 0u);
   SqliteDatabase database;
-  ASSERT_EQ(database.Open(m_folder.PathTo("settings.db"), SqliteDatabase::EMode::kReadOnly), 0);
+  ASSERT_EQ(database.Open(m_folder.PathTo("settings.db"), SqliteDatabase::Mode::kReadOnly), 0);
   int64_t number = 0;
   std::string text;
   EXPECT_EQ(database.Query("SELECT data FROM value WHERE name = 'export'", number), 0);
@@ -309,7 +309,7 @@ TEST_F(SqliteSettings, AReaderTakesBackASaveThatWasKilledWhileItWrote) {
   ASSERT_EQ(Store("v", std::string(300000, 'a')), 0u);
   // With so little room the save goes to the file before it is committed.
   SqliteDatabase killed;
-  ASSERT_EQ(killed.Open(m_folder.PathTo("settings.db"), SqliteDatabase::EMode::kReadWrite), 0);
+  ASSERT_EQ(killed.Open(m_folder.PathTo("settings.db"), SqliteDatabase::Mode::kReadWrite), 0);
   ASSERT_EQ(killed.Execute("PRAGMA cache_size = 2; BEGIN IMMEDIATE;"
                            "UPDATE value SET data = zeroblob(300000)"),
             0);

@@ -77,7 +77,7 @@ TEST(ServiceRegistry, KeepsTheClassOfAnAccount) {
 
 // Each language of the program sends its own codes.
 struct Codes {
-  ELanguage language;
+  Language language;
   const char* two;
   const char* withCountry;
   const char* three;
@@ -85,14 +85,14 @@ struct Codes {
 
 class ServiceStart : public testing::TestWithParam<Codes> {
  public:
-  ~ServiceStart() override { SetLanguage(ELanguage::kEnglish); }
+  ~ServiceStart() override { SetLanguage(Language::kEnglish); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Languages, ServiceStart,
-                         testing::Values(Codes{ELanguage::kEnglish, "en", "en-US", "eng"},
-                                         Codes{ELanguage::kFrench, "fr", "fr-FR", "fra"},
-                                         Codes{ELanguage::kGerman, "de", "de-DE", "deu"},
-                                         Codes{ELanguage::kDutch, "nl", "nl-NL", "nld"}));
+                         testing::Values(Codes{Language::kEnglish, "en", "en-US", "eng"},
+                                         Codes{Language::kFrench, "fr", "fr-FR", "fra"},
+                                         Codes{Language::kGerman, "de", "de-DE", "deu"},
+                                         Codes{Language::kDutch, "nl", "nl-NL", "nld"}));
 
 TEST_P(ServiceStart, FillsTheAccounts) {
   SetLanguage(GetParam().language);

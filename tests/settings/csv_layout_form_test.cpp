@@ -14,7 +14,7 @@ namespace {
 const CCsvLayout kByHand{kManualCsvPreset, 3, 4, 5, 1, 2, false, "!", "|"};
 
 TEST(CsvLayoutForm, OpensWithTheStoredLayout) {
-  const CCsvLayoutForm form(ECsvUse::kRead, kByHand);
+  const CsvLayoutForm form(CsvUse::kRead, kByHand);
   EXPECT_EQ(form.Shown(), kByHand);
   EXPECT_FALSE(form.IsLocked());
   EXPECT_FALSE(form.AreSeparatorsLocked());
@@ -23,21 +23,21 @@ TEST(CsvLayoutForm, OpensWithTheStoredLayout) {
 TEST(CsvLayoutForm, OpensWithTheFirstPresetWhenTheStoredOneDoesNotExist) {
   CCsvLayout stored = kByHand;
   stored.preset = 5;
-  const CCsvLayoutForm form(ECsvUse::kRead, stored);
+  const CsvLayoutForm form(CsvUse::kRead, stored);
   EXPECT_EQ(form.Shown(), CsvPresets()[0].layout);
   EXPECT_TRUE(form.IsLocked());
 }
 
 TEST(CsvLayoutForm, HasTheTitleOfItsCommand) {
-  EXPECT_EQ(CCsvLayoutForm(ECsvUse::kRead, {}).Title(), "Open CSV");
-  EXPECT_EQ(CCsvLayoutForm(ECsvUse::kWrite, {}).Title(), "Export CSV");
+  EXPECT_EQ(CsvLayoutForm(CsvUse::kRead, {}).Title(), "Open CSV");
+  EXPECT_EQ(CsvLayoutForm(CsvUse::kWrite, {}).Title(), "Export CSV");
 }
 
 TEST(CsvLayoutForm, ListsPresetsAndColumns) {
-  const std::vector<std::string> presets = CCsvLayoutForm::PresetChoices();
+  const std::vector<std::string> presets = CsvLayoutForm::PresetChoices();
   EXPECT_EQ(presets, (std::vector<std::string>{"Default", "Inforad", "Pioneer Navgate",
                                                "Destinator", "Manual"}));
-  const std::vector<std::string> columns = CCsvLayoutForm::ColumnChoices();
+  const std::vector<std::string> columns = CsvLayoutForm::ColumnChoices();
   ASSERT_EQ(columns.size(), 20u);
   EXPECT_EQ(columns[0], "No");
   EXPECT_EQ(columns[1], "Column 01");
@@ -45,7 +45,7 @@ TEST(CsvLayoutForm, ListsPresetsAndColumns) {
 }
 
 TEST(CsvLayoutForm, APresetFillsAndLocksEverything) {
-  CCsvLayoutForm form(ECsvUse::kRead, kByHand);
+  CsvLayoutForm form(CsvUse::kRead, kByHand);
   form.SetUseLocale(true);
   for (uint32_t preset = 0; preset < kManualCsvPreset; ++preset) {
     form.ChoosePreset(preset);
@@ -58,7 +58,7 @@ TEST(CsvLayoutForm, APresetFillsAndLocksEverything) {
 }
 
 TEST(CsvLayoutForm, ManualStartsFromWhatIsShown) {
-  CCsvLayoutForm form(ECsvUse::kRead, CsvPresets()[1].layout);
+  CsvLayoutForm form(CsvUse::kRead, CsvPresets()[1].layout);
   form.ChoosePreset(kManualCsvPreset);
   CCsvLayout expected = CsvPresets()[1].layout;
   expected.preset = kManualCsvPreset;
@@ -67,7 +67,7 @@ TEST(CsvLayoutForm, ManualStartsFromWhatIsShown) {
 }
 
 TEST(CsvLayoutForm, ManualKeepsWhatWasLastEntered) {
-  CCsvLayoutForm form(ECsvUse::kRead, kByHand);
+  CsvLayoutForm form(CsvUse::kRead, kByHand);
   form.Shown().latitudeColumn = 19;
   form.ChoosePreset(0);
   form.ChoosePreset(2);
@@ -81,11 +81,11 @@ TEST(CsvLayoutForm, TheLocalesSeparatorsAreShownAndLocked) {
   const char* const former = std::getenv("LC_ALL");
   const std::string kept = former ? former : "";
   setenv("LC_ALL", "C", 1);
-  CCsvLayoutForm form(ECsvUse::kRead, kByHand);
+  CsvLayoutForm form(CsvUse::kRead, kByHand);
   form.SetUseLocale(true);
   CCsvLayout stored = kByHand;
   stored.useLocale = true;
-  const CCsvLayoutForm opened(ECsvUse::kRead, stored);
+  const CsvLayoutForm opened(CsvUse::kRead, stored);
   if (former) {
     setenv("LC_ALL", kept.c_str(), 1);
   } else {
@@ -105,7 +105,7 @@ TEST(CsvLayoutForm, TheLocalesSeparatorsAreShownAndLocked) {
 TEST(CsvLayoutForm, OkCutsSeparatorsAndStores) {
   const SettingsHome home;
   storage::Storage user = storage::OpenUserStorage();
-  CCsvLayoutForm form(ECsvUse::kWrite, kByHand);
+  CsvLayoutForm form(CsvUse::kWrite, kByHand);
   form.Shown().columnSeparator = "12345";
   form.Shown().decimalSeparator = "abcdef";
   CCsvLayout expected = kByHand;
@@ -114,14 +114,14 @@ TEST(CsvLayoutForm, OkCutsSeparatorsAndStores) {
   CCsvLayout layout;
   EXPECT_EQ(form.Accept(user, layout), kStatusSuccess);
   EXPECT_EQ(layout, expected);
-  EXPECT_EQ(LoadCsvLayout(storage::OpenUserStorage(), ECsvUse::kWrite), expected);
-  EXPECT_EQ(LoadCsvLayout(storage::OpenUserStorage(), ECsvUse::kRead), CCsvLayout());
+  EXPECT_EQ(LoadCsvLayout(storage::OpenUserStorage(), CsvUse::kWrite), expected);
+  EXPECT_EQ(LoadCsvLayout(storage::OpenUserStorage(), CsvUse::kRead), CCsvLayout());
 }
 
 TEST(CsvLayoutForm, OkGivesTheLayoutEvenWhenItCannotBeStored) {
   storage::Storage none;
   CCsvLayout layout;
-  EXPECT_NE(CCsvLayoutForm(ECsvUse::kRead, kByHand).Accept(none, layout), kStatusSuccess);
+  EXPECT_NE(CsvLayoutForm(CsvUse::kRead, kByHand).Accept(none, layout), kStatusSuccess);
   EXPECT_EQ(layout, kByHand);
 }
 

@@ -22,7 +22,7 @@ const std::string kBytes =
 CCsvLayout LayoutOfBytes() { return {4, 2, 1, 5, 3, 0x104, true, "abc", ";|\t\xA7"}; }
 
 // A store whose disk is full behind the first value.
-class WritesOnce : public ISettingsBackend {
+class WritesOnce : public SettingsBackend {
  public:
   uint32_t CreateFolder(std::string_view) override { return 0; }
   uint32_t Read(std::string_view, std::string_view, SettingsValue&) override {
@@ -116,14 +116,14 @@ TEST(CsvLayout, SeparatorsOfTheLocaleAreEightBitAndShort) {
 TEST(CsvLayout, ReadingAndWritingAreStoredApart) {
   const SettingsHome home;
   storage::Storage user = storage::OpenUserStorage();
-  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kRead), CCsvLayout());
-  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kWrite), CCsvLayout());
+  EXPECT_EQ(LoadCsvLayout(user, CsvUse::kRead), CCsvLayout());
+  EXPECT_EQ(LoadCsvLayout(user, CsvUse::kWrite), CCsvLayout());
   EXPECT_FALSE(home.HasFile());
 
-  StoreCsvLayout(user, ECsvUse::kRead, LayoutOfBytes());
-  EXPECT_EQ(LoadCsvLayout(storage::OpenUserStorage(), ECsvUse::kRead), LayoutOfBytes());
-  EXPECT_EQ(LoadCsvLayout(storage::OpenUserStorage(), ECsvUse::kWrite), CCsvLayout());
-  StoreCsvLayout(user, ECsvUse::kWrite, CsvPresets()[1].layout);
+  StoreCsvLayout(user, CsvUse::kRead, LayoutOfBytes());
+  EXPECT_EQ(LoadCsvLayout(storage::OpenUserStorage(), CsvUse::kRead), LayoutOfBytes());
+  EXPECT_EQ(LoadCsvLayout(storage::OpenUserStorage(), CsvUse::kWrite), CCsvLayout());
+  StoreCsvLayout(user, CsvUse::kWrite, CsvPresets()[1].layout);
 
   const storage::SFolder folder = user.OpenFolder("Software\\CorvaneMap\\CSV");
   EXPECT_EQ(folder.OpenValue("read").ReadBytes(), kBytes);
@@ -136,11 +136,11 @@ TEST(CsvLayout, BothAreStoredInOneSave) {
   StoreCsvLayouts(user, std::nullopt, std::nullopt);
   EXPECT_FALSE(home.HasFile());
   StoreCsvLayouts(user, LayoutOfBytes(), CsvPresets()[1].layout);
-  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kRead), LayoutOfBytes());
-  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kWrite), CsvPresets()[1].layout);
+  EXPECT_EQ(LoadCsvLayout(user, CsvUse::kRead), LayoutOfBytes());
+  EXPECT_EQ(LoadCsvLayout(user, CsvUse::kWrite), CsvPresets()[1].layout);
   StoreCsvLayouts(user, std::nullopt, CsvPresets()[3].layout);
-  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kRead), LayoutOfBytes());
-  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kWrite), CsvPresets()[3].layout);
+  EXPECT_EQ(LoadCsvLayout(user, CsvUse::kRead), LayoutOfBytes());
+  EXPECT_EQ(LoadCsvLayout(user, CsvUse::kWrite), CsvPresets()[3].layout);
 
   const auto writesOnce = std::make_shared<WritesOnce>();
   storage::Storage failing(writesOnce);
@@ -155,15 +155,15 @@ TEST(CsvLayout, AStoredValueThatIsNoneGivesTheFirstPreset) {
   storage::Storage user = storage::OpenUserStorage();
   storage::SValue value = user.CreateFolder("Software\\CorvaneMap\\CSV").CreateValue("read");
   value.WriteBytes(kBytes.substr(1));
-  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kRead), CCsvLayout());
+  EXPECT_EQ(LoadCsvLayout(user, CsvUse::kRead), CCsvLayout());
   value.WriteText(u"layout");
-  EXPECT_EQ(LoadCsvLayout(user, ECsvUse::kRead), CCsvLayout());
+  EXPECT_EQ(LoadCsvLayout(user, CsvUse::kRead), CCsvLayout());
 }
 
 TEST(CsvLayout, WithoutAStoreItCannotBeKept) {
   storage::Storage none;
-  EXPECT_EQ(LoadCsvLayout(none, ECsvUse::kRead), CCsvLayout());
-  EXPECT_THROW(StoreCsvLayout(none, ECsvUse::kRead, CCsvLayout()), storage::Exception);
+  EXPECT_EQ(LoadCsvLayout(none, CsvUse::kRead), CCsvLayout());
+  EXPECT_THROW(StoreCsvLayout(none, CsvUse::kRead, CCsvLayout()), storage::Exception);
 }
 
 }  // namespace

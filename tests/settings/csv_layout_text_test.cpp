@@ -34,10 +34,10 @@ TEST(CsvLayoutText, TakesTheNameOfAPreset) {
 }
 
 TEST(CsvLayoutText, TakesThePresetsLabelInTheCurrentLanguageToo) {
-  SetLanguage(ELanguage::kGerman);
+  SetLanguage(Language::kGerman);
   const CsvLayoutText german = ParseCsvLayoutText("Standard");
   const CsvLayoutText english = ParseCsvLayoutText("Default");
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
   EXPECT_EQ(german.layout, CsvPresets()[0].layout);
   EXPECT_EQ(english.layout, CsvPresets()[0].layout);
 }

@@ -12,7 +12,7 @@
 namespace {
 
 // Takes everything up to one key.
-class FailingBackend : public ISettingsBackend {
+class FailingBackend : public SettingsBackend {
  public:
   FailingBackend(std::string key, uint32_t status) : m_key(std::move(key)), m_status(status) {}
   uint32_t CreateFolder(std::string_view) override { return 0; }

@@ -11,7 +11,7 @@
 
 namespace {
 
-class TwoProviders : public IRouteProviders {
+class TwoProviders : public RouteProviders {
  public:
   int32_t DefaultProvider() const override { return 3; }
   std::vector<int32_t> Providers() const override { return {3, 19}; }
@@ -66,9 +66,9 @@ TEST(SettingsList, TellsKindValueAndDefault) {
 }
 
 TEST(SettingsList, MeaningsFollowTheLanguage) {
-  SetLanguage(ELanguage::kGerman);
+  SetLanguage(Language::kGerman);
   const std::string meaning = Listed(CSettings(), "DIST_MILES").meaning;
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
   EXPECT_EQ(meaning, "Entfernungen in Meilen anzeigen");
 }
 
@@ -78,7 +78,7 @@ TEST(SetSetting, ChangesEachKind) {
        {"AUTO_CALC=1", "DisplayNumber=0", "truckheight=500", "EXPORT=-1", "UserID=a=b \xC3\xA9",
         "DefaultMap=4294967295:a:b", "Coordinates=2"}) {
     const SettingResult result = SetSetting(settings, assignment);
-    EXPECT_EQ(result.outcome, ESettingOutcome::kChanged) << assignment;
+    EXPECT_EQ(result.outcome, SettingOutcome::kChanged) << assignment;
     EXPECT_EQ(DescribeRefusal(result), "");
   }
   EXPECT_TRUE(settings.autoCalc);
@@ -88,14 +88,14 @@ TEST(SetSetting, ChangesEachKind) {
   EXPECT_EQ(settings.userId, u"a=b \u00e9");
   EXPECT_EQ(settings.defaultMap, (MapChoice{0xFFFFFFFF, "a:b"}));
   EXPECT_EQ(settings.coordinates, 2);
-  EXPECT_EQ(SetSetting(settings, "UserID=").outcome, ESettingOutcome::kChanged);
+  EXPECT_EQ(SetSetting(settings, "UserID=").outcome, SettingOutcome::kChanged);
   EXPECT_EQ(settings.userId, u"");
 }
 
 TEST(SetSetting, RefusesUnknownKeysWithTheListOfKeys) {
   CSettings settings;
   const SettingResult result = SetSetting(settings, "Truck=1");
-  EXPECT_EQ(result.outcome, ESettingOutcome::kUnknownKey);
+  EXPECT_EQ(result.outcome, SettingOutcome::kUnknownKey);
   EXPECT_EQ(result.key, "Truck");
   EXPECT_EQ(result.value, "1");
   EXPECT_EQ(result.allowed.substr(0, 44), "ConverterPosition, EditorPosition, AUTO_CALC");
@@ -138,7 +138,7 @@ TEST(SetSetting, RefusesWrongValuesWithWhatIsAllowed) {
   CSettings settings;
   for (const Wrong& wrong : wrongs) {
     const SettingResult result = SetSetting(settings, wrong.assignment);
-    EXPECT_EQ(result.outcome, ESettingOutcome::kWrongValue) << wrong.assignment;
+    EXPECT_EQ(result.outcome, SettingOutcome::kWrongValue) << wrong.assignment;
     EXPECT_EQ(result.allowed, wrong.allowed) << wrong.assignment;
   }
   EXPECT_EQ(DescribeRefusal(SetSetting(settings, "Coordinates=3")),
@@ -151,19 +151,18 @@ TEST(SetSetting, RefusesWrongValuesWithWhatIsAllowed) {
 TEST(SetSetting, TakesTheProvidersThatThereAre) {
   CSettings settings;
   const TwoProviders providers;
-  EXPECT_EQ(SetSetting(settings, "RouteProvider=19", &providers).outcome,
-            ESettingOutcome::kChanged);
+  EXPECT_EQ(SetSetting(settings, "RouteProvider=19", &providers).outcome, SettingOutcome::kChanged);
   EXPECT_EQ(settings.routeProvider, 19);
   const SettingResult refused = SetSetting(settings, "RouteProvider=7", &providers);
-  EXPECT_EQ(refused.outcome, ESettingOutcome::kWrongValue);
+  EXPECT_EQ(refused.outcome, SettingOutcome::kWrongValue);
   EXPECT_EQ(refused.allowed, "3, 19");
-  EXPECT_EQ(SetSetting(settings, "RouteProvider=7").outcome, ESettingOutcome::kChanged);
+  EXPECT_EQ(SetSetting(settings, "RouteProvider=7").outcome, SettingOutcome::kChanged);
 }
 
 TEST(SetSetting, RefusesWhatOnlyWindowsOrNobodyWrites) {
   CSettings settings;
   for (const char* const assignment : {"Language=7", "EditorPosition=00", "ConverterPosition="})
-    EXPECT_EQ(SetSetting(settings, assignment).outcome, ESettingOutcome::kReadOnly) << assignment;
+    EXPECT_EQ(SetSetting(settings, assignment).outcome, SettingOutcome::kReadOnly) << assignment;
   EXPECT_EQ(settings.language, 0);
   EXPECT_EQ(DescribeRefusal(SetSetting(settings, "Language=7")),
             "The setting Language cannot be changed from the command line.");
@@ -172,10 +171,10 @@ TEST(SetSetting, RefusesWhatOnlyWindowsOrNobodyWrites) {
 TEST(SetSetting, NeedsAnEqualsSign) {
   CSettings settings;
   const SettingResult result = SetSetting(settings, "AUTO_CALC");
-  EXPECT_EQ(result.outcome, ESettingOutcome::kNoAssignment);
+  EXPECT_EQ(result.outcome, SettingOutcome::kNoAssignment);
   EXPECT_EQ(DescribeRefusal(result), "Give a setting as KEY=VALUE, not as \"AUTO_CALC\".");
-  EXPECT_EQ(SetSetting(settings, "").outcome, ESettingOutcome::kNoAssignment);
-  EXPECT_EQ(SetSetting(settings, "=1").outcome, ESettingOutcome::kUnknownKey);
+  EXPECT_EQ(SetSetting(settings, "").outcome, SettingOutcome::kNoAssignment);
+  EXPECT_EQ(SetSetting(settings, "=1").outcome, SettingOutcome::kUnknownKey);
 }
 
 TEST(DamageMessage, NamesTheFileThatWasPutAsideOnce) {

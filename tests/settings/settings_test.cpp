@@ -16,7 +16,7 @@ namespace {
 using std::string_literals::operator""s;
 
 // Directions providers 3 (vehicles 1 and 3) and 19 (vehicles 1 and 2); 19 is the default.
-class TwoProviders : public IRouteProviders {
+class TwoProviders : public RouteProviders {
  public:
   int32_t DefaultProvider() const override { return 19; }
   std::vector<int32_t> Providers() const override { return {3, 19}; }

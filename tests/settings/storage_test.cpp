@@ -13,10 +13,10 @@
 namespace {
 
 using std::string_literals::operator""s;
-using storage::EReason;
+using storage::Reason;
 
 // Fails every operation with one code.
-class BrokenBackend : public ISettingsBackend {
+class BrokenBackend : public SettingsBackend {
  public:
   explicit BrokenBackend(uint32_t status) : m_status(status) {}
   uint32_t CreateFolder(std::string_view) override { return m_status; }
@@ -36,7 +36,7 @@ class BrokenBackend : public ISettingsBackend {
 // What `action` throws: its text and reason.
 struct Failure {
   std::string text;
-  EReason reason;
+  Reason reason;
   uint32_t status;
 };
 
@@ -49,7 +49,7 @@ std::optional<Failure> FailureOf(const std::function<void()>& action) {
   return std::nullopt;
 }
 
-void ExpectFailure(const std::function<void()>& action, const std::string& text, EReason reason) {
+void ExpectFailure(const std::function<void()>& action, const std::string& text, Reason reason) {
   const std::optional<Failure> failure = FailureOf(action);
   ASSERT_TRUE(failure.has_value()) << text;
   EXPECT_EQ(failure->text, text);
@@ -57,33 +57,33 @@ void ExpectFailure(const std::function<void()>& action, const std::string& text,
 }
 
 TEST(Storage, ReasonsHaveTheirNumbers) {
-  EXPECT_EQ(static_cast<uint32_t>(EReason::kEmptyHandle), 0u);
-  EXPECT_EQ(static_cast<uint32_t>(EReason::kInvalidData), 1u);
-  EXPECT_EQ(static_cast<uint32_t>(EReason::kBadLength), 2u);
-  EXPECT_EQ(static_cast<uint32_t>(EReason::kNotFound), 3u);
-  EXPECT_EQ(static_cast<uint32_t>(EReason::kOther), 4u);
+  EXPECT_EQ(static_cast<uint32_t>(Reason::kEmptyHandle), 0u);
+  EXPECT_EQ(static_cast<uint32_t>(Reason::kInvalidData), 1u);
+  EXPECT_EQ(static_cast<uint32_t>(Reason::kBadLength), 2u);
+  EXPECT_EQ(static_cast<uint32_t>(Reason::kNotFound), 3u);
+  EXPECT_EQ(static_cast<uint32_t>(Reason::kOther), 4u);
 }
 
 TEST(Storage, EmptyHandlesFailWithTheirClass) {
   storage::Storage none;
-  ExpectFailure([&none] { none.CreateFolder("F"); }, "Storage", EReason::kEmptyHandle);
-  ExpectFailure([&none] { const storage::Transaction t(none); }, "Storage", EReason::kEmptyHandle);
+  ExpectFailure([&none] { none.CreateFolder("F"); }, "Storage", Reason::kEmptyHandle);
+  ExpectFailure([&none] { const storage::Transaction t(none); }, "Storage", Reason::kEmptyHandle);
   storage::SFolder folder = none.OpenFolder("F");
-  ExpectFailure([&folder] { folder.CreateFolder("G"); }, "SFolder", EReason::kEmptyHandle);
-  ExpectFailure([&folder] { folder.ValueNames(); }, "SFolder", EReason::kEmptyHandle);
+  ExpectFailure([&folder] { folder.CreateFolder("G"); }, "SFolder", Reason::kEmptyHandle);
+  ExpectFailure([&folder] { folder.ValueNames(); }, "SFolder", Reason::kEmptyHandle);
   storage::SValue value = folder.OpenFolder("G").OpenValue("v");
-  ExpectFailure([&value] { value.ReadBytes(); }, "SValue", EReason::kEmptyHandle);
-  ExpectFailure([&value] { value.ReadNumber(); }, "SValue", EReason::kEmptyHandle);
-  ExpectFailure([&value] { value.ReadText(); }, "SValue", EReason::kEmptyHandle);
-  ExpectFailure([&value] { value.WriteNumber(1); }, "SValue", EReason::kEmptyHandle);
+  ExpectFailure([&value] { value.ReadBytes(); }, "SValue", Reason::kEmptyHandle);
+  ExpectFailure([&value] { value.ReadNumber(); }, "SValue", Reason::kEmptyHandle);
+  ExpectFailure([&value] { value.ReadText(); }, "SValue", Reason::kEmptyHandle);
+  ExpectFailure([&value] { value.WriteNumber(1); }, "SValue", Reason::kEmptyHandle);
 }
 
 TEST(Storage, PlatformFailuresBecomeReasons) {
-  const std::pair<uint32_t, EReason> reasons[] = {{kStatusInvalidData, EReason::kInvalidData},
-                                                  {kStatusBadLength, EReason::kBadLength},
-                                                  {kStatusFileNotFound, EReason::kNotFound},
-                                                  {kStatusAccessDenied, EReason::kOther},
-                                                  {kStatusDiskFull, EReason::kOther}};
+  const std::pair<uint32_t, Reason> reasons[] = {{kStatusInvalidData, Reason::kInvalidData},
+                                                 {kStatusBadLength, Reason::kBadLength},
+                                                 {kStatusFileNotFound, Reason::kNotFound},
+                                                 {kStatusAccessDenied, Reason::kOther},
+                                                 {kStatusDiskFull, Reason::kOther}};
   for (const auto& [status, reason] : reasons) {
     storage::Storage broken(std::make_shared<BrokenBackend>(status));
     storage::SFolder folder = broken.OpenFolder("F");
@@ -102,7 +102,7 @@ TEST(Storage, AMissingFolderFailsOnlyWhenAValueIsReadThroughIt) {
   const SettingsHome home;
   const storage::Storage user = storage::OpenUserStorage();
   const storage::SValue value = user.OpenFolder("a\\b").OpenFolder("c").OpenValue("v");
-  ExpectFailure([&value] { value.ReadNumber(); }, "v", EReason::kNotFound);
+  ExpectFailure([&value] { value.ReadNumber(); }, "v", Reason::kNotFound);
   EXPECT_FALSE(home.HasFile());
 }
 
@@ -110,7 +110,7 @@ TEST(Storage, AMissingValueIsNotFound) {
   const SettingsHome home;
   storage::Storage user = storage::OpenUserStorage();
   const storage::SFolder folder = user.CreateFolder("F");
-  ExpectFailure([&folder] { folder.OpenValue("v").ReadBytes(); }, "v", EReason::kNotFound);
+  ExpectFailure([&folder] { folder.OpenValue("v").ReadBytes(); }, "v", Reason::kNotFound);
   EXPECT_THAT(folder.ValueNames(), testing::IsEmpty());
 }
 
@@ -132,9 +132,9 @@ TEST(Storage, AFolderThatWasOnlyOpenedCannotBeWritten) {
   const SettingsHome home;
   const storage::Storage user = storage::OpenUserStorage();
   ExpectFailure([&user] { user.OpenFolder("F").CreateValue("v").WriteNumber(1); }, "v",
-                EReason::kEmptyHandle);
+                Reason::kEmptyHandle);
   ExpectFailure([&user] { user.OpenFolder("F").OpenValue("v").ReadNumber(); }, "v",
-                EReason::kNotFound);
+                Reason::kNotFound);
 }
 
 TEST(Storage, KeepsValuesInFoldersWithinFolders) {
@@ -168,7 +168,7 @@ TEST(Storage, NumbersAndBytesReadAsEachOther) {
   EXPECT_EQ(numberOf("\x05"), 5u);
   EXPECT_EQ(numberOf("\x01\x02\x03\x84"), 0x84030201u);
   EXPECT_EQ(numberOf("\x01\x02\x03\x04\x05\x06"), 0x04030201u);
-  ExpectFailure([&numberOf] { numberOf(""); }, "bytes", EReason::kBadLength);
+  ExpectFailure([&numberOf] { numberOf(""); }, "bytes", Reason::kBadLength);
 }
 
 TEST(Storage, ANumberOf64BitsReadsAsItsBytes) {
@@ -188,13 +188,11 @@ TEST(Storage, TextReadsAsNothingElse) {
   folder.CreateValue("text").WriteText(u"7");
   folder.CreateValue("number").WriteNumber(7);
   folder.CreateValue("bytes").WriteBytes("7");
-  ExpectFailure([&folder] { folder.OpenValue("text").ReadNumber(); }, "text",
-                EReason::kInvalidData);
-  ExpectFailure([&folder] { folder.OpenValue("text").ReadBytes(); }, "text", EReason::kInvalidData);
+  ExpectFailure([&folder] { folder.OpenValue("text").ReadNumber(); }, "text", Reason::kInvalidData);
+  ExpectFailure([&folder] { folder.OpenValue("text").ReadBytes(); }, "text", Reason::kInvalidData);
   ExpectFailure([&folder] { folder.OpenValue("number").ReadText(); }, "number",
-                EReason::kInvalidData);
-  ExpectFailure([&folder] { folder.OpenValue("bytes").ReadText(); }, "bytes",
-                EReason::kInvalidData);
+                Reason::kInvalidData);
+  ExpectFailure([&folder] { folder.OpenValue("bytes").ReadText(); }, "bytes", Reason::kInvalidData);
 }
 
 TEST(Storage, ATransactionIsOneOrNothing) {
@@ -225,7 +223,7 @@ TEST(Storage, WithoutAHomeTheUsersStoreIsEmpty) {
   unsetenv("HOME");
   storage::Storage user = storage::OpenUserStorage();
   setenv("HOME", kept.c_str(), 1);
-  ExpectFailure([&user] { user.CreateFolder("F"); }, "Storage", EReason::kEmptyHandle);
+  ExpectFailure([&user] { user.CreateFolder("F"); }, "Storage", Reason::kEmptyHandle);
 }
 
 }  // namespace

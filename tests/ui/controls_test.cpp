@@ -1,7 +1,6 @@
 #include <QAccessible>
 #include <QAction>
 #include <QMenuBar>
-
 #include <set>
 
 #include "base/localized_text.h"
@@ -33,17 +32,37 @@ TEST_F(ControlsTest, EachRoleIsFoundByItsName) {
   Open().resize(1280, 800);
   QTest::qWait(10);
   const std::set<QString> names = AccessibleNames();
-  for (const char* const name :
-       {"Open", "Export", "Up", "Down", "Add", "Remove", "Invert", "Remove all", "Calculate",
-        "Clear route", "Show all", "Optimise itinerary", "Settings", "Print",
-        "Place waypoints on roads", "Search", "Exit", "Waypoints", "Itinerary", "Search text",
-        "Export format", "Distance", "Location search", "Proximity search", "Favorites"})
+  for (const char* const name : {"Open",
+                                 "Export",
+                                 "Up",
+                                 "Down",
+                                 "Add",
+                                 "Remove",
+                                 "Invert",
+                                 "Remove all",
+                                 "Calculate",
+                                 "Clear route",
+                                 "Show all",
+                                 "Optimise itinerary",
+                                 "Settings",
+                                 "Print",
+                                 "Place waypoints on roads",
+                                 "Search",
+                                 "Exit",
+                                 "Waypoints",
+                                 "Itinerary",
+                                 "Search text",
+                                 "Export format",
+                                 "Distance",
+                                 "Location search",
+                                 "Proximity search",
+                                 "Favorites"})
     EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
 }
 
 TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
-  for (const ELanguage language :
-       {ELanguage::kEnglish, ELanguage::kFrench, ELanguage::kGerman, ELanguage::kDutch}) {
+  for (const Language language :
+       {Language::kEnglish, Language::kFrench, Language::kGerman, Language::kDutch}) {
     SetLanguage(language);
     Open();
     std::multiset<QChar> letters;
@@ -63,8 +82,8 @@ TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
 }
 
 TEST_F(ControlsTest, NothingIsCutOffInAnyLanguage) {
-  for (const ELanguage language :
-       {ELanguage::kEnglish, ELanguage::kFrench, ELanguage::kGerman, ELanguage::kDutch}) {
+  for (const Language language :
+       {Language::kEnglish, Language::kFrench, Language::kGerman, Language::kDutch}) {
     SetLanguage(language);
     Open();
     QTest::qWait(10);

@@ -39,7 +39,7 @@ TEST_F(CsvWindowTest, APresetLocksAndManualUnlocks) {
     List(dialog, "Longitude").setCurrentIndex(19);
     Press(dialog, QDialogButtonBox::Ok);
   });
-  EXPECT_TRUE(AskCsvLayout(nullptr, ECsvUse::kRead, QString(), layout));
+  EXPECT_TRUE(AskCsvLayout(nullptr, CsvUse::kRead, QString(), layout));
   EXPECT_EQ(title, "Open CSV");
   EXPECT_EQ(layout.preset, 4u);
   EXPECT_EQ(layout.longitudeColumn, 19u);
@@ -53,7 +53,7 @@ TEST_F(CsvWindowTest, TheFirstLinesAreShown) {
     lines = dialog.findChild<QPlainTextEdit*>()->toPlainText();
     Press(dialog, QDialogButtonBox::Cancel);
   });
-  EXPECT_FALSE(AskCsvLayout(nullptr, ECsvUse::kRead, file, layout));
+  EXPECT_FALSE(AskCsvLayout(nullptr, CsvUse::kRead, file, layout));
   EXPECT_TRUE(lines.startsWith("1,2,A\n3,4,B"));
 }
 

@@ -1,3 +1,5 @@
+#include "ui/point_window.h"
+
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
@@ -8,7 +10,6 @@
 #include "base/text_ids.h"
 #include "tests/ui/window_fixture.h"
 #include "ui/angle_edit.h"
-#include "ui/point_window.h"
 
 namespace {
 
@@ -85,7 +86,7 @@ TEST_F(PointWindowTest, LookingAtAnotherFormatChangesNothing) {
 
 TEST(AngleEditTest, ReadsDegreesMinutesAndSeconds) {
   AngleEdit edit(/*isLatitude=*/true);
-  edit.SetFormat(ECoordinateFormat::kSeconds);
+  edit.SetFormat(CoordinateFormat::kSeconds);
   const auto type = [&edit](const char* name, const char* text) {
     auto& field = dynamic_cast<QLineEdit&>(*FindControl(edit, QLatin1String(name)));
     field.selectAll();

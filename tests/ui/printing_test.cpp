@@ -14,7 +14,7 @@ namespace {
 
 TEST(PrintingTest, HoldsNameAndStopsAsPlainText) {
   const SettingsHome home;
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
   CSettings settings;
   CGpsRoute list;
   list.name = "<b>Tour</b>";

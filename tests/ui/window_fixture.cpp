@@ -27,7 +27,7 @@ QWidget* FindControl(const QWidget& root, const QString& accessibleName) {
 
 void WindowTest::SetUp() {
   qputenv("XDG_STATE_HOME", QByteArray::fromStdString(m_folder.PathTo("state")));
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
   m_settings = std::make_unique<CSettings>();
   m_settings->Load();
 }

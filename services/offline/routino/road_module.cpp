@@ -63,36 +63,35 @@ class ProfileFile {
   char m_path[32] = "/tmp/corvane-profile-XXXXXX";
 };
 
-class RoutinoEngine final : public IRoadEngine {
+class RoutinoEngine final : public RoutingEngine {
  public:
   bool HasRoadNear(const RoadQuery& query, const RoadPosition& position) override {
     const std::lock_guard lock(m_mutex);
-    return Prepare(query) == ERoadResult::kFound && FindWaypoint(position) != nullptr;
+    return Prepare(query) == RoadResult::kFound && FindWaypoint(position) != nullptr;
   }
 
-  ERoadResult FindWay(const RoadQuery& query, const std::atomic<bool>& cancelled,
-                      std::vector<RoadPoint>& way) override {
+  RoadResult FindWay(const RoadQuery& query, const std::atomic<bool>& cancelled,
+                     std::vector<RoadPoint>& way) override {
     const std::lock_guard lock(m_mutex);
-    const ERoadResult prepared = Prepare(query);
-    if (prepared != ERoadResult::kFound) return prepared;
+    const RoadResult prepared = Prepare(query);
+    if (prepared != RoadResult::kFound) return prepared;
     const Waypoint from = FindWaypoint(query.from);
-    if (!from) return ERoadResult::kNoRoadNearStart;
+    if (!from) return RoadResult::kNoRoadNearStart;
     const Waypoint to = FindWaypoint(query.to);
-    if (!to) return ERoadResult::kNoRoadNearEnd;
+    if (!to) return RoadResult::kNoRoadNearEnd;
 
     Routino_Waypoint* waypoints[] = {from.get(), to.get()};
-    const int options =
-        ROUTINO_ROUTE_LIST_HTML_ALL | (query.quickest ? ROUTINO_ROUTE_QUICKEST : 0);
+    const int options = ROUTINO_ROUTE_LIST_HTML_ALL | (query.quickest ? ROUTINO_ROUTE_QUICKEST : 0);
     cancellation = &cancelled;
     const Route route(Routino_CalculateRoute(m_database, m_profile, m_translation, waypoints,
                                              static_cast<int>(std::size(waypoints)), options,
                                              GoesOn));
     cancellation = nullptr;
     if (!route)
-      return Routino_errno == ROUTINO_ERROR_PROGRESS_ABORTED ? ERoadResult::kCancelled
-                                                             : ERoadResult::kNoWay;
+      return Routino_errno == ROUTINO_ERROR_PROGRESS_ABORTED ? RoadResult::kCancelled
+                                                             : RoadResult::kNoWay;
     TakeRoute(*route, way);
-    return ERoadResult::kFound;
+    return RoadResult::kFound;
   }
 
   void CloseDatabase(const std::string& folder) override {
@@ -116,24 +115,24 @@ class RoutinoEngine final : public IRoadEngine {
 
   // Opens the database and has the profile checked against it, unless that was done for the query
   // before.
-  ERoadResult Prepare(const RoadQuery& query) {
-    if (Routino_CheckAPIVersion() != ROUTINO_ERROR_NONE) return ERoadResult::kNotInstalled;
-    if (!PrepareLanguage(query.language)) return ERoadResult::kNotInstalled;
+  RoadResult Prepare(const RoadQuery& query) {
+    if (Routino_CheckAPIVersion() != ROUTINO_ERROR_NONE) return RoadResult::kNotInstalled;
+    if (!PrepareLanguage(query.language)) return RoadResult::kNotInstalled;
     Database& database = m_databases[query.database];
     if (!database) database.reset(Routino_LoadDatabase(query.database.c_str(), nullptr));
     if (!database) {
       m_databases.erase(query.database);
-      return ERoadResult::kNoDatabase;
+      return RoadResult::kNoDatabase;
     }
-    if (m_database == database.get() && m_profileText == query.profile) return ERoadResult::kFound;
+    if (m_database == database.get() && m_profileText == query.profile) return RoadResult::kFound;
     Forget();
-    if (!LoadProfile(query.profile)) return ERoadResult::kNotInstalled;
+    if (!LoadProfile(query.profile)) return RoadResult::kNotInstalled;
     // A database that holds no road for the profile's vehicle.
     if (Routino_ValidateProfile(database.get(), m_profile) != ROUTINO_ERROR_NONE)
-      return ERoadResult::kNoWay;
+      return RoadResult::kNoWay;
     m_database = database.get();
     m_profileText = query.profile;
-    return ERoadResult::kFound;
+    return RoadResult::kFound;
   }
 
   bool PrepareLanguage(const std::string& language) {
@@ -188,7 +187,7 @@ class RoutinoEngine final : public IRoadEngine {
 
 }  // namespace
 
-extern "C" IRoadEngine* CorvaneRoadModule() {
+extern "C" RoutingEngine* CorvaneRoadModule() {
   static auto* const engine = new RoutinoEngine;
   return engine;
 }

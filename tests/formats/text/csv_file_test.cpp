@@ -26,10 +26,10 @@ class CsvFile : public testing::Test {
 
 TEST_F(CsvFile, SilentUsesTheStoredLayouts) {
   storage::Storage user = storage::OpenUserStorage();
-  StoreCsvLayout(user, ECsvUse::kRead, kInforad);
-  StoreCsvLayout(user, ECsvUse::kWrite, kDestinator);
+  StoreCsvLayout(user, CsvUse::kRead, kInforad);
+  StoreCsvLayout(user, CsvUse::kWrite, kDestinator);
   bool wasAsked = false;
-  Layouts().ask = [&wasAsked](ECsvUse, CCsvLayout&) { return wasAsked = true; };
+  Layouts().ask = [&wasAsked](CsvUse, CCsvLayout&) { return wasAsked = true; };
 
   PointLists lists;
   EXPECT_EQ(ReadCsv(m_folder.Put("a.csv", "48,5;2,5;a"), lists, true), kStatusSuccess);
@@ -43,8 +43,8 @@ TEST_F(CsvFile, SilentUsesTheStoredLayouts) {
 }
 
 TEST_F(CsvFile, TheUserIsAskedForTheLayout) {
-  Layouts().ask = [](ECsvUse use, CCsvLayout& layout) {
-    layout = use == ECsvUse::kRead ? kInforad : AllColumns(".", ";");
+  Layouts().ask = [](CsvUse use, CCsvLayout& layout) {
+    layout = use == CsvUse::kRead ? kInforad : AllColumns(".", ";");
     return true;
   };
   PointLists lists;
@@ -57,7 +57,7 @@ TEST_F(CsvFile, TheUserIsAskedForTheLayout) {
 }
 
 TEST_F(CsvFile, CancellingTheQuestionEndsBoth) {
-  Layouts().ask = [](ECsvUse, CCsvLayout&) { return false; };
+  Layouts().ask = [](CsvUse, CCsvLayout&) { return false; };
   PointLists lists;
   EXPECT_EQ(ReadCsv(m_folder.Put("a.csv", "1,2,a"), lists, false), kStatusCancelled);
   EXPECT_TRUE(lists.empty());

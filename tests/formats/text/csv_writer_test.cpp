@@ -66,10 +66,10 @@ TEST(CsvWriter, TextIs8BitAndQuotesAreNotDoubled) {
 }
 
 TEST(CsvWriter, LabelsAreUtf8InTheCurrentLanguage) {
-  SetLanguage(ELanguage::kGerman);
+  SetLanguage(Language::kGerman);
   const std::string german =
       Written(MakeList("", MakePoint(1, 2, "H\u00f6he", "", 3)), AllColumns(".", "\xA7"));
-  SetLanguage(ELanguage::kEnglish);
+  SetLanguage(Language::kEnglish);
   EXPECT_EQ(german,
             "Breitengrad\xA7L\xC3\xA4ngengrad\xA7H\xC3\xB6he\xA7Name\xA7Kommentar\r\n"
             "1.000000\xA7"

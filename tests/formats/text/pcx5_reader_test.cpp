@@ -27,19 +27,19 @@ struct Parsed {
   uint32_t status;
 };
 
-CGpsPoint WaypointOf(std::string_view line, const Pcx5Columns& columns, EPcx5Form form) {
+CGpsPoint WaypointOf(std::string_view line, const Pcx5Columns& columns, Pcx5Form form) {
   CGpsRoute route;
   ParsePcx5Waypoint(line, columns, form, route);
   return route.At(0);
 }
 
-double Latitude(std::string_view text, EPcx5Form form) {
+double Latitude(std::string_view text, Pcx5Form form) {
   Pcx5Columns columns;
   columns[kPcx5Latitude] = {0, text.size()};
   return WaypointOf(text, columns, form).latitude;
 }
 
-double Longitude(std::string_view text, EPcx5Form form) {
+double Longitude(std::string_view text, Pcx5Form form) {
   Pcx5Columns columns;
   columns[kPcx5Longitude] = {0, text.size()};
   return WaypointOf(text, columns, form).longitude;
@@ -201,7 +201,7 @@ TEST(Pcx5Reader, ColumnsEndWhereTheNextBegins) {
   columns[kPcx5Longitude] = {4, 3};
   columns[kPcx5Altitude] = {8, 2};
   columns[kPcx5Description] = {12, 4};
-  const CGpsPoint point = WaypointOf("1.5675.25612345names and more", columns, EPcx5Form::kDegrees);
+  const CGpsPoint point = WaypointOf("1.5675.25612345names and more", columns, Pcx5Form::kDegrees);
   EXPECT_EQ(point.latitude, 1.5);
   EXPECT_EQ(point.longitude, Float(75.));
   EXPECT_EQ(point.altitude, 5612345.0) << "an altitude goes on as long as it is a number";
@@ -213,7 +213,7 @@ TEST(Pcx5Reader, TrimsNames) {
   columns[kPcx5Ident] = {0, 6};
   columns[kPcx5Description] = {6, 12};
   const auto name = [&columns](std::string_view line) {
-    return WaypointOf(line, columns, EPcx5Form::kDegrees).name;
+    return WaypointOf(line, columns, Pcx5Form::kDegrees).name;
   };
   EXPECT_EQ(name("ident   a  b  \r \r"), "a  b");
   EXPECT_EQ(name(" id \r    \r \r  \r  "), "id");
@@ -273,7 +273,7 @@ TEST(Pcx5Reader, EndsAtAnUnknownCoordinateSystem) {
 }
 
 TEST(Pcx5Reader, ReadsDegrees) {
-  constexpr EPcx5Form kForm = EPcx5Form::kDegrees;
+  constexpr Pcx5Form kForm = Pcx5Form::kDegrees;
   EXPECT_EQ(Latitude("N48.8566140", kForm), Float(48.856614));
   EXPECT_EQ(Latitude("S48.8566140", kForm), -Float(48.856614));
   EXPECT_EQ(Latitude("-48.5", kForm), -48.5);
@@ -293,7 +293,7 @@ TEST(Pcx5Reader, ReadsDegrees) {
 }
 
 TEST(Pcx5Reader, LosesMinutesBelowSixtyInDegreesMinutesAndSeconds) {
-  constexpr EPcx5Form kForm = EPcx5Form::kDegreesMinutesSeconds;
+  constexpr Pcx5Form kForm = Pcx5Form::kDegreesMinutesSeconds;
   EXPECT_EQ(Latitude("N4852 30.5", kForm), Float(48.008472222));
   EXPECT_EQ(Latitude("S485230.5", kForm), -Float(48.008472222));
   EXPECT_EQ(Latitude("N4860 00", kForm), 49.0);
@@ -303,7 +303,7 @@ TEST(Pcx5Reader, LosesMinutesBelowSixtyInDegreesMinutesAndSeconds) {
 }
 
 TEST(Pcx5Reader, ReadsDegreesAndMinutes) {
-  constexpr EPcx5Form kForm = EPcx5Form::kDegreesMinutes;
+  constexpr Pcx5Form kForm = Pcx5Form::kDegreesMinutes;
   EXPECT_EQ(Latitude("N4830.0", kForm), 48.5);
   EXPECT_EQ(Latitude("S48 30.6", kForm), -Float(48.51));
   EXPECT_EQ(Longitude("W00730.6", kForm), -Float(7.51));
@@ -313,7 +313,7 @@ TEST(Pcx5Reader, ReadsDegreesAndMinutes) {
 // Each result as C's sscanf gives it, then 3600 seconds a degree.
 TEST(Pcx5Reader, ScansNumbersAsCDoes) {
   const auto latitude = [](std::string_view text) {
-    return Latitude("N" + std::string(text), EPcx5Form::kDegreesMinutesSeconds);
+    return Latitude("N" + std::string(text), Pcx5Form::kDegreesMinutesSeconds);
   };
   EXPECT_EQ(latitude("4"), 4.0);
   EXPECT_EQ(latitude("48 5"), 48.0);
@@ -347,7 +347,7 @@ TEST(Pcx5Reader, ReadsAltitudes) {
   const auto altitude = [](std::string_view text) {
     Pcx5Columns columns;
     columns[kPcx5Altitude] = {2, 1};
-    return WaypointOf(text, columns, EPcx5Form::kDegrees).altitude;
+    return WaypointOf(text, columns, Pcx5Form::kDegrees).altitude;
   };
   EXPECT_EQ(altitude("W -9999"), 0.0);
   EXPECT_EQ(altitude("W -9999.0 x"), 0.0);

@@ -8,7 +8,7 @@ namespace {
 
 using Positions = std::vector<std::pair<double, double>>;
 
-Positions Decoded(std::string_view text, EPolylinePrecision precision = EPolylinePrecision::kFive) {
+Positions Decoded(std::string_view text, PolylinePrecision precision = PolylinePrecision::kFive) {
   CGpsPointList points;
   DecodePolyline(text, precision, points);
   return PositionsOf(points);
@@ -31,15 +31,15 @@ TEST(Polyline, DecodesDifferences) {
 }
 
 TEST(Polyline, HasAPrecisionOfSixToo) {
-  EXPECT_EQ(Decoded("_p~iF~ps|U", EPolylinePrecision::kSix), (Positions{{3.85, -12.02}}));
+  EXPECT_EQ(Decoded("_p~iF~ps|U", PolylinePrecision::kSix), (Positions{{3.85, -12.02}}));
 }
 
 TEST(Polyline, MakesPointsWithoutAltitude) {
   CGpsPointList points;
-  DecodePolyline("_p~iF~ps|U", EPolylinePrecision::kFive, points);
+  DecodePolyline("_p~iF~ps|U", PolylinePrecision::kFive, points);
   EXPECT_DOUBLE_EQ(points.points.front()->altitude, 0.0);
   EXPECT_DOUBLE_EQ(points.points.front()->tolerance, 0.0001);
-  DecodePolyline("_p~iF~ps|U", EPolylinePrecision::kFive, points);
+  DecodePolyline("_p~iF~ps|U", PolylinePrecision::kFive, points);
   EXPECT_EQ(points.points.size(), 2u);
 }
 

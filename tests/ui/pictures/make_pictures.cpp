@@ -1,12 +1,12 @@
 // Makes the pictures of the window for the documents: make_pictures FOLDER LOOK LANGUAGE, such as
 // "make_pictures docs/pictures dark de".
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QAction>
 #include <QTimer>
 #include <QWebEngineView>
 
@@ -34,22 +34,29 @@ struct Place {
   double longitude;
 };
 
-constexpr Place kPlaces[] = {
-    {"Marlenheim", 48.6206, 7.4905}, {"Molsheim", 48.5427, 7.4922}, {"Obernai", 48.4622, 7.4819},
-    {"Barr", 48.4078, 7.4492},       {"Dambach-la-Ville", 48.3241, 7.4264},
-    {"Ribeauvillé", 48.1950, 7.3190}, {"Riquewihr", 48.1669, 7.2979}, {"Kaysersberg", 48.1390, 7.2631},
-    {"Turckheim", 48.0872, 7.2806},  {"Eguisheim", 48.0428, 7.3061}, {"Rouffach", 47.9565, 7.3006},
-    {"Guebwiller", 47.9079, 7.2105}, {"Thann", 47.8084, 7.1040}};
+constexpr Place kPlaces[] = {{"Marlenheim", 48.6206, 7.4905},
+                             {"Molsheim", 48.5427, 7.4922},
+                             {"Obernai", 48.4622, 7.4819},
+                             {"Barr", 48.4078, 7.4492},
+                             {"Dambach-la-Ville", 48.3241, 7.4264},
+                             {"Ribeauvillé", 48.1950, 7.3190},
+                             {"Riquewihr", 48.1669, 7.2979},
+                             {"Kaysersberg", 48.1390, 7.2631},
+                             {"Turckheim", 48.0872, 7.2806},
+                             {"Eguisheim", 48.0428, 7.3061},
+                             {"Rouffach", 47.9565, 7.3006},
+                             {"Guebwiller", 47.9079, 7.2105},
+                             {"Thann", 47.8084, 7.1040}};
 
 constexpr QSize kWindowSize(1280, 800);
 constexpr int kPatience = 60'000;  // milliseconds
-constexpr int kMapTime = 10'000;    // for the map to draw itself
+constexpr int kMapTime = 10'000;   // for the map to draw itself
 
-ELanguage LanguageOf(const QString& code) {
-  if (code == QLatin1String("fr")) return ELanguage::kFrench;
-  if (code == QLatin1String("de")) return ELanguage::kGerman;
-  if (code == QLatin1String("nl")) return ELanguage::kDutch;
-  return ELanguage::kEnglish;
+Language LanguageOf(const QString& code) {
+  if (code == QLatin1String("fr")) return Language::kFrench;
+  if (code == QLatin1String("de")) return Language::kGerman;
+  if (code == QLatin1String("nl")) return Language::kDutch;
+  return Language::kEnglish;
 }
 
 /// Makes the pictures one after the other.
@@ -125,7 +132,8 @@ int main(int argc, char** argv) {
   settings.Load();
   settings.routeProvider = provider::kStraight;
   settings.calculateAsked = true;
-  const Photographer photographer(QString::fromLocal8Bit(argv[1]), look + QLatin1Char('-') + language);
+  const Photographer photographer(QString::fromLocal8Bit(argv[1]),
+                                  look + QLatin1Char('-') + language);
   MainWindow window(settings);
   window.Start();
   window.resize(kWindowSize);
@@ -145,8 +153,7 @@ int main(int argc, char** argv) {
     CGpsNamedPoint point = window.Work().driver.current.At(2);
     EditPointInWindow(&window, settings, kTextEditPoint, point);
   });
-  photographer.TakeDialog("settings",
-                          [&] { window.Commands()[ECommand::kSettings].trigger(); });
+  photographer.TakeDialog("settings", [&] { window.Commands()[ECommand::kSettings].trigger(); });
   photographer.TakeDialog("about", [&] { window.Commands()[ECommand::kAbout].trigger(); });
   window.Work().driver.current.snapshot.Assign(window.Work().driver.current);
   window.close();
