@@ -19,8 +19,7 @@ bool BeginsLike(const std::string& answer, std::string_view word) {
 
 void ConsoleFront::ShowMessage(MessageIcon, uint32_t textId, const FailureReason& reason) {
   if (textId == kTextUnknownFormat && (!m_reportsUnknown || m_declined)) return;
-  Complain(m_subject,
-           std::string(LoadTextUtf8(textId)) + DescribeReason(reason.platformError, m_subject));
+  Complain(m_subject, std::string(LoadTextUtf8(textId)) + DescribeFailure(reason, m_subject));
 }
 
 bool ConsoleFront::AskYesNo(MessageIcon, uint32_t textId) {

@@ -13,9 +13,6 @@
 
 namespace {
 
-// Places of this machine answer until another is named, so that nothing is told to anybody unasked.
-constexpr std::string_view kDefaultFinder = "offline-places";
-
 uint32_t Geocode(int32_t id, const std::string& text, PlaceList& places) {
   const auto geocoder = CServiceRegistry::Instance().CreateGeocoder(id);
   if (!geocoder) return kServiceInvalid;
@@ -42,8 +39,8 @@ uint32_t SearchAround(int32_t id, const std::string& text, const ServiceOptions&
 int RunFind(const Options& options) {
   const std::string& text = *options.services.typed.find;
   const bool isSearch = options.services.near.has_value();
-  ServiceChoice choice =
-      ChooseService(options, isSearch ? kCanSearch : kCanGeocode, kDefaultFinder);
+  const ServiceAbility ability = isSearch ? kCanSearch : kCanGeocode;
+  const ServiceChoice choice = ChooseService(options, ability, DefaultFinder(ability));
   PlaceList places;
   ServiceOutcome outcome;
   if (choice.exitStatus != 0) {

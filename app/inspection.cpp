@@ -83,7 +83,7 @@ int RunInspection(const Options& options, const FormatTable& table, ConversionCo
   const WideString& path = options.tokens[0];
   uint32_t error = kStatusSuccess;
   const uint32_t attributes = FileAttributes(path, &error);
-  if (attributes == kNoAttributes && error == kStatusFileNotFound) {
+  if (!IsWebAddress(path) && attributes == kNoAttributes && error == kStatusFileNotFound) {
     Complain(FormatText(kTextNoSource, ShownPath(path)));
     return kExitWrongUsage;
   }
@@ -102,7 +102,6 @@ int RunInspection(const Options& options, const FormatTable& table, ConversionCo
   const bool isWritten = sink.Finish();
   if (trip.status == kStatusSuccess) return isWritten ? kExitConverted : kExitFailed;
   const uint32_t message = trip.status == kStatusBadFormat ? kTextUnknownFormat : kTextCannotBeRead;
-  Complain(path,
-           std::string(LoadTextUtf8(message)) + DescribeReason(trip.reason.platformError, path));
+  Complain(path, std::string(LoadTextUtf8(message)) + DescribeFailure(trip.reason, path));
   return kExitFailed;
 }

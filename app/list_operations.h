@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "app/stop_order.h"
 #include "base/wide_string.h"
 #include "model/point_list.h"
 
@@ -15,6 +16,7 @@ struct ListOperation {
 };
 
 /// Does them in their order, and tells on standard error how long the way became, unless `quiet`.
-/// `source` is the file that the itinerary comes from.
+/// `source` is the file that the itinerary comes from. With `roads` the stops are ordered by the
+/// ways between them.
 void ApplyListOperations(const std::vector<ListOperation>& operations, const WideString& source,
-                         bool quiet, CGpsRoute& list);
+                         bool quiet, CGpsRoute& list, const RoadOrder* roads = nullptr);

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr std::string_view kDefaultFinder = "offline-places";
-
 uint32_t Locate(int32_t id, const CGpsCoordinate& position, PlaceList& places) {
   const auto geocoder = CServiceRegistry::Instance().CreateReverseGeocoder(id);
   if (!geocoder) return kServiceInvalid;
@@ -20,7 +18,7 @@ uint32_t Locate(int32_t id, const CGpsCoordinate& position, PlaceList& places) {
 }  // namespace
 
 int RunLocate(const Options& options) {
-  const ServiceChoice choice = ChooseService(options, kCanReverse, kDefaultFinder);
+  const ServiceChoice choice = ChooseService(options, kCanReverse, DefaultFinder(kCanReverse));
   PlaceList places;
   const ServiceOutcome outcome =
       choice.exitStatus != 0

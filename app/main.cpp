@@ -1,23 +1,34 @@
+#include <memory_resource>
 #include <optional>
 #include <string>
 
 #include "app/command_line.h"
 #include "app/console_text.h"
+#include "app/conversion_services.h"
 #include "app/format_listing.h"
 #include "app/inspection.h"
 #include "app/options.h"
+#include "app/roads_command.h"
+#include "app/send_command.h"
 #include "app/service_commands.h"
+#include "app/service_outcome.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
+#include "app/way_command.h"
 #include "base/format_text.h"
 #include "base/product.h"
+#include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/conversion_context.h"
-#include "formats/format_rows.h"
+#include "planner/hand_off.h"
+#include "planner/tomtom_home.h"
+#include "planner/whole_format_table.h"
 #include "platform/become_program.h"
 #include "platform/console.h"
+#include "platform/large_pages.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
+#include "services/links/link_rows.h"
 #include "settings/settings.h"
 
 namespace {
@@ -26,11 +37,15 @@ constexpr uint32_t kSystemLanguage = 0;
 
 constexpr char kWindowProgram[] = "corvanemap-window";
 
-void SetLanguageOf(const std::vector<WideString>& tokens, uint32_t storedLanguage) {
-  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), storedLanguage, PrimaryLanguage()));
+// The settings are loaded only where they decide: their file may be held by another program.
+void SetLanguageOf(const std::vector<WideString>& tokens) {
+  const WideString token = FindLanguageToken(tokens);
+  SetLanguage(ChooseLanguage(token, kSystemLanguage, PrimaryLanguage()));
+  if (!token.empty()) return;
+  LoadUserSettings();
+  const auto stored = static_cast<uint32_t>(CSettings::Instance().language);
+  SetLanguage(ChooseLanguage(token, stored, PrimaryLanguage()));
 }
-
-uint32_t StoredLanguage() { return static_cast<uint32_t>(CSettings::Instance().language); }
 
 // Whether the options keep something for the next time; then nothing else needs to be asked for.
 bool KeepsSomething(const Options& options) {
@@ -38,15 +53,22 @@ bool KeepsSomething(const Options& options) {
   return keepsLayouts || !options.assignments.empty();
 }
 
-// The window is a program of its own, in a package of its own, and takes the same tokens. Comes back
-// only where it cannot be had.
+// The window is a program of its own, in a package of its own, and takes the same tokens. Comes
+// back only where it cannot be had.
 int OpenWindow(int argumentCount, char** arguments) {
   std::vector<std::string> command(arguments, arguments + argumentCount);
   command.front() = kWindowProgram;
-  if (HasDesktop()) BecomeProgram(command);
+  if (CanShowWindow()) BecomeProgram(command);
   Complain(FormatText(kTextNoWindow));
   Complain(FormatText(kTextUsage));
   return kExitWrongUsage;
+}
+
+// The key of the hand-off to TomTom HOME makes no file.
+void TakeTomTomHomeKey(Options& options) {
+  if (!options.inspect && options.tokens.size() >= 2 &&
+      ToLowerAscii(options.tokens[1]) == kTomTomHomeKey)
+    options.send.target = FindDeviceTarget(kTargetTomTomHome)->name;
 }
 
 int Run(Options& options, int argumentCount, char** arguments) {
@@ -54,14 +76,19 @@ int Run(Options& options, int argumentCount, char** arguments) {
     return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
   }
   if (options.version) {
-    return WriteOutput(std::string(kProductName) + "\n") ? kExitConverted : kExitFailed;
+    const std::string credit(LoadTextUtf8(kTextPlacesCredit));
+    const std::string text = std::string(kProductName) + "\n" + credit + "\n";
+    return WriteOutput(text) ? kExitConverted : kExitFailed;
   }
   if (const int status = ChangeSettings(options)) return status;
   if (options.remember && !RememberCsvLayouts(options)) return kExitFailed;
   if (options.settings) return RunSettings(options);
   if (const std::optional<int> status = RunServiceCommand(options)) return *status;
-  const FormatTable table = DefaultFormatTable();
+  if (options.directions.roads) return RunRoads(options);
+  FormatTable table = WholeFormatTable();
+  AddLinkFunctions(table);
   if (options.formats) {
+    ListCompanionRows(table);
     return ListFormats(table, options.json) ? kExitConverted : kExitFailed;
   }
   DropLanguageTokens(options.tokens);
@@ -69,8 +96,25 @@ int Run(Options& options, int argumentCount, char** arguments) {
   context.csvLayouts.forReading = options.csvRead;
   context.csvLayouts.forWriting = options.csvWrite;
   context.lookups.lastForRun = true;
-  if (options.inspect && options.tokens.size() == 1) return RunInspection(options, table, context);
-  if (!options.inspect && options.tokens.size() >= 2) return RunConversion(options, table, context);
+  if (options.directions.way && options.tokens.empty()) {
+    AllowLookups(options, context.lookups);
+    return RunWay(options, table, context);
+  }
+  TakeTomTomHomeKey(options);
+  if (!options.send.target.empty()) {
+    AllowLookups(options, context.lookups);
+    return RunSend(options, table, context);
+  }
+  if (options.inspect && options.tokens.size() == 1) {
+    AllowLocalLookups(options, context.lookups);
+    return RunInspection(options, table, context);
+  }
+  if (!options.inspect && options.tokens.size() >= 2) {
+    AllowLookups(options, context.lookups);
+    const int status = RunConversion(options, table, context);
+    TellRequests(options);
+    return status;
+  }
   if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;
   if (options.inspect) {
     Complain(FormatText(kTextUsage));
@@ -83,12 +127,11 @@ int Run(Options& options, int argumentCount, char** arguments) {
 
 int main(int argumentCount, char** arguments) {
   PrepareConsoleProcess();
+  std::pmr::set_default_resource(&LargePages());
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));
-  // For what is wrong with the settings and the options; the options' values are no tokens.
-  SetLanguageOf(tokens, kSystemLanguage);
-  LoadUserSettings();
-  SetLanguageOf(tokens, StoredLanguage());
+  // For what is wrong with the options, whose values are no tokens.
+  SetLanguageOf(tokens);
 
   std::string error;
   std::optional<Options> options = ParseOptions(argumentCount, arguments, error);
@@ -96,6 +139,6 @@ int main(int argumentCount, char** arguments) {
     Complain(error);
     return kExitWrongUsage;
   }
-  SetLanguageOf(options->tokens, StoredLanguage());
+  SetLanguageOf(options->tokens);
   return Run(*options, argumentCount, arguments);
 }

@@ -148,6 +148,8 @@ constexpr OptionHelp kOptionHelp[] = {
     {"    --remember", kTextHelpRemember},
     {"    --settings", kTextHelpSettings},
     {"    --set KEY=VALUE", kTextHelpSet},
+    {"    --send TARGET FILE", kTextHelpSend},
+    {"    --point N", kTextHelpPoint},
 };
 
 constexpr OptionHelp kLastOptionHelp[] = {
@@ -203,7 +205,10 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--remember", options.remember);
   parser.add_flag("--settings", options.settings);
   parser.add_option("--set", options.assignments)->expected(1)->take_all();
+  parser.add_option("--send", options.send.target);
+  parser.add_option("--point", options.send.stop)->check(CLI::PositiveNumber);
   AddServiceOptions(parser, options.services);
+  AddDirectionsOptions(parser, options.directions);
   try {
     parser.parse(argumentCount, arguments);
     options.tokens = TakeTokens(parser.remaining());
@@ -226,7 +231,8 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   }
   if (!TakeCsvLayout(*csvReadOption, csvRead, options.csvRead, error) ||
       !TakeCsvLayout(*csvWriteOption, csvWrite, options.csvWrite, error) ||
-      !TakeServiceOptions(options.services, error)) {
+      !TakeServiceOptions(options.services, error) ||
+      !TakeDirectionsOptions(options.directions, error)) {
     return std::nullopt;
   }
   return options;
@@ -237,6 +243,7 @@ std::string HelpText() {
       FormatText(kTextUsage) + "\n" + FormatText(kTextPurpose) + "\n\n" + FormatText(kTextOptions);
   text += "\n";
   AppendHelp(text, kOptionHelp);
+  AppendHelp(text, DirectionsOptionHelp());
   AppendHelp(text, ServiceOptionHelp());
   AppendHelp(text, kLastOptionHelp);
   return text;

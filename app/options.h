@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/directions_options.h"
 #include "app/list_operations.h"
 #include "app/service_options.h"
 #include "base/wide_string.h"
@@ -13,6 +14,12 @@
 
 /// Understands the value of --list; nothing for a value that means nothing.
 std::optional<ListChoice> ParseListChoice(const std::string& text);
+
+/// What is handed to the companion program of a device.
+struct SendOptions {
+  std::string target;  ///< as it is typed; empty: nothing is sent
+  uint32_t stop = 0;   ///< one stop, from 1; 0 for the whole itinerary
+};
 
 /// What the command line asks for.
 struct Options {
@@ -35,6 +42,8 @@ struct Options {
   std::optional<CCsvLayout> csvWrite;
   bool remember = false;  ///< store the CSV layouts
   ServiceOptions services;
+  DirectionsOptions directions;
+  SendOptions send;
 };
 
 /// Reads the arguments of the program. When they cannot be understood, nothing is returned and

@@ -9,7 +9,9 @@
 #include "base/format_text.h"
 #include "base/text_ids.h"
 #include "markup/json_string.h"
+#include "services/directions/route_provider.h"
 #include "services/service_access.h"
+#include "services/service_registry.h"
 
 namespace {
 
@@ -23,6 +25,22 @@ constexpr NamedAbility kAbilities[] = {
     {kCanSearch, "search"},         {kCanElevation, "elevation"}, {kCanPanorama, "panorama"},
     {kCanCountry, "country"},       {kCanLinks, "links"},
 };
+
+// Kinds of roads that a mode can avoid, by the words of --avoid.
+struct NamedAvoidance {
+  OfferedAndDefault (CTravelModeInfo::*offered)() const;
+  std::string_view name;
+};
+
+constexpr NamedAvoidance kAvoidances[] = {
+    {&CTravelModeInfo::Motorways, "motorways"},
+    {&CTravelModeInfo::Tolls, "tolls"},
+    {&CTravelModeInfo::BoatFerries, "boat-ferries"},
+    {&CTravelModeInfo::RailFerries, "rail-ferries"},
+    {&CTravelModeInfo::Tunnels, "tunnels"},
+    {&CTravelModeInfo::DirtRoads, "dirt-roads"},
+};
+constexpr std::string_view kUsedRoads = "used-roads";
 
 // Puts commas between its entries and brackets around them.
 class JsonList {
@@ -39,6 +57,39 @@ class JsonList {
   ByteSink& m_sink;
   bool m_isFirst = true;
 };
+
+void WriteMode(ByteSink& sink, uint32_t mode, const CTravelModeInfo& info) {
+  sink.Printf("{\"mode\": %u, \"types\": ", mode);
+  JsonList types(sink);
+  for (const uint32_t type : info.RouteTypes()) types.Next().Printf("%u", type);
+  types.End();
+  sink.Write(", \"avoid\": ");
+  JsonList avoidances(sink);
+  for (const NamedAvoidance& avoidance : kAvoidances) {
+    if ((info.*avoidance.offered)().first) WriteJsonString(avoidances.Next(), avoidance.name);
+  }
+  if (const auto* const character = dynamic_cast<const RouteCharacterModeInfo*>(&info);
+      character && character->AvoidUsedRoads().first)
+    WriteJsonString(avoidances.Next(), kUsedRoads);
+  avoidances.End();
+  sink.Put('}');
+}
+
+// The travel modes and the most points of a request; nothing and null without directions.
+void WriteDirections(ByteSink& sink, const Service& service) {
+  const auto provider = service.abilities & kCanDirections
+                            ? CServiceRegistry::Instance().CreateRouteProvider(service.id)
+                            : nullptr;
+  sink.Write(", \"modes\": ");
+  JsonList modes(sink);
+  if (provider) {
+    for (const auto& [mode, info] : provider->GetTravelModes())
+      WriteMode(modes.Next(), mode, *info);
+  }
+  modes.End();
+  sink.Write(", \"maxPoints\": ");
+  sink.Write(provider ? std::to_string(provider->GetMaxPoints()) : std::string("null"));
+}
 
 void WriteJson(ByteSink& sink, const Service& service) {
   sink.Write("{\"id\": ");
@@ -59,6 +110,7 @@ void WriteJson(ByteSink& sink, const Service& service) {
   JsonList settings(sink);
   for (const std::string_view setting : missing) WriteJsonString(settings.Next(), setting);
   settings.End();
+  WriteDirections(sink, service);
   if (!service.closedSince.empty()) {
     sink.Write(", \"closed\": ");
     WriteJsonString(sink, service.closedSince);

@@ -6,6 +6,7 @@
 #include "base/format_text.h"
 #include "base/text_ids.h"
 #include "services/service_access.h"
+#include "settings/settings.h"
 
 namespace {
 
@@ -35,9 +36,10 @@ ServiceChoice Refuse(ServiceChoice choice, int exitStatus, std::string message) 
 
 }  // namespace
 
-bool IsOnThisMachine(const Service& service) {
-  return service.id == provider::kOfflineRoads || service.id == provider::kOfflinePlaces ||
-         service.id == provider::kStraight;
+std::string DefaultFinder(ServiceAbility ability) {
+  const Service* const finder = FindService(CSettings::Instance().findProvider);
+  const bool isAble = finder && (ServiceFor(*finder, ability).abilities & ability);
+  return std::string(isAble ? finder->name : ServiceNamed("offline-places").name);
 }
 
 std::string DescribeMissingSettings(const Service& service) {
@@ -55,11 +57,16 @@ std::string DescribeMissingSettings(const Service& service) {
 
 ServiceChoice ChooseService(const Options& options, ServiceAbility ability,
                             std::string_view defaultProvider) {
+  const std::optional<std::string>& typed = options.services.typed.provider;
+  return ChooseNamedService(options, ability, typed ? *typed : defaultProvider);
+}
+
+ServiceChoice ChooseNamedService(const Options& options, ServiceAbility ability,
+                                 std::string_view name) {
   ServiceChoice choice;
-  const std::string typed = options.services.typed.provider.value_or(std::string(defaultProvider));
-  choice.provider = FindTyped(typed);
+  choice.provider = FindTyped(name);
   if (!choice.provider)
-    return Refuse(choice, kExitWrongUsage, FormatText(kTextUnknownService, typed));
+    return Refuse(choice, kExitWrongUsage, FormatText(kTextUnknownService, name));
   choice.service = &ServiceFor(*choice.provider, ability);
   if (!(choice.service->abilities & ability)) {
     return Refuse(

@@ -15,13 +15,18 @@ struct ServiceChoice {
   std::string message;                ///< why not
 };
 
+/// The name or number of the finder in use, or where it cannot do this, of that on this machine,
+/// which answers until another is chosen, so that nothing is told to anybody unasked.
+std::string DefaultFinder(ServiceAbility ability);
+
+/// The provider of this name or number, if it has this ability and can be used now.
+ServiceChoice ChooseNamedService(const Options& options, ServiceAbility ability,
+                                 std::string_view name);
+
 /// The provider that --provider names, or `defaultProvider`, if it has this ability and can be used
 /// now.
 ServiceChoice ChooseService(const Options& options, ServiceAbility ability,
                             std::string_view defaultProvider);
-
-/// Whether a service is on this machine, so that nothing leaves it.
-bool IsOnThisMachine(const Service& service);
 
 /// What is missing before a service can be used, and how to set it.
 std::string DescribeMissingSettings(const Service& service);

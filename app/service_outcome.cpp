@@ -1,5 +1,7 @@
 #include "app/service_outcome.h"
 
+#include <utility>
+
 #include "app/console_text.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
@@ -7,11 +9,19 @@
 #include "base/text_ids.h"
 #include "conversion/geocoder.h"
 #include "markup/json_string.h"
+#include "services/directions/route_providers.h"
+#include "services/offline/offline_finders.h"
 #include "services/request_log.h"
 #include "services/service_registry.h"
 
 void PrepareServices() {
-  FillServiceRegistry(CServiceRegistry::Instance());
+  static bool isPrepared = false;
+  if (std::exchange(isPrepared, true)) return;
+  LoadUserSettings();
+  CServiceRegistry& registry = CServiceRegistry::Instance();
+  FillServiceRegistry(registry);
+  RegisterOwnRouteProviders(registry);
+  RegisterOfflinePlaces(registry);
   SetServiceValues(UserServiceValues());
 }
 
@@ -39,16 +49,27 @@ ServiceOutcome OutcomeOf(const ServiceChoice& refused) {
   return {kServiceInvalid, refused.message};
 }
 
-void WriteJsonOutcome(ByteSink& sink, const ServiceChoice& choice, const ServiceOutcome& outcome) {
-  sink.Write("{\"provider\": {\"id\": ");
-  sink.Write(choice.provider->id == kNoProviderId ? "null" : std::to_string(choice.provider->id));
+void WriteJsonProvider(ByteSink& sink, const Service& provider) {
+  sink.Write("{\"id\": ");
+  sink.Write(provider.id == kNoProviderId ? "null" : std::to_string(provider.id));
   sink.Write(", \"name\": ");
-  WriteJsonString(sink, choice.provider->name);
-  sink.Printf("}, \"status\": %u, \"message\": ", outcome.status);
+  WriteJsonString(sink, provider.name);
+  sink.Put('}');
+}
+
+void WriteJsonStatus(ByteSink& sink, const ServiceOutcome& outcome) {
+  sink.Printf("\"status\": %u, \"message\": ", outcome.status);
   if (outcome.status == kServiceSuccess)
     sink.Write("null");
   else
     WriteJsonString(sink, outcome.message);
+}
+
+void WriteJsonOutcome(ByteSink& sink, const ServiceChoice& choice, const ServiceOutcome& outcome) {
+  sink.Write("{\"provider\": ");
+  WriteJsonProvider(sink, *choice.provider);
+  sink.Write(", ");
+  WriteJsonStatus(sink, outcome);
 }
 
 int Conclude(const ServiceChoice& choice, const ServiceOutcome& outcome, bool isWritten) {

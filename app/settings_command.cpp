@@ -20,20 +20,8 @@
 namespace {
 
 // Damage shows when a store is read, or only when it is looked through before it is written.
-void TellOfDamage() {
-  const std::string message = TakeDamageMessage();
-  if (!message.empty()) Complain(message);
-}
-
-// Returns 0 or the platform's error code.
-uint32_t Store(const std::vector<ServiceAssignment>& ofServices) {
-  try {
-    storage::Storage storage = storage::OpenUserStorage();
-    StoreServiceValues(storage, ofServices);
-    return kStatusSuccess;
-  } catch (const storage::Exception& failure) {
-    return failure.status;
-  }
+void TellOfTheFile() {
+  for (const std::string& message : TakeSettingsMessages()) Complain(message);
 }
 
 void WriteListing(ByteSink& sink, const SettingListing& setting, bool asJson) {
@@ -75,17 +63,15 @@ bool WriteListings(const CSettings& settings, bool asJson) {
 }  // namespace
 
 ServiceValuesByName UserServiceValues() {
-  try {
-    return LoadServiceValues(storage::OpenUserStorage());
-  } catch (const storage::Exception&) {
-    TellOfDamage();
-    return {};
-  }
+  ServiceValuesByName values;
+  if (LoadServiceValues(storage::OpenUserStorage(), values) != kStatusSuccess) TellOfTheFile();
+  return values;
 }
 
 void LoadUserSettings() {
+  if (CSettings::Instance().IsLoaded()) return;
   CSettings::Instance().Load();
-  TellOfDamage();
+  TellOfTheFile();
 }
 
 bool RememberCsvLayouts(const Options& options) {
@@ -93,16 +79,17 @@ bool RememberCsvLayouts(const Options& options) {
     storage::Storage storage = storage::OpenUserStorage();
     StoreCsvLayouts(storage, options.csvRead, options.csvWrite);
   } catch (const storage::Exception&) {
-    TellOfDamage();
+    TellOfTheFile();
     Complain(FormatText(kTextSettingsNotStored));
     return false;
   }
-  TellOfDamage();
+  TellOfTheFile();
   return true;
 }
 
 int ChangeSettings(const Options& options) {
   if (options.assignments.empty()) return kExitConverted;
+  LoadUserSettings();
   CSettings& settings = CSettings::Instance();
   std::vector<ServiceAssignment> ofServices;
   for (const std::string& assignment : options.assignments) {
@@ -110,25 +97,22 @@ int ChangeSettings(const Options& options) {
       std::string error;
       if (ParseServiceAssignment(assignment, ofServices.emplace_back(), error)) continue;
       Complain(error);
-      settings.Load();
       return kExitWrongUsage;
     }
     const SettingResult result = SetSetting(settings, assignment);
     if (result.outcome == SettingOutcome::kChanged) continue;
     Complain(DescribeRefusal(result));
-    // What stood before the wrong assignment is not stored either.
-    settings.Load();
     return kExitWrongUsage;
   }
   uint32_t status = settings.Save();
-  if (status == 0) status = Store(ofServices);
-  TellOfDamage();
+  if (status == 0) status = StoreServiceValues(storage::OpenUserStorage(), ofServices);
+  TellOfTheFile();
   if (status == 0) return kExitConverted;
   Complain(FormatText(kTextSettingsNotStored));
-  settings.Load();  // else they would be saved once more at the end of the process
   return kExitFailed;
 }
 
 int RunSettings(const Options& options) {
+  LoadUserSettings();
   return WriteListings(CSettings::Instance(), options.json) ? kExitConverted : kExitFailed;
 }

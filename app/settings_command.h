@@ -3,7 +3,8 @@
 #include "app/options.h"
 #include "services/service_access.h"
 
-/// Loads the settings of the user. Here and below, a damaged store is told of once.
+/// Loads the settings of the user, if that has not been done before. Here and below, a store that
+/// is damaged or that another program holds is told of once.
 void LoadUserSettings();
 
 /// What the user has set for services; nothing when the store cannot be read.

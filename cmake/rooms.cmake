@@ -30,4 +30,7 @@ function(corvane_room name)
   endif()
   target_include_directories(${name} ${scope} ${include_root})
   target_link_libraries(${name} ${scope} ${ROOM_USES} ${ROOM_LIBRARIES})
+
+  set_target_properties(${name} PROPERTIES CORVANE_FOLDER ${ROOM_PATH})
+  set_property(GLOBAL APPEND PROPERTY CORVANE_ROOM_NAMES ${name})
 endfunction()

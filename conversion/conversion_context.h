@@ -14,6 +14,7 @@
 #include "conversion/failure_reason.h"
 #include "conversion/itinerary_hand_off.h"
 #include "conversion/lookups.h"
+#include "conversion/map_links.h"
 
 /// How far a conversion has come.
 struct ConversionProgress {
@@ -35,6 +36,9 @@ class ConversionContext {
   CsvLayouts csvLayouts;
   Lookups lookups;
   ItineraryHandOff handOff;  ///< none: kStatusNotImplemented
+  LinkOptions linkOptions;   ///< for writers whose target is a web planner
+  LinkTaker takeLink;        ///< gets what they write; none: kStatusNotImplemented
+  bool writesWay = false;    ///< also the way between the stops, by writers that can
   /// Called on the converting thread, every quarter of a megabyte at most. False cancels.
   std::function<bool(const ConversionProgress&)> progress;
   /// Cancels from any thread.

@@ -12,8 +12,6 @@
 
 namespace {
 
-// Numbers of the messages and questions.
-
 // More points than this make the editor slow.
 constexpr size_t kManyPoints = 300;
 // Longer names are cut when an itinerary is exported.

@@ -59,12 +59,16 @@ uint32_t ReadFileOf(const WideString& path, PointLists& lists, bool) {
 }
 
 /// The inner writing function of a body that takes no more than sink and list, and the option too
-/// or the context too when it wants them.
+/// or the context too, or both, when it wants them.
 template <auto kBody>
 uint32_t EmitOf(ByteSink& sink, const CGpsPointArray& list, uint32_t option,
                 ConversionContext& context) {
   using Body = decltype(kBody);
-  if constexpr (std::is_invocable_v<Body, ByteSink&, const CGpsPointArray&, ConversionContext&>) {
+  if constexpr (std::is_invocable_v<Body, ByteSink&, const CGpsPointArray&, bool,
+                                    ConversionContext&>) {
+    kBody(sink, list, option != 0, context);
+  } else if constexpr (std::is_invocable_v<Body, ByteSink&, const CGpsPointArray&,
+                                           ConversionContext&>) {
     kBody(sink, list, context);
   } else if constexpr (std::is_invocable_v<Body, ByteSink&, const CGpsPointArray&, bool>) {
     kBody(sink, list, option != 0);

@@ -47,6 +47,7 @@ struct RowFacts {
   bool isFile = true;               ///< false: the writer opens a page or calls a program
   bool readsBack = true;            ///< false: no reader of the table understands what is written
   bool findsByName = false;  ///< stops are found again by their names, which should be unique
+  bool takesWay = false;     ///< the writer can write the way between the stops
 };
 
 /// One row of the format table.

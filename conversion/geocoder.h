@@ -47,3 +47,6 @@ class CGeocoder {
 
 /// Makes a new geocoder of the provider with this id; null when there is none.
 using GeocoderMaker = std::function<std::unique_ptr<CGeocoder>(int32_t providerId)>;
+
+/// Makes a new geocoder of the provider that the user finds places with; null when there is none.
+using FinderMaker = std::function<std::unique_ptr<CGeocoder>()>;

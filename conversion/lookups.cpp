@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -21,6 +22,14 @@ LookupAnswer AskOnce(LookupCache& answers, const std::string& question, Ask ask)
   return answer;
 }
 
+// The best that a geocoder, which may be none, finds.
+std::optional<CGpsCoordinate> BestOf(const std::unique_ptr<CGeocoder>& geocoder,
+                                     const std::string& text) {
+  if (!geocoder || geocoder->Search(text) != kServiceSuccess || geocoder->GetResults().empty())
+    return std::nullopt;
+  return geocoder->GetResults().front();
+}
+
 // Tells apart any two positions that are not the same number.
 std::string PositionKey(const CGpsCoordinate& position) {
   return fmt::format("{:x} {:x}", std::bit_cast<uint64_t>(position.latitude),
@@ -29,16 +38,24 @@ std::string PositionKey(const CGpsCoordinate& position) {
 
 }  // namespace
 
+void Lookups::Prepare() {
+  if (const auto fillIn = std::exchange(prepare, {})) fillIn(*this);
+}
+
 std::optional<CGpsCoordinate> Lookups::FindAddress(const std::string& address) {
   const auto ask = [&](LookupAnswer& answer) {
-    const std::unique_ptr<CGeocoder> geocoder = makeGeocoder(kProviderGoogle);
-    if (geocoder && geocoder->Search(address) == kServiceSuccess && !geocoder->GetResults().empty())
-      answer.position = geocoder->GetResults().front();
+    answer.position = BestOf(makeGeocoder(kProviderGoogle), address);
   };
   return AskOnce(*answers, "address " + address, ask).position;
 }
 
+std::optional<CGpsCoordinate> Lookups::FindPlace(const std::string& text) {
+  const auto ask = [&](LookupAnswer& answer) { answer.position = BestOf(makeFinder(), text); };
+  return AskOnce(*answers, "place " + text, ask).position;
+}
+
 std::string Lookups::CountryAt(const CGpsCoordinate& position) {
+  Prepare();
   if (isOffline || !countries) return {};
   const auto ask = [&](LookupAnswer& answer) {
     std::string code;

@@ -50,7 +50,7 @@ bool ReadBack(const std::vector<const CItineraryFormat*>& readers, const WideStr
 
 bool LossCheck::HasLosses() const {
   return outcome == Outcome::kNotReadable || losses.HasLosses() || listsMerged > 0 ||
-         LinesPassedOver() > 0 || StopsWithoutWaypoint() > 0 || PointsWithoutPosition() > 0;
+         notes.HasLosses();
 }
 
 LossCheck CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,

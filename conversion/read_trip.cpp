@@ -1,5 +1,6 @@
 #include "conversion/read_trip.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <utility>
@@ -27,13 +28,17 @@ uint32_t CallReader(FormatReadFn read, const WideString& path, PointLists& lists
   }
 }
 
+// Notes of what was asked of somebody, or had to be.
+bool IsOfAQuestion(ConversionNote note) {
+  return note == ConversionNote::kStopLookedUp || note == ConversionNote::kStopNotFound ||
+         note == ConversionNote::kPlaceNotAsked || note == ConversionNote::kPageNotFetched;
+}
+
 // Adds what counts of the notes of a reader that has ended with this status.
 void AddNotes(const ConversionNotes& noted, uint32_t status, ConversionNotes& notes) {
   for (size_t i = 0; i < static_cast<size_t>(ConversionNote::kCount); ++i) {
     const auto note = static_cast<ConversionNote>(i);
-    const bool isLookup =
-        note == ConversionNote::kStopLookedUp || note == ConversionNote::kStopNotFound;
-    if (status == kStatusSuccess || isLookup) notes.Add(note, noted.Count(note));
+    if (status == kStatusSuccess || IsOfAQuestion(note)) notes.Add(note, noted.Count(note));
   }
 }
 
@@ -56,6 +61,13 @@ void Finish(TripRead& trip, const ConversionContext& context) {
 
 }  // namespace
 
+bool IsWebAddress(std::u16string_view path) {
+  constexpr std::u16string_view kSchemes[] = {u"http://", u"https://"};
+  return std::ranges::any_of(kSchemes, [path](std::u16string_view scheme) {
+    return path.size() > scheme.size() && EqualsIgnoringCase(path.substr(0, scheme.size()), scheme);
+  });
+}
+
 TripRead ReadTrip(const FormatTable& table, const WideString& path, ConversionContext& context,
                   bool silent, const CItineraryFormat* after) {
   context.Renew();
@@ -64,6 +76,8 @@ TripRead ReadTrip(const FormatTable& table, const WideString& path, ConversionCo
   std::u16string_view extension = ExtensionOfPath(path);
   // An archive with a KML file in it, which the reader of KML unpacks.
   if (EqualsIgnoringCase(extension, u"kmz")) extension = u"kml";
+  // A link is what a file of this kind would hold.
+  if (IsWebAddress(path)) extension = u"url";
   if (extension.empty()) return trip;
   const CItineraryFormat* row = after ? after + 1 : table.data();
   for (const CItineraryFormat* end = table.data() + table.size(); row < end; ++row) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "base/status.h"
 #include "base/wide_string.h"
@@ -20,10 +21,14 @@ struct TripRead {
   ConversionNotes notes;
 };
 
-/// Tries the readers of the path's extension in table order until one ends with success, with a
-/// file that is locked, or with the user's cancelling; gives the last result. A file that no reader
-/// knows has the status kStatusBadFormat, and so has one without points. `silent`: no question is
-/// asked. Any thread may call this; nothing leaves it as an exception.
+/// True for a path that is no file but a link: "http://" or "https://" and more.
+bool IsWebAddress(std::u16string_view path);
+
+/// Tries the readers of the path's extension ("kml" for "kmz") in table order until one ends with
+/// success, with a file that is locked, or with the user's cancelling; gives the last result. A web
+/// address goes to the readers of the extension "url". A file that no reader knows has the status
+/// kStatusBadFormat, and so has one without points. `silent`: no question is asked. Any thread may
+/// call this; nothing leaves it as an exception.
 ///
 /// `after`: begins behind this row, when the lists of its reader were not wanted and the next one
 /// may see others in the file. `row` is null then when no reader is left.

@@ -34,3 +34,15 @@ std::string DescribeReason(uint32_t platformError, const WideString& path) {
   if (platformError == kStatusSuccess) return {};
   return " " + FormatText(kTextReason, LoadTextUtf8(ReasonText(platformError, path)));
 }
+
+std::string DescribeFailure(const FailureReason& reason, const WideString& path) {
+  std::string text;
+  if (reason.platformError != kStatusSuccess || reason.line == 0)
+    text = DescribeReason(reason.platformError, path);
+  else if (reason.column == 0)
+    text = " " + FormatText(kTextFaultInLine, reason.line);
+  else
+    text = " " + FormatText(kTextFaultAtColumn, reason.line, reason.column, reason.detail);
+  if (reason.adviceTextId != 0) text.append(" ").append(LoadTextUtf8(reason.adviceTextId));
+  return text;
+}

@@ -46,7 +46,7 @@ void ByteSink::Zeros(size_t count) {
 
 void ByteSink::WriteBeyondRoom(std::string_view bytes) {
   Drain();
-  if (bytes.size() >= kPieceSize) {
+  if (bytes.size() > Room()) {
     Consume(bytes);
   } else {
     m_next += bytes.copy(m_next, bytes.size());

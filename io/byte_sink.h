@@ -14,7 +14,6 @@
 /// it stands, numbers are little-endian.
 class ByteSink {
  public:
-  ByteSink() = default;
   virtual ~ByteSink() = default;
   ByteSink(const ByteSink&) = delete;
   ByteSink& operator=(const ByteSink&) = delete;
@@ -61,6 +60,12 @@ class ByteSink {
   void Zeros(size_t count);
 
  protected:
+  /// Hands on pieces of up to `pieceSize` bytes; longer texts go through as they are.
+  explicit ByteSink(size_t pieceSize = kFilePiece)
+      : m_start(std::make_unique_for_overwrite<char[]>(pieceSize)),
+        m_next(m_start.get()),
+        m_end(m_start.get() + pieceSize) {}
+
   /// Hands the buffered bytes on. Every final class calls this when it is done.
   void Drain() {
     Consume({m_start.get(), static_cast<size_t>(m_next - m_start.get())});
@@ -69,7 +74,7 @@ class ByteSink {
   virtual void Consume(std::string_view bytes) = 0;
 
  private:
-  static constexpr size_t kPieceSize = size_t{1} << 17;
+  static constexpr size_t kFilePiece = size_t{1} << 17;
 
   void Integer(uint64_t value, size_t width) {
     char bytes[sizeof value];
@@ -81,15 +86,17 @@ class ByteSink {
   size_t Room() const { return static_cast<size_t>(m_end - m_next); }
   void WriteBeyondRoom(std::string_view bytes);
 
-  const std::unique_ptr<char[]> m_start = std::make_unique_for_overwrite<char[]>(kPieceSize);
-  char* m_next = m_start.get();
-  char* const m_end = m_start.get() + kPieceSize;
+  const std::unique_ptr<char[]> m_start;
+  char* m_next;
+  char* const m_end;
   std::string m_narrow;  ///< the text that `Narrow` makes
 };
 
 /// A sink that keeps everything in memory.
 class StringSink final : public ByteSink {
  public:
+  StringSink() : ByteSink(kPiece) {}
+
   /// All bytes so far.
   const std::string& Bytes() {
     Drain();
@@ -97,6 +104,9 @@ class StringSink final : public ByteSink {
   }
 
  private:
+  // There is a string sink for every small record and every request.
+  static constexpr size_t kPiece = size_t{1} << 10;
+
   void Consume(std::string_view bytes) override { m_bytes.append(bytes); }
 
   std::string m_bytes;

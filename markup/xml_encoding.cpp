@@ -1,7 +1,7 @@
 #include "markup/xml_encoding.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <utility>
 
 #include "base/text.h"
@@ -16,9 +16,9 @@ constexpr size_t kPieceSize = size_t{1} << 16;
 
 // What Expat knows, and windows-1252: devices declare it for bytes that they never look at, and so
 // it is read byte by byte.
-constexpr std::array kLeftToExpat = {"utf-8"sv,      "utf8"sv,         "us-ascii"sv,
-                                     "iso-8859-1"sv, "utf-16"sv,       "utf-16le"sv,
-                                     "utf-16be"sv,   "windows-1252"sv, "cp1252"sv};
+constexpr std::string_view kLeftToExpat[] = {"utf-8"sv,      "utf8"sv,         "us-ascii"sv,
+                                             "iso-8859-1"sv, "utf-16"sv,       "utf-16le"sv,
+                                             "utf-16be"sv,   "windows-1252"sv, "cp1252"sv};
 
 constexpr std::string_view kDeclaration = "<?xml";
 
@@ -51,7 +51,8 @@ bool ExtendsAscii(const std::string& encoding) {
 std::string ForeignEncoding(std::string_view start) {
   if (start.starts_with("\xFE\xFF"sv) || start.starts_with("\0<"sv)) return "utf-16be";
   const std::string declared = ToLowerAscii(DeclaredEncoding(start));
-  if (std::find(kLeftToExpat.begin(), kLeftToExpat.end(), declared) != kLeftToExpat.end())
+  if (std::find(std::begin(kLeftToExpat), std::end(kLeftToExpat), declared) !=
+      std::end(kLeftToExpat))
     return {};
   // As everybody else writes it, with the characters of its largest maker.
   const std::string encoding = declared == "shift_jis" ? "cp932" : declared;

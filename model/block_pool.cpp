@@ -1,50 +1,29 @@
 #include "model/block_pool.h"
 
 #include <algorithm>
-#include <exception>
-#include <utility>
-
-#include "platform/large_pages.h"
 
 namespace {
 
-// Pools that have so many slabs will soon need another.
-constexpr size_t kSlabsWithoutReserve = 16;
+constexpr size_t kLargestSlab = size_t{1} << 21;
+constexpr size_t kAlignment = alignof(std::max_align_t);
 
-// The system gives memory page by page, each when it is first written to.
-void TouchPages(std::byte* memory, size_t size) {
-  constexpr size_t kSmallestPage = 4096;
-  for (size_t offset = 0; offset < size; offset += kSmallestPage) memory[offset] = std::byte{0};
-}
+size_t AlignmentOf(size_t slabSize) { return slabSize == kLargestSlab ? kLargestSlab : kAlignment; }
 
 }  // namespace
 
-BlockPool::Slab BlockPool::MakeSlab(size_t size) {
-  const bool isLargePage = size == kLargePageSize;
-  const std::align_val_t alignment{isLargePage ? kLargePageSize : alignof(std::max_align_t)};
-  Slab slab;
-  slab.memory = {::operator new(size, alignment), Free{alignment}};
-  if (isLargePage) PreferLargePage(slab.memory.get());
-  return slab;
-}
-
-void BlockPool::AddSlab(size_t blockSize) {
-  m_slabSize = std::max(blockSize, std::min(2 * m_slabSize, kLargePageSize));
-  m_slabs.push_back(m_reserve.memory ? std::move(m_reserve) : MakeSlab(m_slabSize));
-  Slab& slab = m_slabs.back();
-  if (slab.touched.valid()) slab.touched.get();
-  m_next = static_cast<std::byte*>(slab.memory.get());
-  m_end = m_next + m_slabSize;
-  if (m_slabs.size() >= kSlabsWithoutReserve) PrepareReserve();
-}
-
-// What the system takes to clear the pages is a good part of what reading a large file costs.
-void BlockPool::PrepareReserve() {
-  try {
-    m_reserve = MakeSlab(m_slabSize);
-    auto* const memory = static_cast<std::byte*>(m_reserve.memory.get());
-    m_reserve.touched = std::async(std::launch::async, TouchPages, memory, m_slabSize);
-  } catch (const std::exception&) {
-    // No memory or no thread is to be had now. Whether it matters shows when the slab is needed.
+BlockPool::~BlockPool() {
+  for (const Slab& slab : m_slabs) {
+    if (slab.memory) m_source->deallocate(slab.memory, slab.size, AlignmentOf(slab.size));
   }
+}
+
+void BlockPool::AddSlab() {
+  const size_t size = std::max(m_size, sizeof(Returned));
+  m_stride = (size + kAlignment - 1) / kAlignment * kAlignment;
+  m_slabSize = std::max(m_stride, std::min(2 * m_slabSize, kLargestSlab));
+  Slab& slab = m_slabs.emplace_back();
+  slab.memory = m_source->allocate(m_slabSize, AlignmentOf(m_slabSize));
+  slab.size = m_slabSize;
+  m_next = static_cast<std::byte*>(slab.memory);
+  m_end = m_next + m_slabSize / m_stride * m_stride;
 }

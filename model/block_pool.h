@@ -1,63 +1,67 @@
 #pragma once
 
 #include <cstddef>
-#include <future>
 #include <memory>
+#include <memory_resource>
 #include <new>
 #include <type_traits>
 #include <vector>
 
 /// Memory for many blocks of one size, which it frees together. It asks for them in slabs, each
-/// twice as large as the one before, up to a large page: so a list of one point stays small, and
-/// one of a million needs some sixty requests. Large pools have their next slab prepared in the
-/// background. Blocks that are given back are used again.
+/// twice as large as the one before, up to two megabytes: so a list of one point stays small, and
+/// one of a million needs some hundred requests. Blocks that are given back are used again.
+///
+/// The slabs come from the process's default memory resource, those of two megabytes at such an
+/// address: where the program has installed LargePages (platform/large_pages.h) they are one page
+/// each.
 class BlockPool {
  public:
   BlockPool() = default;
+  ~BlockPool();
   BlockPool(const BlockPool&) = delete;
   BlockPool& operator=(const BlockPool&) = delete;
 
-  /// A block of `size` bytes, the same size in every call, aligned for anything. Throws
-  /// std::bad_alloc.
+  /// A block of `size` bytes, aligned for anything. The first call sets the size of the pool's
+  /// blocks; one of another size comes from the heap. Throws std::bad_alloc.
   void* Take(size_t size) {
+    if (m_size == 0) m_size = size;
+    if (size != m_size) return ::operator new(size);
     if (m_returned != nullptr) {
       void* const block = m_returned;
       m_returned = m_returned->next;
       return block;
     }
-    if (static_cast<size_t>(m_end - m_next) < size) AddSlab(size);
+    if (m_next == m_end) AddSlab();
     void* const block = m_next;
-    m_next += size;
+    m_next += m_stride;
     return block;
   }
 
-  void Return(void* block) { m_returned = new (block) Returned{m_returned}; }
+  /// Takes back what `Take` gave for `size`.
+  void Return(void* block, size_t size) {
+    if (size != m_size) return ::operator delete(block);
+    m_returned = new (block) Returned{m_returned};
+  }
 
  private:
   /// What stands in a block that nobody uses.
   struct Returned {
     Returned* next;
   };
-  struct Free {
-    std::align_val_t alignment;
-    Free() : alignment() {}
-    explicit Free(std::align_val_t of) : alignment(of) {}
-    void operator()(void* slab) const { ::operator delete(slab, alignment); }
-  };
 
   struct Slab {
-    std::unique_ptr<void, Free> memory;
-    std::future<void> touched;  ///< ends before the memory does; may be none
+    void* memory = nullptr;
+    size_t size = 0;
   };
 
-  static Slab MakeSlab(size_t size);
-  void AddSlab(size_t blockSize);
-  void PrepareReserve();
+  void AddSlab();
 
+  std::pmr::memory_resource* const m_source = std::pmr::get_default_resource();
   std::vector<Slab> m_slabs;
-  Slab m_reserve;               ///< the next slab, or none yet
-  std::byte* m_next = nullptr;  ///< the unused part of the last slab
+  std::byte* m_next = nullptr;  ///< the unused blocks of the last slab
   std::byte* m_end = nullptr;
+  size_t m_size = 0;    ///< of a block as it is asked for; 0 before the first
+  size_t m_stride = 0;  ///< from one block to the next
   size_t m_slabSize = 0;
   Returned* m_returned = nullptr;
 };
@@ -83,7 +87,7 @@ class PooledBlocks {
     if constexpr (kIsIndex) {
       std::allocator<Value>().deallocate(values, count);
     } else {
-      m_pool->Return(values);
+      m_pool->Return(values, count * sizeof(Value));
     }
   }
 

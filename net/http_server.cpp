@@ -43,7 +43,23 @@ bool CHttpServer::TakeContent(const std::string& uri, std::string& body) {
   return true;
 }
 
+bool CHttpServer::WaitUntilFetched(std::chrono::milliseconds time) {
+  std::unique_lock lock(m_lock);
+  return m_fetched.wait_for(lock, time,
+                            [this] { return m_contents.empty() && m_answersOnTheWay == 0; });
+}
+
+void CHttpServer::OnAnswered() {
+  const std::lock_guard lock(m_lock);
+  --m_answersOnTheWay;
+  m_fetched.notify_all();
+}
+
 void CHttpServer::OnUri(HttpServerConnection& connection, const HttpServerRequest& request) {
+  {
+    const std::lock_guard lock(m_lock);
+    ++m_answersOnTheWay;
+  }
   const bool isForUs = request.host == fmt::format("127.0.0.1:{}", Port()) ||
                        request.host == fmt::format("[::1]:{}", Port());
   std::string body;

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -38,6 +41,9 @@ class IHttpServerUriListener {
 
   /// Answers a request. Called on several threads at once.
   virtual void OnUri(HttpServerConnection& connection, const HttpServerRequest& request) = 0;
+  /// The answer to a request has gone out, as far as the client has read it. Called once behind
+  /// each `OnUri`, on its thread.
+  virtual void OnAnswered() = 0;
 };
 
 /// The running server. Destroyed, it stops within a second, and asks nobody any more.
@@ -71,13 +77,19 @@ class CHttpServer final : public IHttpServerUriListener {
   /// Offers a blob, in place of an older one of the same name. `uri` begins with a slash.
   void AddContent(const std::string& uri, std::string body);
 
+  /// Waits until every blob has been fetched, to its last byte. False when the time is over first.
+  bool WaitUntilFetched(std::chrono::milliseconds time);
+
   void OnUri(HttpServerConnection& connection, const HttpServerRequest& request) override;
+  void OnAnswered() override;
 
  private:
   bool TakeContent(const std::string& uri, std::string& body);
 
-  std::mutex m_lock;
+  std::mutex m_lock;  ///< guards the next three
+  std::condition_variable m_fetched;
   std::map<std::string, std::string> m_contents;
+  size_t m_answersOnTheWay = 0;
   std::unique_ptr<LocalServer> m_server;
   std::unique_ptr<LoopbackRelay> m_relay;
 };

@@ -12,6 +12,7 @@
 #include "planner/route_table.h"
 #include "platform/clock.h"
 #include "platform/debug_log.h"
+#include "settings/favorites.h"
 
 namespace {
 
@@ -94,7 +95,7 @@ ScriptValue PlannerExternal::AddFavorite(const ExternalArguments& arguments) con
       points.begin(), points.end(), point,
       [](const CGpsPoint& left, const CGpsPoint& right) { return left.name < right.name; });
   favorites->InsertPoint(static_cast<size_t>(place - points.begin()), point);
-  const uint32_t status = m_parts.settings.SaveFavorites(*favorites->list);
+  const uint32_t status = SaveFavorites(storage::OpenUserStorage(), *favorites->list);
   if (status != 0) throw ScriptError(TransportHresult(status));
   return {};
 }
@@ -156,6 +157,8 @@ ScriptValue PlannerExternal::GetPins(const ExternalArguments& arguments) const {
     json.Key("alt").Number(point.altitude);
     json.Key("address").Text(point.name);
     json.Key("snippet").Text(point.comment);
+    // So that a page need not ask every point for a way that it has not.
+    if (point.GetRouteLeg()) json.Key("route").Boolean(true);
     json.End();
   }
   json.End();

@@ -84,6 +84,13 @@ const DeviceTarget* FindDeviceTarget(std::string_view name) {
   return found == std::end(kTargets) ? nullptr : found;
 }
 
+const DeviceTarget* FindDeviceTarget(int32_t number) {
+  const auto* const found =
+      std::find_if(std::begin(kTargets), std::end(kTargets),
+                   [number](const DeviceTarget& target) { return target.number == number; });
+  return found == std::end(kTargets) ? nullptr : found;
+}
+
 bool IsTargetInstalled(int32_t target) {
   switch (target) {
     case kTargetTomTomHome:

@@ -25,8 +25,9 @@ struct DeviceTarget {
 };
 
 std::span<const DeviceTarget> DeviceTargets();
-/// The target of a name on the command line, or null.
+/// The target of a name on the command line, or of a number; null without one.
 const DeviceTarget* FindDeviceTarget(std::string_view name);
+const DeviceTarget* FindDeviceTarget(int32_t number);
 
 /// Whether a program is there that takes what goes to the target; false for numbers that no target
 /// has. Looks at the desktop's files each time.

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "settings/settings.h"
+#include "settings/map_sources.h"
 
 /// Kinds of a map in the number that is stored for it: bits 0 to 3 tell which the map offers, bits
 /// 4 to 7 which of them are switched on.

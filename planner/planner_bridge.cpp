@@ -156,10 +156,10 @@ void PlannerBridge::OnReady(const std::string& text) {
 
 void PlannerBridge::TakeMaps() {
   m_maps.clear();
-  const bool known = m_parts.settings.LoadMaps(m_maps) == 0;
+  const bool known = LoadMaps(storage::OpenUserStorage(), m_maps) == 0;
   CallPage([this](CPlannerScript& page) { m_pageMaps = ReadPageMaps(page.GetMaps()); });
   // Maps that could not be read must not be replaced by fewer.
-  if (MergePageMaps(m_pageMaps, m_maps) && known) m_parts.settings.SaveMaps(m_maps);
+  if (MergePageMaps(m_pageMaps, m_maps) && known) SaveMaps(storage::OpenUserStorage(), m_maps);
 }
 
 void PlannerBridge::TakeProviders() {

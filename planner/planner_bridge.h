@@ -16,6 +16,7 @@
 #include "planner/point_list_view.h"
 #include "planner/post_box.h"
 #include "planner/window_parts.h"
+#include "settings/map_sources.h"
 #include "settings/settings.h"
 
 /// What the window gives the bridge. All of it must outlive the bridge, or its `Close`.

@@ -5,7 +5,7 @@
 #include <mutex>
 #include <utility>
 
-#include "planner/route_request.h"
+#include "services/directions/route_wishes.h"
 #include "services/service_access.h"
 #include "services/service_registry.h"
 
@@ -40,7 +40,7 @@ void ServiceDirections::Begin(CRouteProvider& provider,
   auto list = std::make_unique<CGpsPointList>();
   for (const CGpsPoint& point : points)
     list->points.push_back(std::make_unique<CGpsNamedPoint>(point));
-  const RouteRequest request = RequestFromSettings(m_settings, provider);
+  const RouteRequest request = RequestFor({}, m_settings, provider);
   provider.Calculate(std::move(list), request.travelMode, *request.options);
 }
 

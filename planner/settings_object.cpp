@@ -39,21 +39,21 @@ std::optional<ScriptValue> SettingsObject::Get(std::string_view name) {
   if (m_closed) throw ScriptError(kScriptFailed);
   const SettingRow* const row = FindRow(name);
   if (!row) return std::nullopt;
-  if (const auto* const flag = std::get_if<bool CSettings::*>(&row->field))
+  if (const auto* const flag = std::get_if<bool SettingValues::*>(&row->field))
     return m_settings.**flag;
-  return m_settings.*std::get<int32_t CSettings::*>(row->field);
+  return m_settings.*std::get<int32_t SettingValues::*>(row->field);
 }
 
 void SettingsObject::Put(std::string_view name, const ScriptValue& value) {
   if (m_closed) throw ScriptError(kScriptFailed);
   const SettingRow* const row = FindRow(name);
   if (!row) throw ScriptError(kScriptUnknownName);
-  if (const auto* const flag = std::get_if<bool CSettings::*>(&row->field)) {
+  if (const auto* const flag = std::get_if<bool SettingValues::*>(&row->field)) {
     m_settings.** flag = value.AsBoolean();
   } else {
     const int32_t number = value.AsInteger();
     if (number < row->lowest || number > row->highest) throw ScriptError(kScriptBadIndex);
-    m_settings.*std::get<int32_t CSettings::*>(row->field) = number;
+    m_settings.*std::get<int32_t SettingValues::*>(row->field) = number;
   }
   m_changed();
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "planner/page_services.h"
+#include "settings/map_sources.h"
 #include "settings/settings.h"
 
 /// The JSON text that the page's `InitMap` gets: where the user is if that is known, maps,

@@ -1,15 +1,22 @@
 #include "planner/tomtom_home.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <fmt/format.h>
 
+#include "base/localized_text.h"
 #include "base/product.h"
 #include "base/status.h"
+#include "base/text.h"
+#include "base/text_ids.h"
+#include "conversion/conversion_context.h"
 #include "formats/text/tomtom.h"
 #include "io/byte_sink.h"
 #include "markup/xml_writer.h"
+#include "net/http_server.h"
 #include "net/url.h"
+#include "platform/open_link.h"
 #include "platform/zip_archive.h"
 
 namespace {
@@ -66,6 +73,12 @@ std::string Description(const std::string& title, const std::string& archiveUrl,
   return sink.Bytes();
 }
 
+// One for the whole program, since there is one port. It starts with the first hand-off.
+CHttpServer& TomTomServer() {
+  static CHttpServer server;
+  return server;
+}
+
 }  // namespace
 
 uint32_t MakeTomTomBundle(const std::string& baseName, const CGpsPointArray& list, uint32_t limit,
@@ -81,3 +94,21 @@ uint32_t MakeTomTomBundle(const std::string& baseName, const CGpsPointArray& lis
   return kStatusSuccess;
 }
 
+uint32_t WriteTomTomHome(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit,
+                         bool) {
+  std::string baseName = WideToUtf8Lossy(FileTitleOfPath(path));
+  if (baseName.empty()) baseName = LoadTextUtf8(kTextItinerary);
+  TomTomBundle bundle;
+  if (const uint32_t status = MakeTomTomBundle(baseName, list, splitLimit, bundle)) return status;
+  CHttpServer& server = TomTomServer();
+  if (server.Port() == 0) {
+    if (const uint32_t status = server.Start()) return ContextInPlace()->Keep(status);
+  }
+  server.AddContent("/" + bundle.archiveName, std::move(bundle.archive));
+  server.AddContent("/" + bundle.descriptionName, std::move(bundle.description));
+  return ContextInPlace()->Keep(OpenLink(bundle.link));
+}
+
+bool WaitUntilTomTomHasFetched(std::chrono::milliseconds time) {
+  return TomTomServer().WaitUntilFetched(time);
+}

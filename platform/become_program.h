@@ -9,5 +9,5 @@
 /// when there is no such program: the platform's error code.
 uint32_t BecomeProgram(const std::vector<std::string>& arguments);
 
-/// Whether there is a desktop on which a window could be shown.
-bool HasDesktop();
+/// Whether a window could be shown: on a desktop, or where the library that draws it is told to.
+bool CanShowWindow();

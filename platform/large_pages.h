@@ -1,11 +1,9 @@
 #pragma once
 
-#include <cstddef>
+#include <memory_resource>
 
-/// Size and alignment, in bytes, of what `PreferLargePages` is told of.
-inline constexpr size_t kLargePageSize = size_t{1} << 21;
-
-/// Asks for `memory`, a block of `kLargePageSize` at such an address, to be one large page rather
-/// than hundreds of small ones, each of which the system would have to fetch when it is first
-/// touched. Only a hint.
-void PreferLargePage(void* memory);
+/// The heap, but for blocks of two megabytes and more that are asked for at such an address: these
+/// are large pages where the system has them. It would otherwise fetch each of their hundreds of
+/// small pages when it is first touched, a tenth of what reading a million points takes. Never
+/// destroyed.
+std::pmr::memory_resource& LargePages();

@@ -9,6 +9,9 @@
 /// the platform's error code when there is nothing that could open it.
 uint32_t OpenLink(const std::string& link);
 
+/// True where a desktop is there that could show what is opened.
+bool HasDesktop();
+
 /// Starts a program with its arguments and does not wait for it. A name without a folder is looked
 /// for in PATH. Returns 0 or the platform's error code.
 uint32_t StartProgram(const std::vector<std::string>& arguments);

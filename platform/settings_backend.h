@@ -36,6 +36,11 @@ class SettingsBackend {
                          const SettingsValue& value) = 0;
   /// Appends the names of the folder's values to `names`.
   virtual uint32_t ListValues(std::string_view folder, std::vector<std::string>& names) = 0;
+  /// Appends the names of the folders right below `path` to `names`.
+  virtual uint32_t ListFolders(std::string_view path, std::vector<std::string>& names) = 0;
+  virtual uint32_t RemoveValue(std::string_view folder, std::string_view name) = 0;
+  /// Removes a folder with its values and all folders below it.
+  virtual uint32_t RemoveFolder(std::string_view path) = 0;
 
   /// From here to `CommitSave` no other program writes, and what is written here appears as one.
   virtual uint32_t BeginSave() = 0;
@@ -47,6 +52,13 @@ class SettingsBackend {
 /// The settings of the current user; null when the user has no home. Touches no file yet.
 std::unique_ptr<SettingsBackend> OpenUserSettings();
 
-/// The name under which a damaged settings file was put aside by this process since the last call;
-/// empty when none was. The defaults are used then, and the user wants to know.
-WideString TakeDamagedSettingsFile();
+/// What the user wants to know about the settings: the defaults are used then.
+struct SettingsNews {
+  /// The name under which a damaged settings file was put aside; empty when none was.
+  WideString damagedFile;
+  /// Another program held the settings file for so long that it could not be read.
+  bool wasLocked = false;
+};
+
+/// What has happened in this process since the last call.
+SettingsNews TakeSettingsNews();

@@ -1,24 +1,11 @@
 #pragma once
 
-#include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "services/service_table.h"
-
-/// What the user has set for a service. What is absent is as the program comes with it.
-struct ServiceValues {
-  std::optional<std::string> url = {};
-  std::optional<std::string> key = {};
-  std::optional<std::string> appId = {};
-  std::optional<std::string> language = {};
-  std::optional<std::string> referrer = {};
-};
-
-/// What the user has set, by the services' names.
-using ServiceValuesByName = std::map<std::string, ServiceValues, std::less<>>;
+#include "settings/service_values.h"
 
 /// Puts the user's values in force for all requests from now on. Any thread.
 void SetServiceValues(ServiceValuesByName values);
@@ -37,6 +24,9 @@ struct ServiceAccess {
 ServiceAccess AccessTo(const Service& service);
 /// The same by a name that stands in the table.
 ServiceAccess AccessTo(std::string_view name);
+
+/// Whether a service is on this machine, so that nothing leaves it.
+bool IsOnThisMachine(const Service& service);
 
 /// True when the user has set the address of the service, whichever it is.
 bool HasAddressOfUser(const Service& service);

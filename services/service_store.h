@@ -10,8 +10,7 @@
 
 /// One of the settings that every service has.
 struct ServiceSetting {
-  std::string_view name;       ///< on the command line
-  std::string_view valueName;  ///< in the store
+  std::string_view name;  ///< on the command line
   uint32_t meaningTextId;
   bool isSecret;  ///< never shown
   std::optional<std::string> ServiceValues::*value;
@@ -19,15 +18,14 @@ struct ServiceSetting {
 
 std::span<const ServiceSetting> ServiceSettings();
 
-/// A change of a setting of a service; an empty value takes the setting away.
+/// A change of a setting of a service. An empty value takes the setting away; an empty language is
+/// a value of its own, with which none is sent.
 struct ServiceAssignment {
   const Service* service;
   const ServiceSetting* setting;
   std::string value;
 };
 
-/// What the user has set. Throws storage::Exception for a store that cannot be read.
-ServiceValuesByName LoadServiceValues(const storage::Storage& storage);
-
-/// Makes the changes, all or none. Throws storage::Exception.
-void StoreServiceValues(storage::Storage& storage, std::span<const ServiceAssignment> changes);
+/// Makes the changes in the store, all or none. Returns 0 or the platform's error code.
+uint32_t StoreServiceValues(const storage::Storage& storage,
+                            std::span<const ServiceAssignment> changes);

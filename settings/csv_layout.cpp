@@ -15,9 +15,7 @@ constexpr std::string_view kFolder = "CSV";
 
 const char* ValueName(CsvUse use) { return use == CsvUse::kRead ? "read" : "write"; }
 
-std::string FolderPath() {
-  return std::string(kSettingsRoot) + kSettingsPathSeparator + std::string(kFolder);
-}
+std::string FolderPath() { return storage::PathOf(kSettingsRoot, kFolder); }
 
 void PutSeparator(ByteSink& sink, std::string_view separator) {
   separator = separator.substr(0, kLongestCsvSeparator);

@@ -15,37 +15,35 @@ constexpr size_t kMapKindSize = 4;
 
 // Sizes and weights in tenths: what a truck can be, from 2 to 50 metres of height and so on.
 constexpr SettingRow kTable[] = {
-    {"ConverterPosition", &CSettings::converterPosition, 0, 0, 0, kTextConverterPosition, true},
-    {"EditorPosition", &CSettings::editorPosition, 0, 0, 0, kTextEditorPosition, true},
-    {"AUTO_CALC", &CSettings::autoCalc, 0, 0, 1, kTextRecalculateAutomatically, true},
-    {"DIST_MILES", &CSettings::distMiles, 0, 0, 1, kTextDistancesInMiles, true},
-    {"OPTIMIZE_USE_DIRECTION", &CSettings::optimizeUseDirection, 0, 0, 1, kTextOptimizeByRoad,
+    {"ConverterPosition", &SettingValues::converterPosition, 0, 0, kTextConverterPosition, true},
+    {"EditorPosition", &SettingValues::editorPosition, 0, 0, kTextEditorPosition, true},
+    {"AUTO_CALC", &SettingValues::autoCalc, 0, 1, kTextRecalculateAutomatically, true},
+    {"DIST_MILES", &SettingValues::distMiles, 0, 1, kTextDistancesInMiles, true},
+    {"OPTIMIZE_USE_DIRECTION", &SettingValues::optimizeUseDirection, 0, 1, kTextOptimizeByRoad,
      true},
-    {"AVOID_HIGHWAY", &CSettings::avoidHighway, 0, 0, 1, kTextAvoidMotorways, true},
-    {"AVOID_TOLLS", &CSettings::avoidTolls, 0, 0, 1, kTextAvoidTolls, true},
-    {"VehicleType", &CSettings::vehicleType, 0, 0, 7, kTextVehicleValue, true},
-    {"ItineraryType", &CSettings::itineraryType, 1, 0, 5, kTextItineraryTypeValue, true},
-    {"RouteProvider", &CSettings::routeProvider, kDefaultRouteProvider, 0, kNoLimit,
-     kTextProviderValue, true},
-    {"ForceRoad", &CSettings::forceRoad, 0, 0, 1, kTextPlaceOnRoads, true},
-    {"AutoAddStep", &CSettings::autoAddStep, 0, 0, 1, kTextAddStageByClicking, true},
-    {"DisplayNumber", &CSettings::displayNumber, 1, 0, 1, kTextShowWaypointNumbers, true},
-    {"Export", &CSettings::exportIndex, -1, -1, kNoLimit, kTextExportValue, true},
-    {"Language", &CSettings::language, 0, 0, kNoLimit, kTextLanguageValue, false},
-    {"Coordinates", &CSettings::coordinates, 0, 0, 2, kTextCoordinatesValue, true},
-    {"TruckHeight", &CSettings::truckHeight, 20, 20, 500, kTextTruckHeight, true},
-    {"TruckWidth", &CSettings::truckWidth, 30, 30, 500, kTextTruckWidth, true},
-    {"TruckLength", &CSettings::truckLength, 80, 80, 3000, kTextTruckLength, true},
-    {"TruckTrailersCount", &CSettings::truckTrailersCount, 1, 0, 4, kTextTruckTrailers, true},
-    {"TruckLimitedWeight", &CSettings::truckLimitedWeight, 30, 30, 10000, kTextTruckWeight, true},
-    {"TruckWeightAxle", &CSettings::truckWeightAxle, 50, 50, 10000, kTextTruckWeightAxle, true},
-    {"TruckCategory", &CSettings::truckCategory, 0, 0, 14, kTextTruckCategory, true},
-    {"UserID", &CSettings::userId, 0, 0, 0, kTextUserId, true},
-    {"DefaultMap", &CSettings::defaultMap, 0, 0, 0, kTextDefaultMap, true},
-    {"FindProvider", &CSettings::findProvider, kDefaultFindProvider, 0, kNoLimit,
-     kTextFindProviderValue, true},
-    {"CalculateAsked", &CSettings::calculateAsked, 0, 0, 1, kTextCalculateAsked, true},
-    {"PlannerPage", &CSettings::plannerPage, 0, 0, 0, kTextPlannerPage, true},
+    {"AVOID_HIGHWAY", &SettingValues::avoidHighway, 0, 1, kTextAvoidMotorways, true},
+    {"AVOID_TOLLS", &SettingValues::avoidTolls, 0, 1, kTextAvoidTolls, true},
+    {"VehicleType", &SettingValues::vehicleType, 0, 7, kTextVehicleValue, true},
+    {"ItineraryType", &SettingValues::itineraryType, 0, 5, kTextItineraryTypeValue, true},
+    {"RouteProvider", &SettingValues::routeProvider, 0, kNoLimit, kTextProviderValue, true},
+    {"ForceRoad", &SettingValues::forceRoad, 0, 1, kTextPlaceOnRoads, true},
+    {"AutoAddStep", &SettingValues::autoAddStep, 0, 1, kTextAddStageByClicking, true},
+    {"DisplayNumber", &SettingValues::displayNumber, 0, 1, kTextShowWaypointNumbers, true},
+    {"Export", &SettingValues::exportIndex, -1, kNoLimit, kTextExportValue, true},
+    {"Language", &SettingValues::language, 0, kNoLimit, kTextLanguageValue, false},
+    {"Coordinates", &SettingValues::coordinates, 0, 2, kTextCoordinatesValue, true},
+    {"TruckHeight", &SettingValues::truckHeight, 20, 500, kTextTruckHeight, true},
+    {"TruckWidth", &SettingValues::truckWidth, 30, 500, kTextTruckWidth, true},
+    {"TruckLength", &SettingValues::truckLength, 80, 3000, kTextTruckLength, true},
+    {"TruckTrailersCount", &SettingValues::truckTrailersCount, 0, 4, kTextTruckTrailers, true},
+    {"TruckLimitedWeight", &SettingValues::truckLimitedWeight, 30, 10000, kTextTruckWeight, true},
+    {"TruckWeightAxle", &SettingValues::truckWeightAxle, 50, 10000, kTextTruckWeightAxle, true},
+    {"TruckCategory", &SettingValues::truckCategory, 0, 14, kTextTruckCategory, true},
+    {"UserID", &SettingValues::userId, 0, 0, kTextUserId, true},
+    {"DefaultMap", &SettingValues::defaultMap, 0, 0, kTextDefaultMap, true},
+    {"FindProvider", &SettingValues::findProvider, 0, kNoLimit, kTextFindProviderValue, true},
+    {"CalculateAsked", &SettingValues::calculateAsked, 0, 1, kTextCalculateAsked, true},
+    {"PlannerPage", &SettingValues::plannerPage, 0, 0, kTextPlannerPage, true},
 };
 
 // One function a kind, chosen by the type of the field.
@@ -96,10 +94,10 @@ void Decode(const storage::SValue& value, std::optional<MapChoice>& map) {
 
 std::span<const SettingRow> SettingTable() { return kTable; }
 
-std::optional<SettingsValue> EncodeSetting(const CSettings& settings, const SettingRow& row) {
+std::optional<SettingsValue> EncodeSetting(const SettingValues& settings, const SettingRow& row) {
   return std::visit([&settings](auto field) { return Encode(settings.*field); }, row.field);
 }
 
-void DecodeSetting(CSettings& settings, const SettingRow& row, const storage::SValue& value) {
+void DecodeSetting(SettingValues& settings, const SettingRow& row, const storage::SValue& value) {
   std::visit([&settings, &value](auto field) { Decode(value, settings.*field); }, row.field);
 }

@@ -71,12 +71,12 @@ bool FromText(std::string_view, std::optional<WindowPlacement>&) { return false;
 
 bool IsWritable(const SettingRow& row) {
   return row.isSaved &&
-         !std::holds_alternative<std::optional<WindowPlacement> CSettings::*>(row.field);
+         !std::holds_alternative<std::optional<WindowPlacement> SettingValues::*>(row.field);
 }
 
 bool IsProvider(const SettingRow& row) {
-  const auto* const field = std::get_if<int32_t CSettings::*>(&row.field);
-  return field && *field == &CSettings::routeProvider;
+  const auto* const field = std::get_if<int32_t SettingValues::*>(&row.field);
+  return field && *field == &SettingValues::routeProvider;
 }
 
 bool IsAllowed(const SettingRow& row, int32_t number, const RouteProviders* providers) {
@@ -97,9 +97,10 @@ std::string AllowedNumbers(const SettingRow& row, const RouteProviders* provider
 }
 
 std::string AllowedValues(const SettingRow& row, const RouteProviders* providers) {
-  if (std::holds_alternative<bool CSettings::*>(row.field)) return "0, 1";
-  if (std::holds_alternative<WideString CSettings::*>(row.field)) return FormatText(kTextAnyText);
-  if (std::holds_alternative<int32_t CSettings::*>(row.field))
+  if (std::holds_alternative<bool SettingValues::*>(row.field)) return "0, 1";
+  if (std::holds_alternative<WideString SettingValues::*>(row.field))
+    return FormatText(kTextAnyText);
+  if (std::holds_alternative<int32_t SettingValues::*>(row.field))
     return AllowedNumbers(row, providers);
   return FormatText(kTextMapValue);
 }
@@ -117,7 +118,7 @@ std::string AllKeys() {
   return keys;
 }
 
-bool Assign(CSettings& settings, const SettingRow& row, std::string_view text,
+bool Assign(SettingValues& settings, const SettingRow& row, std::string_view text,
             const RouteProviders* providers) {
   return std::visit(
       [&](auto field) {
@@ -134,9 +135,9 @@ bool Assign(CSettings& settings, const SettingRow& row, std::string_view text,
 
 }  // namespace
 
-std::vector<SettingListing> ListSettings(const CSettings& settings) {
+std::vector<SettingListing> ListSettings(const SettingValues& settings) {
   std::vector<SettingListing> listings;
-  const CSettings defaults;
+  const SettingValues defaults;
   for (const SettingRow& row : SettingTable()) {
     std::visit(
         [&](auto field) {
@@ -149,7 +150,7 @@ std::vector<SettingListing> ListSettings(const CSettings& settings) {
   return listings;
 }
 
-SettingResult SetSetting(CSettings& settings, std::string_view assignment,
+SettingResult SetSetting(SettingValues& settings, std::string_view assignment,
                          const RouteProviders* providers) {
   const size_t equals = assignment.find('=');
   const std::string key(assignment.substr(0, equals));
@@ -180,7 +181,11 @@ std::string DescribeRefusal(const SettingResult& result) {
   return {};
 }
 
-std::string TakeDamageMessage() {
-  const WideString file = TakeDamagedSettingsFile();
-  return file.empty() ? std::string() : FormatText(kTextSettingsDamaged, WideToUtf8Lossy(file));
+std::vector<std::string> TakeSettingsMessages() {
+  const SettingsNews news = TakeSettingsNews();
+  std::vector<std::string> messages;
+  if (!news.damagedFile.empty())
+    messages.push_back(FormatText(kTextSettingsDamaged, WideToUtf8Lossy(news.damagedFile)));
+  if (news.wasLocked) messages.push_back(FormatText(kTextSettingsLocked));
+  return messages;
 }

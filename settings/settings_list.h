@@ -19,7 +19,7 @@ struct SettingListing {
 };
 
 /// All settings in the order in which they are stored.
-std::vector<SettingListing> ListSettings(const CSettings& settings);
+std::vector<SettingListing> ListSettings(const SettingValues& settings);
 
 enum class SettingOutcome {
   kChanged,
@@ -39,12 +39,12 @@ struct SettingResult {
 
 /// Changes a setting by a text "KEY=VALUE"; the key may be in any case. Nothing is stored yet.
 /// With `providers` only these are allowed as directions providers.
-SettingResult SetSetting(CSettings& settings, std::string_view assignment,
+SettingResult SetSetting(SettingValues& settings, std::string_view assignment,
                          const RouteProviders* providers = nullptr);
 
 /// The message for an assignment that was refused; empty for `kChanged`.
 std::string DescribeRefusal(const SettingResult& result);
 
-/// The message that a damaged settings file was put aside, once for each file; empty when there
-/// was none.
-std::string TakeDamageMessage();
+/// What the user should know about the settings file since the last call: that a damaged one was
+/// put aside, that another program held it for too long.
+std::vector<std::string> TakeSettingsMessages();

@@ -9,11 +9,9 @@ namespace storage {
 
 namespace {
 
-constexpr uint32_t kInvalidHandle = 6;
-
 Reason ReasonOf(uint32_t status) {
   switch (status) {
-    case kInvalidHandle:
+    case kStatusInvalidHandle:
       return Reason::kEmptyHandle;
     case kStatusInvalidData:
       return Reason::kInvalidData;
@@ -45,7 +43,7 @@ SValue::SValue(std::shared_ptr<SettingsBackend> backend, std::string folder, std
     : m_backend(std::move(backend)), m_folder(std::move(folder)), m_name(name) {}
 
 SettingsValue SValue::Read() const {
-  if (!m_backend) throw Exception("SValue", kInvalidHandle);
+  if (!m_backend) throw Exception("SValue", kStatusInvalidHandle);
   SettingsValue value;
   ThrowUnlessDone(m_name, m_backend->Read(m_folder, m_name, value));
   return value;
@@ -57,7 +55,7 @@ bool SValue::Exists() const {
 }
 
 void SValue::Write(const SettingsValue& value) {
-  if (!m_backend) throw Exception("SValue", kInvalidHandle);
+  if (!m_backend) throw Exception("SValue", kStatusInvalidHandle);
   ThrowUnlessDone(m_name, m_backend->Write(m_folder, m_name, value));
 }
 
@@ -92,14 +90,14 @@ SFolder::SFolder(std::shared_ptr<SettingsBackend> backend, std::string path)
     : m_backend(std::move(backend)), m_path(std::move(path)) {}
 
 SFolder SFolder::CreateFolder(std::string_view name) {
-  if (!m_backend) throw Exception("SFolder", kInvalidHandle);
+  if (!m_backend) throw Exception("SFolder", kStatusInvalidHandle);
   SFolder folder = OpenFolder(name);
   ThrowUnlessDone("Key", m_backend->CreateFolder(folder.m_path));
   return folder;
 }
 
 SFolder SFolder::OpenFolder(std::string_view name) const {
-  return {m_backend, m_path + kSettingsPathSeparator + std::string(name)};
+  return {m_backend, PathOf(m_path, name)};
 }
 
 SValue SFolder::CreateValue(std::string_view name) { return OpenValue(name); }
@@ -107,16 +105,36 @@ SValue SFolder::CreateValue(std::string_view name) { return OpenValue(name); }
 SValue SFolder::OpenValue(std::string_view name) const { return {m_backend, m_path, name}; }
 
 std::vector<std::string> SFolder::ValueNames() const {
-  if (!m_backend) throw Exception("SFolder", kInvalidHandle);
+  if (!m_backend) throw Exception("SFolder", kStatusInvalidHandle);
   std::vector<std::string> names;
   ThrowUnlessDone("Key", m_backend->ListValues(m_path, names));
   return names;
 }
 
+std::vector<std::string> SFolder::FolderNames() const {
+  if (!m_backend) throw Exception("SFolder", kStatusInvalidHandle);
+  std::vector<std::string> names;
+  const uint32_t status = m_backend->ListFolders(m_path, names);
+  if (status != kStatusFileNotFound) ThrowUnlessDone("Key", status);
+  return names;
+}
+
+void SFolder::RemoveValue(std::string_view name) {
+  if (!m_backend) throw Exception("SFolder", kStatusInvalidHandle);
+  const uint32_t status = m_backend->RemoveValue(m_path, name);
+  if (status != kStatusFileNotFound) ThrowUnlessDone(std::string(name), status);
+}
+
+void SFolder::RemoveFolder(std::string_view name) {
+  if (!m_backend) throw Exception("SFolder", kStatusInvalidHandle);
+  const uint32_t status = m_backend->RemoveFolder(PathOf(m_path, name));
+  if (status != kStatusFileNotFound) ThrowUnlessDone("Key", status);
+}
+
 Storage::Storage(std::shared_ptr<SettingsBackend> backend) : m_backend(std::move(backend)) {}
 
 SFolder Storage::CreateFolder(std::string_view path) {
-  if (!m_backend) throw Exception("Storage", kInvalidHandle);
+  if (!m_backend) throw Exception("Storage", kStatusInvalidHandle);
   ThrowUnlessDone("Key", m_backend->CreateFolder(path));
   return OpenFolder(path);
 }
@@ -124,7 +142,7 @@ SFolder Storage::CreateFolder(std::string_view path) {
 SFolder Storage::OpenFolder(std::string_view path) const { return {m_backend, std::string(path)}; }
 
 Transaction::Transaction(Storage& storage) : m_backend(storage.m_backend) {
-  if (!m_backend) throw Exception("Storage", kInvalidHandle);
+  if (!m_backend) throw Exception("Storage", kStatusInvalidHandle);
   ThrowUnlessDone("Storage", m_backend->BeginSave());
 }
 
@@ -135,6 +153,10 @@ Transaction::~Transaction() {
 void Transaction::Commit() {
   const auto backend = std::exchange(m_backend, nullptr);
   ThrowUnlessDone("Storage", backend->CommitSave());
+}
+
+std::string PathOf(std::string_view folder, std::string_view name) {
+  return std::string(folder) + kSettingsPathSeparator + std::string(name);
 }
 
 Storage OpenUserStorage() { return Storage(OpenUserSettings()); }

@@ -85,6 +85,14 @@ class SFolder {
 
   /// The names of all values in the folder. Throws `Exception`.
   std::vector<std::string> ValueNames() const;
+  /// The names of the folders right below this one. Throws `Exception`, but a folder that is not
+  /// there has none.
+  std::vector<std::string> FolderNames() const;
+
+  /// Removes a value, or a folder with all that is below it. What is not there need not be removed.
+  /// Throws `Exception`.
+  void RemoveValue(std::string_view name);
+  void RemoveFolder(std::string_view name);
 
  private:
   friend class Storage;
@@ -125,6 +133,20 @@ class Transaction {
  private:
   std::shared_ptr<SettingsBackend> m_backend;
 };
+
+/// The path of a folder below another.
+std::string PathOf(std::string_view folder, std::string_view name);
+
+/// Runs `action`; gives 0 or the platform's error code of the `Exception` that left it.
+template <typename Action>
+uint32_t StatusOf(Action action) {
+  try {
+    action();
+    return 0;
+  } catch (const Exception& failure) {
+    return failure.status;
+  }
+}
 
 /// The store of the current user; an empty handle when the user has no home. Cheap: no file is
 /// opened before something is read.

@@ -32,7 +32,8 @@ constexpr char kCredits[] =
 
 void ShowAboutWindow(QWidget* parent) {
   QDialog dialog(parent);
-  dialog.setWindowTitle(PlainText(kTextAbout).remove(QStringLiteral("...")).remove(QChar(0x2026)).trimmed());
+  dialog.setWindowTitle(
+      PlainText(kTextAbout).remove(QStringLiteral("...")).remove(QChar(0x2026)).trimmed());
   auto* const picture = new QLabel;
   picture->setPixmap(ProductIcon().pixmap(kPicture));
   auto* const name = new QLabel(FromUtf8(kProductName));
@@ -51,7 +52,7 @@ void ShowAboutWindow(QWidget* parent) {
   credits->setTabChangesFocus(true);
   credits->setAccessibleName(Text(kTextCredits));
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-  buttons->button(QDialogButtonBox::Close)->setText(Text(kTextClose));
+  buttons->button(QDialogButtonBox::Close)->setText(Text(kTextOnMapClose));
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
 
   auto* const heading = new QHBoxLayout;

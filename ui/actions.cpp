@@ -11,36 +11,36 @@
 namespace {
 
 struct CommandRow {
-  ECommand command;
+  Command command;
   const char* icon;
   uint32_t textId;
   const char* shortcut;  ///< in Qt's portable form; empty for none
 };
 
 constexpr CommandRow kRows[] = {
-    {ECommand::kOpen, "open", kTextOpen, "Ctrl+O"},
-    {ECommand::kExport, "export", kTextExport, "Ctrl+S"},
-    {ECommand::kPrint, "print", kTextPrint, "Ctrl+P"},
-    {ECommand::kExit, "exit", kTextExit, "Ctrl+Q"},
-    {ECommand::kUndo, "undo", kTextUndo, "Ctrl+Z"},
-    {ECommand::kRedo, "redo", kTextRedo, "Ctrl+Shift+Z"},
-    {ECommand::kPaste, "paste", kTextPastePoints, "Ctrl+V"},
-    {ECommand::kCopy, "paste", kTextCopyPoints, "Ctrl+C"},
-    {ECommand::kAdd, "add", kTextAddPoint, "Insert"},
-    {ECommand::kEdit, "edit", kTextEditPoint, "F4"},
-    {ECommand::kRemove, "remove", kTextRemovePoints, "Delete"},
-    {ECommand::kUp, "up", kTextMoveUp, "Alt+Up"},
-    {ECommand::kDown, "down", kTextMoveDown, "Alt+Down"},
-    {ECommand::kInvert, "invert", kTextInvert, ""},
-    {ECommand::kRemoveAll, "remove-all", kTextRemoveAll, ""},
-    {ECommand::kCalculate, "calculate", kTextCalculate, "F5"},
-    {ECommand::kClearRoute, "clear-route", kTextClearRoute, ""},
-    {ECommand::kOptimise, "optimise", kTextOptimise, ""},
-    {ECommand::kShowAll, "show-all", kTextShowAll, "Ctrl+0"},
-    {ECommand::kRoad, "road", kTextPlaceOnRoads, ""},
-    {ECommand::kFavorite, "favourite", kTextAddToFavoritesCommand, "Ctrl+D"},
-    {ECommand::kSettings, "settings", kTextSettings, "Ctrl+,"},
-    {ECommand::kAbout, "about", kTextAbout, ""},
+    {Command::kOpen, "open", kTextOpen, "Ctrl+O"},
+    {Command::kExport, "export", kTextExport, "Ctrl+S"},
+    {Command::kPrint, "print", kTextPrint, "Ctrl+P"},
+    {Command::kExit, "exit", kTextExit, "Ctrl+Q"},
+    {Command::kUndo, "undo", kTextUndo, "Ctrl+Z"},
+    {Command::kRedo, "redo", kTextRedo, "Ctrl+Shift+Z"},
+    {Command::kPaste, "paste", kTextPastePoints, "Ctrl+V"},
+    {Command::kCopy, "paste", kTextCopyPoints, "Ctrl+C"},
+    {Command::kAdd, "add", kTextAddPoint, "Insert"},
+    {Command::kEdit, "edit", kTextEditPoint, "F4"},
+    {Command::kRemove, "remove", kTextRemovePoints, "Delete"},
+    {Command::kUp, "up", kTextMoveUp, "Alt+Up"},
+    {Command::kDown, "down", kTextMoveDown, "Alt+Down"},
+    {Command::kInvert, "invert", kTextInvert, ""},
+    {Command::kRemoveAll, "remove-all", kTextRemoveAll, ""},
+    {Command::kCalculate, "calculate", kTextCalculate, "F5"},
+    {Command::kClearRoute, "clear-route", kTextClearRoute, ""},
+    {Command::kOptimise, "optimise", kTextOptimise, ""},
+    {Command::kShowAll, "show-all", kTextShowAll, "Ctrl+0"},
+    {Command::kRoad, "road", kTextPlaceOnRoads, ""},
+    {Command::kFavorite, "favourite", kTextAddToFavoritesCommand, "Ctrl+D"},
+    {Command::kSettings, "settings", kTextSettings, "Ctrl+,"},
+    {Command::kAbout, "about", kTextAbout, ""},
 };
 
 }  // namespace
@@ -53,10 +53,11 @@ Actions::Actions(QWidget& window) {
     action->setObjectName(QLatin1String(row.icon));
     m_actions[static_cast<size_t>(row.command)] = action;
   }
-  (*this)[ECommand::kRoad].setCheckable(true);
+  (*this)[Command::kRoad].setCheckable(true);
   LoadIcons();
 }
 
 void Actions::LoadIcons() const {
-  for (const CommandRow& row : kRows) (*this)[row.command].setIcon(LoadIcon(QLatin1String(row.icon)));
+  for (const CommandRow& row : kRows)
+    (*this)[row.command].setIcon(LoadIcon(QLatin1String(row.icon)));
 }

@@ -1,15 +1,14 @@
 #pragma once
 
+#include <QString>
 #include <array>
 #include <cstddef>
-
-#include <QString>
 
 class QAction;
 class QWidget;
 
 /// What the user can do from menus, bars and shortcuts.
-enum class ECommand : size_t {
+enum class Command : size_t {
   kOpen,
   kExport,
   kPrint,
@@ -41,10 +40,10 @@ class Actions {
  public:
   explicit Actions(QWidget& window);
 
-  QAction& operator[](ECommand command) const { return *m_actions[static_cast<size_t>(command)]; }
+  QAction& operator[](Command command) const { return *m_actions[static_cast<size_t>(command)]; }
   /// Draws the icons anew, for another look.
   void LoadIcons() const;
 
  private:
-  std::array<QAction*, static_cast<size_t>(ECommand::kCount)> m_actions{};
+  std::array<QAction*, static_cast<size_t>(Command::kCount)> m_actions{};
 };

@@ -1,14 +1,13 @@
 #include "ui/background_work.h"
 
-#include <exception>
-#include <thread>
-
 #include <QApplication>
 #include <QEventLoop>
 #include <QThread>
 #include <QTimer>
+#include <exception>
+#include <thread>
 
-#include "ui/progress_window.h"
+#include "ui/progress_dialog.h"
 #include "ui/text.h"
 
 namespace {
@@ -32,7 +31,7 @@ void RunInBackground(QWidget* parent, uint32_t textId, const WorkProgress& progr
     QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
   });
 
-  ProgressWindow window(parent);
+  ProgressDialog window(parent);
   QTimer timer;
   QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
     if (!window.IsOpen()) {

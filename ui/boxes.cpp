@@ -83,7 +83,7 @@ int32_t ShowMessageBox(QWidget* parent, const QString& text, uint32_t style) {
   return AnswerOf(box.exec());
 }
 
-BoxAnswer ShowRepeatedBox(QWidget* parent, const QString& text, uint32_t style) {
+RepeatedAnswer ShowRepeatedBox(QWidget* parent, const QString& text, uint32_t style) {
   QMessageBox box(parent);
   SetUp(box, text, style);
   auto* const repeats = new QCheckBox(Text(kTextSameForTheRest));

@@ -1,9 +1,9 @@
 #include "ui/dialog_buttons.h"
 
+#include <QBoxLayout>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QPushButton>
-#include <QBoxLayout>
 
 #include "base/text_ids.h"
 #include "ui/text.h"

@@ -1,9 +1,8 @@
 #include "ui/export_marks.h"
 
-#include <vector>
-
 #include <QComboBox>
 #include <QTimer>
+#include <vector>
 
 #include "base/text_ids.h"
 #include "conversion/write_trip.h"

@@ -20,7 +20,7 @@
 namespace {
 
 constexpr int kTableHeight = 180;
-constexpr char16_t kExportKey[] = u"gpx:376";
+constexpr char16_t kFileKey[] = u"gpx:107";
 
 }  // namespace
 
@@ -60,7 +60,9 @@ QToolButton* FavoritesPage::AddButton(const char* icon, uint32_t textId,
   return button;
 }
 
-void FavoritesPage::AddToItinerary() { m_work.AddToItinerary(m_work.favorites, m_table.SelectedRows()); }
+void FavoritesPage::AddToItinerary() {
+  m_work.AddToItinerary(m_work.favorites, m_table.SelectedRows());
+}
 
 void FavoritesPage::Remove() {
   if (!m_table.HasSelection()) return;
@@ -78,14 +80,17 @@ void FavoritesPage::Clear() {
 }
 
 void FavoritesPage::Import() {
+  const CItineraryFormat* const row = FindWriter(m_work.driver.table, kFileKey);
+  if (!row) return;
   FileDialog dialog;
   dialog.title = ToWide(PlainText(kTextImportFavorites));
-  dialog.filter = OpenFilter(m_work.driver.table);
+  dialog.filter = SaveFilter(*row);
   const auto chosen = m_work.front.AskOpenFile(dialog);
   if (!chosen) return;
   TripRead trip;
-  m_work.front.Run(
-      [&] { trip = ReadTrip(m_work.driver.table, chosen->path, m_work.Context(), /*silent=*/false); });
+  m_work.front.Run([&] {
+    trip = ReadTrip(m_work.driver.table, chosen->path, m_work.Context(), /*silent=*/false);
+  });
   if (trip.status != kStatusSuccess) {
     if (trip.status != kStatusCancelled)
       m_work.front.ShowMessage(MessageIcon::kError, kTextCannotBeRead, trip.reason);
@@ -99,7 +104,7 @@ void FavoritesPage::Import() {
 }
 
 void FavoritesPage::Export() {
-  const CItineraryFormat* const row = FindWriter(m_work.driver.table, kExportKey);
+  const CItineraryFormat* const row = FindWriter(m_work.driver.table, kFileKey);
   if (!row || m_work.favorites.points.empty()) return;
   FileDialog dialog;
   dialog.title = ToWide(PlainText(kTextExportFavorites));

@@ -46,7 +46,6 @@ QIcon LoadIcon(const QString& name) {
 QIcon ProductIcon() {
   const QByteArray svg = ReadDrawing(QStringLiteral("corvanemap"));
   QIcon icon;
-  for (const int size : {16, 32, 48, 64, 128, 256})
-    icon.addPixmap(Draw(svg, Qt::black, size));
+  for (const int size : {16, 32, 48, 64, 128, 256}) icon.addPixmap(Draw(svg, Qt::black, size));
   return icon;
 }

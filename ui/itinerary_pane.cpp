@@ -63,7 +63,7 @@ ItineraryPane::ItineraryPane(const Actions& actions, const CSettings& settings, 
   m_pageButtons->setSpacing(kGrid);
   m_pages->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
   m_stops->setAccessibleName(Text(kTextWaypoints));
-  m_stops->SetHint(Text(kTextEmptyMap));
+  m_stops->SetHint(Text(kTextOnMapEmptyClick));
 
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(kSmallMargin, kSmallMargin, kSmallMargin, kSmallMargin);
@@ -80,11 +80,11 @@ QWidget* ItineraryPane::MakeButtons(const Actions& actions) {
   auto* const layout = new QHBoxLayout(row);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(kGrid);
-  for (const ECommand command : {ECommand::kAdd, ECommand::kRemove, ECommand::kUp, ECommand::kDown,
-                                 ECommand::kInvert, ECommand::kRemoveAll})
+  for (const Command command : {Command::kAdd, Command::kRemove, Command::kUp, Command::kDown,
+                                Command::kInvert, Command::kRemoveAll})
     layout->addWidget(MakeButton(actions[command]));
   layout->addStretch();
-  for (const ECommand command : {ECommand::kRoad, ECommand::kClearRoute, ECommand::kShowAll})
+  for (const Command command : {Command::kRoad, Command::kClearRoute, Command::kShowAll})
     layout->addWidget(MakeButton(actions[command]));
   return row;
 }

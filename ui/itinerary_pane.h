@@ -1,9 +1,8 @@
 #pragma once
 
+#include <QWidget>
 #include <cstdint>
 #include <vector>
-
-#include <QWidget>
 
 class Actions;
 class CSettings;

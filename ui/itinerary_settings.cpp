@@ -1,13 +1,12 @@
 // The settings page of how ways are calculated, and for which vehicle.
 
-#include <algorithm>
-#include <array>
-#include <cmath>
-
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QSpinBox>
+#include <algorithm>
+#include <array>
+#include <cmath>
 
 #include "base/text_ids.h"
 #include "planner/route_table.h"

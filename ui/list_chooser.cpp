@@ -1,13 +1,12 @@
 #include "ui/list_chooser.h"
 
-#include <algorithm>
-#include <array>
-
 #include <QDialog>
 #include <QLabel>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <array>
 
 #include "base/text_ids.h"
 #include "ui/dialog_buttons.h"
@@ -25,9 +24,8 @@ struct Group {
 };
 
 // Routes, tracks, and all lists of free points.
-constexpr std::array<Group, 3> kGroups{{{kTextRoutes, "route"},
-                                        {kTextTracks, "track"},
-                                        {kTextWaypoints, "waypoints"}}};
+constexpr std::array<Group, 3> kGroups{
+    {{kTextRoutes, "route"}, {kTextTracks, "track"}, {kTextWaypoints, "waypoints"}}};
 
 size_t GroupOf(const CGpsPointArray& list) {
   return std::min<size_t>(list.GetKind(), kGroups.size() - 1);

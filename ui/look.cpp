@@ -39,7 +39,7 @@ const LookColors kDarkColors{
     .dangling = QColor(0xf2, 0x8b, 0x82),
 };
 
-ELook currentLook = ELook::kLight;
+Look currentLook = Look::kLight;
 
 QPalette PaletteOf(const LookColors& colors) {
   QPalette palette;
@@ -94,10 +94,10 @@ QStatusBar::item { border: 0; }
 QLabel[role="hint"] { color: @muted; }
 QFrame[role="bar"] { background: @warning; border: 0; border-bottom: 1px solid @edge; }
 )");
-  const QColor hover = QColor::fromRgbF(
-      colors.ground.redF() * 0.85F + colors.accent.redF() * 0.15F,
-      colors.ground.greenF() * 0.85F + colors.accent.greenF() * 0.15F,
-      colors.ground.blueF() * 0.85F + colors.accent.blueF() * 0.15F);
+  const QColor hover =
+      QColor::fromRgbF(colors.ground.redF() * 0.85F + colors.accent.redF() * 0.15F,
+                       colors.ground.greenF() * 0.85F + colors.accent.greenF() * 0.15F,
+                       colors.ground.blueF() * 0.85F + colors.accent.blueF() * 0.15F);
   sheet.replace(QLatin1String("@edge"), colors.edge.name());
   sheet.replace(QLatin1String("@hover"), hover.name());
   sheet.replace(QLatin1String("@accent"), colors.accent.name());
@@ -110,19 +110,17 @@ QFrame[role="bar"] { background: @warning; border: 0; border-bottom: 1px solid @
 
 }  // namespace
 
-const LookColors& ColorsOf(ELook look) {
-  return look == ELook::kDark ? kDarkColors : kLightColors;
-}
+const LookColors& ColorsOf(Look look) { return look == Look::kDark ? kDarkColors : kLightColors; }
 
-ELook CurrentLook() { return currentLook; }
+Look CurrentLook() { return currentLook; }
 
 const LookColors& CurrentColors() { return ColorsOf(currentLook); }
 
-ELook DesktopLook() {
+Look DesktopLook() {
   const QByteArray told = qgetenv("CORVANE_LOOK");
-  if (!told.isEmpty()) return told == "dark" ? ELook::kDark : ELook::kLight;
+  if (!told.isEmpty()) return told == "dark" ? Look::kDark : Look::kLight;
   QDBusConnection bus = QDBusConnection::sessionBus();
-  if (!bus.isConnected()) return ELook::kLight;
+  if (!bus.isConnected()) return Look::kLight;
   QDBusMessage question = QDBusMessage::createMethodCall(
       QStringLiteral("org.freedesktop.portal.Desktop"),
       QStringLiteral("/org/freedesktop/portal/desktop"),
@@ -131,20 +129,20 @@ ELook DesktopLook() {
   question.setAutoStartService(false);
   const QDBusMessage answer = bus.call(question, QDBus::Block, kLongestAnswer);
   if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty())
-    return ELook::kLight;
+    return Look::kLight;
   QVariant value = answer.arguments().constFirst();
   while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
-  return value.toUInt() == kPrefersDark ? ELook::kDark : ELook::kLight;
+  return value.toUInt() == kPrefersDark ? Look::kDark : Look::kLight;
 }
 
-void PrepareLook(ELook look) {
+void PrepareLook(Look look) {
   currentLook = look;
   constexpr char kFlags[] = "QTWEBENGINE_CHROMIUM_FLAGS";
-  const QByteArray scheme = look == ELook::kDark ? "0" : "1";
+  const QByteArray scheme = look == Look::kDark ? "0" : "1";
   qputenv(kFlags, qgetenv(kFlags) + " --blink-settings=preferredColorScheme=" + scheme);
 }
 
-void ApplyLook(QApplication& application, ELook look) {
+void ApplyLook(QApplication& application, Look look) {
   currentLook = look;
   application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   application.setPalette(PaletteOf(ColorsOf(look)));

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <cstdint>
-
 #include <QColor>
 #include <QPalette>
+#include <cstdint>
 
 class QApplication;
 
 /// Whether the windows are light or dark.
-enum class ELook { kLight, kDark };
+enum class Look { kLight, kDark };
 
 /// The colours that the window shares with the map page.
 struct LookColors {
@@ -31,15 +30,15 @@ inline constexpr int kSmallMargin = 8;
 inline constexpr int kWideMargin = 16;
 inline constexpr int kIconSize = 20;
 
-const LookColors& ColorsOf(ELook look);
+const LookColors& ColorsOf(Look look);
 /// The look in use.
-ELook CurrentLook();
+Look CurrentLook();
 const LookColors& CurrentColors();
 
 /// What the user's desktop asks for. CORVANE_LOOK, "light" or "dark", overrides it.
-ELook DesktopLook();
+Look DesktopLook();
 
 /// To be called before the application is made: the page follows the same look.
-void PrepareLook(ELook look);
+void PrepareLook(Look look);
 /// Gives the application its style and its palette.
-void ApplyLook(QApplication& application, ELook look);
+void ApplyLook(QApplication& application, Look look);

@@ -17,8 +17,10 @@
 
 #include "base/text_ids.h"
 #include "conversion/format_search.h"
+#include "conversion/loss_description.h"
 #include "platform/debug_log.h"
 #include "platform/open_link.h"
+#include "settings/map_sources.h"
 #include "settings/settings.h"
 #include "ui/about_window.h"
 #include "ui/boxes.h"
@@ -27,7 +29,6 @@
 #include "ui/icons.h"
 #include "ui/itinerary_pane.h"
 #include "ui/look.h"
-#include "ui/loss_notice.h"
 #include "ui/map_view.h"
 #include "ui/notice_bar.h"
 #include "ui/optimise.h"
@@ -35,7 +36,7 @@
 #include "ui/point_table.h"
 #include "ui/point_window.h"
 #include "ui/printing.h"
-#include "ui/progress_window.h"
+#include "ui/progress_dialog.h"
 #include "ui/provider_choice.h"
 #include "ui/recovery.h"
 #include "ui/search_page.h"
@@ -69,7 +70,7 @@ QToolButton* AddToolButton(QToolBar& bar, QAction& action) {
 MainWindow::MainWindow(CSettings& settings) : m_settings(settings), m_actions(*this) {
   setWindowTitle(CaptionText());
   setWindowIcon(ProductIcon());
-  m_progress = std::make_unique<ProgressWindow>(this);
+  m_progress = std::make_unique<ProgressDialog>(this);
   m_recovery = std::make_unique<Recovery>(*this);
   MakeBody();
   MakeWork();
@@ -138,13 +139,13 @@ void MainWindow::MakeWork() {
   m_work->driver.exported = [this](const WideString& path, const CItineraryFormat& row,
                                    const TripWrite& trip) { Exported(path, row, trip); };
   m_map->SetBridge(*m_work->bridge);
-  AddSearchPage(ESearch::kEverywhere, kTextLocationSearch, "search");
-  AddSearchPage(ESearch::kNearby, kTextProximitySearch, "near");
+  AddSearchPage(SearchKind::kEverywhere, kTextLocationSearch, "search");
+  AddSearchPage(SearchKind::kNearby, kTextProximitySearch, "near");
   m_pane->AddPage(kTextFavorites, "favourite", new FavoritesPage(*m_work, *m_favorites));
   m_pane->AddResults(*m_results);
 }
 
-void MainWindow::AddSearchPage(ESearch kind, uint32_t textId, const char* icon) {
+void MainWindow::AddSearchPage(SearchKind kind, uint32_t textId, const char* icon) {
   auto* const page = new SearchPage(kind, m_settings, m_work->Posts());
   page->center = [this] { return SearchCenter(); };
   page->found = [this](const std::vector<CGpsNamedPoint>& places) {
@@ -155,38 +156,38 @@ void MainWindow::AddSearchPage(ESearch kind, uint32_t textId, const char* icon) 
   m_pane->AddPage(textId, icon, page);
 }
 
-CGpsCoordinate MainWindow::SearchCenter() const {
+std::optional<CGpsCoordinate> MainWindow::SearchCenter() const {
   const CGpsPointArray& stops = m_work->driver.current;
   const int64_t row = m_work->itineraryView.FirstSelectedRow();
   if (row != kNoRow) return stops.At(static_cast<size_t>(row));
-  if (stops.points.empty()) return {};
+  if (stops.points.empty()) return std::nullopt;
   return stops.points.back();
 }
 
 void MainWindow::MakeMenus() {
-  const auto fill = [this](uint32_t textId, std::initializer_list<ECommand> commands) {
+  const auto fill = [this](uint32_t textId, std::initializer_list<Command> commands) {
     QMenu* const menu = menuBar()->addMenu(Text(textId));
-    for (const ECommand command : commands) {
-      if (command == ECommand::kCount)
+    for (const Command command : commands) {
+      if (command == Command::kCount)
         menu->addSeparator();
       else
         menu->addAction(&m_actions[command]);
     }
     return menu;
   };
-  constexpr ECommand kSeparator = ECommand::kCount;
-  QMenu* const file = fill(kTextMenuFile, {ECommand::kOpen, ECommand::kExport, kSeparator,
-                                           ECommand::kPrint, kSeparator, ECommand::kExit});
+  constexpr Command kSeparator = Command::kCount;
+  QMenu* const file = fill(kTextMenuFile, {Command::kOpen, Command::kExport, kSeparator,
+                                           Command::kPrint, kSeparator, Command::kExit});
   m_recentFiles = new QMenu(Text(kTextRecentFiles), this);
-  file->insertMenu(&m_actions[ECommand::kExport], m_recentFiles);
+  file->insertMenu(&m_actions[Command::kExport], m_recentFiles);
   connect(m_recentFiles, &QMenu::aboutToShow, this, [this] { FillRecentFiles(); });
-  fill(kTextMenuEdit, {ECommand::kUndo, ECommand::kRedo, kSeparator, ECommand::kCopy,
-                       ECommand::kPaste, kSeparator, ECommand::kSettings});
-  fill(kTextMenuItinerary, {ECommand::kAdd, ECommand::kEdit, ECommand::kRemove, ECommand::kUp,
-                            ECommand::kDown, ECommand::kInvert, ECommand::kRemoveAll, kSeparator,
-                            ECommand::kCalculate, ECommand::kClearRoute, ECommand::kOptimise,
-                            kSeparator, ECommand::kFavorite, ECommand::kRoad, ECommand::kShowAll});
-  fill(kTextMenuHelp, {ECommand::kAbout});
+  fill(kTextMenuEdit, {Command::kUndo, Command::kRedo, kSeparator, Command::kCopy, Command::kPaste,
+                       kSeparator, Command::kSettings});
+  fill(kTextMenuItinerary, {Command::kAdd, Command::kEdit, Command::kRemove, Command::kUp,
+                            Command::kDown, Command::kInvert, Command::kRemoveAll, kSeparator,
+                            Command::kCalculate, Command::kClearRoute, Command::kOptimise,
+                            kSeparator, Command::kFavorite, Command::kRoad, Command::kShowAll});
+  fill(kTextMenuHelp, {Command::kAbout});
 }
 
 void MainWindow::MakeToolBar() {
@@ -195,11 +196,11 @@ void MainWindow::MakeToolBar() {
   bar->setIconSize({kIconSize, kIconSize});
   bar->setContextMenuPolicy(Qt::PreventContextMenu);
   addToolBar(bar);
-  QToolButton* const open = AddToolButton(*bar, m_actions[ECommand::kOpen]);
+  QToolButton* const open = AddToolButton(*bar, m_actions[Command::kOpen]);
   open->setMenu(m_recentFiles);
   open->setPopupMode(QToolButton::MenuButtonPopup);
   bar->addSeparator();
-  AddToolButton(*bar, m_actions[ECommand::kExport]);
+  AddToolButton(*bar, m_actions[Command::kExport]);
   m_exportList = new QComboBox;
   m_exportList->setAccessibleName(Text(kTextExportFormat));
   m_exportList->setToolTip(Text(kTextExportFormat));
@@ -208,14 +209,14 @@ void MainWindow::MakeToolBar() {
   m_exportList->setMaxVisibleItems(24);
   bar->addWidget(m_exportList);
   bar->addSeparator();
-  for (const ECommand command : {ECommand::kUndo, ECommand::kRedo})
+  for (const Command command : {Command::kUndo, Command::kRedo})
     AddToolButton(*bar, m_actions[command])->setToolButtonStyle(Qt::ToolButtonIconOnly);
   bar->addSeparator();
-  AddToolButton(*bar, m_actions[ECommand::kCalculate]);
-  AddToolButton(*bar, m_actions[ECommand::kOptimise]);
+  AddToolButton(*bar, m_actions[Command::kCalculate]);
+  AddToolButton(*bar, m_actions[Command::kOptimise]);
   bar->addSeparator();
-  AddToolButton(*bar, m_actions[ECommand::kPrint]);
-  AddToolButton(*bar, m_actions[ECommand::kSettings]);
+  AddToolButton(*bar, m_actions[Command::kPrint]);
+  AddToolButton(*bar, m_actions[Command::kSettings]);
 }
 
 void MainWindow::ConnectList() {
@@ -234,46 +235,46 @@ void MainWindow::ConnectList() {
   connect(&m_pane->NameField(), &QLineEdit::editingFinished, this, [this] { NameFieldLeft(); });
 }
 
-void MainWindow::Connect(ECommand command, std::function<void()> action) {
+void MainWindow::Connect(Command command, std::function<void()> action) {
   connect(&m_actions[command], &QAction::triggered, this,
           [action = std::move(action)] { action(); });
 }
 
 void MainWindow::ConnectCommands() {
   CPointListView& view = m_work->itineraryView;
-  Connect(ECommand::kOpen, [this] { Open(); });
-  Connect(ECommand::kExport, [this] { Export(); });
-  Connect(ECommand::kExit, [this] { close(); });
-  Connect(ECommand::kUndo, [&view] { view.Undo(); });
-  Connect(ECommand::kRedo, [&view] { view.Redo(); });
-  Connect(ECommand::kAdd, [this] { AddPointByWindow(); });
-  Connect(ECommand::kEdit, [this, &view] {
+  Connect(Command::kOpen, [this] { Open(); });
+  Connect(Command::kExport, [this] { Export(); });
+  Connect(Command::kExit, [this] { close(); });
+  Connect(Command::kUndo, [&view] { view.Undo(); });
+  Connect(Command::kRedo, [&view] { view.Redo(); });
+  Connect(Command::kAdd, [this] { AddPointByWindow(); });
+  Connect(Command::kEdit, [this, &view] {
     if (view.FirstSelectedRow() != kNoRow) EditPoint(static_cast<size_t>(view.FirstSelectedRow()));
   });
-  Connect(ECommand::kRemove, [&view] { view.RemoveRows(kSelectedRows); });
-  Connect(ECommand::kUp, [&view] { view.MoveSelectedUp(); });
-  Connect(ECommand::kDown, [&view] { view.MoveSelectedDown(); });
-  Connect(ECommand::kInvert, [&view] { view.ReverseAll(); });
-  Connect(ECommand::kRemoveAll, [this] { RemoveAll(); });
-  Connect(ECommand::kCalculate, [this, &view] {
+  Connect(Command::kRemove, [&view] { view.RemoveRows(kSelectedRows); });
+  Connect(Command::kUp, [&view] { view.MoveSelectedUp(); });
+  Connect(Command::kDown, [&view] { view.MoveSelectedDown(); });
+  Connect(Command::kInvert, [&view] { view.ReverseAll(); });
+  Connect(Command::kRemoveAll, [this] { RemoveAll(); });
+  Connect(Command::kCalculate, [this, &view] {
     if (ChooseDirectionsProvider(this, m_settings)) view.CalculateAll(/*showProgress=*/true);
   });
-  Connect(ECommand::kOptimise, [this] { OptimiseItinerary(*this, m_settings); });
-  Connect(ECommand::kClearRoute, [&view] { view.ClearRoute(); });
-  Connect(ECommand::kShowAll, [&view] {
+  Connect(Command::kOptimise, [this] { OptimiseItinerary(*this, m_settings); });
+  Connect(Command::kClearRoute, [&view] { view.ClearRoute(); });
+  Connect(Command::kShowAll, [&view] {
     if (view.planner) view.planner->AutoViewMap();
   });
-  Connect(ECommand::kRoad, [this] {
-    m_settings.forceRoad = m_actions[ECommand::kRoad].isChecked();
+  Connect(Command::kRoad, [this] {
+    m_settings.forceRoad = m_actions[Command::kRoad].isChecked();
     m_work->bridge->SettingsChanged();
   });
-  Connect(ECommand::kFavorite, [this] { m_work->AddFavorites(m_pane->Stops().SelectedRows()); });
-  Connect(ECommand::kSettings, [this] { ChangeSettings(); });
-  Connect(ECommand::kPrint, [this] { PrintItinerary(*this, m_settings); });
-  Connect(ECommand::kCopy, [this] { CopyStops(*m_work, m_pane->Stops().SelectedRows()); });
-  Connect(ECommand::kPaste, [this] { PasteStops(*this, m_settings); });
-  Connect(ECommand::kAbout, [this] { ShowAboutWindow(this); });
-  m_actions[ECommand::kRoad].setChecked(m_settings.forceRoad);
+  Connect(Command::kFavorite, [this] { m_work->AddFavorites(m_pane->Stops().SelectedRows()); });
+  Connect(Command::kSettings, [this] { ChangeSettings(); });
+  Connect(Command::kPrint, [this] { PrintItinerary(*this, m_settings); });
+  Connect(Command::kCopy, [this] { CopyStops(*m_work, m_pane->Stops().SelectedRows()); });
+  Connect(Command::kPaste, [this] { PasteStops(*this, m_settings); });
+  Connect(Command::kAbout, [this] { ShowAboutWindow(this); });
+  m_actions[Command::kRoad].setChecked(m_settings.forceRoad);
 }
 
 void MainWindow::FillExportList() {
@@ -351,7 +352,8 @@ void MainWindow::Exported(const WideString& path, const CItineraryFormat& row,
   if (!row.facts.isFile) return;
   const QString name = QFileInfo(FromPath(path)).fileName();
   if (trip.check && trip.check->HasLosses()) {
-    const QString details = DescribeLosses(name, *trip.check);
+    const WideString source = ToWide(QFileInfo(FromPath(m_work->driver.sourcePath)).fileName());
+    const QString details = FromUtf8(DescribeCheck(source, ToWide(name), *trip.check)).trimmed();
     m_notice->ShowNotice(
         FilledText(kTextExportLost, ToUtf8(name)),
         {{Text(kTextDetails), [this, details] { ShowMessageBox(this, details, kBoxOk); }}});
@@ -365,8 +367,10 @@ void MainWindow::OfferRecovery() {
   if (!m_recovery->HasLeftOver()) return;
   const int32_t answer =
       ShowMessageBox(this, Text(kTextRecoverQuestion), kBoxYesNo | kBoxQuestionIcon);
-  if (answer == kAnswerYes) m_recovery->Restore(*m_work);
-  m_recovery->TakeOver();
+  if (answer == kAnswerYes)
+    m_recovery->Restore();
+  else
+    m_recovery->Drop();
   UpdateCommandsSoon();
 }
 
@@ -385,12 +389,12 @@ void MainWindow::ItineraryLoaded() {
 
 void MainWindow::ChangeSettings() {
   MapSources before;
-  m_settings.LoadMaps(before);
+  LoadMaps(storage::OpenUserStorage(), before);
   if (!ShowSettingsWindow(this, m_settings, *m_work->bridge)) return;
-  m_actions[ECommand::kRoad].setChecked(m_settings.forceRoad);
+  m_actions[Command::kRoad].setChecked(m_settings.forceRoad);
   m_work->bridge->SettingsChanged();
   MapSources after;
-  m_settings.LoadMaps(after);
+  LoadMaps(storage::OpenUserStorage(), after);
   // The page learns its maps when it starts.
   if (after != before) m_map->Reload();
 }
@@ -448,17 +452,18 @@ void MainWindow::UpdateCommands() {
   const size_t count = m_work->driver.current.Count();
   const bool hasSelection = m_pane->Stops().HasSelection();
   m_status->ShowCount(count);
-  m_actions[ECommand::kUndo].setEnabled(view.CanUndo());
-  m_actions[ECommand::kRedo].setEnabled(view.CanRedo());
-  for (const ECommand command : {ECommand::kRemove, ECommand::kUp, ECommand::kDown, ECommand::kEdit,
-                                 ECommand::kCopy, ECommand::kFavorite})
+  m_actions[Command::kUndo].setEnabled(view.CanUndo());
+  m_actions[Command::kRedo].setEnabled(view.CanRedo());
+  for (const Command command : {Command::kRemove, Command::kUp, Command::kDown, Command::kEdit,
+                                Command::kCopy, Command::kFavorite})
     m_actions[command].setEnabled(hasSelection);
-  for (const ECommand command :
-       {ECommand::kRemoveAll, ECommand::kShowAll, ECommand::kExport, ECommand::kPrint})
+  for (const Command command :
+       {Command::kRemoveAll, Command::kShowAll, Command::kExport, Command::kPrint})
     m_actions[command].setEnabled(count > 0);
-  for (const ECommand command : {ECommand::kInvert, ECommand::kCalculate, ECommand::kClearRoute})
+  for (const Command command : {Command::kInvert, Command::kCalculate, Command::kClearRoute})
     m_actions[command].setEnabled(count > 1);
-  m_actions[ECommand::kOptimise].setEnabled(count > 3);
+  m_actions[Command::kOptimise].setEnabled(count > 3);
+  if (std::exchange(m_notedEdits, view.EditCount()) == view.EditCount()) return;
   m_recovery->Note(m_work->driver.current);
   if (m_marks) m_marks->Note(m_work->driver.current);
 }
@@ -499,6 +504,12 @@ void MainWindow::dropEvent(QDropEvent* event) {
 
 int32_t MainWindow::ShowBox(std::string_view text, uint32_t style) {
   return ShowMessageBox(this, FromUtf8(text), style);
+}
+
+int32_t MainWindow::ShowRepeatedBox(std::string_view text, uint32_t style, bool& forTheRest) {
+  const RepeatedAnswer given = ::ShowRepeatedBox(this, FromUtf8(text), style);
+  forTheRest = given.forTheRest;
+  return given.answer;
 }
 
 void MainWindow::Tell(const QString& text) { m_status->ShowMessage(ToUtf8(text)); }

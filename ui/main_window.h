@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "planner/window_parts.h"
 #include "ui/actions.h"
@@ -16,7 +17,7 @@ class ItineraryPane;
 class MapView;
 class NoticeBar;
 class PointTable;
-class ProgressWindow;
+class ProgressDialog;
 class QComboBox;
 class QMenu;
 class QSplitter;
@@ -26,7 +27,7 @@ class StatusLine;
 class Workspace;
 struct CItineraryFormat;
 struct TripWrite;
-enum class ESearch : int;
+enum class SearchKind : int;
 
 /// The program's one window: list on the left, map on the right, and what can be done with them.
 class MainWindow : public QMainWindow, public PlannerWindow {
@@ -51,6 +52,7 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   const Actions& Commands() const { return m_actions; }
 
   int32_t ShowBox(std::string_view text, uint32_t style) override;
+  int32_t ShowRepeatedBox(std::string_view text, uint32_t style, bool& forTheRest) override;
   void DispatchMessages() override;
   void ShowNormalTitle() override;
   void ShowUpdateNotice(std::string_view text, std::string_view url) override;
@@ -70,13 +72,13 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   void MakeMenus();
   void MakeToolBar();
   void MakeBody();
-  void AddSearchPage(ESearch kind, uint32_t textId, const char* icon);
-  CGpsCoordinate SearchCenter() const;
+  void AddSearchPage(SearchKind kind, uint32_t textId, const char* icon);
+  std::optional<CGpsCoordinate> SearchCenter() const;
   void ConnectList();
   void ConnectCommands();
   void FillExportList();
   void FillRecentFiles();
-  void Connect(ECommand command, std::function<void()> action);
+  void Connect(Command command, std::function<void()> action);
 
   void SetBusy(bool busy);
   void ShowName();
@@ -107,12 +109,13 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   QComboBox* m_exportList = nullptr;
   QMenu* m_recentFiles = nullptr;
   QSplitter* m_splitter = nullptr;
-  std::unique_ptr<ProgressWindow> m_progress;
+  std::unique_ptr<ProgressDialog> m_progress;
   std::unique_ptr<Workspace> m_work;
   std::unique_ptr<Recovery> m_recovery;
   std::unique_ptr<ExportMarks> m_marks;
   std::map<int32_t, QTimer*> m_timers;
   bool m_isBusy = false;
   bool m_updateWaits = false;
+  uint64_t m_notedEdits = 0;  ///< as often as the list had been changed when it was looked at
   bool m_isInterpreting = false;
 };

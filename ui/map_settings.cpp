@@ -4,7 +4,7 @@
 
 #include "base/text_ids.h"
 #include "planner/planner_bridge.h"
-#include "settings/settings.h"
+#include "settings/map_sources.h"
 #include "ui/page_files.h"
 #include "ui/settings_form.h"
 #include "ui/settings_pages.h"
@@ -17,7 +17,7 @@ constexpr uint32_t kSwitchShift = 4;
 
 class MapPage : public SettingsForm {
  public:
-  MapPage(CSettings& settings, const PlannerBridge& bridge) : m_settings(settings) {
+  explicit MapPage(const PlannerBridge& bridge) {
     AddHeading(kTextTileServers);
     // What the page has not offered yet is known to us all the same.
     m_maps = bridge.StoredMaps();
@@ -31,16 +31,13 @@ class MapPage : public SettingsForm {
         *map = offered | (box->isChecked() ? offered << kSwitchShift : 0);
       });
     }
-    OnStore([this] { m_settings.SaveMaps(m_maps); });
+    OnStore([this] { SaveMaps(storage::OpenUserStorage(), m_maps); });
   }
 
  private:
-  CSettings& m_settings;
   MapSources m_maps;
 };
 
 }  // namespace
 
-SettingsPage* MakeMapPage(CSettings& settings, const PlannerBridge& bridge) {
-  return new MapPage(settings, bridge);
-}
+SettingsPage* MakeMapPage(const PlannerBridge& bridge) { return new MapPage(bridge); }

@@ -117,7 +117,9 @@ MapView::~MapView() {
 
 void MapView::SetBridge(PlannerBridge& bridge) {
   m_bridge = &bridge;
-  m_page->mayNavigate = [this](std::string_view url) { return m_bridge && m_bridge->OnNavigate(url); };
+  m_page->mayNavigate = [this](std::string_view url) {
+    return m_bridge && m_bridge->OnNavigate(url);
+  };
   m_engine->SetExternal(bridge.External());
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <functional>
-#include <memory>
-
 #include <QUrl>
 #include <QWidget>
+#include <functional>
+#include <memory>
 
 class MapRequests;
 class PageEngine;

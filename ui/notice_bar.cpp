@@ -19,8 +19,8 @@ NoticeBar::NoticeBar(QWidget* parent)
   sign->setPixmap(LoadIcon(QStringLiteral("about")).pixmap(kIconSize));
   auto* const close = new QToolButton;
   close->setIcon(LoadIcon(QStringLiteral("close")));
-  close->setToolTip(Text(kTextClose));
-  close->setAccessibleName(Text(kTextClose));
+  close->setToolTip(Text(kTextOnMapClose));
+  close->setAccessibleName(Text(kTextOnMapClose));
   connect(close, &QToolButton::clicked, this, &QWidget::hide);
   m_layout->setContentsMargins(kWideMargin, kGrid, kSmallMargin, kGrid);
   m_layout->setSpacing(kSmallMargin);

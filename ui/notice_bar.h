@@ -1,9 +1,8 @@
 #pragma once
 
+#include <QFrame>
 #include <functional>
 #include <vector>
-
-#include <QFrame>
 
 class QHBoxLayout;
 class QLabel;

@@ -7,8 +7,8 @@
 #include "base/measure_text.h"
 #include "base/text_ids.h"
 #include "model/itinerary_optimizer.h"
-#include "planner/route_request.h"
-#include "services/directions/route_provider.h"
+#include "services/directions/road_lengths.h"
+#include "services/directions/route_wishes.h"
 #include "services/service_access.h"
 #include "services/service_registry.h"
 #include "services/service_table.h"
@@ -24,43 +24,33 @@ namespace {
 // More requests than these are not made without a question.
 constexpr uint64_t kManyRequests = 500;
 
-/// The provider of the settings, asked for the length of the way between two stops.
-class RoadMeasure {
- public:
-  RoadMeasure(const CSettings& settings, const CGpsPointArray& list, WorkProgress& progress,
-              std::stop_token stop)
-      : m_provider(CServiceRegistry::Instance().CreateRouteProvider(settings.routeProvider)),
-        m_list(list),
-        m_progress(progress),
-        m_stop(std::move(stop)) {
-    if (m_provider) m_request = RequestFromSettings(settings, *m_provider);
-  }
-
-  bool IsUsable() const { return m_provider != nullptr; }
-
-  uint32_t Between(size_t from, size_t to) {
-    if (m_stop.stop_requested()) return 0;
-    m_provider->Calculate(m_list.points[from], m_list.points[to], m_request.travelMode,
-                          *m_request.options);
-    const std::stop_callback cancel(m_stop, [this] { m_provider->Cancel(); });
-    const uint32_t status = m_provider->Wait(-1);
-    ++m_progress.done;
-    if (status != kRouteSuccess || m_provider->GetLegs().empty()) return 0;
-    return m_provider->GetLegs().front().measure.distance;
-  }
-
- private:
-  std::unique_ptr<CRouteProvider> m_provider;
-  RouteRequest m_request;
-  const CGpsPointArray& m_list;
-  WorkProgress& m_progress;
-  std::stop_token m_stop;
+/// What a search for a shorter order has found.
+struct ShorterOrder {
+  std::vector<size_t> order;
+  uint64_t before = 0;  ///< metres
+  uint64_t after = 0;
+  uint32_t failure = kRouteSuccess;  ///< with which the provider ended it
 };
 
+ShorterOrder FindOrder(const CGpsPointArray& list, RoadLengths* roads, std::stop_token stop) {
+  const bool byRoad = roads != nullptr;
+  CItineraryOptimizer optimizer(list, byRoad ? roads->ForOptimizer() : RoadDistance(),
+                                byRoad ? roads->Stop() : std::move(stop));
+  ShorterOrder found;
+  found.order = optimizer.Optimise(byRoad);
+  std::vector<size_t> former(list.Count());
+  std::iota(former.begin(), former.end(), size_t{0});
+  found.before = optimizer.Length(former, byRoad);
+  found.after = optimizer.Length(found.order, byRoad);
+  if (byRoad) found.failure = roads->Failure();
+  return found;
+}
+
 bool MayAsk(MainWindow& window, const Service& service, size_t count) {
-  const uint64_t pairs = uint64_t{count} * (count - 1) / 2;
-  if (pairs <= kManyRequests || service.id == provider::kStraight) return true;
-  const QString question = FilledText(kTextManyRequests, pairs, ToUtf8(PlainText(service.labelTextId)));
+  const uint64_t most = MostRoadQuestions(count);
+  if (most <= kManyRequests || IsOnThisMachine(service)) return true;
+  const QString question =
+      FilledText(kTextManyRequestsQuestion, most, ToUtf8(PlainText(service.labelTextId)));
   return ShowMessageBox(&window, question, kBoxYesNo | kBoxQuestionIcon) == kAnswerYes;
 }
 
@@ -76,29 +66,30 @@ void OptimiseItinerary(MainWindow& window, const CSettings& settings) {
 
   WorkProgress progress;
   std::stop_source stop;
-  if (byRoad) progress.inAll = uint64_t{list.Count()} * (list.Count() - 1) / 2;
-  std::vector<size_t> order;
-  uint64_t before = 0;
-  uint64_t after = 0;
+  if (byRoad) progress.inAll = MostRoadQuestions(list.Count());
+  ShorterOrder found;
   RunInBackground(&window, kTextOptimising, progress, stop, [&] {
-    RoadMeasure measure(settings, list, progress, stop.get_token());
-    RoadDistance road;
-    if (byRoad && measure.IsUsable())
-      road = [&measure](size_t from, size_t to) { return measure.Between(from, to); };
-    CItineraryOptimizer optimizer(list, road, stop.get_token());
-    const bool useDirections = static_cast<bool>(road);
-    order = optimizer.Optimise(useDirections);
-    std::vector<size_t> former(list.Count());
-    std::iota(former.begin(), former.end(), size_t{0});
-    before = optimizer.Length(former, useDirections);
-    after = optimizer.Length(order, useDirections);
+    if (!byRoad) {
+      found = FindOrder(list, nullptr, stop.get_token());
+      return;
+    }
+    const auto provider = CServiceRegistry::Instance().CreateRouteProvider(service->id);
+    const RouteRequest request = RequestFor({}, settings, *provider);
+    RoadLengths roads(*provider, request.travelMode, *request.options, list, [&](size_t asked) {
+      progress.done = asked;
+      return !stop.stop_requested();
+    });
+    found = FindOrder(list, &roads, {});
   });
   if (stop.stop_requested()) return;
-  if (after >= before) {
+  if (found.failure != kRouteSuccess) {
+    window.Tell(
+        FilledText(kTextNoOrderFound, ToUtf8(PlainText(service->labelTextId)), found.failure));
+  } else if (found.after >= found.before) {
     window.Tell(Text(kTextAlreadyShort));
-    return;
+  } else {
+    work.itineraryView.ApplyOrder(found.order);
+    const auto saved = static_cast<uint32_t>(found.before - found.after);
+    window.Tell(FilledText(kTextOptimisedBy, FormatDistance(saved, settings.distMiles)));
   }
-  work.itineraryView.ApplyOrder(order);
-  const auto saved = static_cast<uint32_t>(before - after);
-  window.Tell(FilledText(kTextOptimisedBy, FormatDistance(saved, settings.distMiles)));
 }

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <cstdint>
-#include <deque>
-#include <memory>
-#include <string_view>
-
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QPointer>
 #include <QString>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string_view>
 
 #include "planner/script_engine.h"
 #include "ui/script_codec.h"
@@ -61,7 +60,7 @@ class PageEngine : public IScriptEngine {
   ScriptObjectTable m_objects;
   QString m_origin;
   QString m_secret;
-  QString m_entry;  ///< where the page keeps what the program calls
+  QString m_entry;                  ///< where the page keeps what the program calls
   std::deque<QJsonObject> m_calls;  ///< that the page has not told to have received
   double m_lastCall = 0;
   int m_promptDepth = 0;

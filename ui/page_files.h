@@ -1,10 +1,9 @@
 #pragma once
 
-#include <vector>
-
 #include <QString>
 #include <QUrl>
 #include <QWebEngineUrlSchemeHandler>
+#include <vector>
 
 /// A server of map tiles that the user may switch on.
 struct TileServer {
@@ -21,8 +20,8 @@ const std::vector<TileServer>& TileServers();
 /// The address of our own planner page.
 QUrl OwnPlannerPage();
 
-/// Tells the engine of the page's scheme; before the first window. That of the signals stays unknown
-/// to it: a known one would be blocked before the filter of navigations sees it.
+/// Tells the engine of the page's scheme; before the first window. That of the signals stays
+/// unknown to it: a known one would be blocked before the filter of navigations sees it.
 void RegisterPageSchemes();
 
 /// Serves the planner page and its parts out of the program.

@@ -1,8 +1,5 @@
 #include "ui/paste_window.h"
 
-#include <algorithm>
-#include <numeric>
-
 #include <QClipboard>
 #include <QDialog>
 #include <QGuiApplication>
@@ -10,14 +7,24 @@
 #include <QLabel>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <numeric>
 
+#include "base/status.h"
+#include "base/text.h"
 #include "base/text_ids.h"
+#include "conversion/conversion_context.h"
+#include "conversion/read_trip.h"
+#include "planner/route_table.h"
+#include "services/links/link_reading.h"
 #include "settings/settings.h"
 #include "ui/background_work.h"
 #include "ui/dialog_buttons.h"
 #include "ui/look.h"
+#include "ui/lookups.h"
 #include "ui/main_window.h"
 #include "ui/pasted_lines.h"
+#include "ui/pasted_position.h"
 #include "ui/place_finder.h"
 #include "ui/text.h"
 #include "ui/workspace.h"
@@ -26,25 +33,44 @@ namespace {
 
 constexpr QSize kTableSize(560, 300);
 
-void LookUp(PastedLine& line, int32_t finder) {
+void LookUp(PastedLine& line, int32_t finder, ConversionContext& context) {
   if (const auto position = ReadPastedPosition(line.text)) {
-    line.place = *position;
-    line.quality = EPasted::kSure;
+    line.places = {*position};
+    line.quality = PasteQuality::kSure;
+    return;
+  }
+  if (IsWebAddress(Utf8ToWideLossy(line.text))) {
+    PointLists lists;
+    if (ParseMapLink(line.text, lists, context) != kStatusSuccess) return;
+    for (const auto& list : lists)
+      line.places.insert(line.places.end(), list->points.begin(), list->points.end());
+    if (!line.places.empty()) line.quality = PasteQuality::kFound;
     return;
   }
   const FoundPlaces found = FindPlaces(finder, line.text);
   if (found.status != 0 || found.places.empty()) return;
-  line.place = found.places.front();
-  line.quality = IsSurelyMeant(line.text, line.place) ? EPasted::kSure : EPasted::kFound;
+  line.places = {found.places.front()};
+  const bool isSure = IsSurelyMeant(line.text, line.places.front());
+  line.quality = isSure ? PasteQuality::kSure : PasteQuality::kFound;
+}
+
+std::string ShownName(const CGpsNamedPoint& place) {
+  return place.name.empty() ? PositionText(place, CoordinateFormat::kDegrees) : place.name;
+}
+
+// The first of the stops, and the last where a link has several.
+std::string FoundNames(const PastedLine& line) {
+  const std::string first = ShownName(line.places.front());
+  return line.places.size() == 1 ? first : first + " → " + ShownName(line.places.back());
 }
 
 QString QualityText(const PastedLine& line) {
   switch (line.quality) {
-    case EPasted::kSure:
+    case PasteQuality::kSure:
       return Text(kTextPastedSure);
-    case EPasted::kFound:
-      return FilledText(kTextPastedFound, line.place.name);
-    case EPasted::kNotFound:
+    case PasteQuality::kFound:
+      return FilledText(kTextPastedFound, FoundNames(line));
+    case PasteQuality::kNotFound:
       return Text(kTextPastedNotFound);
   }
   return {};
@@ -54,9 +80,8 @@ QString QualityText(const PastedLine& line) {
 std::vector<size_t> ReviewOrder(const std::vector<PastedLine>& lines) {
   std::vector<size_t> order(lines.size());
   std::iota(order.begin(), order.end(), size_t{0});
-  std::stable_sort(order.begin(), order.end(), [&lines](size_t a, size_t b) {
-    return lines[a].quality < lines[b].quality;
-  });
+  std::stable_sort(order.begin(), order.end(),
+                   [&lines](size_t a, size_t b) { return lines[a].quality < lines[b].quality; });
   return order;
 }
 
@@ -74,7 +99,7 @@ std::vector<size_t> Review(MainWindow& window, const std::vector<PastedLine>& li
   for (const size_t index : order) {
     const PastedLine& line = lines[index];
     auto* const item = new QTreeWidgetItem(table, {FromUtf8(line.text), QualityText(line)});
-    const bool isThere = line.quality != EPasted::kNotFound;
+    const bool isThere = line.quality != PasteQuality::kNotFound;
     item->setCheckState(0, isThere ? Qt::Checked : Qt::Unchecked);
     item->setDisabled(!isThere);
   }
@@ -87,7 +112,8 @@ std::vector<size_t> Review(MainWindow& window, const std::vector<PastedLine>& li
   std::vector<size_t> kept;
   if (dialog.exec() != QDialog::Accepted) return kept;
   for (int i = 0; i < table->topLevelItemCount(); ++i) {
-    if (table->topLevelItem(i)->checkState(0) == Qt::Checked) kept.push_back(order[static_cast<size_t>(i)]);
+    if (table->topLevelItem(i)->checkState(0) == Qt::Checked)
+      kept.push_back(order[static_cast<size_t>(i)]);
   }
   std::sort(kept.begin(), kept.end());
   return kept;
@@ -110,17 +136,22 @@ void PasteStops(MainWindow& window, const CSettings& settings) {
   WorkProgress progress;
   progress.inAll = lines.size();
   std::stop_source stop;
+  ConversionContext context;
+  AllowServices(settings, context);
+  context.stop = stop.get_token();
   RunInBackground(&window, kTextSearching, progress, stop, [&, finder = settings.findProvider] {
     for (PastedLine& line : lines) {
       if (stop.stop_requested()) return;
-      LookUp(line, finder);
+      LookUp(line, finder, context);
       ++progress.done;
     }
   });
   if (stop.stop_requested()) return;
   CGpsWaypointList found;
-  for (const size_t index : Review(window, lines))
-    found.InsertAt(found.Count(), CGpsPoint(lines[index].place));
+  for (const size_t index : Review(window, lines)) {
+    for (const CGpsNamedPoint& place : lines[index].places)
+      found.InsertAt(found.Count(), CGpsPoint(place));
+  }
   std::vector<size_t> all(found.Count());
   std::iota(all.begin(), all.end(), size_t{0});
   window.Work().AddToItinerary(found, all);

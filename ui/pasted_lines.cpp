@@ -1,8 +1,5 @@
 #include "ui/pasted_lines.h"
 
-#include <charconv>
-#include <cmath>
-
 #include <fmt/format.h>
 
 #include "base/text.h"
@@ -11,22 +8,6 @@
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r";
-constexpr double kLargestLatitude = 90;
-constexpr double kLargestLongitude = 180;
-
-// Takes a number with a fraction off the front.
-std::optional<double> TakeNumber(std::string_view& text) {
-  text = TrimLeft(text, kBlanks);
-  if (text.starts_with('+')) text.remove_prefix(1);
-  double number = 0;
-  const auto read = std::from_chars(text.data(), text.data() + text.size(), number,
-                                    std::chars_format::fixed);
-  if (read.ec != std::errc() || !std::isfinite(number)) return std::nullopt;
-  const std::string_view digits(text.data(), static_cast<size_t>(read.ptr - text.data()));
-  text.remove_prefix(digits.size());
-  if (text.starts_with("°")) text.remove_prefix(std::string_view("°").size());
-  return number;
-}
 
 }  // namespace
 
@@ -42,31 +23,6 @@ std::vector<PastedLine> SplitPastedText(const std::string& text) {
     lines.push_back(std::move(pasted));
   }
   return lines;
-}
-
-std::optional<CGpsNamedPoint> ReadPastedPosition(const std::string& line) {
-  std::string_view rest = line;
-  const std::optional<double> latitude = TakeNumber(rest);
-  if (!latitude) return std::nullopt;
-  const std::string_view behind = TrimLeft(rest, kBlanks);
-  const bool hasBlank = behind.size() < rest.size();
-  rest = behind;
-  const bool hasMark = rest.starts_with(',') || rest.starts_with(';');
-  if (!hasMark && !hasBlank) return std::nullopt;
-  if (hasMark) rest.remove_prefix(1);
-  const std::optional<double> longitude = TakeNumber(rest);
-  if (!longitude || std::fabs(*latitude) > kLargestLatitude ||
-      std::fabs(*longitude) > kLargestLongitude)
-    return std::nullopt;
-  // "12 34 Long Street" is an address.
-  const bool areWhole = std::floor(*latitude) == *latitude && std::floor(*longitude) == *longitude;
-  if (!rest.empty() && kBlanks.find(rest.front()) == std::string_view::npos) return std::nullopt;
-  if (areWhole && !hasMark) return std::nullopt;
-  CGpsNamedPoint point;
-  point.latitude = *latitude;
-  point.longitude = *longitude;
-  point.name = Trim(rest, kBlanks);
-  return point;
 }
 
 bool IsSurelyMeant(const std::string& line, const CGpsNamedPoint& place) {

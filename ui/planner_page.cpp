@@ -15,11 +15,11 @@ namespace {
 void Restrict(QWebEngineSettings& settings) {
   for (const auto attribute :
        {QWebEngineSettings::LocalStorageEnabled, QWebEngineSettings::PluginsEnabled,
-        QWebEngineSettings::JavascriptCanAccessClipboard, QWebEngineSettings::FullScreenSupportEnabled,
-        QWebEngineSettings::ScreenCaptureEnabled, QWebEngineSettings::ErrorPageEnabled,
-        QWebEngineSettings::PdfViewerEnabled, QWebEngineSettings::HyperlinkAuditingEnabled,
-        QWebEngineSettings::NavigateOnDropEnabled, QWebEngineSettings::DnsPrefetchEnabled,
-        QWebEngineSettings::LocalContentCanAccessFileUrls})
+        QWebEngineSettings::JavascriptCanAccessClipboard,
+        QWebEngineSettings::FullScreenSupportEnabled, QWebEngineSettings::ScreenCaptureEnabled,
+        QWebEngineSettings::ErrorPageEnabled, QWebEngineSettings::PdfViewerEnabled,
+        QWebEngineSettings::HyperlinkAuditingEnabled, QWebEngineSettings::NavigateOnDropEnabled,
+        QWebEngineSettings::DnsPrefetchEnabled, QWebEngineSettings::LocalContentCanAccessFileUrls})
     settings.setAttribute(attribute, false);
   settings.setAttribute(QWebEngineSettings::WebRTCPublicInterfacesOnly, true);
   // So that they reach the filter, which drops them; the engine would hand some to the desktop.

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <functional>
-
 #include <QWebEnginePage>
+#include <functional>
 
 class PageEngine;
 

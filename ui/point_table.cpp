@@ -18,6 +18,7 @@ namespace {
 
 constexpr int kRowHeight = 32;
 constexpr int kPinWidth = 44;
+constexpr int kPinRoom = 24;  // beside the digits
 
 int ToInt(size_t value) { return static_cast<int>(value); }
 
@@ -114,9 +115,18 @@ void PointTable::Changed() const {
   if (changed) changed();
 }
 
+// The discs of high numbers are wide.
+void PointTable::FitNumbers() {
+  const QString highest(QString::number(m_model->rowCount()).size(), QLatin1Char('0'));
+  const int width = fontMetrics().horizontalAdvance(highest) + kPinRoom;
+  horizontalHeader()->resizeSection(PointTableModel::ColumnOf(RouteColumn::kNumber),
+                                    std::max(kPinWidth, width));
+}
+
 void PointTable::InsertRow(size_t index) {
   const QScopedValueRollback program(m_isProgram, true);
   m_model->InsertRow(ToInt(index));
+  FitNumbers();
   Changed();
 }
 
@@ -130,6 +140,7 @@ void PointTable::RemoveRows(size_t first, size_t count) {
 void PointTable::ResetRows(size_t count) {
   const QScopedValueRollback program(m_isProgram, true);
   m_model->ResetRows(ToInt(count));
+  FitNumbers();
   Changed();
 }
 

@@ -60,6 +60,7 @@ class PointTable : public QTableView, public PointRows {
 
  private:
   void SetUpColumns(PinKind kind);
+  void FitNumbers();
   void OfferColumns(const QPoint& place);
   void Changed() const;
 

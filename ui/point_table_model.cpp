@@ -1,5 +1,7 @@
 #include "ui/point_table_model.h"
 
+#include <algorithm>
+
 #include "base/text_ids.h"
 #include "model/route_leg.h"
 #include "ui/look.h"
@@ -16,9 +18,9 @@ uint32_t HeaderText(RouteColumn column) {
     case RouteColumn::kName:
       return kTextName;
     case RouteColumn::kDistance:
-      return kTextPageDistance;
+      return kTextDistance;
     case RouteColumn::kDuration:
-      return kTextPageDuration;
+      return kTextDuration;
     case RouteColumn::kPosition:
       return kTextColumnPosition;
     case RouteColumn::kComment:
@@ -31,30 +33,45 @@ uint32_t HeaderText(RouteColumn column) {
   return 0;
 }
 
+size_t ToIndex(int row) { return static_cast<size_t>(row); }
+
+bool IsMeasure(RouteColumn column) {
+  return column == RouteColumn::kDistance || column == RouteColumn::kDuration;
+}
+
+QVariant AlignmentOf(RouteColumn column) {
+  return QVariant::fromValue(Qt::AlignVCenter |
+                             (IsMeasure(column) ? Qt::AlignRight : Qt::AlignLeft));
+}
+
 }  // namespace
 
 PointTableModel::PointTableModel(PinKind kind, const CSettings& settings, QObject* parent)
     : QAbstractTableModel(parent), m_kind(kind), m_settings(settings) {}
 
 void PointTableModel::InsertRow(int index) {
+  m_hasWays.reset();
   beginInsertRows({}, index, index);
   ++m_rows;
   endInsertRows();
 }
 
 void PointTableModel::RemoveRows(int first, int count) {
+  m_hasWays.reset();
   beginRemoveRows({}, first, first + count - 1);
   m_rows -= count;
   endRemoveRows();
 }
 
 void PointTableModel::ResetRows(int count) {
+  m_hasWays.reset();
   beginResetModel();
   m_rows = count;
   endResetModel();
 }
 
 void PointTableModel::RefreshRows(int first, int last) {
+  m_hasWays.reset();
   Q_EMIT dataChanged(index(first, 0), index(last, kColumnCount - 1));
 }
 
@@ -68,8 +85,18 @@ int PointTableModel::columnCount(const QModelIndex& parent) const {
 
 const CGpsPoint* PointTableModel::PointAt(int row) const {
   // Rows follow the list a little later than it changes.
-  const bool isThere = m_list && row >= 0 && static_cast<size_t>(row) < m_list->Count();
-  return isThere ? &m_list->points[static_cast<size_t>(row)] : nullptr;
+  const bool isThere = m_list && row >= 0 && ToIndex(row) < m_list->Count();
+  return isThere ? &m_list->points[ToIndex(row)] : nullptr;
+}
+
+bool PointTableModel::LacksWay(int row) const {
+  if (m_kind != PinKind::kItinerary || row == 0 || m_list->points[ToIndex(row)].GetRouteLeg())
+    return false;
+  if (!m_hasWays) {
+    m_hasWays = std::any_of(m_list->points.begin(), m_list->points.end(),
+                            [](const CGpsPoint& point) { return point.GetRouteLeg(); });
+  }
+  return *m_hasWays;
 }
 
 QString PointTableModel::CellText(int row, RouteColumn column) const {
@@ -79,7 +106,7 @@ QString PointTableModel::CellText(int row, RouteColumn column) const {
   if (column == RouteColumn::kNumber) return QString::number(row + 1);
   if (column == RouteColumn::kName && point->name.empty())
     return FromUtf8(PositionText(*point, static_cast<CoordinateFormat>(m_settings.coordinates)));
-  return FromUtf8(RouteTableText(*m_list, static_cast<size_t>(row), column, m_settings));
+  return FromUtf8(RouteTableText(*m_list, ToIndex(row), column, m_settings));
 }
 
 QVariant PointTableModel::data(const QModelIndex& index, int role) const {
@@ -93,17 +120,15 @@ QVariant PointTableModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
       return FromUtf8(point->name);
     case Qt::ToolTipRole:
+      if (IsMeasure(column) && LacksWay(index.row())) return Text(kTextNoWayToStop);
       return column == RouteColumn::kName && !point->comment.empty()
                  ? FromUtf8(point->comment).toHtmlEscaped()
                  : QVariant();
-    case Qt::TextAlignmentRole: {
-      const bool isMeasure = column == RouteColumn::kDistance || column == RouteColumn::kDuration;
-      return QVariant::fromValue(Qt::AlignVCenter | (isMeasure ? Qt::AlignRight : Qt::AlignLeft));
-    }
+    case Qt::TextAlignmentRole:
+      return AlignmentOf(column);
     case Qt::ForegroundRole:
-      if (column == RouteColumn::kDistance || column == RouteColumn::kDuration)
-        return CurrentColors().muted;
-      return {};
+      if (!IsMeasure(column)) return {};
+      return LacksWay(index.row()) ? CurrentColors().dangling : CurrentColors().muted;
     default:
       return {};
   }
@@ -113,10 +138,7 @@ QVariant PointTableModel::headerData(int section, Qt::Orientation orientation, i
   if (orientation != Qt::Horizontal) return {};
   const auto column = static_cast<RouteColumn>(section + 1);
   if (role == Qt::DisplayRole) return Text(HeaderText(column));
-  if (role == Qt::TextAlignmentRole) {
-    const bool isMeasure = column == RouteColumn::kDistance || column == RouteColumn::kDuration;
-    return QVariant::fromValue(Qt::AlignVCenter | (isMeasure ? Qt::AlignRight : Qt::AlignLeft));
-  }
+  if (role == Qt::TextAlignmentRole) return AlignmentOf(column);
   return {};
 }
 
@@ -124,7 +146,7 @@ bool PointTableModel::setData(const QModelIndex& index, const QVariant& value, i
   const CGpsPoint* const point = PointAt(index.row());
   if (role != Qt::EditRole || !point || !renamed) return false;
   const QString name = value.toString();
-  if (ToUtf8(name) != point->name) renamed(static_cast<size_t>(index.row()), name);
+  if (ToUtf8(name) != point->name) renamed(ToIndex(index.row()), name);
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <functional>
+#include <optional>
 
 #include "model/point_list.h"
 #include "planner/list_ids.h"
@@ -34,10 +35,13 @@ class PointTableModel : public QAbstractTableModel {
 
  private:
   const CGpsPoint* PointAt(int row) const;
+  // A stop to which no way was found, although others have one.
+  bool LacksWay(int row) const;
   QString CellText(int row, RouteColumn column) const;
 
   const PinKind m_kind;
   const CSettings& m_settings;
   const CGpsPointArray* m_list = nullptr;
   int m_rows = 0;
+  mutable std::optional<bool> m_hasWays;  ///< whether any stop has a way; looked up when needed
 };

@@ -6,6 +6,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <cmath>
@@ -25,6 +26,7 @@ constexpr int kLargestLatitude = 90;
 constexpr int kLargestLongitude = 180;
 constexpr double kHighest = 100'000;  // metres, both ways
 constexpr int kWidth = 420;
+constexpr int kCommentLines = 3;
 
 /// The window and its fields.
 class PointWindow : public QDialog {
@@ -37,11 +39,13 @@ class PointWindow : public QDialog {
         m_latitude(new AngleEdit(/*isLatitude=*/true)),
         m_longitude(new AngleEdit(/*isLatitude=*/false)),
         m_elevation(new QDoubleSpinBox),
-        m_comment(new QLineEdit(FromUtf8(point.comment))) {
+        m_comment(new QPlainTextEdit(FromUtf8(point.comment))) {
     setWindowTitle(PlainText(titleTextId).remove(QChar(0x2026)));
     for (const uint32_t textId :
          {kTextDecimalDegrees, kTextDegreesAndMinutes, kTextDegreesMinutesSeconds})
       m_format->addItem(Text(textId));
+    m_comment->setTabChangesFocus(true);
+    m_comment->setFixedHeight(kCommentLines * m_comment->fontMetrics().lineSpacing() + kWideMargin);
     m_elevation->setRange(-kHighest, kHighest);
     m_elevation->setDecimals(1);
     m_elevation->setSuffix(QStringLiteral(" m"));
@@ -82,7 +86,7 @@ class PointWindow : public QDialog {
 
   void Take(CGpsNamedPoint& point) const {
     point.name = ToUtf8(m_name->text());
-    point.comment = ToUtf8(m_comment->text());
+    point.comment = ToUtf8(m_comment->toPlainText());
     point.latitude = *m_latitude->Angle();
     point.longitude = *m_longitude->Angle();
     point.altitude = m_elevation->value();
@@ -109,7 +113,7 @@ class PointWindow : public QDialog {
   AngleEdit* m_latitude;
   AngleEdit* m_longitude;
   QDoubleSpinBox* m_elevation;
-  QLineEdit* m_comment;
+  QPlainTextEdit* m_comment;
 };
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 class QWidget;
 
-/// Lets the user fill in a point, or change one. True on OK; a position outside its bounds keeps the
-/// window open.
+/// Lets the user fill in a point, or change one. True on OK; a position outside its bounds keeps
+/// the window open.
 bool EditPointInWindow(QWidget* parent, CSettings& settings, uint32_t titleTextId,
                        CGpsNamedPoint& point);

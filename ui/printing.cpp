@@ -54,9 +54,8 @@ std::unique_ptr<QTextDocument> MakePrintDocument(const CGpsPointArray& list,
                 .arg(kMapWidth);
   }
   html += QStringLiteral("<table width=\"100%\" cellpadding=\"3\" cellspacing=\"0\"><thead><tr>") +
-          Heading(kTextColumnNumber) + Heading(kTextName) + Heading(kTextPageDistance, "right") +
-          Heading(kTextPageDuration, "right") + Heading(kTextComment) +
-          QStringLiteral("</tr></thead>");
+          Heading(kTextColumnNumber) + Heading(kTextName) + Heading(kTextDistance, "right") +
+          Heading(kTextDuration, "right") + Heading(kTextComment) + QStringLiteral("</tr></thead>");
   for (size_t i = 0; i < list.Count(); ++i) {
     const auto cell = [&](RouteColumn column) {
       return FromUtf8(RouteTableText(list, i, column, settings));

@@ -1,16 +1,18 @@
 #include "ui/recovery.h"
 
-#include <algorithm>
-
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTimer>
+#include <algorithm>
+#include <memory>
 
+#include "base/text_ids.h"
 #include "conversion/format_search.h"
 #include "conversion/read_trip.h"
 #include "conversion/write_trip.h"
+#include "platform/debug_log.h"
 #include "platform/folder.h"
 #include "ui/main_window.h"
 #include "ui/text.h"
@@ -73,40 +75,57 @@ void Recovery::Note(const CGpsRoute& itinerary) {
 void Recovery::Write() {
   if (!m_itinerary) return;
   if (!HasUnsavedChanges(*m_itinerary)) {
-    QFile::remove(m_path);
+    Forget();
     return;
   }
   CreatePrivateFolder(ToPath(StateFolder()));
   const FormatTable& table = m_window.Work().driver.table;
   const CItineraryFormat* const row = FindWriter(table, kKey);
   if (!row) return;
-  ConversionContext context;
-  WriteOptions options;
-  options.silent = true;
-  options.force = true;
-  context.lookups.isOffline = true;
-  (void)WriteTrip(table, *row, ToPath(m_path), *m_itinerary, {}, options, context);
+  const auto list = std::make_shared<CGpsRoute>();
+  list->Assign(*m_itinerary);
+  // The former one ends first.
+  m_thread = {};
+  m_thread = std::jthread([&table, row, path = ToPath(m_path), list](const std::stop_token& stop) {
+    ConversionContext context;
+    context.lookups.isOffline = true;
+    context.stop = stop;
+    WriteOptions options;
+    options.silent = true;
+    options.force = true;
+    const TripWrite trip = WriteTrip(table, *row, path, *list, {}, options, context);
+    if (trip.status != kStatusSuccess && trip.status != kStatusCancelled)
+      DebugLog("recovery: " + std::to_string(trip.status));
+  });
 }
 
 void Recovery::Forget() {
   m_timer->stop();
+  m_thread = {};
   QFile::remove(m_path);
 }
 
-void Recovery::Restore(Workspace& work) {
+void Recovery::Restore() {
+  Workspace& work = m_window.Work();
   ConversionContext context;
   context.lookups.isOffline = true;
-  const TripRead trip =
-      ReadTrip(work.driver.table, ToPath(m_leftOver), context, /*silent=*/true);
-  if (trip.status != kStatusSuccess) return;
+  const TripRead trip = ReadTrip(work.driver.table, ToPath(m_leftOver), context, /*silent=*/true);
+  if (trip.status != kStatusSuccess) {
+    work.front.SetSubject(ToPath(m_leftOver));
+    work.front.ShowMessage(MessageIcon::kError, kTextCannotBeRead, trip.reason);
+    return;
+  }
   CGpsRoute& current = work.driver.current;
   current.Clear();
   current.TakePoints(*trip.lists.front());
   current.name = trip.lists.front()->name;
   work.front.ItineraryLoaded();
+  // From here on it is the file of this window, until a newer one stands.
+  QFile::rename(m_leftOver, m_path);
+  m_leftOver.clear();
 }
 
-void Recovery::TakeOver() {
+void Recovery::Drop() {
   QFile::remove(m_leftOver);
   m_leftOver.clear();
 }

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <thread>
 
 class CGpsRoute;
 class MainWindow;
 class QTimer;
-class Workspace;
 
 /// Keeps the itinerary in a file while it has changes that are not saved, so that a crash loses
 /// nothing. Each running window has a file of its own; one whose program has gone is left over.
@@ -20,10 +20,11 @@ class Recovery {
   void Forget();
 
   bool HasLeftOver() const { return !m_leftOver.isEmpty(); }
-  /// Makes the left over itinerary the present one, with changes that are not saved.
-  void Restore(Workspace& work);
-  /// Drops what was left over.
-  void TakeOver();
+  /// Makes the left over itinerary the present one, with changes that are not saved. One that
+  /// cannot be read is told of and stays.
+  void Restore();
+  /// Removes what was left over.
+  void Drop();
 
  private:
   void Write();
@@ -33,4 +34,5 @@ class Recovery {
   QString m_path;
   QString m_leftOver;
   const CGpsRoute* m_itinerary = nullptr;
+  std::jthread m_thread;  ///< writes the file
 };

@@ -63,12 +63,11 @@ QJsonValue WriteDouble(double number) {
   return QJsonObject{{kOddNumber, QLatin1String(text)}};
 }
 
-// A plain object travels as a copy.
-QJsonObject WriteRecord(ScriptRecord& record, ScriptObjectTable& objects) {
+QJsonObject WriteCopy(ScriptObject& object, ScriptObjectTable& objects) {
   QJsonObject members;
-  for (const std::string_view name : record.PropertyNames())
+  for (const std::string_view name : object.PropertyNames())
     members.insert(FromUtf8(name),
-                   WriteScriptValue(record.Get(name).value_or(ScriptValue()), objects));
+                   WriteScriptValue(object.Get(name).value_or(ScriptValue()), objects));
   return {{kPlainObject, members}};
 }
 
@@ -137,8 +136,7 @@ QJsonValue WriteScriptValue(const ScriptValue& value, ScriptObjectTable& objects
       break;
   }
   const ScriptObjectPtr& object = value.AsObject();
-  if (auto* const record = dynamic_cast<ScriptRecord*>(object.get()))
-    return WriteRecord(*record, objects);
+  if (object->IsCopied()) return WriteCopy(*object, objects);
   QJsonObject json{{kHeldObject, static_cast<double>(objects.Add(object))}};
   json.insert(kProperties, WriteNames(object->PropertyNames()));
   json.insert(kMethods, WriteNames(object->MethodNames()));

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <QJsonValue>
 #include <cstdint>
 #include <functional>
 #include <map>
-
-#include <QJsonValue>
 
 #include "planner/script_value.h"
 

@@ -16,7 +16,7 @@
 #include "ui/place_finder.h"
 #include "ui/text.h"
 
-SearchPage::SearchPage(ESearch kind, const CSettings& settings, PostBox& posts, QWidget* parent)
+SearchPage::SearchPage(SearchKind kind, const CSettings& settings, PostBox& posts, QWidget* parent)
     : QWidget(parent),
       m_kind(kind),
       m_settings(settings),
@@ -26,7 +26,7 @@ SearchPage::SearchPage(ESearch kind, const CSettings& settings, PostBox& posts, 
       m_message(new QLabel) {
   m_field->setAccessibleName(Text(kTextSearchText));
   m_field->setPlaceholderText(
-      Text(kind == ESearch::kEverywhere ? kTextSearchHint : kTextSearchNearHint));
+      Text(kind == SearchKind::kEverywhere ? kTextSearchHint : kTextSearchNearHint));
   m_field->setClearButtonEnabled(true);
   m_button->setIcon(LoadIcon(QStringLiteral("search")));
   m_button->setText(Text(kTextSearch));
@@ -70,20 +70,25 @@ void SearchPage::StartSearch() {
   }
   const int32_t provider = m_settings.findProvider;
   const Service* const service = FindService(provider);
-  const auto ability = m_kind == ESearch::kNearby ? kCanSearch : kCanGeocode;
+  const auto ability = m_kind == SearchKind::kNearby ? kCanSearch : kCanGeocode;
   if (!service || !IsUsable(ServiceFor(*service, ability))) {
     Tell(Text(kTextFinderNotUsable));
+    return;
+  }
+  const std::optional<CGpsCoordinate> around = center ? center() : std::nullopt;
+  if (m_kind == SearchKind::kNearby && !around) {
+    Tell(Text(kTextNoSearchCenter));
     return;
   }
   Tell(Text(kTextSearching));
   m_button->setEnabled(false);
   const uint64_t number = ++m_lastSearch;
   if (m_thread.joinable()) m_thread.join();
-  const CGpsCoordinate position = center ? center() : CGpsCoordinate();
   m_thread = std::thread([this, isThere = m_isThere, &posts = m_posts, kind = m_kind, number,
-                          provider, text, position] {
-    const FoundPlaces answer = kind == ESearch::kNearby ? FindPlacesNear(provider, text, position)
-                                                        : FindPlaces(provider, text);
+                          provider, text, position = around.value_or(CGpsCoordinate())] {
+    const FoundPlaces answer = kind == SearchKind::kNearby
+                                   ? FindPlacesNear(provider, text, position)
+                                   : FindPlaces(provider, text);
     posts.Post([this, isThere, number, answer] {
       if (*isThere) EndSearch(number, answer.status, answer.places);
     });

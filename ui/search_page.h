@@ -1,10 +1,10 @@
 #pragma once
 
+#include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <thread>
-
-#include <QWidget>
 
 #include "model/point_list.h"
 
@@ -18,19 +18,19 @@ class QPushButton;
 class QToolButton;
 
 /// Where a search looks.
-enum class ESearch : int { kEverywhere, kNearby };
+enum class SearchKind : int { kEverywhere, kNearby };
 
 /// The page with which places are searched, everywhere or around a position, and what was found.
 class SearchPage : public QWidget {
  public:
   /// Both must outlive this.
-  SearchPage(ESearch kind, const CSettings& settings, PostBox& posts, QWidget* parent = nullptr);
+  SearchPage(SearchKind kind, const CSettings& settings, PostBox& posts, QWidget* parent = nullptr);
   ~SearchPage() override;
 
   void StartSearch();
 
-  /// The position around which a search looks; kNearby only.
-  std::function<CGpsCoordinate()> center;
+  /// The position around which a search looks, if there is any; kNearby only.
+  std::function<std::optional<CGpsCoordinate>()> center;
   /// A search has ended: places, or a text that says why there are none.
   std::function<void(std::vector<CGpsNamedPoint> places)> found;
 
@@ -38,7 +38,7 @@ class SearchPage : public QWidget {
   void EndSearch(uint64_t number, uint32_t status, std::vector<CGpsNamedPoint> places);
   void Tell(const QString& text);
 
-  const ESearch m_kind;
+  const SearchKind m_kind;
   const CSettings& m_settings;
   PostBox& m_posts;
   QLineEdit* m_field;

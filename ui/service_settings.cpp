@@ -1,9 +1,8 @@
 // The settings page of the services: who calculates, who finds, and what each needs.
 
-#include <map>
-
 #include <QComboBox>
 #include <QLineEdit>
+#include <map>
 
 #include "base/text_ids.h"
 #include "platform/debug_log.h"
@@ -27,16 +26,14 @@ struct FieldRow {
 
 constexpr FieldRow kFields[] = {{kTextServiceUrlLabel, &ServiceValues::url, false},
                                 {kTextServiceKeyLabel, &ServiceValues::key, true},
-                                {kTextServiceAppIdLabel, &ServiceValues::appId, true}};
+                                {kTextServiceAppIdLabel, &ServiceValues::appId, true},
+                                {kTextServiceLanguageLabel, &ServiceValues::language, false},
+                                {kTextServiceReferrerLabel, &ServiceValues::referrer, false}};
 
 class ServicesPage : public SettingsForm {
  public:
   explicit ServicesPage(CSettings& settings) : m_settings(settings) {
-    try {
-      m_before = LoadServiceValues(storage::OpenUserStorage());
-    } catch (const storage::Exception& failure) {
-      DebugLog(std::string("services: ") + failure.what());
-    }
+    m_isKnown = LoadServiceValues(storage::OpenUserStorage(), m_before) == 0;
     m_values = m_before;
     m_directions = AddList(kTextDirectionsProvider);
     FillServiceList(*m_directions, kCanDirections, settings.routeProvider);
@@ -55,6 +52,9 @@ class ServicesPage : public SettingsForm {
       m_fields.push_back(field);
       connect(field, &QLineEdit::textEdited, this, [this] { TakeFields(); });
     }
+    auto* const user = new QLineEdit(FromWide(settings.userId));
+    AddRow(kTextUserIdentifier, user);
+    OnStore([user, &settings] { settings.userId = ToWide(user->text().trimmed()); });
     connect(m_service, &QComboBox::currentIndexChanged, this, [this] { ShowFields(); });
     ShowFields();
     OnStore([this] { StoreAll(); });
@@ -97,21 +97,20 @@ class ServicesPage : public SettingsForm {
       for (const ServiceSetting& setting : ServiceSettings()) {
         const std::optional<std::string>& value = values.*setting.value;
         const auto before = m_before.find(name);
-        const bool isSame = before == m_before.end() ? !value
-                                                     : before->second.*setting.value == value;
+        const bool isSame =
+            before == m_before.end() ? !value : before->second.*setting.value == value;
         if (!isSame) changes.push_back({service, &setting, value.value_or(std::string())});
       }
     }
-    try {
-      storage::Storage storage = storage::OpenUserStorage();
-      if (!changes.empty()) StoreServiceValues(storage, changes);
-      SetServiceValues(m_values);
-    } catch (const storage::Exception& failure) {
-      DebugLog(std::string("services: ") + failure.what());
-    }
+    // Values that could not be read must not be replaced by fewer.
+    if (changes.empty() || !m_isKnown) return;
+    if (const uint32_t status = StoreServiceValues(storage::OpenUserStorage(), changes))
+      DebugLog("services: " + std::to_string(status));
+    SetServiceValues(m_values);
   }
 
   CSettings& m_settings;
+  bool m_isKnown = false;
   ServiceValuesByName m_before;
   ServiceValuesByName m_values;
   QComboBox* m_directions;

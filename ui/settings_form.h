@@ -1,9 +1,8 @@
 #pragma once
 
+#include <QFormLayout>
 #include <functional>
 #include <vector>
-
-#include <QFormLayout>
 
 #include "ui/settings_page.h"
 

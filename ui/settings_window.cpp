@@ -1,10 +1,9 @@
 #include "ui/settings_window.h"
 
-#include <array>
-
 #include <QDialog>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <array>
 
 #include "base/text_ids.h"
 #include "planner/window_parts.h"
@@ -61,7 +60,7 @@ bool ShowSettingsWindow(QWidget* parent, CSettings& settings, const PlannerBridg
   SettingsWindow window(parent);
   window.Add(kTextDisplayOptions, MakeDisplayPage(settings));
   window.Add(kTextItineraryOptions, MakeItineraryPage(settings));
-  window.Add(kTextMapOptions, MakeMapPage(settings, bridge));
+  window.Add(kTextMapOptions, MakeMapPage(bridge));
   window.Add(kTextServicesGroup, MakeServicesPage(settings));
   if (window.exec() != QDialog::Accepted) return false;
   if (settings.Save() != 0)

@@ -2,15 +2,30 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 
 #include "base/text_ids.h"
 #include "ui/look.h"
 #include "ui/text.h"
 
+namespace {
+
+/// A label whose text ends in dots where there is no room for it.
+class ShortenedLabel : public QLabel {
+ public:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    painter.drawText(rect(), static_cast<int>(alignment()), shown);
+  }
+};
+
+}  // namespace
+
 StatusLine::StatusLine(QWidget* parent)
-    : QWidget(parent), m_count(new QLabel), m_totals(new QLabel), m_message(new QLabel) {
-  m_totals->setAccessibleName(Text(kTextPageDistance));
-  m_totals->setToolTip(Text(kTextPageDistance));
+    : QWidget(parent), m_count(new QLabel), m_totals(new QLabel), m_message(new ShortenedLabel) {
+  m_totals->setAccessibleName(Text(kTextDistance));
+  m_totals->setToolTip(Text(kTextDistance));
   m_totals->setTextInteractionFlags(Qt::TextSelectableByMouse);
   for (QLabel* const label : {m_count, m_totals, m_message}) label->setTextFormat(Qt::PlainText);
   m_message->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <QString>
 #include <cstdint>
 #include <string>
 #include <string_view>
-
-#include <QString>
 
 #include "base/format_text.h"
 #include "base/wide_string.h"

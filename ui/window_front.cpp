@@ -10,6 +10,7 @@
 #include "ui/csv_layout_window.h"
 #include "ui/file_dialogs.h"
 #include "ui/list_chooser.h"
+#include "ui/lookups.h"
 #include "ui/text.h"
 
 namespace {
@@ -28,8 +29,9 @@ uint32_t StyleOf(MessageIcon icon) {
 
 }  // namespace
 
-WindowFront::WindowFront(QWidget& window, ConversionContext& context, FrontEvents events)
-    : m_window(window), m_context(context), m_events(std::move(events)) {
+WindowFront::WindowFront(QWidget& window, const CSettings& settings, ConversionContext& context,
+                         FrontEvents events)
+    : m_window(window), m_settings(settings), m_context(context), m_events(std::move(events)) {
   m_context.csvLayouts.ask = [this](CsvUse use, CCsvLayout& layout) {
     bool accepted = false;
     RunOnWindowThread([&] { accepted = AskLayout(use, layout); });
@@ -49,7 +51,7 @@ bool WindowFront::AskLayout(CsvUse use, CCsvLayout& layout) {
 
 void WindowFront::ShowMessage(MessageIcon icon, uint32_t textId, const FailureReason& reason) {
   QString text = Text(textId);
-  const QString why = FromUtf8(DescribeReason(reason.platformError, m_subject)).trimmed();
+  const QString why = FromUtf8(DescribeFailure(reason, m_subject)).trimmed();
   if (!why.isEmpty()) text += QStringLiteral("\n\n") + why;
   ShowMessageBox(&m_window, text, kBoxOk | StyleOf(icon));
 }
@@ -65,6 +67,7 @@ std::vector<size_t> WindowFront::ChooseLists(const PointLists& lists) {
 
 void WindowFront::Run(const std::function<void()>& work) {
   std::stop_source stop;
+  AllowServices(m_settings, m_context);
   m_context.stop = stop.get_token();
   m_progress.done = 0;
   m_progress.inAll = 0;
@@ -78,5 +81,7 @@ std::optional<ChosenFile> WindowFront::AskOpenFile(const FileDialog& wanted) {
 }
 
 std::optional<ChosenFile> WindowFront::AskSaveFile(const FileDialog& wanted) {
-  return ShowSaveDialog(&m_window, wanted, folder);
+  std::optional<ChosenFile> chosen = ShowSaveDialog(&m_window, wanted, folder);
+  if (chosen) m_subject = chosen->path;
+  return chosen;
 }

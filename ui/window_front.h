@@ -8,6 +8,7 @@
 #include "settings/csv_layout.h"
 #include "ui/background_work.h"
 
+class CSettings;
 class QWidget;
 
 /// What a conversion changes in the window.
@@ -23,8 +24,9 @@ struct FrontEvents {
 /// is done in the background.
 class WindowFront : public ConversionFront {
  public:
-  /// Both must outlive this.
-  WindowFront(QWidget& window, ConversionContext& context, FrontEvents events);
+  /// All must outlive this.
+  WindowFront(QWidget& window, const CSettings& settings, ConversionContext& context,
+              FrontEvents events);
 
   /// The file that is being read, whose lines a window may show.
   void SetSubject(const WideString& path) { m_subject = path; }
@@ -47,6 +49,7 @@ class WindowFront : public ConversionFront {
   bool AskLayout(CsvUse use, CCsvLayout& layout);
 
   QWidget& m_window;
+  const CSettings& m_settings;
   ConversionContext& m_context;
   FrontEvents m_events;
   WideString m_subject;

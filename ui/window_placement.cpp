@@ -1,15 +1,14 @@
 #include "ui/window_placement.h"
 
-#include <cstring>
-
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <cstring>
 
 namespace {
 
 // The record that window systems keep of a window: eleven 32-bit numbers, of which we use these.
-enum EField : size_t { kLength = 0, kShow = 2, kLeft = 7, kTop = 8, kRight = 9, kBottom = 10 };
+enum Field : size_t { kLength = 0, kShow = 2, kLeft = 7, kTop = 8, kRight = 9, kBottom = 10 };
 constexpr size_t kFieldCount = 11;
 constexpr int32_t kShowNormal = 1;
 constexpr int32_t kShowMaximized = 3;

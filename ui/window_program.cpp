@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QEvent>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTimer>
@@ -9,6 +11,7 @@
 
 #include "base/localized_text.h"
 #include "base/text_ids.h"
+#include "platform/debug_log.h"
 #include "services/service_registry.h"
 #include "settings/settings.h"
 #include "ui/icons.h"
@@ -17,9 +20,31 @@
 #include "ui/page_files.h"
 #include "ui/text.h"
 
+namespace {
+
+/// Tells who debugs the program when it was to be seen first.
+class FirstPaint : public QObject {
+ public:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) {
+      DebugLog("window: painted after " + std::to_string(m_timer.elapsed()) + " ms");
+      watched->removeEventFilter(this);
+    }
+    return false;
+  }
+  void Start() { m_timer.start(); }
+
+ private:
+  QElapsedTimer m_timer;
+};
+
+}  // namespace
+
 int RunWindowProgram(int& argumentCount, char** arguments, const std::string& file) {
   Q_INIT_RESOURCE(window);
-  const ELook look = DesktopLook();
+  FirstPaint firstPaint;
+  firstPaint.Start();
+  const Look look = DesktopLook();
   PrepareLook(look);
   RegisterPageSchemes();
   QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
@@ -36,10 +61,13 @@ int RunWindowProgram(int& argumentCount, char** arguments, const std::string& fi
 
   CSettings& settings = CSettings::Instance();
   MainWindow window(settings);
+  window.installEventFilter(&firstPaint);
   window.Start();
   if (!file.empty()) {
     const QString path = QString::fromStdString(file);
     QTimer::singleShot(0, &window, [&window, path] { window.OpenPath(path); });
   }
-  return QApplication::exec();
+  const int status = QApplication::exec();
+  settings.SaveChanges();
+  return status;
 }

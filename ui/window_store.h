@@ -1,10 +1,9 @@
 #pragma once
 
-#include <cstdint>
-
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 
 /// What the window remembers of itself, beside the settings. What cannot be read is empty, what
 /// cannot be stored is forgotten.

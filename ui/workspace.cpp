@@ -1,10 +1,25 @@
 #include "ui/workspace.h"
 
-#include "formats/format_rows.h"
 #include "planner/hand_off.h"
+#include "planner/online_services.h"
+#include "planner/whole_format_table.h"
 #include "platform/open_link.h"
+#include "services/links/link_reading.h"
+#include "services/links/link_rows.h"
+#include "settings/favorites.h"
 #include "settings/settings.h"
-#include "ui/quiet_services.h"
+
+namespace {
+
+// What the window reads and writes. Companion programs that are not on this desktop are left out.
+FormatTable WindowFormats() {
+  FormatTable table = WholeFormatTable();
+  AddLinkFunctions(table);
+  ListCompanionRows(table);
+  return table;
+}
+
+}  // namespace
 
 Workspace::Workspace(CSettings& settings, const WorkspaceParts& parts)
     : m_settings(settings),
@@ -12,13 +27,13 @@ Workspace::Workspace(CSettings& settings, const WorkspaceParts& parts)
         QMetaObject::invokeMethod(
             &m_pump, [this] { m_posts.Pump(); }, Qt::QueuedConnection);
       }),
-      front(parts.widget, m_context, parts.events),
-      driver(DefaultFormatTable(), front, m_context),
+      front(parts.widget, settings, m_context, parts.events),
+      driver(WindowFormats(), front, m_context),
       itineraryView(kListItinerary, PinKind::kItinerary, parts.stops, settings),
       resultsView(kListSearchResults, PinKind::kSearchResults, parts.results, settings),
       favoritesView(kListFavorites, PinKind::kFavorites, parts.favorites, settings),
       poisView(kListPois, PinKind::kPois, parts.pois, settings),
-      services(std::make_unique<QuietServices>(settings, m_posts)) {
+      services(std::make_unique<OnlineServices>(settings, m_posts)) {
   itineraryView.list = &driver.current;
   resultsView.list = &results;
   favoritesView.list = &favorites;
@@ -27,6 +42,7 @@ Workspace::Workspace(CSettings& settings, const WorkspaceParts& parts)
   itineraryView.statusField = &parts.status;
   itineraryView.SetCalculation(services->Directions(), &parts.window);
   driver.checksExports = true;
+  driver.linkReaders = MapLinkReaders();
   bridge = std::make_unique<PlannerBridge>(BridgeParts{
       parts.window,
       settings,
@@ -46,13 +62,13 @@ void Workspace::Close() {
 }
 
 void Workspace::LoadFavorites() {
-  m_knowsFavorites = m_settings.LoadFavorites(favorites) == 0;
+  m_knowsFavorites = ::LoadFavorites(storage::OpenUserStorage(), favorites) == 0;
   favoritesView.Rebuild();
 }
 
 void Workspace::SaveFavorites() {
   // Favourites that could not be read must not be replaced by fewer.
-  if (m_knowsFavorites) m_settings.SaveFavorites(favorites);
+  if (m_knowsFavorites) ::SaveFavorites(storage::OpenUserStorage(), favorites);
 }
 
 void Workspace::ShowResults(const std::vector<CGpsNamedPoint>& places) {

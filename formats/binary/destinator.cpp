@@ -1,7 +1,7 @@
 #include "formats/binary/destinator.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -17,10 +17,9 @@ using std::string_view_literals::operator""sv;
 
 // What a place can be; the text that every record begins with.
 constexpr std::string_view kPoi = "Poi..."sv;
-constexpr std::array kKinds = {"City->Street"sv, "Street->City"sv,
-                               "Zip->Street"sv,  "Intersection"sv,
-                               "View_Link"sv,    kPoi,
-                               "Dynamic POI"sv,  ""sv};
+constexpr std::string_view kKinds[] = {
+    "City->Street", "Street->City", "Zip->Street", "Intersection",
+    "View_Link",    kPoi,           "Dynamic POI", ""};
 
 // A saved record: kind, name, description, six more texts, then these.
 constexpr size_t kFurtherTexts = 6;
@@ -46,7 +45,7 @@ uint32_t ParseDestinator(std::string_view bytes, PointLists& lists, ConversionCo
   size_t empty = 0;
   while (!record.AtEnd() && context.GoesOn(record.Position())) {
     const std::string kind = Utf16LeToUtf8(record.ZeroTerminatedUtf16());
-    const bool isKnown = std::find(kKinds.begin(), kKinds.end(), kind) != kKinds.end();
+    const bool isKnown = std::find(std::begin(kKinds), std::end(kKinds), kind) != std::end(kKinds);
     if (!isKnown) {
       context.Note(ConversionNote::kLinePassedOver);
       break;

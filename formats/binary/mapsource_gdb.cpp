@@ -1,5 +1,6 @@
 #include "formats/binary/mapsource_gdb.h"
 
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -78,8 +79,10 @@ class GdbReader final : public MapSourceReader {
   size_t RoutePointTailSize() const override { return m_version < 2 ? 0 : m_version == 2 ? 8 : 10; }
 
   void SkipTrackPointDetails(ByteCursor& record) const override {
-    for (const size_t size : kTrackPointDetailSizes) {
-      if (record.Uint8() != 0) record.Skip(size);
+    for (size_t i = 0; i < std::size(kTrackPointDetailSizes); ++i) {
+      if (record.Uint8() == 0) continue;
+      record.Skip(kTrackPointDetailSizes[i]);
+      Context().Note(i == 0 ? ConversionNote::kTime : ConversionNote::kMeasurement);
     }
   }
 

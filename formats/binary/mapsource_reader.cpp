@@ -143,6 +143,10 @@ void MapSourceReader::ReadRoute(ByteCursor& record, CGpsPointArray& route) {
     SkipToLinkCount(record);
     const int32_t links = record.Int32();
     for (int32_t link = 0; link < links && !record.Overrun(); ++link) ReadPosition(record);
+    // The first and the last of them are the stops.
+    if (links > 2 && !record.Overrun()) {
+      m_context.Note(ConversionNote::kShapingPoint, static_cast<uint64_t>(links) - 2);
+    }
     const bool isLast = record.Uint8() != 0;
     if (!isLast) SkipBox(record);
     record.Skip(RoutePointTailSize());

@@ -46,6 +46,8 @@ class MapSourceReader {
   /// Passes over what follows the position of a track point.
   virtual void SkipTrackPointDetails(ByteCursor& record) const = 0;
 
+  ConversionContext& Context() const { return m_context; }
+
  private:
   struct Position {
     double latitude;   ///< degrees

@@ -101,6 +101,7 @@ class LineReader {
     TakeNumber(kElevation, point.altitude);
     TakeText(kName, point.name);
     TakeText(kComment, point.comment);
+    if (m_hasMore) m_context.Note(ConversionNote::kDetail);
   }
 
  private:
@@ -118,6 +119,7 @@ class LineReader {
   // count, that is behind an odd number of quotes since the field's start.
   void Split(std::string_view line) {
     m_fields.fill({});
+    m_hasMore = false;
     size_t start = 0;
     for (uint64_t column = 1; column <= m_lastColumn; ++column) {
       bool isQuoted = false;
@@ -130,12 +132,27 @@ class LineReader {
           break;
         }
       }
+      const std::string_view field = line.substr(start, end - start);
+      bool isUsed = false;
       for (size_t content = 0; content < kContentCount; ++content) {
-        if (m_columns[content] == column) m_fields[content] = line.substr(start, end - start);
+        if (m_columns[content] != column) continue;
+        m_fields[content] = field;
+        isUsed = true;
       }
+      m_hasMore = m_hasMore || (!isUsed && HasText(field));
       if (end >= line.size()) return;
       start = end + length;
     }
+    // Of the columns behind, one with a text is enough to know.
+    for (size_t length = 0; start < line.size() && !m_hasMore; start += length) {
+      const size_t end = m_finder.Find(line, start, length);
+      m_hasMore = HasText(line.substr(start, end - start));
+      start = end;
+    }
+  }
+
+  static bool HasText(std::string_view field) {
+    return field.find_first_not_of(kTrimmedRight) != std::string_view::npos;
   }
 
   std::string_view FieldOf(CsvContent content) const {
@@ -182,6 +199,7 @@ class LineReader {
   CGpsPointArray& m_route;
   ConversionContext& m_context;
   std::array<std::string_view, kContentCount> m_fields{};
+  bool m_hasMore = false;  // the line has text in a column that the layout doesn't use
   bool m_hadData = false;  // a line with data has been dropped
 };
 

@@ -67,6 +67,9 @@ uint32_t ParseUpoi(std::string_view bytes, PointLists& lists, ConversionContext&
     point.longitude = ParseReal(fields[kLongitudeField]);
     const size_t comment = fields.size() < kFieldCount83 ? kCommentField80 : kCommentField83;
     if (comment < fields.size()) point.comment = fields[comment];
+    for (size_t field = kLongitudeField + 1; field < fields.size(); ++field) {
+      if (field != comment && !fields[field].empty()) context.Note(ConversionNote::kDetail);
+    }
   }
   return kStatusSuccess;
 }

@@ -55,6 +55,7 @@ void ReadPosition(const Fields& fields, const FieldNumbers& numbers, CGpsPoint& 
 void LookUp(const std::string& address, CGpsPoint& stop, ConversionContext& context) {
   if (!context.lookups.HasGeocoder()) {
     context.Note(ConversionNote::kPointWithoutPosition);
+    context.Note(ConversionNote::kStopNotAsked);
     return;
   }
   context.Note(ConversionNote::kStopLookedUp);

@@ -63,6 +63,11 @@ void ReadPointLines(std::string_view bytes, size_t skippedLines, size_t headLine
   }
 }
 
+// Days since 1899, with the time of the day as their fraction; nothing or 0 where it is not known.
+void NoteDay(std::string_view days, ConversionContext& context) {
+  if (ParseReal(days) > 0.0) context.Note(ConversionNote::kTime);
+}
+
 double FeetToMetres(std::string_view feet) { return ParseReal(feet) * kMetresPerFoot; }
 
 // Appends a text of a point in 8 bits and without commas.
@@ -230,11 +235,12 @@ void WriteOziRouteCeBody(ByteSink& sink, const CGpsPointArray& list) {
 uint32_t ParseOziTrack(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& track = AddList<CGpsTrack>(lists);
   ReadPointLines(bytes, kPltHeadLines, kPltHeadLines, kPltFields, context,
-                 [&track](const Fields& fields) {
+                 [&](const Fields& fields) {
                    CGpsPoint& point = track.points.emplace_back();
                    point.latitude = ParseReal(fields[0]);
                    point.longitude = ParseReal(fields[1]);
                    point.altitude = FeetToMetres(fields[3]);
+                   NoteDay(fields[4], context);
                  });
   return kStatusSuccess;
 }
@@ -260,11 +266,12 @@ void WriteOziTrackBody(ByteSink& sink, const CGpsPointArray& list) {
 uint32_t ParseOziWaypoints(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& waypoints = AddList<CGpsWaypointList>(lists);
   ReadPointLines(bytes, kWptSkippedLines, kWptHeadLines, kWptFields, context,
-                 [&waypoints](const Fields& fields) {
+                 [&](const Fields& fields) {
                    CGpsPoint& point = waypoints.points.emplace_back();
                    point.name = WidenToUtf8(fields[1]);
                    point.latitude = ParseReal(fields[2]);
                    point.longitude = ParseReal(fields[3]);
+                   NoteDay(fields[4], context);
                    if (fields.size() > 10) point.comment = WidenToUtf8(fields[10]);
                    if (fields.size() > 14) point.altitude = FeetToMetres(fields[14]);
                  });

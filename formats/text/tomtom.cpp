@@ -118,6 +118,10 @@ uint32_t ParseOv2(std::string_view bytes, PointLists& lists, ConversionContext& 
       const int32_t latitude = record.Int32();
       const std::string_view name = record.ZeroTerminated();
       if (record.Overrun()) break;
+      // Behind the name: a number and an address in the web.
+      if (type == kRecordExtendedPoi &&
+          length > static_cast<int64_t>(record.Position()) - static_cast<int64_t>(position))
+        context.Note(ConversionNote::kDetail);
       CGpsPoint& point = pois.points.emplace_back();
       point.longitude = FromFixedPoint(longitude);
       point.latitude = FromFixedPoint(latitude);

@@ -6,6 +6,7 @@
 #include "base/product.h"
 #include "formats/xml/gpx.h"
 #include "markup/xml_writer.h"
+#include "model/route_leg.h"
 
 namespace {
 
@@ -98,8 +99,27 @@ void WriteAutoNamed(CXmlElement& parent) {
   WriteGarminExtension(parent, "gpxx", "RouteExtension", "IsAutoNamed", "true");
 }
 
-void WriteSubclass(CXmlElement& parent) {
-  WriteGarminExtension(parent, "gpxx", "RoutePointExtension", "Subclass", kSubclass);
+// `way` is what leads from the stop to the next one; null: the device finds it.
+void WriteRoutePoint(CXmlElement& parent, const CRouteLeg* way) {
+  CXmlElement element = parent.Child("gpxx:RoutePointExtension");
+  element.Child("gpxx:Subclass").Text(kSubclass);
+  if (!way) return;
+  for (const auto& point : way->Shape().points.points) {
+    CXmlElement position = element.Child("gpxx:rpt");
+    WriteGpxPosition(position, *point);
+  }
+}
+
+// Calls `write` for each point, with the way that starts there, or null where none is to be
+// written.
+template <typename Write>
+void ForEachWithWay(const CGpsPointArray& list, const ConversionContext& context, Write&& write) {
+  const CGpsPoint* stop = nullptr;
+  for (const CGpsPoint& next : list.points) {
+    if (stop) write(*stop, context.writesWay ? next.routeLeg.get() : nullptr);
+    stop = &next;
+  }
+  if (stop) write(*stop, static_cast<const CRouteLeg*>(nullptr));
 }
 
 void WriteViaPoint(CXmlElement& parent) { WriteGarminExtension(parent, "trp", "ViaPoint", "", ""); }
@@ -154,7 +174,8 @@ void WriteZumoMetadata(CXmlElement& root, const Bounds& bounds, const std::strin
 
 }  // namespace
 
-void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaPoints) {
+void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaPoints,
+                      const ConversionContext& context) {
   const std::string stamp = GpxTimeStamp();
   CXmlWriter document(sink);
   document.Declaration("UTF-8", "1.0");
@@ -180,17 +201,18 @@ void WriteNuviGpxBody(ByteSink& sink, const CGpsPointArray& list, bool marksViaP
   route.Child("name").Text(list.name);
   // The devices want this one without an `extensions` element around it.
   WriteAutoNamed(route);
-  for (const CGpsPoint& point : list.points) {
+  ForEachWithWay(list, context, [&](const CGpsPoint& point, const CRouteLeg* way) {
     const bool isInner = &point != &list.points.front() && &point != &list.points.back();
     WriteGarminPoint(route, point, "rtept", stamp, ElevationElement::kWritten,
                      [&](CXmlElement& extensions) {
-                       WriteSubclass(extensions);
+                       WriteRoutePoint(extensions, way);
                        if (marksViaPoints && isInner) WriteViaPoint(extensions);
                      });
-  }
+  });
 }
 
-void WriteZumoGpxBody(ByteSink& sink, const CGpsPointArray& list) {
+void WriteZumoGpxBody(ByteSink& sink, const CGpsPointArray& list,
+                      const ConversionContext& context) {
   const std::string stamp = GpxTimeStamp();
   CXmlWriter document(sink);
   document.Declaration("UTF-8", "1.0");
@@ -209,11 +231,11 @@ void WriteZumoGpxBody(ByteSink& sink, const CGpsPointArray& list) {
     CXmlElement extensions = route.Child("extensions");
     WriteAutoNamed(extensions);
   }
-  for (const CGpsPoint& point : list.points) {
+  ForEachWithWay(list, context, [&](const CGpsPoint& point, const CRouteLeg* way) {
     WriteGarminPoint(route, point, "rtept", stamp, ElevationElement::kLeftOut,
-                     [](CXmlElement& extensions) {
-                       WriteSubclass(extensions);
+                     [way](CXmlElement& extensions) {
+                       WriteRoutePoint(extensions, way);
                        WriteViaPoint(extensions);
                      });
-  }
+  });
 }

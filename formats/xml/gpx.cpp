@@ -37,6 +37,25 @@ void CGpxReader::StartElement(const XML_Char* name, const XML_Char** attributes)
     OpenList(std::make_unique<CGpsTrack>(), kTrackPoint);
   } else if (IsName(name, kWaypoint) || IsName(name, kRoutePoint) || IsName(name, kTrackPoint)) {
     m_context.Note(ConversionNote::kLinePassedOver);
+  } else {
+    StartOther(name);
+  }
+}
+
+// What is not taken is counted. A way between two stops is told by points in an extension.
+void CGpxReader::StartOther(const XML_Char* name) {
+  if (IsName(name, "trkseg")) {
+    if (m_open && m_open->Count() > 0) m_context.Note(ConversionNote::kSegmentBreak);
+  } else if (IsName(name, "extensions")) {
+    m_extension = Extension::kEmpty;
+  } else if (m_extension != Extension::kNone) {
+    const bool isShape = IsName(name, "gpxx:rpt") || IsName(name, "rpt");
+    if (isShape) m_context.Note(ConversionNote::kShapingPoint);
+    if (isShape || m_extension == Extension::kEmpty)
+      m_extension = isShape ? Extension::kShape : Extension::kOther;
+  } else if (!m_pointElement.empty() && (IsName(name, "link") || IsName(name, "url"))) {
+    // Those in front of the lists are about the file.
+    m_context.Note(ConversionNote::kLink);
   }
 }
 
@@ -46,16 +65,57 @@ void CGpxReader::EndElement(const XML_Char* name) {
   } else if (IsName(name, "name")) {
     EndName();
   } else if (IsName(name, "cmt")) {
-    m_point.comment = m_text;
+    TakeComment();
   } else if (IsName(name, "desc")) {
-    if (m_point.comment.empty()) m_point.comment = m_text;
+    TakeDescription();
   } else if (IsName(name, "ele")) {
     m_point.altitude = ParseReal(m_text);
   } else if (IsName(name, "rte") || IsName(name, "trk")) {
     EndList();
   } else if (IsName(name, "gpx")) {
     EndFile();
+  } else if (IsName(name, "extensions")) {
+    if (m_extension == Extension::kOther) m_context.Note(ConversionNote::kExtension);
+    m_extension = Extension::kNone;
+  } else if (m_inPoint && m_extension == Extension::kNone && !m_text.empty()) {
+    NoteValue(name);
   }
+}
+
+// A value of a point for which the model has no place.
+void CGpxReader::NoteValue(const XML_Char* name) {
+  constexpr std::string_view kMeasurements[] = {"magvar", "geoidheight", "fix",   "sat",
+                                                "hdop",   "vdop",        "pdop",  "ageofdgpsdata",
+                                                "dgpsid", "speed",       "course"};
+  if (IsName(name, "time")) {
+    m_context.Note(ConversionNote::kTime);
+  } else if (IsName(name, "sym") || IsName(name, "type")) {
+    m_context.Note(ConversionNote::kSymbol);
+  } else if (std::any_of(std::begin(kMeasurements), std::end(kMeasurements),
+                         [name](std::string_view known) { return IsName(name, known); })) {
+    m_context.Note(ConversionNote::kMeasurement);
+  }
+}
+
+// A comment goes before a description. Outside of points neither is kept.
+void CGpxReader::TakeComment() {
+  if (m_inPoint && !m_point.comment.empty() && m_point.comment != m_text)
+    m_context.Note(ConversionNote::kDescription);
+  m_point.comment = m_text;
+  NoteListDescription();
+}
+
+void CGpxReader::TakeDescription() {
+  if (m_point.comment.empty())
+    m_point.comment = m_text;
+  else if (m_inPoint && m_point.comment != m_text)
+    m_context.Note(ConversionNote::kDescription);
+  NoteListDescription();
+}
+
+void CGpxReader::NoteListDescription() {
+  if (!m_inPoint && !m_pointElement.empty() && !m_text.empty())
+    m_context.Note(ConversionNote::kDescription);
 }
 
 void CGpxReader::OpenWaypoints() {

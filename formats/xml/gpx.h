@@ -34,6 +34,14 @@ class CGpxReader : public CXmlReader {
   void EndElement(const XML_Char* name) override;
 
  private:
+  /// What the open `extensions` holds.
+  enum class Extension { kNone, kEmpty, kShape, kOther };
+
+  void StartOther(const XML_Char* name);
+  void NoteValue(const XML_Char* name);
+  void TakeComment();
+  void TakeDescription();
+  void NoteListDescription();
   void OpenWaypoints();
   void OpenList(std::unique_ptr<CGpsPointArray> list, std::string_view pointElement);
   void StartPoint(const XML_Char** attributes);
@@ -49,6 +57,7 @@ class CGpxReader : public CXmlReader {
   std::unique_ptr<CGpsPointArray> m_waypoints;  ///< made at the first `wpt`
   CGpsPoint m_point;
   std::string_view m_pointElement;  ///< what makes a point at present; empty for nothing
+  Extension m_extension = Extension::kNone;
   bool m_inPoint = false;
 };
 

@@ -124,12 +124,28 @@ void CKmlReader::StartElement(const XML_Char* name, const XML_Char**) {
     m_point.Reset();
   } else if (IsName(name, "LineString")) {
     m_inLineString = true;
+    m_hasLine = true;
   } else if (IsName(name, "Point")) {
     m_inPoint = true;
   } else if (IsName(name, "MultiGeometry")) {
     ++m_multiGeometries;
   } else if (IsRecordedTrack(name) && !m_stack.empty()) {
     m_recordedTrack = std::make_unique<CGpsTrack>();
+    m_hasLine = true;
+  } else {
+    StartOther(name);
+  }
+}
+
+// What is not taken is counted. How places look is no loss, nor is how the file is described.
+void CKmlReader::StartOther(const XML_Char* name) {
+  if (IsName(name, "Polygon")) {
+    m_context.Note(ConversionNote::kArea);
+  } else if (IsName(name, "GroundOverlay") || IsName(name, "ScreenOverlay") ||
+             IsName(name, "PhotoOverlay") || IsName(name, "Model")) {
+    m_context.Note(ConversionNote::kOverlay);
+  } else if (IsName(name, "NetworkLink")) {
+    m_context.Note(ConversionNote::kDocument);
   }
 }
 
@@ -139,10 +155,12 @@ void CKmlReader::StartPlacemark() {
   m_formerPoints.clear();
   m_multiGeometries = 0;
   m_hasPoint = false;
+  m_hasLine = false;
   m_inPoint = false;
 }
 
 void CKmlReader::EndElement(const XML_Char* name) {
+  if (m_inPlacemark && !m_text.empty()) NoteValue(name);
   if (m_stack.empty()) {
     if (IsName(name, "Placemark")) m_context.Note(ConversionNote::kLinePassedOver);
     return;
@@ -160,6 +178,18 @@ void CKmlReader::EndElement(const XML_Char* name) {
     EndInFlyTo(name);
   } else if (IsName(name, "name") && container.listName.empty()) {
     container.listName = m_text;
+  }
+}
+
+// A value of a placemark for which the model has no place.
+void CKmlReader::NoteValue(const XML_Char* name) {
+  if (IsName(name, "when") || IsName(name, "begin") || IsName(name, "end")) {
+    m_context.Note(ConversionNote::kTime);
+  } else if (IsName(name, "value") || IsName(name, "SimpleData") || IsName(name, "address") ||
+             IsName(name, "phoneNumber")) {
+    m_context.Note(ConversionNote::kDetail);
+  } else if (IsName(name, "gx:value") || IsName(name, "gx:angles")) {
+    m_context.Note(ConversionNote::kMeasurement);
   }
 }
 
@@ -226,10 +256,15 @@ void CKmlReader::EndInPlacemark(const XML_Char* name) {
     m_point.name = m_text;
     m_allowance.AddText(m_text.size());
   } else if (IsName(name, "Snippet")) {
+    if (!m_point.comment.empty() && m_point.comment != m_text)
+      m_context.Note(ConversionNote::kDescription);
     m_point.comment = m_text;
     m_allowance.AddText(m_text.size());
   } else if (IsName(name, "description")) {
-    if (!m_point.comment.empty()) return;
+    if (!m_point.comment.empty()) {
+      if (m_point.comment != m_text) m_context.Note(ConversionNote::kDescription);
+      return;
+    }
     m_point.comment = m_text;
     m_allowance.AddText(m_text.size());
   } else if (IsName(name, "coordinates")) {
@@ -243,6 +278,11 @@ void CKmlReader::EndInPlacemark(const XML_Char* name) {
 
 // All points of a placemark have its texts, as long as these may be repeated.
 void CKmlReader::AppendPlacemark() {
+  if (m_point.IsNull() && m_hasLine) {
+    if (!m_point.comment.empty()) m_context.Note(ConversionNote::kDescription);
+  } else if (m_point.IsNull()) {
+    m_context.Note(ConversionNote::kPointWithoutPosition);
+  }
   CGpsPoint last = std::move(m_point);
   for (const CGpsCoordinate& position : m_formerPoints) {
     m_point.Reset();
@@ -282,6 +322,7 @@ void CKmlReader::TakePosition() {
 
 void CKmlReader::EndInFlyTo(const XML_Char* name) {
   if (IsName(name, "gx:FlyTo")) {
+    if (m_point.IsNull()) m_context.Note(ConversionNote::kPointWithoutPosition);
     AppendPoint();
     m_inFlyTo = false;
   } else if (IsName(name, "name")) {

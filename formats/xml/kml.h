@@ -37,6 +37,8 @@ class CKmlReader final : public CXmlReader {
   };
 
   void StartPlacemark();
+  void StartOther(const XML_Char* name);
+  void NoteValue(const XML_Char* name);
   void CloseContainer();
   void EndInLineString(const XML_Char* name);
   void EndInRecordedTrack(const XML_Char* name);
@@ -57,6 +59,7 @@ class CKmlReader final : public CXmlReader {
   std::vector<CGpsCoordinate> m_formerPoints;  ///< of this placemark, before that in `m_point`
   size_t m_multiGeometries = 0;                ///< that are open
   bool m_hasPoint = false;                     ///< `m_point` stands where a Point does
+  bool m_hasLine = false;                      ///< the placemark holds a line or recorded track
   bool m_inPoint = false;
   bool m_inPlacemark = false;
   bool m_inFlyTo = false;

@@ -26,16 +26,22 @@ constexpr uint64_t kMostUnpacked = uint64_t{1} << 30;
 constexpr uint64_t kFreeUnpacked = uint64_t{1} << 24;
 constexpr uint64_t kMostTimesLarger = 100;
 
-// The document that a map program would open.
-std::optional<size_t> FindDocument(const ZipArchive& archive) {
-  std::optional<size_t> first;
+// The document that a map program would open. Others are counted.
+std::optional<size_t> FindDocument(const ZipArchive& archive, ConversionContext& context) {
+  std::optional<size_t> found;
+  bool isMain = false;
+  size_t documents = 0;
   const size_t count = std::min(archive.Count(), kMostEntries);
   for (size_t i = 0; i < count; ++i) {
     const std::string name = ToLowerAscii(archive.Name(i));
-    if (name == kMainDocument) return i;
-    if (!first && name.ends_with(kExtension)) first = i;
+    if (!name.ends_with(kExtension)) continue;
+    ++documents;
+    if (found && (isMain || name != kMainDocument)) continue;
+    found = i;
+    isMain = name == kMainDocument;
   }
-  return first;
+  if (documents > 1) context.Note(ConversionNote::kDocument, documents - 1);
+  return found;
 }
 
 }  // namespace
@@ -55,7 +61,8 @@ uint32_t ReadKmzFile(CXmlReader& reader, const WideString& path, ConversionConte
 
 uint32_t ParseKmz(CXmlReader& reader, std::string_view archive, ConversionContext& context) {
   const auto entries = OpenZipArchive(archive);
-  const std::optional<size_t> document = entries ? FindDocument(*entries) : std::nullopt;
+  const std::optional<size_t> document =
+      entries ? FindDocument(*entries, context) : std::nullopt;
   if (!document || !entries->Open(*document)) return kStatusFailure;
   uint64_t left =
       std::min(kMostUnpacked, kFreeUnpacked + kMostTimesLarger * entries->PackedSize(*document));

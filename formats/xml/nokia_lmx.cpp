@@ -24,8 +24,10 @@ constexpr PointField kElements[] = {
 
 }  // namespace
 
-constinit const PointFormat kLmxFormat{
-    .listNameElement = "lm:name", .point = {"lm:landmark"}, .elements = kElements};
+constinit const PointFormat kLmxFormat{.listNameElement = "lm:name",
+                                       .point = {"lm:landmark"},
+                                       .elements = kElements,
+                                       .tellsOthers = true};
 
 void WriteLmxBody(ByteSink& sink, const CGpsPointArray& list) {
   CXmlWriter writer(sink);

@@ -55,6 +55,8 @@ void COsmReader::StartElement(const XML_Char* name, const XML_Char** attributes)
     TakeTag(attributes);
   } else if (IsName(name, kReference) && m_way) {
     TakeReference(attributes);
+  } else if (IsName(name, "relation")) {
+    m_context.Note(ConversionNote::kRelation);
   }
 }
 
@@ -97,13 +99,18 @@ void COsmReader::TakeTag(const XML_Char** attributes) {
   const std::string_view key = AttributeValue(attributes, "k");
   const std::string_view value = AttributeValue(attributes, "v");
   if (!m_inNode) {
-    if (key == kName) m_way->name = value;
+    if (key == kName)
+      m_way->name = value;
+    else
+      m_context.Note(ConversionNote::kDetail);
   } else if (key == kName) {
     m_point.name = value;
   } else if (key == kNote) {
     m_point.comment = value;
   } else if (key == kElevation) {
     m_point.altitude = ParseReal(value);
+  } else {
+    m_context.Note(ConversionNote::kDetail);
   }
 }
 

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "base/text.h"
+
 namespace {
 
 bool IsElement(const ElementKey& key, const XML_Char* name, const XML_Char** attributes) {
@@ -27,6 +29,7 @@ class PointElementReader final : public CXmlReader {
 
   void StartElement(const XML_Char* name, const XML_Char** attributes) override {
     m_text.clear();
+    m_isLeaf = true;
     ++m_depth;
     if (!IsContained()) {
       if (IsContainer(name, attributes)) StartContainer(attributes);
@@ -40,10 +43,12 @@ class PointElementReader final : public CXmlReader {
       FinishPoint();
     } else if (m_pointDepth != 0) {
       NoteUnlessTaken(StoreField(m_point, m_format.elements, name, m_text));
+      if (m_format.tellsOthers && m_isLeaf) NoteOther(name);
     } else if (IsContained() && IsName(name, m_format.listNameElement) && m_route.name.empty()) {
       m_route.name = m_text;
     }
     if (m_depth == m_containerDepth) m_containerDepth = 0;
+    m_isLeaf = false;
     --m_depth;
   }
 
@@ -71,6 +76,13 @@ class PointElementReader final : public CXmlReader {
     if (!isTaken) m_context.Note(ConversionNote::kLinePassedOver);
   }
 
+  void NoteOther(const XML_Char* name) {
+    const bool isKnown =
+        std::any_of(m_format.elements.begin(), m_format.elements.end(),
+                    [name](const PointField& field) { return IsName(name, field.name); });
+    if (!isKnown && !Trim(m_text, " \t\r\n").empty()) m_context.Note(ConversionNote::kDetail);
+  }
+
   void FinishPoint() {
     if (m_format.finish) m_format.finish(m_point);
     m_route.points.push_back(std::move(m_point));
@@ -81,6 +93,7 @@ class PointElementReader final : public CXmlReader {
   const PointFormat& m_format;
   ConversionContext& m_context;
   CGpsPoint m_point;
+  bool m_isLeaf = false;        ///< nothing has ended since the last start tag
   size_t m_depth = 0;           ///< of the innermost open element; the root is at 1
   size_t m_containerDepth = 0;  ///< of the open container, 0 without one
   size_t m_pointDepth = 0;      ///< of the open point, 0 without one

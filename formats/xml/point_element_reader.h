@@ -40,6 +40,9 @@ struct PointFormat {
   /// is whole at its start tag.
   std::span<const PointField> attributes = {};
   std::span<const PointField> elements = {};
+  /// Whether other elements of a point that hold a text are counted as passed over. Devices fill
+  /// theirs with what no user has told them.
+  bool tellsOthers = false;
   /// Called with a point that is whole.
   void (*finish)(CGpsPoint& point) = nullptr;
 };

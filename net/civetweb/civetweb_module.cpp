@@ -57,15 +57,17 @@ class Core {
   static int OnRequest(mg_connection* connection) {
     const mg_request_info* const info = mg_get_request_info(connection);
     const char* const host = mg_get_header(connection, "Host");
+    Core& core = *static_cast<Core*>(info->user_data);
     Answer answer;
+    bool isAsked = false;
     try {
-      static_cast<Core*>(info->user_data)
-          ->Ask(answer, {info->local_uri ? info->local_uri : "", host ? host : ""});
+      core.Ask(answer, {info->local_uri ? info->local_uri : "", host ? host : ""}, isAsked);
     } catch (const std::exception&) {
       answer = Answer();
       answer.SendError(500, "Internal Server Error");
     }
     answer.SendTo(connection);
+    if (isAsked) core.TellAnswered();
     return 1;
   }
 
@@ -76,13 +78,19 @@ class Core {
   }
 
  private:
-  void Ask(Answer& answer, const HttpServerRequest& request) {
+  void Ask(Answer& answer, const HttpServerRequest& request, bool& isAsked) {
     const std::shared_lock lock(m_mutex);
     if (m_listener) {
+      isAsked = true;
       m_listener->OnUri(answer, request);
     } else {
       answer.SendError(503, "Service Unavailable");
     }
+  }
+
+  void TellAnswered() {
+    const std::shared_lock lock(m_mutex);
+    if (m_listener) m_listener->OnAnswered();
   }
 
   std::shared_mutex m_mutex;
@@ -171,8 +179,8 @@ class Server final : public LocalServer {
 }  // namespace
 
 extern "C" LocalServer* CorvaneLocalServer(uint16_t port, IHttpServerUriListener& listener) {
-  static const unsigned features = mg_init_library(0);
-  (void)features;
+  static std::once_flag once;
+  std::call_once(once, mg_init_library, 0U);
   auto server = std::make_unique<Server>(listener);
   return server->Start(port) ? server.release() : nullptr;
 }

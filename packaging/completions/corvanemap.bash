@@ -51,16 +51,48 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
-        --split | --simplify | --provider | --find | --near | --radius | --locate | \
+        --way)
+            _corvanemap_files "$word"
+            return
+            ;;
+        --mode)
+            COMPREPLY=($(compgen -W "car truck pedestrian bicycle motorcycle van bus" -- "$word"))
+            return
+            ;;
+        --type)
+            COMPREPLY=($(compgen -W "recommended fastest shortest sightseeing economical
+                thrilling" -- "$word"))
+            return
+            ;;
+        --avoid)
+            COMPREPLY=($(compgen -W "motorways tolls boat-ferries rail-ferries tunnels dirt-roads
+                used-roads" -- "$word"))
+            return
+            ;;
+        --hilliness | --windingness)
+            COMPREPLY=($(compgen -W "high normal low" -- "$word"))
+            return
+            ;;
+        --roads)
+            COMPREPLY=($(compgen -W "add list remove" -- "$word"))
+            return
+            ;;
+        --send)
+            COMPREPLY=($(compgen -W "tomtom-home navigon-fresh navgate mio-more garmin" -- "$word"))
+            return
+            ;;
+        --point | --split | --simplify | --provider | --find | --near | --radius | --locate | \
             --elevation | --panorama | --csv-read | --csv-write | --set)
             return
             ;;
     esac
     if [[ $word == -* ]]; then
         COMPREPLY=($(compgen -W "--output --list --split --reverse --sort --unique --simplify
-            --optimize --optimize=best --providers --provider --find --near --radius
-            --locate --elevation --panorama --country --offline --check --strict --quiet --formats
-            --csv-read --csv-write --remember --settings --set
+            --optimize --optimize=best --way --directions --as-track --with-way --mode --type
+            --avoid --hilliness --windingness --tractor --force --roads --providers --provider
+            --find --near --radius --locate --elevation --panorama --country --offline --send
+            --point --check --strict --quiet --formats --csv-read --csv-write --remember --settings
+            --set
             --inspect --json --help --version -o -h" -- "$word"))
         return
     fi
@@ -68,7 +100,8 @@ _corvanemap()
     # How many tokens stand in front of the word?
     for ((i = 0; i < ${#words[@]} - 1; i++)); do
         case ${words[i]} in
-            -o | --output | --list | --split | --simplify | --provider) ((i++)) ;;
+            -o | --output | --list | --split | --simplify | --provider | --mode | --type | \
+                --avoid | --hilliness | --windingness | --send | --point) ((i++)) ;;
             --inspect) inspect=1 ;;
             -*) ;;
             *LANG_*) ;;

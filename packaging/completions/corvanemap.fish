@@ -19,7 +19,8 @@ function __corvanemap_tokens
             continue
         end
         switch $word
-            case -o --output --list --split --simplify
+            case -o --output --list --split --simplify --provider --mode --type --avoid --hilliness \
+                    --windingness --send --point
                 set skip 1
             case '-*' '*LANG_*'
             case '*'
@@ -43,6 +44,20 @@ complete -c corvanemap -l sort -d 'Sort the stops by their names'
 complete -c corvanemap -l unique -d 'Keep one of the stops at the same place'
 complete -c corvanemap -l simplify -x -d 'Leave out points beside the line of the others'
 complete -c corvanemap -l optimize -d 'Order the stops so that the way becomes shorter'
+complete -c corvanemap -l way -r -F -d 'Print the way along the stops of a file'
+complete -c corvanemap -l directions -d 'Ask for the way to each stop before writing'
+complete -c corvanemap -l as-track -d 'With --directions: write the way itself as a track'
+complete -c corvanemap -l with-way -d 'With --directions: write the stops with the way between them'
+complete -c corvanemap -l mode -x -a 'car truck pedestrian bicycle motorcycle van bus' -d 'The vehicle'
+complete -c corvanemap -l type -x \
+    -a 'recommended fastest shortest sightseeing economical thrilling' -d 'The kind of way'
+complete -c corvanemap -l avoid -x \
+    -a 'motorways tolls boat-ferries rail-ferries tunnels dirt-roads used-roads' -d 'What to avoid'
+complete -c corvanemap -l hilliness -x -a 'high normal low' -d 'Hills of a thrilling way'
+complete -c corvanemap -l windingness -x -a 'high normal low' -d 'Bends of a thrilling way'
+complete -c corvanemap -l tractor -d 'The truck is a tractor'
+complete -c corvanemap -l force -d 'Order by road even with more than 500 requests'
+complete -c corvanemap -l roads -d 'The road databases of this machine: add, list or remove'
 complete -c corvanemap -l providers -d 'List the services: what they can do and what they still lack'
 complete -c corvanemap -l provider -x -d 'The service that answers'
 complete -c corvanemap -l find -x -d 'Look for an address or a place'
@@ -59,6 +74,8 @@ complete -c corvanemap -l quiet -d 'Print errors only'
 complete -c corvanemap -l csv-read -x -d 'How the columns of a CSV file are read'
 complete -c corvanemap -l csv-write -x -d 'How the columns of a CSV file are written'
 complete -c corvanemap -l remember -d 'Keep the given CSV layouts'
+complete -c corvanemap -l send -x -a 'tomtom-home navigon-fresh navgate mio-more garmin' -d 'Hand an itinerary to a companion program'
+complete -c corvanemap -l point -x -d 'With --send: only this stop, from 1'
 complete -c corvanemap -l settings -d 'List the settings'
 complete -c corvanemap -l set -x -d 'Change a setting'
 complete -c corvanemap -l formats -d 'List the formats'

@@ -26,6 +26,18 @@ _corvanemap() {
     '*--unique[keep one of the stops at the same place]' \
     '*--simplify[leave out points beside the line of the others]:metres:' \
     '*--optimize=-[order the stops so that the way becomes shorter]::search:(best)' \
+    '--way[print the way along the stops of a file]:source:_files' \
+    '--directions=-[ask for the way to each stop before writing]::provider:' \
+    '(--with-way)--as-track[with --directions: write the way itself as a track]' \
+    '(--as-track)--with-way[with --directions: write the stops with the way between them]' \
+    '--mode[the vehicle]:mode:(car truck pedestrian bicycle motorcycle van bus)' \
+    '--type[the kind of way]:type:(recommended fastest shortest sightseeing economical thrilling)' \
+    '--avoid[what to avoid, with commas]:roads:_values -s , road motorways tolls boat-ferries rail-ferries tunnels dirt-roads used-roads' \
+    '--hilliness[hills of a thrilling way]:degree:(high normal low)' \
+    '--windingness[bends of a thrilling way]:degree:(high normal low)' \
+    '--tractor[the truck is a tractor]' \
+    '--force[order by road even with more than 500 requests]' \
+    '--roads[the road databases of this machine]' \
     '(: -)--providers[list the services: what they can do and what they still lack]' \
     '--provider[the service that answers]:name:' \
     '--find[look for an address or a place]:text:' \
@@ -42,6 +54,8 @@ _corvanemap() {
     '--csv-read[how the columns of a CSV file are read]:layout:' \
     '--csv-write[how the columns of a CSV file are written]:layout:' \
     '--remember[keep the given CSV layouts]' \
+    '--send[hand an itinerary to a companion program]:target:(tomtom-home navigon-fresh navgate mio-more garmin)' \
+    '--point[with --send, only this stop, from 1]:number:' \
     '(: -)--settings[list the settings]' \
     '*--set[change a setting]:key=value:' \
     '(: -)--formats[list the formats]' \

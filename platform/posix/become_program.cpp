@@ -5,6 +5,7 @@
 #include <limits.h>
 #include <unistd.h>
 
+#include "platform/open_link.h"
 #include "platform/posix/errors.h"
 
 namespace {
@@ -29,11 +30,7 @@ uint32_t BecomeProgram(const std::vector<std::string>& arguments) {
   return FailWithErrno();
 }
 
-bool HasDesktop() {
-  // The last one is that of the library that draws the window, for whoever wants no screen.
-  for (const char* const variable : {"WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM"}) {
-    const char* const value = std::getenv(variable);
-    if (value && *value) return true;
-  }
-  return false;
+bool CanShowWindow() {
+  const char* const platform = std::getenv("QT_QPA_PLATFORM");
+  return HasDesktop() || (platform && *platform);
 }

@@ -10,38 +10,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/interruption.h"
 #include "platform/posix/errors.h"
 #include "platform/posix/file_descriptor.h"
 
 extern char** environ;
 
 namespace {
-
-volatile std::sig_atomic_t interruptions = 0;
-
-void NoteInterruption(int /*signal*/) { interruptions = 1; }
-
-/// Takes the signals that would end this process, as long as it lives.
-class InterruptionWatch {
- public:
-  InterruptionWatch() {
-    interruptions = 0;
-    struct sigaction noting {};
-    noting.sa_handler = NoteInterruption;
-    for (size_t i = 0; i < std::size(kSignals); ++i)
-      sigaction(kSignals[i], &noting, &m_former[i]);
-  }
-  ~InterruptionWatch() {
-    for (size_t i = 0; i < std::size(kSignals); ++i)
-      sigaction(kSignals[i], &m_former[i], nullptr);
-  }
-  InterruptionWatch(const InterruptionWatch&) = delete;
-  InterruptionWatch& operator=(const InterruptionWatch&) = delete;
-
- private:
-  static constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
-  struct sigaction m_former[std::size(kSignals)] {};
-};
 
 /// What the child's descriptors and signals are at its start.
 class SpawnPlan {
@@ -89,12 +64,13 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
 }
 
 // Hands out what comes through the pipe until its end. False when it was interrupted.
-bool ReadOutput(int pipe, const std::function<bool(std::string_view)>& onOutput) {
+bool ReadOutput(int pipe, const InterruptionWatch& watch,
+                const std::function<bool(std::string_view)>& onOutput) {
   constexpr int kPatienceMs = 200;  // for an interruption that came between two waits
   for (;;) {
     pollfd waiting{pipe, POLLIN, 0};
     const int ready = poll(&waiting, 1, kPatienceMs);
-    if (interruptions != 0) return false;
+    if (watch.IsInterrupted()) return false;
     if (ready <= 0) continue;
     char bytes[4096];
     const ssize_t count = read(pipe, bytes, sizeof bytes);
@@ -129,15 +105,15 @@ ChildResult RunChild(const std::vector<std::string>& arguments,
   std::vector<std::string> variables = EnglishEnvironment();
   const InterruptionWatch watch;
   pid_t child = 0;
-  const int failure = SpawnPlan(writing.Get())
-                          .Start(child, Pointers(words).data(), Pointers(variables).data());
+  const int failure =
+      SpawnPlan(writing.Get()).Start(child, Pointers(words).data(), Pointers(variables).data());
   if (failure != 0) {
     errno = failure;
     result.status = FailWithErrno();
     return result;
   }
   writing = FileDescriptor();
-  result.interrupted = !ReadOutput(reading.Get(), onOutput);
+  result.interrupted = !ReadOutput(reading.Get(), watch, onOutput);
   if (result.interrupted) kill(-child, SIGKILL);
   result.exitCode = WaitForEnd(child);
   return result;

@@ -67,4 +67,12 @@ uint32_t StartProgram(const std::vector<std::string>& arguments) {
   return 0;
 }
 
+bool HasDesktop() {
+  for (const char* const name : {"WAYLAND_DISPLAY", "DISPLAY"}) {
+    const char* const display = std::getenv(name);
+    if (display != nullptr && *display != '\0') return true;
+  }
+  return false;
+}
+
 uint32_t OpenLink(const std::string& link) { return StartProgram({kOpener, link}); }

@@ -3,20 +3,10 @@
 #include <string>
 
 #include <dlfcn.h>
-#include <limits.h>
-#include <unistd.h>
+
+#include "platform/posix/program_folder.h"
 
 namespace {
-
-// The folder of the running program. $ORIGIN in the module's path would do the same, but not in a
-// sanitizer build, where it stands for the folder of the sanitizer's library.
-std::string ProgramFolder() {
-  char path[PATH_MAX];
-  const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
-  if (length <= 0) return {};
-  const std::string program(path, static_cast<size_t>(length));
-  return program.substr(0, program.rfind('/'));
-}
 
 void* OpenModule(const std::string& name) {
   const std::string folder = ProgramFolder();

@@ -28,13 +28,13 @@ uint32_t OpenRegularFile(const WideString& path, FileDescriptor& file, FileState
   if (S_ISDIR(details.st_mode)) return kStatusAccessDenied;
   if (!S_ISREG(details.st_mode)) return kStatusInvalidParameter;
   state = StateOf(details);
-  return 0;
+  return kStatusSuccess;
 }
 
 uint32_t CheckUnchanged(int descriptor, const FileState& state) {
   struct stat details {};
   if (fstat(descriptor, &details) == 0) {
-    if (StateOf(details) == state) return 0;
+    if (StateOf(details) == state) return kStatusSuccess;
     errno = EBUSY;
   }
   return FailWithErrno();

@@ -4,13 +4,13 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <time.h>
 #include <unistd.h>
 
 #include "platform/folder.h"
 #include "platform/path_text.h"
 #include "platform/posix/errors.h"
 #include "platform/posix/file_descriptor.h"
+#include "platform/posix/lock_patience.h"
 
 namespace {
 
@@ -23,10 +23,6 @@ constexpr mode_t kPrivate = S_IRUSR | S_IWUSR;
 // every other program from reading and writing.
 constexpr off_t kLockStart = 0x40000000;
 constexpr off_t kLockSize = 512;
-
-// How long these bytes are waited for, in steps of 10 ms.
-constexpr int kLockAttempts = 500;
-constexpr long kLockPause = 10'000'000;
 
 bool Exists(const std::string& path) {
   struct stat details {};
@@ -41,18 +37,17 @@ std::string FreeName(const std::string& path) {
 }
 
 // Locks the file until it is closed.
-bool LockAgainstSqlite(const FileDescriptor& file) {
+bool LockAgainstSqlite(const std::string& path, const FileDescriptor& file) {
   struct flock lock {};
   lock.l_type = F_WRLCK;
   lock.l_whence = SEEK_SET;
   lock.l_start = kLockStart;
   lock.l_len = kLockSize;
-  for (int attempt = 0; attempt < kLockAttempts; ++attempt) {
+  LockPatience patience(path);
+  do {
     if (fcntl(file.Get(), F_SETLK, &lock) == 0) return true;
     if (errno != EACCES && errno != EAGAIN) return false;
-    const timespec pause{0, kLockPause};
-    nanosleep(&pause, nullptr);
-  }
+  } while (patience.WaitAMoment());
   errno = EBUSY;
   return false;
 }
@@ -98,7 +93,7 @@ uint32_t PutAside(const std::string& path,
   aside.clear();
   const FileDescriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC));
   if (!file) return errno == ENOENT ? 0 : FailWithErrno();
-  if (!LockAgainstSqlite(file)) return FailWithErrno();
+  if (!LockAgainstSqlite(path, file)) return FailWithErrno();
 
   const std::string copy = FreeName(path);
   if (!CopyContent(file, copy) || !CopyJournal(path, copy)) {

@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <limits>
 #include <map>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -12,11 +11,13 @@
 #include <sqlite3.h>
 #include <sys/stat.h>
 
-#include "base/unicode.h"
+#include "base/status.h"
+#include "base/text.h"
 #include "platform/known_folders.h"
 #include "platform/path_text.h"
 #include "platform/posix/settings_file.h"
-#include "platform/posix/sqlite_database.h"
+#include "platform/posix/settings_news.h"
+#include "platform/sqlite_database.h"
 
 namespace {
 
@@ -38,23 +39,21 @@ constexpr std::string_view kWriteValue =
 constexpr std::string_view kReadValues =
     "SELECT value.name, value.kind, value.data FROM folder JOIN value ON value.folder = folder.id"
     " WHERE folder.path = ?1 AND length(CAST(value.data AS BLOB)) <= ?2";
+// ?1 ends with a separator.
+constexpr std::string_view kReadFolders =
+    "SELECT substr(path, length(?1) + 1) AS name FROM folder"
+    " WHERE substr(path, 1, length(?1)) = ?1 COLLATE NOCASE AND instr(name, '\\') = 0";
+constexpr std::string_view kRemoveValue =
+    "DELETE FROM value WHERE name = ?2 AND folder = (SELECT id FROM folder WHERE path = ?1)";
+// ?2 is ?1 with a separator behind it.
+constexpr std::string_view kRemoveValuesBelow =
+    "DELETE FROM value WHERE folder IN (SELECT id FROM folder"
+    " WHERE path = ?1 OR substr(path, 1, length(?2)) = ?2 COLLATE NOCASE)";
+constexpr std::string_view kRemoveFolders =
+    "DELETE FROM folder WHERE path = ?1 OR substr(path, 1, length(?2)) = ?2 COLLATE NOCASE";
 
 // The column `kind`.
 enum ValueKind : int64_t { kKindBinary = 1, kKindNumber = 2, kKindNumber64 = 3, kKindText = 4 };
-
-constexpr uint32_t kNotFound = 2;
-constexpr uint32_t kAccessDenied = 5;
-constexpr uint32_t kInvalidHandle = 6;
-constexpr uint32_t kOutOfMemory = 8;
-constexpr uint32_t kBadLength = 24;
-constexpr uint32_t kSharingViolation = 32;
-constexpr uint32_t kNotSupported = 50;
-constexpr uint32_t kDiskFull = 112;
-constexpr uint32_t kInternalError = 1359;
-constexpr uint32_t kFileCorrupt = 1392;
-
-std::mutex damagedFileMutex;
-WideString damagedFile;
 
 uint32_t StatusOf(int result) {
   switch (result & 0xFF) {
@@ -64,23 +63,23 @@ uint32_t StatusOf(int result) {
       return 0;
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-      return kFileCorrupt;
+      return kStatusFileCorrupt;
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-      return kSharingViolation;
+      return kStatusSharingViolation;
     case SQLITE_PERM:
     case SQLITE_AUTH:
     case SQLITE_READONLY:
     case SQLITE_CANTOPEN:
-      return kAccessDenied;
+      return kStatusAccessDenied;
     case SQLITE_NOMEM:
-      return kOutOfMemory;
+      return kStatusOutOfMemory;
     case SQLITE_FULL:
-      return kDiskFull;
+      return kStatusDiskFull;
     case SQLITE_TOOBIG:
-      return kBadLength;
+      return kStatusBadLength;
     default:
-      return kInternalError;
+      return kStatusInternalError;
   }
 }
 
@@ -94,29 +93,6 @@ struct LessIgnoringCase {
 
 using FolderValues = std::map<std::string, SettingsValue, LessIgnoringCase>;
 
-// Text is kept as UTF-8; half a character becomes U+FFFD.
-std::string ToUtf8(const WideString& text) {
-  constexpr char32_t kReplacement = 0xFFFD;
-  std::string utf8;
-  for (size_t i = 0; i < text.size();) {
-    const DecodedCodePoint decoded = DecodeUtf16(text, i);
-    AppendUtf8(utf8, decoded.valid ? decoded.codePoint : kReplacement);
-    i += decoded.length;
-  }
-  return utf8;
-}
-
-WideString ToWide(std::string_view utf8) {
-  constexpr char32_t kReplacement = 0xFFFD;
-  WideString text;
-  for (size_t i = 0; i < utf8.size();) {
-    const DecodedCodePoint decoded = DecodeUtf8(utf8, i);
-    AppendUtf16(text, decoded.valid ? decoded.codePoint : kReplacement);
-    i += decoded.length;
-  }
-  return text;
-}
-
 // The value in the columns `kind` and `data` of a row; none when its kind is not one of ours.
 std::optional<SettingsValue> ValueOf(const SqliteStatement& row, int kind, int data) {
   switch (row.Number(kind)) {
@@ -127,7 +103,7 @@ std::optional<SettingsValue> ValueOf(const SqliteStatement& row, int kind, int d
     case kKindNumber64:
       return static_cast<uint64_t>(row.Number(data));
     case kKindText:
-      return ToWide(row.Text(data));
+      return Utf8ToWideLossy(row.Text(data));
     default:
       return std::nullopt;
   }
@@ -139,7 +115,7 @@ bool IsDamaged(SqliteDatabase& database, int64_t version) {
     // Tables without a version are somebody else's.
     int64_t tables = 0;
     const int result = database.Query("SELECT count(*) FROM sqlite_schema", tables);
-    return tables != 0 || StatusOf(result) == kFileCorrupt;
+    return tables != 0 || StatusOf(result) == kStatusFileCorrupt;
   }
   if (version == kVersion) {
     for (const std::string_view statement : {kAddFolder, kWriteValue, kReadValues}) {
@@ -151,7 +127,7 @@ bool IsDamaged(SqliteDatabase& database, int64_t version) {
   const int result = database.Query("PRAGMA quick_check(1)", report);
   if (result == SQLITE_OK) return report != "ok";
   // A plain error is a file of a format that does not exist.
-  return StatusOf(result) == kFileCorrupt || (result & 0xFF) == SQLITE_ERROR;
+  return StatusOf(result) == kStatusFileCorrupt || (result & 0xFF) == SQLITE_ERROR;
 }
 
 bool IsFileDamaged(const std::string& path) {
@@ -160,7 +136,7 @@ bool IsFileDamaged(const std::string& path) {
   int result = database.Open(path, SqliteDatabase::Mode::kReadWrite);
   if (result == SQLITE_OK) result = database.Query("PRAGMA user_version", version);
   if (result == SQLITE_OK) return IsDamaged(database, version);
-  return StatusOf(result) == kFileCorrupt;
+  return StatusOf(result) == kStatusFileCorrupt;
 }
 
 class SqliteSettings final : public SettingsBackend {
@@ -172,22 +148,28 @@ class SqliteSettings final : public SettingsBackend {
   uint32_t Write(std::string_view folder, std::string_view name,
                  const SettingsValue& value) override;
   uint32_t ListValues(std::string_view folder, std::vector<std::string>& names) override;
+  uint32_t ListFolders(std::string_view path, std::vector<std::string>& names) override;
+  uint32_t RemoveValue(std::string_view folder, std::string_view name) override;
+  uint32_t RemoveFolder(std::string_view path) override;
   uint32_t BeginSave() override;
   uint32_t CommitSave() override;
   void AbandonSave() override;
 
  private:
-  // The values of one folder as they were read.
+  // What stands in one folder, as it was read.
+  struct Content {
+    FolderValues values;
+    std::vector<std::string> folders;
+  };
   struct Snapshot {
     std::string folder;
     uint32_t status;
-    FolderValues values;
+    Content content;
   };
 
   const Snapshot& SnapshotOf(std::string_view folder);
-  uint32_t ReadFile(std::string_view folder, FolderValues& values);
-  static uint32_t ReadValues(SqliteDatabase& database, std::string_view folder,
-                             FolderValues& values);
+  uint32_t ReadFile(std::string_view folder, Content& content);
+  static uint32_t ReadContent(SqliteDatabase& database, std::string_view folder, Content& content);
   uint32_t OpenForSave();
   uint32_t PrepareTables();
   uint32_t RemoveDamage();
@@ -206,15 +188,23 @@ uint32_t SqliteSettings::Read(std::string_view folder, std::string_view name,
                               SettingsValue& value) {
   const Snapshot& snapshot = SnapshotOf(folder);
   if (snapshot.status != 0) return snapshot.status;
-  const auto found = snapshot.values.find(std::string(name));
-  if (found == snapshot.values.end()) return kNotFound;
+  const FolderValues& values = snapshot.content.values;
+  const auto found = values.find(std::string(name));
+  if (found == values.end()) return kStatusFileNotFound;
   value = found->second;
   return 0;
 }
 
 uint32_t SqliteSettings::ListValues(std::string_view folder, std::vector<std::string>& names) {
   const Snapshot& snapshot = SnapshotOf(folder);
-  for (const auto& [name, value] : snapshot.values) names.push_back(name);
+  for (const auto& [name, value] : snapshot.content.values) names.push_back(name);
+  return snapshot.status;
+}
+
+uint32_t SqliteSettings::ListFolders(std::string_view path, std::vector<std::string>& names) {
+  const Snapshot& snapshot = SnapshotOf(path);
+  const std::vector<std::string>& folders = snapshot.content.folders;
+  names.insert(names.end(), folders.begin(), folders.end());
   return snapshot.status;
 }
 
@@ -223,47 +213,48 @@ const SqliteSettings::Snapshot& SqliteSettings::SnapshotOf(std::string_view fold
   m_snapshot.emplace(Snapshot{std::string(folder), 0, {}});
   Snapshot& snapshot = *m_snapshot;
   if (m_saving.IsOpen()) {
-    snapshot.status = ReadValues(m_saving, folder, snapshot.values);
+    snapshot.status = ReadContent(m_saving, folder, snapshot.content);
     return snapshot;
   }
-  snapshot.status = ReadFile(folder, snapshot.values);
-  if (snapshot.status == kFileCorrupt) {
-    snapshot.values.clear();
+  snapshot.status = ReadFile(folder, snapshot.content);
+  if (snapshot.status == kStatusFileCorrupt) {
     snapshot.status = RemoveDamage();
     // Another program may have made it sound meanwhile.
-    if (snapshot.status == 0) snapshot.status = ReadFile(folder, snapshot.values);
+    if (snapshot.status == 0) snapshot.status = ReadFile(folder, snapshot.content);
   }
-  if (snapshot.status != 0) snapshot.values.clear();
+  if (snapshot.status != 0) snapshot.content = {};
+  if (snapshot.status == kStatusSharingViolation) SettingsReporter::Instance().TellLocked();
   return snapshot;
 }
 
-uint32_t SqliteSettings::ReadFile(std::string_view folder, FolderValues& values) {
+uint32_t SqliteSettings::ReadFile(std::string_view folder, Content& content) {
   struct stat details {};
   if (stat(m_path.c_str(), &details) != 0)
-    return errno == ENOENT || errno == ENOTDIR ? kNotFound : kAccessDenied;
-  if (!S_ISREG(details.st_mode)) return kAccessDenied;
+    return errno == ENOENT || errno == ENOTDIR ? kStatusFileNotFound : kStatusAccessDenied;
+  if (!S_ISREG(details.st_mode)) return kStatusAccessDenied;
   uint32_t status = 0;
   // A save that was killed is taken back by the next program that opens the file, which has to
   // write for that.
   for (const auto mode : {SqliteDatabase::Mode::kReadOnly, SqliteDatabase::Mode::kReadWrite}) {
     SqliteDatabase database;
-    values.clear();
+    content = {};
     status = StatusOf(database.Open(m_path, mode));
     // All that is asked must be of one moment, and costs one lock.
     if (status == 0) status = StatusOf(database.Execute("BEGIN"));
-    if (status == 0) status = ReadValues(database, folder, values);
-    if (status != kAccessDenied) break;
+    if (status == 0) status = ReadContent(database, folder, content);
+    if (status != kStatusAccessDenied) break;
   }
+  if (status == kStatusSuccess) SettingsReporter::Instance().isLocked = false;
   return status;
 }
 
-uint32_t SqliteSettings::ReadValues(SqliteDatabase& database, std::string_view folder,
-                                    FolderValues& values) {
+uint32_t SqliteSettings::ReadContent(SqliteDatabase& database, std::string_view folder,
+                                     Content& content) {
   int64_t version = 0;
   if (const int result = database.Query("PRAGMA user_version", version)) return StatusOf(result);
   if (version != kVersion) {
-    if (IsDamaged(database, version)) return kFileCorrupt;
-    return version == 0 ? kNotFound : kNotSupported;
+    if (IsDamaged(database, version)) return kStatusFileCorrupt;
+    return version == 0 ? kStatusFileNotFound : kStatusNotSupported;
   }
 
   SqliteStatement rows(database, kReadValues);
@@ -272,10 +263,17 @@ uint32_t SqliteSettings::ReadValues(SqliteDatabase& database, std::string_view f
   int result = rows.Step();
   for (; result == SQLITE_ROW; result = rows.Step()) {
     if (std::optional<SettingsValue> value = ValueOf(rows, 1, 2))
-      values.insert_or_assign(std::string(rows.Text(0)), std::move(*value));
+      content.values.insert_or_assign(std::string(rows.Text(0)), std::move(*value));
+  }
+  if (result == SQLITE_DONE) {
+    const std::string below = std::string(folder) + kSettingsPathSeparator;
+    SqliteStatement folders(database, kReadFolders);
+    folders.BindText(1, below);
+    for (result = folders.Step(); result == SQLITE_ROW; result = folders.Step())
+      content.folders.emplace_back(folders.Text(0));
   }
   // With this version the tables must be there.
-  return (result & 0xFF) == SQLITE_ERROR ? kFileCorrupt : StatusOf(result);
+  return (result & 0xFF) == SQLITE_ERROR ? kStatusFileCorrupt : StatusOf(result);
 }
 
 // Writing
@@ -308,7 +306,7 @@ uint32_t SqliteSettings::CreateFolder(std::string_view path) {
 
 uint32_t SqliteSettings::Write(std::string_view folder, std::string_view name,
                                const SettingsValue& value) {
-  return InSave([this, folder, name, &value] {
+  return InSave([this, folder, name, &value]() -> uint32_t {
     std::string bytes;
     SqliteStatement write(m_saving, kWriteValue);
     write.BindText(1, folder);
@@ -324,20 +322,43 @@ uint32_t SqliteSettings::Write(std::string_view folder, std::string_view name,
       write.BindNumber(3, kKindNumber64);
       write.BindNumber(4, static_cast<int64_t>(*large));
     } else {
-      bytes = ToUtf8(std::get<WideString>(value));
+      bytes = WideToUtf8Lossy(std::get<WideString>(value));
       write.BindNumber(3, kKindText);
       write.BindText(4, bytes);
     }
-    if (bytes.size() > kLargestSettingsValue) return kBadLength;
+    if (bytes.size() > kLargestSettingsValue) return kStatusBadLength;
     if (const uint32_t status = StatusOf(write.Step())) return status;
-    return m_saving.Changes() == 0 ? kInvalidHandle : uint32_t{0};
+    return m_saving.Changes() == 0 ? kStatusInvalidHandle : kStatusSuccess;
+  });
+}
+
+uint32_t SqliteSettings::RemoveValue(std::string_view folder, std::string_view name) {
+  return InSave([this, folder, name]() -> uint32_t {
+    SqliteStatement remove(m_saving, kRemoveValue);
+    remove.BindText(1, folder);
+    remove.BindText(2, name);
+    if (const uint32_t status = StatusOf(remove.Step())) return status;
+    return m_saving.Changes() == 0 ? kStatusFileNotFound : kStatusSuccess;
+  });
+}
+
+uint32_t SqliteSettings::RemoveFolder(std::string_view path) {
+  return InSave([this, path]() -> uint32_t {
+    const std::string below = std::string(path) + kSettingsPathSeparator;
+    for (const std::string_view statement : {kRemoveValuesBelow, kRemoveFolders}) {
+      SqliteStatement remove(m_saving, statement);
+      remove.BindText(1, path);
+      remove.BindText(2, below);
+      if (const uint32_t status = StatusOf(remove.Step())) return status;
+    }
+    return m_saving.Changes() == 0 ? kStatusFileNotFound : kStatusSuccess;
   });
 }
 
 uint32_t SqliteSettings::BeginSave() {
   m_snapshot.reset();
   uint32_t status = OpenForSave();
-  if (status == kFileCorrupt) {
+  if (status == kStatusFileCorrupt) {
     m_saving.Close();
     status = RemoveDamage();
     if (status == 0) status = OpenForSave();
@@ -350,15 +371,17 @@ uint32_t SqliteSettings::OpenForSave() {
   if (const uint32_t status = EnsurePrivateFile(m_path)) return status;
   int result = m_saving.Open(m_path, SqliteDatabase::Mode::kReadWrite);
   if (result == SQLITE_OK) result = m_saving.Execute("BEGIN IMMEDIATE");
-  return result == SQLITE_OK ? PrepareTables() : StatusOf(result);
+  if (result != SQLITE_OK) return StatusOf(result);
+  SettingsReporter::Instance().isLocked = false;
+  return PrepareTables();
 }
 
 uint32_t SqliteSettings::PrepareTables() {
   int64_t version = 0;
   if (const int result = m_saving.Query("PRAGMA user_version", version)) return StatusOf(result);
-  if (IsDamaged(m_saving, version)) return kFileCorrupt;
+  if (IsDamaged(m_saving, version)) return kStatusFileCorrupt;
   if (version == 0) return StatusOf(m_saving.Execute(kMakeTables));
-  return version == kVersion ? 0 : kNotSupported;
+  return version == kVersion ? kStatusSuccess : kStatusNotSupported;
 }
 
 uint32_t SqliteSettings::CommitSave() {
@@ -378,10 +401,7 @@ void SqliteSettings::AbandonSave() {
 uint32_t SqliteSettings::RemoveDamage() {
   std::string aside;
   if (const uint32_t status = PutAside(m_path, IsFileDamaged, aside)) return status;
-  if (!aside.empty()) {
-    const std::lock_guard lock(damagedFileMutex);
-    damagedFile = WidePath(aside);
-  }
+  if (!aside.empty()) SettingsReporter::Instance().TellDamaged(WidePath(aside));
   return 0;
 }
 
@@ -394,9 +414,4 @@ std::unique_ptr<SettingsBackend> OpenSqliteSettings(const WideString& path) {
 std::unique_ptr<SettingsBackend> OpenUserSettings() {
   const WideString folder = SettingsFolder();
   return folder.empty() ? nullptr : OpenSqliteSettings(folder + u"/settings.db");
-}
-
-WideString TakeDamagedSettingsFile() {
-  const std::lock_guard lock(damagedFileMutex);
-  return std::exchange(damagedFile, {});
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -28,20 +29,27 @@ struct LegFailure {
 };
 
 /// Asks `provider` for the way from the point before `to` to it, waits without a limit, and gives
-/// the point this leg. Without success the point has no leg afterwards.
+/// the point this leg. Without success the point has no leg afterwards. A stop cancels it.
 LegFailure CalculateLeg(CRouteProvider& provider, CGpsPointArray& list, size_t to,
-                        uint32_t travelMode, const CRouteOptions& options);
+                        uint32_t travelMode, const CRouteOptions& options,
+                        const std::stop_token& stop = {});
 
 /// What `CalculateLegs` has done.
 struct LegsResult {
   size_t calculated = 0;
   std::vector<LegFailure> failures;  ///< passed over
-  bool cancelled = false;            ///< by `onLeg`
+  bool cancelled = false;            ///< the rest has no legs
 };
 
 /// A leg for every point but the first, one request after the other, so that no provider has more
 /// than one at a time. `onLeg` is called in front of each with the index of its point; when it
-/// answers false, the rest is left undone. Totals are up to date afterwards.
+/// answers false, or with a stop from any thread, the rest is left undone. Totals are up to date
+/// afterwards.
 LegsResult CalculateLegs(CRouteProvider& provider, CGpsPointArray& list, uint32_t travelMode,
                          const CRouteOptions& options,
-                         const std::function<bool(size_t to)>& onLeg = {});
+                         const std::function<bool(size_t to)>& onLeg = {},
+                         const std::stop_token& stop = {});
+
+/// Puts the calculated way itself into the place of the stops: all points of all legs in their
+/// order. The name stays.
+void ReplaceStopsByWay(CGpsPointArray& list);

@@ -4,9 +4,13 @@
 
 #include "base/format_text.h"
 #include "base/localized_text.h"
+#include "base/status.h"
 #include "base/text_ids.h"
 #include "net/internet_exception.h"
+#include "platform/folder.h"
+#include "platform/output_file.h"
 #include "platform/path_text.h"
+#include "platform/scratch_folder.h"
 #include "services/directions/route_options.h"
 #include "services/directions/route_reply.h"
 #include "services/offline/road_profile.h"
@@ -14,6 +18,24 @@
 #include "services/service_table.h"
 
 namespace {
+
+/// A profile in a file, which the engine reads it from, gone with this.
+class ProfileFile {
+ public:
+  explicit ProfileFile(const std::string& profile) {
+    if (m_folder.Path().empty()) return;
+    const WideString path = JoinedPath(m_folder.Path(), u"profile.xml");
+    OutputFile file(path);
+    file.Write(profile);
+    if (file.Commit() == kStatusSuccess) m_path = PathBytes(path);
+  }
+  /// Empty when it could not be written.
+  const std::string& Path() const { return m_path; }
+
+ private:
+  ScratchFolder m_folder;
+  std::string m_path;
+};
 
 // The name of a stop for the user, with its position.
 std::string Described(const CGpsNamedPoint& point) {
@@ -45,6 +67,23 @@ void TakeWay(const std::vector<RoadPoint>& way, CRouteData& leg) {
   endStep(way.back());
   leg.measure = MakeMeasure(RoundedUint32(way.back().metres), RoundedUint32(way.back().seconds));
   TakePathFromShape(leg);
+}
+
+// The engine calls the ends of a way by a word and a number, such as "Waypoint#1".
+void NameStop(const CGpsNamedPoint& stop, std::string_view number, std::string& instruction) {
+  const size_t mark = instruction.find(number);
+  if (stop.name.empty() || mark == std::string::npos) return;
+  const size_t blank = instruction.rfind(' ', mark);
+  const size_t start = blank == std::string::npos ? 0 : blank + 1;
+  instruction.replace(start, mark + number.size() - start, stop.name);
+}
+
+void NameEnds(const CGpsNamedPoint& from, const CGpsNamedPoint& to, CRouteData& leg) {
+  if (leg.path.points.empty() || leg.steps.empty()) return;
+  leg.path.points.front()->name = from.name;
+  leg.path.points.back()->name = to.name;
+  NameStop(from, "#1", leg.steps.front().instruction);
+  NameStop(to, "#2", leg.steps.back().instruction);
 }
 
 std::string_view LanguageCode() {
@@ -113,6 +152,8 @@ void OfflineRouter::Run(const CGpsPointList& points, uint32_t travelMode,
   const std::vector<RoadDatabase> databases = ListRoadDatabases();
   RoadQuery query;
   query.profile = RoadProfile(travelMode, options);
+  const ProfileFile profileFile(query.profile);
+  query.profileFile = profileFile.Path();
   query.language = LanguageCode();
   query.quickest = options.mode != kShortest;
   const CGpsNamedPoint* from = nullptr;
@@ -143,6 +184,7 @@ uint32_t OfflineRouter::CalculateLeg(const std::vector<RoadDatabase>& databases,
     switch (RoadEngine()->FindWay(query, CancelFlag(), way)) {
       case RoadResult::kFound:
         TakeWay(way, leg);
+        NameEnds(from, to, leg);
         return kRouteSuccess;
       case RoadResult::kCancelled:
         return TransportStatus(kInternetCancelled);
@@ -166,6 +208,8 @@ uint32_t OfflineRouter::ExplainNoDatabase(const std::vector<RoadDatabase>& datab
                                           const CGpsNamedPoint& from, const CGpsNamedPoint& to) {
   RoadQuery query;
   query.profile = RoadProfile(kPedestrian, CRouteOptions());
+  const ProfileFile profileFile(query.profile);
+  query.profileFile = profileFile.Path();
   query.language = LanguageCode();
   for (const CGpsNamedPoint* const point : {&from, &to}) {
     const RoadPosition position = PositionOf(*point);

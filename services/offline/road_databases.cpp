@@ -24,8 +24,8 @@ constexpr char kTeller[] = "filedumper";
 constexpr char16_t kRulesOfMaker[] = u"/usr/share/routino/tagging.xml";
 constexpr char16_t kBoundsFile[] = u"bounds";
 // In front of the names of databases that are being made; no finished one begins so.
-constexpr char16_t kUnfinished[] = u".new-";
-constexpr char16_t kReplaced[] = u".old-";
+constexpr std::u16string_view kUnfinished = u".new-";
+constexpr std::u16string_view kReplaced = u".old-";
 constexpr char16_t kNodesFile[] = u"nodes.mem";
 
 WideString RoadsFolder() {
@@ -34,6 +34,11 @@ WideString RoadsFolder() {
 }
 
 WideString FolderOf(std::string_view name) { return RoadsFolder() + u"/" + WidenAscii(name); }
+
+// One beside it that is not listed.
+WideString HiddenFolder(std::u16string_view mark, std::string_view name) {
+  return RoadsFolder() + u"/" + WideString(mark) + WidenAscii(name);
+}
 
 std::string BytesOf(const WideString& path) {
   InputFile file;
@@ -151,14 +156,10 @@ std::optional<RoadBounds> ReadBounds(const WideString& folder) {
   return bounds;
 }
 
-// What makers that were killed have left.
-void RemoveLeftovers(const WideString& folder) {
-  std::vector<WideString> names;
-  if (ListFolder(folder, names) != kStatusSuccess) return;
-  for (const WideString& name : names) {
-    if (name.starts_with(kUnfinished) || name.starts_with(kReplaced))
-      RemoveFolder(folder + u"/" + name);
-  }
+// What a maker of this database that was killed has left. Others may be made at the same time.
+void RemoveLeftovers(std::string_view name) {
+  for (const std::u16string_view mark : {kUnfinished, kReplaced})
+    RemoveFolder(HiddenFolder(mark, name));
 }
 
 /// A folder that is removed with its content unless it is kept.
@@ -249,8 +250,8 @@ RoadsChange AddRoadDatabase(std::string_view name, const WideString& extract,
   if (!IsExtract(extract)) return RoadsChange::kNoExtract;
   const WideString parent = RoadsFolder();
   if (parent.empty()) return RoadsChange::kNotWritable;
-  const UnfinishedFolder making(parent + u"/" + kUnfinished + WidenAscii(name));
-  RemoveLeftovers(parent);
+  const UnfinishedFolder making(HiddenFolder(kUnfinished, name));
+  RemoveLeftovers(name);
   if (CreateFolders(making.Path()) != kStatusSuccess) return RoadsChange::kNotWritable;
 
   LineGatherer lines(onProgress);
@@ -262,8 +263,7 @@ RoadsChange AddRoadDatabase(std::string_view name, const WideString& extract,
         fmt::format("{} {} {} {}\n", bounds->south, bounds->west, bounds->north, bounds->east);
     if (!WriteFile(making.Path() + u"/" + kBoundsFile, text)) return RoadsChange::kNotWritable;
   }
-  const bool isInPlace =
-      making.PutInPlaceOf(FolderOf(name), parent + u"/" + kReplaced + WidenAscii(name));
+  const bool isInPlace = making.PutInPlaceOf(FolderOf(name), HiddenFolder(kReplaced, name));
   return isInPlace ? RoadsChange::kDone : RoadsChange::kNotWritable;
 }
 
@@ -272,7 +272,7 @@ RoadsChange RemoveRoadDatabase(std::string_view name) {
   const WideString folder = FolderOf(name);
   if (FileAttributes(folder) != kAttributeDirectory) return RoadsChange::kNotThere;
   // Out of sight first, so that no half of it is ever taken for a database.
-  const WideString aside = RoadsFolder() + u"/" + kReplaced + WidenAscii(name);
+  const WideString aside = HiddenFolder(kReplaced, name);
   if (RenameFolder(folder, aside) != kStatusSuccess) return RoadsChange::kNotWritable;
   return RemoveFolder(aside) == kStatusSuccess ? RoadsChange::kDone : RoadsChange::kNotWritable;
 }

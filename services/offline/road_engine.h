@@ -15,10 +15,11 @@ struct RoadPosition {
 
 /// A way that is asked for.
 struct RoadQuery {
-  std::string database;  ///< the folder of a road database
-  std::string profile;   ///< what vehicles may use and how fast, as an XML document
-  std::string language;  ///< of the instructions: "en", "de", ...
-  bool quickest = true;  ///< else the shortest
+  std::string database;     ///< the folder of a road database
+  std::string profile;      ///< what vehicles may use and how fast, as an XML document
+  std::string profileFile;  ///< a file that holds it
+  std::string language;     ///< of the instructions: "en", "de", ...
+  bool quickest = true;     ///< else the shortest
   RoadPosition from;
   RoadPosition to;
 };

@@ -75,6 +75,7 @@ bool IsCleanError(const std::string& message, const std::string& source) {
                         ": The file cannot be read. Reason: the file is in use by another program; "
                         "close it there and try again\n" ||
          message == source + ": The file cannot be read.\n" ||
+         message.starts_with(source + ": The file cannot be read. The error is in line ") ||
          message == source + ": Unknown file format.\n" ||
          message == source + ": The file cannot be read. Reason: no such file or folder\n" ||
          message == "The source \"" + source + "\" does not exist.\n";

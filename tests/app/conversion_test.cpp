@@ -361,7 +361,9 @@ TEST(Information, ThatCannotBePrintedIsAFailure) {
 TEST(Information, IsPrintedOnRequest) {
   const ProgramResult version = RunConverter({"--version"});
   EXPECT_EQ(version.status, 0);
-  EXPECT_EQ(version.output, "Corvane Map 1.21\n");
+  EXPECT_EQ(version.output,
+            "Corvane Map 1.21\n"
+            "Towns of the world: GeoNames (https://www.geonames.org/), CC BY 4.0\n");
   const ProgramResult help = RunConverter({"--help"});
   EXPECT_EQ(help.status, 0);
   for (const std::string option : {"SOURCE", "KEY", "--output", "--list", "--split", "--quiet",

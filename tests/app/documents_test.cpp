@@ -105,7 +105,7 @@ TEST_P(ShownIn, CommandsDoWhatIsShown) {
     // A terminal shows both streams in one.
     const ProgramResult result =
         RunShell("cd " + Quoted(root) + " && export LC_ALL=C XDG_CONFIG_HOME=" + Quoted(root) +
-                 " && { " + shown.command + "\n} 2>&1");
+                 " XDG_DATA_HOME=" + Quoted(root) + " && { " + shown.command + "\n} 2>&1");
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(Matches(shown.output, Lines(result.output))) << result.output;
   }

@@ -10,6 +10,7 @@
 
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -241,6 +242,35 @@ TEST_F(ServiceCommands, LocatesMeasuresAndLooks) {
   const ProgramResult panorama = Run({"--panorama", "48.08,7.36"});
   EXPECT_EQ(panorama.output, "48.080000,7.360000  Rue X (Colmar)\n");
   EXPECT_EQ(panorama.errors, "Requests to google-panorama: 1\n");
+}
+
+TEST_F(ServiceCommands, TownsAnswerFromThisMachine) {
+  const ProgramResult found = Run({"--find", "Obernai"});
+  EXPECT_EQ(found.status, 0);
+  EXPECT_THAT(found.output, AllOf(StartsWith("48.4"), HasSubstr("  Obernai, Grand Est, France")));
+  // Nobody was asked.
+  EXPECT_EQ(found.errors, "");
+  EXPECT_EQ(Run({"--find", "rue des Clefs, Colmar", "--offline"}).status, 0);
+  EXPECT_THAT(Run({"--locate", "48.46,7.48", "--json"}).output,
+              AllOf(StartsWith("{\"provider\": {\"id\": 101, \"name\": \"offline-places\"}, "
+                               "\"status\": 0, \"message\": null,\n \"places\": [\n"),
+                    HasSubstr("\"name\": \"Obernai, Grand Est, France\"")));
+  EXPECT_THAT(Run({"--find", "Ober", "--near", "48.58,7.75", "--radius", "30000"}).output,
+              HasSubstr("Obernai, Grand Est, France\n"));
+  const ProgramResult nothing = Run({"--find", "Xyzzyqwert"});
+  EXPECT_EQ(nothing.status, 1);
+  EXPECT_EQ(nothing.errors, "offline-places: Nothing was found. (status 1)\n");
+}
+
+TEST_F(ServiceCommands, TheFinderOfTheSettingsAnswers) {
+  const LoopbackServer server([](const std::string&) { return HttpReply(kColmar); });
+  Set({"service.google.url=" + server.Url(), "service.google.key=K", "FindProvider=2"});
+  EXPECT_EQ(Run({"--find", "x"}).errors, "Requests to google: 1\n");
+  EXPECT_EQ(Run({"--locate", "1,2"}).errors, "Requests to google: 1\n");
+  // What it cannot do is done here.
+  Set({"FindProvider=3"});
+  EXPECT_EQ(Run({"--find", "Obernai", "--near", "48.46,7.48"}).status, 0);
+  EXPECT_EQ(Run({"--find", "Obernai", "--provider", "offline-places"}).status, 0);
 }
 
 TEST_F(ServiceCommands, RefusesWhatIsNoPosition) {

@@ -1,12 +1,15 @@
 // Settings and CSV layouts from the command line.
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
-#include "settings/settings.h"
+#include "settings/favorites.h"
 #include "settings/storage.h"
 #include "tests/list_builder.h"
 #include "tests/run_program.h"
@@ -147,7 +150,7 @@ TEST_F(SettingsCommand, TellsOfDamageThatOnlyASaveFinds) {
     setenv("XDG_CONFIG_HOME", folder.PathTo("config").c_str(), 1);
     CGpsRoute favorites;
     for (int i = 0; i < 2000; ++i) favorites.points.push_back(MakePoint(1, 2, "place"));
-    EXPECT_EQ(CSettings().SaveFavorites(favorites), 0u);
+    EXPECT_EQ(SaveFavorites(storage::OpenUserStorage(), favorites), 0u);
     unsetenv("XDG_CONFIG_HOME");
     std::string store = folder.Get("config/CorvaneMap/settings.db");
     ASSERT_GT(store.size(), 10u * 4096);
@@ -162,6 +165,57 @@ TEST_F(SettingsCommand, TellsOfDamageThatOnlyASaveFinds) {
     EXPECT_TRUE(folder.Has("config/CorvaneMap/settings.db.damaged"));
     EXPECT_EQ(Run({"--settings"}).errors, "");
   }
+}
+
+// Holds the bytes that SQLite locks, as a program does that hangs while it saves.
+class HeldFile {
+ public:
+  explicit HeldFile(const std::string& path) : m_file(open(path.c_str(), O_RDWR)) {
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = 0x40000000;
+    lock.l_len = 512;
+    EXPECT_EQ(fcntl(m_file, F_SETLK, &lock), 0);
+  }
+  ~HeldFile() { close(m_file); }
+  HeldFile(const HeldFile&) = delete;
+  HeldFile& operator=(const HeldFile&) = delete;
+
+ private:
+  int m_file;
+};
+
+TEST_F(SettingsCommand, AFileThatAnotherProgramHoldsHindersNothingForLong) {
+  ASSERT_EQ(Run({"--set", "Coordinates=2"}).status, 0);
+  folder.Put("a.itn", kItinerary);
+  const HeldFile held(folder.PathTo("config/CorvaneMap/settings.db"));
+  const std::string warning =
+      "Another program is holding the settings file; the defaults are used.\n";
+
+  // A CSV file asks for the settings and for a layout.
+  const auto start = std::chrono::steady_clock::now();
+  const ProgramResult result = Run({folder.PathTo("a.itn"), "csv"});
+  // Far below the five seconds of programs that take turns, and far above half a second, so that a
+  // busy machine does not matter.
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+  EXPECT_EQ(result.status, 0);
+  EXPECT_TRUE(result.errors.starts_with(warning)) << result.errors;
+  EXPECT_EQ(result.errors.find(warning, 1), std::string::npos);
+  EXPECT_TRUE(folder.Has("a.csv"));
+
+  const ProgramResult change = Run({"--set", "Coordinates=1"});
+  EXPECT_EQ(change.status, 1);
+  EXPECT_EQ(change.errors, warning + "The settings cannot be stored.\n");
+}
+
+TEST_F(SettingsCommand, WhereNothingAsksForTheSettingsTheirFileIsLeftAlone) {
+  ASSERT_EQ(Run({"--set", "Coordinates=2"}).status, 0);
+  folder.Put("a.itn", kItinerary);
+  const HeldFile held(folder.PathTo("config/CorvaneMap/settings.db"));
+  const ProgramResult result = Run({folder.PathTo("a.itn"), "ov2", "LANG_ENGLISH", "--quiet"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.errors, "");
 }
 
 TEST_F(SettingsCommand, TellsWhatCannotBeStored) {

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text_ids.h"
 #include "resources/string_tables.h"
 
 namespace {
@@ -78,6 +79,26 @@ TEST(LocalizedText, FollowsTheLanguage) {
   EXPECT_EQ(LoadText(1006), u"Nee");
   SetLanguage(Language::kEnglish);
   EXPECT_EQ(LoadText(104), u"Name");
+}
+
+// One and several of the same thing stand behind each other.
+TEST(CountText, HasTheFormAndTheNumberOfTheLanguage) {
+  const auto inLanguage = [](Language language, uint64_t count) {
+    SetLanguage(language);
+    std::string text = CountText(kTextOneSymbol, count);
+    SetLanguage(Language::kEnglish);
+    return text;
+  };
+  EXPECT_EQ(inLanguage(Language::kEnglish, 0), "0 symbols");
+  EXPECT_EQ(inLanguage(Language::kEnglish, 1), "1 symbol");
+  EXPECT_EQ(inLanguage(Language::kEnglish, 999), "999 symbols");
+  EXPECT_EQ(inLanguage(Language::kEnglish, 1000), "1,000 symbols");
+  EXPECT_EQ(inLanguage(Language::kEnglish, 1234567), "1,234,567 symbols");
+  EXPECT_EQ(inLanguage(Language::kFrench, 0), "0 symbole");
+  EXPECT_EQ(inLanguage(Language::kFrench, 12345), "12\u202f345 symboles");
+  EXPECT_EQ(inLanguage(Language::kGerman, 1), "1 Symbol");
+  EXPECT_EQ(inLanguage(Language::kGerman, 12345), "12.345 Symbole");
+  EXPECT_EQ(inLanguage(Language::kDutch, 2), "2 symbolen");
 }
 
 }  // namespace

@@ -80,11 +80,8 @@ TEST(TextIds, EachNamedNumberHasAText) {
 TEST(TextIds, EachNameIsUsed) {
   std::set<std::string> used;
   for (const auto& [path, source] : RoomSources()) used.merge(NamesIn(source));
-  for (const NumberedName& entry : Names()) {
-    // The texts of the map page: its scripts ask for them by name.
-    if (entry.name.starts_with("OnMap")) continue;
+  for (const NumberedName& entry : Names())
     EXPECT_TRUE(used.contains(entry.name)) << "nothing uses " << entry.id << ' ' << entry.name;
-  }
 }
 
 TEST(TextIds, NoSourceSpellsANumberItself) {

@@ -71,6 +71,18 @@ TEST(ByteSink, KeepsBytesInOrderAcrossItsPieces) {
   EXPECT_GT(sink.Pieces().size(), 2u);
 }
 
+TEST(StringSink, KeepsBytesInOrderWhateverTheirNumber) {
+  StringSink sink;
+  std::string expected;
+  for (int i = 0; i < 300; ++i) {
+    sink.Write(std::string(static_cast<size_t>(i) * 7, 'w'));
+    sink.Uint16(0x4241);
+    EXPECT_TRUE(sink.Bytes().ends_with("AB"));
+    expected += std::string(static_cast<size_t>(i) * 7, 'w') + "AB";
+  }
+  EXPECT_EQ(sink.Bytes(), expected);
+}
+
 TEST(ByteSink, HandsOnWhatIsLargerThanAPiece) {
   const std::string large(1000000, 'x');
   PieceSink sink;

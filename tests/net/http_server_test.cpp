@@ -216,6 +216,20 @@ TEST_F(HttpServer, OneOfManyGetsTheBlob) {
 
 // Clients that hold on to their connections: one that says nothing, one in the middle of its
 // request, one that does not read, by both addresses.
+TEST_F(HttpServer, TellsWhenAllHasBeenFetched) {
+  EXPECT_TRUE(m_server.WaitUntilFetched(std::chrono::milliseconds(0)));
+  m_server.AddContent("/a", "one");
+  m_server.AddContent("/b", std::string(5'000'000, 'x'));
+  EXPECT_TRUE(Get(m_server, "/a").ends_with("one"));
+  EXPECT_TRUE(IsForbidden(Get(m_server, "/c")));
+  EXPECT_FALSE(m_server.WaitUntilFetched(std::chrono::milliseconds(20)));
+  std::string body;
+  std::thread client([&] { body = Get(m_server, "/b"); });
+  EXPECT_TRUE(m_server.WaitUntilFetched(std::chrono::seconds(20)));
+  client.join();
+  EXPECT_EQ(body.size() - body.find("\r\n\r\n") - 4, 5'000'000u);
+}
+
 TEST(HttpServerEnd, IsQuickWhateverClientsDo) {
   std::vector<int> clients;
   std::chrono::steady_clock::time_point start;

@@ -6,6 +6,7 @@
 #include "planner/navigation_filter.h"
 #include "planner/network_report.h"
 #include "planner/page_maps.h"
+#include "settings/map_sources.h"
 #include "tests/planner/bridge_fixture.h"
 
 namespace {
@@ -49,7 +50,7 @@ TEST_F(Bridge, StartJsonHasEveryKey) {
   settings.userId = u"me \"and\" you";
   settings.displayNumber = false;
   settings.defaultMap = MapChoice{3, "Topo map"};
-  settings.SaveMaps({{"A", 0x11}, {"B", 0x8F}, {"C", 0x0F}, {"D", 0x7F}});
+  SaveMaps(storage::OpenUserStorage(), {{"A", 0x11}, {"B", 0x8F}, {"C", 0x0F}, {"D", 0x7F}});
   services.country = UserCountry{"FR", 46.5, 2};
   log.clear();
   bridge.OnReady("{}");
@@ -129,7 +130,7 @@ TEST_F(Bridge, APageWithoutSomeFunctionsComesUpAllTheSame) {
 
 TEST_F(Bridge, PagesOwnMapsAreAddedToTheStoredOnes) {
   settings.Load();
-  settings.SaveMaps({{"Known", 0x01}});
+  SaveMaps(storage::OpenUserStorage(), {{"Known", 0x01}});
   page.answers["GetMaps"] =
       R"([{"name": "Known", "icon": 3, "map": true, "sat": true}, {"name": "New", "topo": false},)"
       R"( {"name": "Plain"}])";
@@ -137,7 +138,7 @@ TEST_F(Bridge, PagesOwnMapsAreAddedToTheStoredOnes) {
   // The stored switch of "Known" counts for its map, the page's for what it did not know.
   EXPECT_EQ(bridge.StoredMaps(), (MapSources{{"Known", 0x23}, {"New", 0x08}, {"Plain", 0}}));
   MapSources stored;
-  CSettings().LoadMaps(stored);
+  LoadMaps(storage::OpenUserStorage(), stored);
   EXPECT_EQ(stored, bridge.StoredMaps());
   ASSERT_EQ(bridge.PageMaps().size(), 3u);
   EXPECT_EQ(bridge.PageMaps()[0].icon, 3);

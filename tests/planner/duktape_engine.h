@@ -138,7 +138,6 @@ class DuktapeEngine : public IScriptEngine {
     duk_push_c_function(m_context, PutProperty, 3);
     duk_put_prop_string(m_context, -2, "set");
     duk_new(m_context, 2);
-    m_proxies.push_back(duk_get_heapptr(m_context, -1));
   }
 
   // Runs `action` and turns what it throws into an error of the script.
@@ -268,14 +267,13 @@ class DuktapeEngine : public IScriptEngine {
 
   // The program's own objects, as they come back from a script.
   bool IsOwnObject(duk_idx_t place) {
-    bool isOurs = false;
-    for (const void* const proxy : m_proxies)
-      isOurs = isOurs || proxy == duk_get_heapptr(m_context, place);
+    duk_get_prop_string(m_context, place, "__number");
+    const bool isOurs = duk_is_number(m_context, -1) != 0;
+    duk_pop(m_context);
     return isOurs;
   }
 
   duk_context* m_context;
   std::vector<ScriptObjectPtr> m_objects;
-  std::vector<const void*> m_proxies;
   size_t m_functions = 0;
 };

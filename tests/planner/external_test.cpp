@@ -1,14 +1,18 @@
 // What the page finds as `window.external`: names, numbers, argument checks, and what each call
 // does.
 
+#include <cctype>
 #include <cmath>
+#include <fstream>
 #include <limits>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/localized_text.h"
+#include "markup/json.h"
 #include "planner/external_names.h"
+#include "settings/favorites.h"
 #include "settings/storage.h"
 #include "tests/planner/bridge_fixture.h"
 
@@ -266,7 +270,7 @@ TEST_F(External, AddFavoriteKeepsThemSortedAndStored) {
   }
   EXPECT_EQ(NamesOf(lists[2]), "ammz");
   CGpsWaypointList stored;
-  EXPECT_EQ(CSettings().LoadFavorites(stored), 0u);
+  EXPECT_EQ(LoadFavorites(storage::OpenUserStorage(), stored), 0u);
   EXPECT_EQ(NamesOf(stored), "ammz");
   EXPECT_EQ(stored.points[0].latitude, 1.5);
 }
@@ -467,6 +471,8 @@ TEST_F(External, PinsComeInOneText) {
   EXPECT_EQ(
       Call("GetPins", {0, 1, 1}).AsText(),
       R"([{"lat": 48.1, "lng": 7.1, "alt": null, "address": "a \"quote\"\u000aline", "snippet": ""}])");
+  lists[0].points[2].SetRouteLeg(CRouteLeg());
+  EXPECT_TRUE(Call("GetPins", {0, 2, 1}).AsText().ends_with(", \"route\": true}]"));
   EXPECT_EQ(Call("GetPins", {0, 3, 1}).AsText(), "[]");
   EXPECT_EQ(Call("GetPins", {0, 0, 0}).AsText(), "[]");
   EXPECT_EQ(Failure("GetPins", {0, 4, 1}), 0x8002000B);
@@ -478,8 +484,28 @@ TEST_F(External, TextsComeInTheProgramsLanguage) {
   const std::string texts = Call("GetTexts").AsText();
   EXPECT_NE(texts.find(R"("zoomIn": "Zoom in")"), std::string::npos);
   SetLanguage(Language::kGerman);
-  EXPECT_NE(Call("GetTexts").AsText().find(R"("delete": "Löschen")"), std::string::npos);
+  EXPECT_NE(Call("GetTexts").AsText().find(R"("showAll": "Alles zeigen")"), std::string::npos);
   SetLanguage(Language::kEnglish);
+}
+
+// The page's own tests take its texts from the string tables by the same rule.
+TEST_F(External, TextsAreAllThoseOfThePage) {
+  CJsonDocument texts;
+  ASSERT_EQ(texts.Parse(Call("GetTexts").AsText()), 0);
+  std::ifstream names(CORVANE_SOURCE_FOLDER "/resources/strings/names.tsv");
+  size_t count = 0;
+  for (std::string line; std::getline(names, line);) {
+    const size_t tab = line.find('\t');
+    if (line.compare(tab + 1, 5, "OnMap") != 0) continue;
+    std::string name = line.substr(tab + 6);
+    name[0] = static_cast<char>(std::tolower(name[0]));
+    const CJsonValue* const text = texts.AsObject().Find(name);
+    ASSERT_TRUE(text) << name;
+    EXPECT_EQ(text->AsString(), LoadTextUtf8(static_cast<uint32_t>(std::stoul(line)))) << name;
+    ++count;
+  }
+  EXPECT_GT(count, 40u);
+  EXPECT_EQ(texts.AsObject().Count(), count);
 }
 
 // The page calls back while it is being called.

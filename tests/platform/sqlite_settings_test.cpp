@@ -13,7 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/posix/sqlite_database.h"
+#include "platform/sqlite_database.h"
 #include "tests/settings_home.h"
 #include "tests/temporary_folder.h"
 
@@ -29,7 +29,7 @@ constexpr uint32_t kNotSupported = 50;
 
 class SqliteSettings : public testing::Test {
  protected:
-  ~SqliteSettings() override { TakeDamagedSettingsFile(); }
+  ~SqliteSettings() override { TakeSettingsNews(); }
 
   std::unique_ptr<SettingsBackend> Open() const {
     return OpenSqliteSettings(m_folder.WidePathTo("settings.db"));
@@ -155,6 +155,52 @@ TEST_F(SqliteSettings, AFolderComesWithThoseAboveIt) {
   EXPECT_EQ(settings->Read("b", "v", value), kNotFound);
 }
 
+TEST_F(SqliteSettings, ListsTheFoldersRightBelow) {
+  for (const char* path : {"Root\\b\\deep", "Root\\A", "Root2\\c", "R_ot\\d"})
+    ASSERT_EQ(Open()->CreateFolder(path), 0u);
+  std::vector<std::string> names;
+  EXPECT_EQ(Open()->ListFolders("rOOT", names), 0u);
+  EXPECT_THAT(names, testing::UnorderedElementsAre("A", "b"));
+  names.clear();
+  EXPECT_EQ(Open()->ListFolders("Root\\A", names), 0u);
+  EXPECT_THAT(names, testing::IsEmpty());
+}
+
+TEST_F(SqliteSettings, RemovesAValue) {
+  ASSERT_EQ(Store("gone", uint32_t{1}), 0u);
+  ASSERT_EQ(Store("kept", uint32_t{2}), 0u);
+  EXPECT_EQ(Open()->RemoveValue("f", "GONE"), 0u);
+  EXPECT_EQ(Stored("gone"), SettingsValue(uint64_t{kNotFound}));
+  EXPECT_EQ(Stored("kept"), SettingsValue(uint32_t{2}));
+  EXPECT_EQ(Open()->RemoveValue("F", "gone"), kNotFound);
+  EXPECT_EQ(Open()->RemoveValue("nowhere", "kept"), kNotFound);
+}
+
+TEST_F(SqliteSettings, RemovesAFolderWithAllBelowItAndNothingBeside) {
+  for (const char* path : {"Root", "Root\\Sub", "Root\\Sub\\Deep", "Root\\Subway"}) {
+    ASSERT_EQ(Open()->CreateFolder(path), 0u);
+    ASSERT_EQ(Open()->Write(path, "v", uint32_t{1}), 0u);
+  }
+  EXPECT_EQ(Open()->RemoveFolder("root\\SUB"), 0u);
+  SettingsValue value;
+  EXPECT_EQ(Open()->Read("Root", "v", value), 0u);
+  EXPECT_EQ(Open()->Read("Root\\Subway", "v", value), 0u);
+  EXPECT_EQ(Open()->Read("Root\\Sub", "v", value), kNotFound);
+  // A new folder of that name is empty.
+  ASSERT_EQ(Open()->CreateFolder("Root\\Sub\\Deep"), 0u);
+  EXPECT_EQ(Open()->Read("Root\\Sub\\Deep", "v", value), kNotFound);
+  EXPECT_EQ(Open()->RemoveFolder("nowhere"), kNotFound);
+}
+
+TEST_F(SqliteSettings, ARemovalIsTakenBackWithItsSave) {
+  ASSERT_EQ(Store("v", uint32_t{1}), 0u);
+  const auto settings = Open();
+  ASSERT_EQ(settings->BeginSave(), 0u);
+  EXPECT_EQ(settings->RemoveFolder("F"), 0u);
+  settings->AbandonSave();
+  EXPECT_EQ(Stored("v"), SettingsValue(uint32_t{1}));
+}
+
 TEST_F(SqliteSettings, RefusesAValueThatIsTooLarge) {
   EXPECT_EQ(Store("v", std::string(kLargestSettingsValue, 'x')), 0u);
   EXPECT_EQ(Stored("v"), SettingsValue(std::string(kLargestSettingsValue, 'x')));
@@ -208,7 +254,7 @@ TEST_F(SqliteSettings, AFileThatCannotBeOpenedIsDenied) {
   std::filesystem::create_directory(m_folder.PathTo("settings.db"));
   EXPECT_EQ(Stored("v"), SettingsValue(uint64_t{kAccessDenied}));
   EXPECT_EQ(Store("v", uint32_t{1}), kAccessDenied);
-  EXPECT_EQ(TakeDamagedSettingsFile(), u"");
+  EXPECT_EQ(TakeSettingsNews().damagedFile, u"");
 }
 
 TEST_F(SqliteSettings, ALinkToItselfIsNoEmptyStore) {
@@ -302,7 +348,7 @@ TEST_F(SqliteSettings, AKillDuringASaveLeavesTheFormerOrTheNewState) {
     }
   }
   EXPECT_GT(last, 0u);
-  EXPECT_EQ(TakeDamagedSettingsFile(), u"");
+  EXPECT_EQ(TakeSettingsNews().damagedFile, u"");
 }
 
 TEST_F(SqliteSettings, AReaderTakesBackASaveThatWasKilledWhileItWrote) {
@@ -330,10 +376,10 @@ TEST_F(SqliteSettings, ADamagedFileIsPutAsideAndReportedOnce) {
   EXPECT_EQ(Stored("v"), SettingsValue(uint64_t{kNotFound}));
   EXPECT_EQ(m_folder.Get("settings.db"), "");
   EXPECT_EQ(m_folder.Get("settings.db.damaged"), "this was a settings file once");
-  EXPECT_EQ(TakeDamagedSettingsFile(), m_folder.WidePathTo("settings.db.damaged"));
-  EXPECT_EQ(TakeDamagedSettingsFile(), u"");
+  EXPECT_EQ(TakeSettingsNews().damagedFile, m_folder.WidePathTo("settings.db.damaged"));
+  EXPECT_EQ(TakeSettingsNews().damagedFile, u"");
   EXPECT_EQ(Stored("v"), SettingsValue(uint64_t{kNotFound}));
-  EXPECT_EQ(TakeDamagedSettingsFile(), u"");
+  EXPECT_EQ(TakeSettingsNews().damagedFile, u"");
 }
 
 TEST_F(SqliteSettings, ASecondDamagedFileGetsAnotherName) {
@@ -342,7 +388,7 @@ TEST_F(SqliteSettings, ASecondDamagedFileGetsAnotherName) {
   EXPECT_EQ(Store("v", uint32_t{1}), 0u);
   EXPECT_EQ(m_folder.Get("settings.db.damaged"), "first");
   EXPECT_EQ(m_folder.Get("settings.db.damaged-2"), "second");
-  EXPECT_EQ(TakeDamagedSettingsFile(), m_folder.WidePathTo("settings.db.damaged-2"));
+  EXPECT_EQ(TakeSettingsNews().damagedFile, m_folder.WidePathTo("settings.db.damaged-2"));
   EXPECT_EQ(Stored("v"), SettingsValue(uint32_t{1}));
 }
 
@@ -393,7 +439,7 @@ TEST_F(SqliteSettings, AFileOfALaterVersionIsLeftAlone) {
   EXPECT_EQ(Stored("v"), SettingsValue(uint64_t{kNotSupported}));
   EXPECT_EQ(Store("v", uint32_t{2}), kNotSupported);
   EXPECT_EQ(m_folder.Get("settings.db"), before);
-  EXPECT_EQ(TakeDamagedSettingsFile(), u"");
+  EXPECT_EQ(TakeSettingsNews().damagedFile, u"");
 }
 
 TEST_F(SqliteSettings, TheJournalGoesAsideWithItsFile) {

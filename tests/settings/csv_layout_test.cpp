@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "tests/settings/empty_backend.h"
 #include "tests/settings_home.h"
 
 namespace {
@@ -22,16 +23,11 @@ const std::string kBytes =
 CCsvLayout LayoutOfBytes() { return {4, 2, 1, 5, 3, 0x104, true, "abc", ";|\t\xA7"}; }
 
 // A store whose disk is full behind the first value.
-class WritesOnce : public SettingsBackend {
+class WritesOnce : public EmptyBackend {
  public:
-  uint32_t CreateFolder(std::string_view) override { return 0; }
-  uint32_t Read(std::string_view, std::string_view, SettingsValue&) override {
-    return kStatusFileNotFound;
-  }
   uint32_t Write(std::string_view, std::string_view, const SettingsValue&) override {
     return ++m_writes == 1 ? 0 : uint32_t{kStatusDiskFull};
   }
-  uint32_t ListValues(std::string_view, std::vector<std::string>&) override { return 0; }
   uint32_t BeginSave() override {
     ++begun;
     return 0;

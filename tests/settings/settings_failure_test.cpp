@@ -5,17 +5,19 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "settings/favorites.h"
+#include "settings/map_sources.h"
 #include "settings/settings.h"
 #include "tests/list_builder.h"
+#include "tests/settings/empty_backend.h"
 #include "tests/settings/stored_settings.h"
 
 namespace {
 
 // Takes everything up to one key.
-class FailingBackend : public SettingsBackend {
+class FailingBackend : public EmptyBackend {
  public:
   FailingBackend(std::string key, uint32_t status) : m_key(std::move(key)), m_status(status) {}
-  uint32_t CreateFolder(std::string_view) override { return 0; }
   uint32_t Read(std::string_view, std::string_view name, SettingsValue&) override {
     return name == m_key ? m_status : uint32_t{kStatusFileNotFound};
   }
@@ -24,13 +26,10 @@ class FailingBackend : public SettingsBackend {
     written.emplace_back(name);
     return 0;
   }
-  uint32_t ListValues(std::string_view, std::vector<std::string>&) override { return 0; }
-  uint32_t BeginSave() override { return 0; }
   uint32_t CommitSave() override {
     ++commits;
     return commitStatus;
   }
-  void AbandonSave() override {}
 
   std::vector<std::string> written;
   int commits = 0;
@@ -72,20 +71,20 @@ TEST_F(Settings, AStoreThatCannotBeReadIsToldAndGivesDefaults) {
 
 TEST_F(Settings, ListsThatCannotBeReadStayAsTheyAre) {
   const auto backend = std::make_shared<FailingBackend>("Number", kStatusAccessDenied);
-  const CSettings settings([&backend] { return storage::Storage(backend); });
+  const storage::Storage broken(backend);
   CGpsRoute favorites = MakeList("", MakePoint(1, 2, "kept"));
-  EXPECT_EQ(settings.LoadFavorites(favorites), kStatusAccessDenied);
+  EXPECT_EQ(LoadFavorites(broken, favorites), kStatusAccessDenied);
   ASSERT_EQ(favorites.Count(), 1u);
   EXPECT_EQ(favorites.At(0).name, "kept");
   MapSources maps{{"kept", 3}};
-  EXPECT_EQ(settings.LoadMaps(maps), kStatusAccessDenied);
+  EXPECT_EQ(LoadMaps(broken, maps), kStatusAccessDenied);
   EXPECT_EQ(maps, (MapSources{{"kept", 3}}));
   // A store without them is no failure: they are empty.
   const auto fresh = std::make_shared<FailingBackend>("none", kStatusAccessDenied);
-  const CSettings first([&fresh] { return storage::Storage(fresh); });
-  EXPECT_EQ(first.LoadFavorites(favorites), kStatusSuccess);
+  const storage::Storage first(fresh);
+  EXPECT_EQ(LoadFavorites(first, favorites), kStatusSuccess);
   EXPECT_EQ(favorites.Count(), 0u);
-  EXPECT_EQ(first.LoadMaps(maps), kStatusSuccess);
+  EXPECT_EQ(LoadMaps(first, maps), kStatusSuccess);
   EXPECT_TRUE(maps.empty());
 }
 
@@ -95,8 +94,8 @@ TEST_F(Settings, WithoutAStoreThereAreDefaultsAndNoSave) {
   EXPECT_TRUE(settings.displayNumber);
   EXPECT_NE(settings.Save(), kStatusSuccess);
   CGpsRoute favorites;
-  EXPECT_NE(settings.LoadFavorites(favorites), kStatusSuccess);
-  EXPECT_NE(settings.SaveFavorites(favorites), kStatusSuccess);
+  EXPECT_NE(LoadFavorites(storage::Storage(), favorites), kStatusSuccess);
+  EXPECT_NE(SaveFavorites(storage::Storage(), favorites), kStatusSuccess);
 }
 
 TEST_F(Settings, ADamagedFileGivesDefaultsAndIsReplacedByASave) {
@@ -104,7 +103,7 @@ TEST_F(Settings, ADamagedFileGivesDefaultsAndIsReplacedByASave) {
   m_home.Folder().Put("CorvaneMap/settings.db", "damaged");
   CSettings settings;
   EXPECT_EQ(settings.Load(), kStatusSuccess);
-  EXPECT_EQ(TakeDamagedSettingsFile(),
+  EXPECT_EQ(TakeSettingsNews().damagedFile,
             m_home.Folder().WidePathTo("CorvaneMap/settings.db.damaged"));
   EXPECT_TRUE(settings.displayNumber);
   settings.coordinates = 2;

@@ -5,7 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
-#include "settings/settings.h"
+#include "settings/favorites.h"
+#include "settings/map_sources.h"
 #include "tests/list_builder.h"
 #include "tests/settings/stored_settings.h"
 
@@ -23,10 +24,9 @@ storage::SFolder FavoritesFolder() {
 constexpr std::string_view kPosition("\0\0\x20\x40\0\0\x43\x42\0\0\x80\xBF", 12);
 
 TEST_F(Settings, FavoritesAreStoredAsFloatsAndName) {
-  const CSettings settings;
   const auto list = MakeList("x", MakePoint(48.75, 2.5, "Z\u00fcrich", "lost", -1.0),
                              MakePoint(48.75, 2.5, "", "", -1.0));
-  ASSERT_EQ(settings.SaveFavorites(list), kStatusSuccess);
+  ASSERT_EQ(SaveFavorites(storage::OpenUserStorage(), list), kStatusSuccess);
   EXPECT_EQ(FavoritesFolder().OpenValue("Number").ReadNumber(), 2u);
   EXPECT_EQ(FavoritesFolder().OpenValue("0").ReadBytes(), std::string(kPosition) + "Z\xC3\xBCrich");
   EXPECT_EQ(FavoritesFolder().OpenValue("1").ReadBytes(), std::string(kPosition));
@@ -42,7 +42,7 @@ TEST_F(Settings, FavoritesAreReadSortedWithoutTheNameless) {
   FavoritesFolder().CreateValue("5").WriteBytes(std::string(kPosition) + "beyond the count");
   FavoritesFolder().CreateValue("04").WriteBytes(std::string(kPosition) + "no index");
   auto list = MakeList("kept", MakePoint(1, 1, "gone"));
-  EXPECT_EQ(CSettings().LoadFavorites(list), kStatusSuccess);
+  EXPECT_EQ(LoadFavorites(storage::OpenUserStorage(), list), kStatusSuccess);
   EXPECT_EQ(list.name, "kept");
   ASSERT_EQ(list.Count(), 3u);
   EXPECT_EQ(list.points[0].name, "B");
@@ -55,11 +55,11 @@ TEST_F(Settings, FavoritesAreReadSortedWithoutTheNameless) {
 }
 
 TEST_F(Settings, FavoritesLosePrecision) {
-  const CSettings settings;
-  ASSERT_EQ(settings.SaveFavorites(MakeList("", MakePoint(48.123456789, 1e300, "a"))),
-            kStatusSuccess);
+  ASSERT_EQ(
+      SaveFavorites(storage::OpenUserStorage(), MakeList("", MakePoint(48.123456789, 1e300, "a"))),
+      kStatusSuccess);
   CGpsRoute list;
-  ASSERT_EQ(settings.LoadFavorites(list), kStatusSuccess);
+  ASSERT_EQ(LoadFavorites(storage::OpenUserStorage(), list), kStatusSuccess);
   ASSERT_EQ(list.Count(), 1u);
   EXPECT_EQ(list.points[0].latitude, static_cast<double>(48.123456789F));
   EXPECT_EQ(list.points[0].longitude, static_cast<double>(std::numeric_limits<float>::max()));
@@ -68,23 +68,24 @@ TEST_F(Settings, FavoritesLosePrecision) {
 TEST_F(Settings, AFolderWithoutNumberIsEmpty) {
   FavoritesFolder().CreateValue("0").WriteBytes(std::string(kPosition) + "a");
   auto list = MakeList("", MakePoint(1, 1, "gone"));
-  EXPECT_EQ(CSettings().LoadFavorites(list), kStatusSuccess);
+  EXPECT_EQ(LoadFavorites(storage::OpenUserStorage(), list), kStatusSuccess);
   EXPECT_EQ(list.Count(), 0u);
   MapSources maps{{"gone", 1}};
-  EXPECT_EQ(CSettings().LoadMaps(maps), kStatusSuccess);
+  EXPECT_EQ(LoadMaps(storage::OpenUserStorage(), maps), kStatusSuccess);
   EXPECT_TRUE(maps.empty());
 }
 
 TEST_F(Settings, TheCountDecidesAndSurplusValuesStay) {
-  const CSettings settings;
-  ASSERT_EQ(settings.SaveFavorites(
-                MakeList("", MakePoint(1, 1, "a"), MakePoint(2, 2, "b"), MakePoint(3, 3, "c"))),
+  ASSERT_EQ(
+      SaveFavorites(storage::OpenUserStorage(),
+                    MakeList("", MakePoint(1, 1, "a"), MakePoint(2, 2, "b"), MakePoint(3, 3, "c"))),
+      kStatusSuccess);
+  ASSERT_EQ(SaveFavorites(storage::OpenUserStorage(), MakeList("", MakePoint(4, 4, "d"))),
             kStatusSuccess);
-  ASSERT_EQ(settings.SaveFavorites(MakeList("", MakePoint(4, 4, "d"))), kStatusSuccess);
   EXPECT_THAT(FavoritesFolder().ValueNames(),
               testing::UnorderedElementsAre("Number", "0", "1", "2"));
   CGpsRoute list;
-  ASSERT_EQ(settings.LoadFavorites(list), kStatusSuccess);
+  ASSERT_EQ(LoadFavorites(storage::OpenUserStorage(), list), kStatusSuccess);
   ASSERT_EQ(list.Count(), 1u);
   EXPECT_EQ(list.points[0].name, "d");
 }
@@ -93,18 +94,17 @@ TEST_F(Settings, AHugeCountIsNoWork) {
   FavoritesFolder().CreateValue("Number").WriteNumber(0xFFFFFFFF);
   FavoritesFolder().CreateValue("4294967294").WriteBytes(std::string(kPosition) + "last");
   CGpsRoute list;
-  EXPECT_EQ(CSettings().LoadFavorites(list), kStatusSuccess);
+  EXPECT_EQ(LoadFavorites(storage::OpenUserStorage(), list), kStatusSuccess);
   ASSERT_EQ(list.Count(), 1u);
   EXPECT_EQ(list.points[0].name, "last");
 }
 
 TEST_F(Settings, ManyFavoritesTakeOneSave) {
-  const CSettings settings;
   CGpsRoute many;
   for (int i = 0; i < 3000; ++i) many.points.push_back(MakePoint(1, 1, std::to_string(i + 10000)));
-  ASSERT_EQ(settings.SaveFavorites(many), kStatusSuccess);
+  ASSERT_EQ(SaveFavorites(storage::OpenUserStorage(), many), kStatusSuccess);
   CGpsRoute list;
-  ASSERT_EQ(settings.LoadFavorites(list), kStatusSuccess);
+  ASSERT_EQ(LoadFavorites(storage::OpenUserStorage(), list), kStatusSuccess);
   ASSERT_EQ(list.Count(), 3000u);
   EXPECT_EQ(list.points[2999].name, "12999");
 }
@@ -112,9 +112,8 @@ TEST_F(Settings, ManyFavoritesTakeOneSave) {
 // Maps
 
 TEST_F(Settings, MapsAreStoredAsNumberAndName) {
-  const CSettings settings;
   const MapSources maps{{"Caf\u00e9", 7}, {"", 9}, {"Alps", 0x01020304}};
-  ASSERT_EQ(settings.SaveMaps(maps), kStatusSuccess);
+  ASSERT_EQ(SaveMaps(storage::OpenUserStorage(), maps), kStatusSuccess);
   const storage::SFolder folder =
       storage::OpenUserStorage().OpenFolder("Software\\CorvaneMap\\Maps");
   EXPECT_EQ(folder.OpenValue("Number").ReadNumber(), 3u);
@@ -126,7 +125,7 @@ TEST_F(Settings, MapsAreStoredAsNumberAndName) {
             "\7\0\0\0"
             "Caf\xC3\xA9"s);
   MapSources loaded{{"gone", 1}};
-  ASSERT_EQ(settings.LoadMaps(loaded), kStatusSuccess);
+  ASSERT_EQ(LoadMaps(storage::OpenUserStorage(), loaded), kStatusSuccess);
   EXPECT_EQ(loaded, (MapSources{{"Caf\u00e9", 7}, {"Alps", 0x01020304}}));
 }
 

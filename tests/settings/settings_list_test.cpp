@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/localized_text.h"
@@ -177,16 +178,17 @@ TEST(SetSetting, NeedsAnEqualsSign) {
   EXPECT_EQ(SetSetting(settings, "=1").outcome, SettingOutcome::kUnknownKey);
 }
 
-TEST(DamageMessage, NamesTheFileThatWasPutAsideOnce) {
+TEST(SettingsMessages, NameTheFileThatWasPutAsideOnce) {
   const SettingsHome home;
-  TakeDamagedSettingsFile();
-  EXPECT_EQ(TakeDamageMessage(), "");
+  TakeSettingsNews();
+  EXPECT_THAT(TakeSettingsMessages(), testing::IsEmpty());
   std::filesystem::create_directory(home.Folder().PathTo("CorvaneMap"));
   home.Folder().Put("CorvaneMap/settings.db", "damaged");
   CSettings().Load();
-  EXPECT_EQ(TakeDamageMessage(), "The settings file was damaged and has been put aside as " +
-                                     home.File() + ".damaged. The defaults are used.");
-  EXPECT_EQ(TakeDamageMessage(), "");
+  EXPECT_THAT(TakeSettingsMessages(),
+              testing::ElementsAre("The settings file was damaged and has been put aside as " +
+                                   home.File() + ".damaged. The defaults are used."));
+  EXPECT_THAT(TakeSettingsMessages(), testing::IsEmpty());
 }
 
 }  // namespace

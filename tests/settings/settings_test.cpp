@@ -257,29 +257,35 @@ TEST_F(Settings, TheRootCanBeAnother) {
             2u);
 }
 
-TEST_F(Settings, ChangesAreSavedAtTheEndOfTheObject) {
-  {
-    CSettings settings;
-    settings.Load();
-    settings.distMiles = true;
-  }
+TEST_F(Settings, ChangesAreSavedAtTheEndOfTheProgram) {
+  CSettings settings;
+  EXPECT_FALSE(settings.IsLoaded());
+  settings.Load();
+  EXPECT_TRUE(settings.IsLoaded());
+  settings.distMiles = true;
+  EXPECT_EQ(settings.SaveChanges(), kStatusSuccess);
   EXPECT_EQ(Value("DIST_MILES").ReadBytes(), "\1");
 }
 
 TEST_F(Settings, WithoutChangesNothingIsWrittenAtTheEnd) {
-  {
-    CSettings settings;
-    settings.Load();
-  }
+  CSettings settings;
+  settings.Load();
+  EXPECT_EQ(settings.SaveChanges(), kStatusSuccess);
   EXPECT_FALSE(m_home.HasFile());
+  settings.distMiles = true;
+  settings.Save();
+  Value("DIST_MILES").WriteBytes("\0"s);
+  EXPECT_EQ(settings.SaveChanges(), kStatusSuccess);
+  EXPECT_EQ(Value("DIST_MILES").ReadBytes(), "\0"s);
+}
+
+TEST_F(Settings, AnObjectThatGoesWritesNothing) {
   {
     CSettings settings;
     settings.Load();
     settings.distMiles = true;
-    settings.Save();
-    Value("DIST_MILES").WriteBytes("\0"s);
   }
-  EXPECT_EQ(Value("DIST_MILES").ReadBytes(), "\0"s);
+  EXPECT_FALSE(m_home.HasFile());
 }
 
 TEST_F(Settings, ASaveKeepsWhatAnotherProgramHasChanged) {

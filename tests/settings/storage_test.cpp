@@ -25,6 +25,9 @@ class BrokenBackend : public SettingsBackend {
     return m_status;
   }
   uint32_t ListValues(std::string_view, std::vector<std::string>&) override { return m_status; }
+  uint32_t ListFolders(std::string_view, std::vector<std::string>&) override { return m_status; }
+  uint32_t RemoveValue(std::string_view, std::string_view) override { return m_status; }
+  uint32_t RemoveFolder(std::string_view) override { return m_status; }
   uint32_t BeginSave() override { return m_status; }
   uint32_t CommitSave() override { return m_status; }
   void AbandonSave() override {}
@@ -193,6 +196,34 @@ TEST(Storage, TextReadsAsNothingElse) {
   ExpectFailure([&folder] { folder.OpenValue("number").ReadText(); }, "number",
                 Reason::kInvalidData);
   ExpectFailure([&folder] { folder.OpenValue("bytes").ReadText(); }, "bytes", Reason::kInvalidData);
+}
+
+TEST(Storage, RemovesAndLists) {
+  const SettingsHome home;
+  storage::SFolder root = storage::OpenUserStorage().CreateFolder("R");
+  root.CreateFolder("one").CreateValue("v").WriteNumber(1);
+  root.CreateFolder("two").CreateValue("w").WriteNumber(2);
+  EXPECT_THAT(root.FolderNames(), testing::UnorderedElementsAre("one", "two"));
+  root.RemoveFolder("one");
+  root.RemoveFolder("one");
+  EXPECT_THAT(root.FolderNames(), testing::ElementsAre("two"));
+  storage::SFolder two = root.OpenFolder("two");
+  two.RemoveValue("w");
+  two.RemoveValue("w");
+  EXPECT_THAT(two.ValueNames(), testing::IsEmpty());
+  EXPECT_THAT(root.FolderNames(), testing::ElementsAre("two"));
+}
+
+TEST(Storage, RemovingTellsOfFailures) {
+  storage::SFolder none;
+  ExpectFailure([&none] { none.RemoveValue("v"); }, "SFolder", Reason::kEmptyHandle);
+  ExpectFailure([&none] { none.RemoveFolder("f"); }, "SFolder", Reason::kEmptyHandle);
+  ExpectFailure([&none] { none.FolderNames(); }, "SFolder", Reason::kEmptyHandle);
+  storage::SFolder broken =
+      storage::Storage(std::make_shared<BrokenBackend>(kStatusDiskFull)).OpenFolder("F");
+  ExpectFailure([&broken] { broken.RemoveValue("v"); }, "v", Reason::kOther);
+  ExpectFailure([&broken] { broken.RemoveFolder("f"); }, "Key", Reason::kOther);
+  ExpectFailure([&broken] { broken.FolderNames(); }, "Key", Reason::kOther);
 }
 
 TEST(Storage, ATransactionIsOneOrNothing) {

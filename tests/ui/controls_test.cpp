@@ -1,6 +1,11 @@
 #include <QAccessible>
 #include <QAction>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
 #include <QMenuBar>
+#include <QTabWidget>
+#include <QToolButton>
 #include <set>
 
 #include "base/localized_text.h"
@@ -9,6 +14,9 @@
 #include "ui/point_table.h"
 
 namespace {
+
+constexpr Language kLanguages[] = {Language::kEnglish, Language::kFrench, Language::kGerman,
+                                   Language::kDutch};
 
 // The names of everything that assistive technology finds below an object.
 void CollectNames(QAccessibleInterface* object, std::set<QString>& names) {
@@ -61,8 +69,7 @@ TEST_F(ControlsTest, EachRoleIsFoundByItsName) {
 }
 
 TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
-  for (const Language language :
-       {Language::kEnglish, Language::kFrench, Language::kGerman, Language::kDutch}) {
+  for (const Language language : kLanguages) {
     SetLanguage(language);
     Open();
     std::multiset<QChar> letters;
@@ -72,8 +79,8 @@ TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
     };
     for (const QAction* const menu : m_window->menuBar()->actions()) take(menu->text());
     // Those of the tool bar stand beside the menus' own.
-    take(m_window->Commands()[ECommand::kOpen].text());
-    take(m_window->Commands()[ECommand::kExport].text());
+    take(m_window->Commands()[Command::kOpen].text());
+    take(m_window->Commands()[Command::kExport].text());
     for (const QChar letter : letters)
       EXPECT_EQ(letters.count(letter), 1u)
           << QString(letter).toStdString() << " in language " << static_cast<uint32_t>(language);
@@ -81,16 +88,60 @@ TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
   }
 }
 
+// Every text has the room that it asks for.
+void ExpectNothingCutOff(const QWidget& window) {
+  for (const QWidget* const control : window.findChildren<QWidget*>()) {
+    const auto* const label = qobject_cast<const QLabel*>(control);
+    const auto* const list = qobject_cast<const QComboBox*>(control);
+    const bool isButton = qobject_cast<const QAbstractButton*>(control) != nullptr;
+    const bool isSingleLine = label && !label->wordWrap() &&
+                              label->sizePolicy().horizontalPolicy() != QSizePolicy::Ignored;
+    if (!control->isVisible() || !(isSingleLine || isButton || list)) continue;
+    const int wanted = label ? label->sizeHint().width() : control->minimumSizeHint().width();
+    EXPECT_GE(control->width(), wanted)
+        << window.windowTitle().toStdString() << ": " << control->accessibleName().toStdString()
+        << (label ? label->text().toStdString() : std::string());
+    EXPECT_GE(control->height(), control->fontMetrics().height());
+  }
+}
+
 TEST_F(ControlsTest, NothingIsCutOffInAnyLanguage) {
-  for (const Language language :
-       {Language::kEnglish, Language::kFrench, Language::kGerman, Language::kDutch}) {
+  for (const Language language : kLanguages) {
     SetLanguage(language);
     Open();
+    OpenStops(4);
     QTest::qWait(10);
-    for (const QWidget* const control : m_window->findChildren<QAbstractButton*>()) {
-      if (!control->isVisible()) continue;
-      EXPECT_GE(control->width(), control->minimumSizeHint().width())
-          << control->accessibleName().toStdString();
+    ExpectNothingCutOff(*m_window);
+    // The button that stands for what the tool bar has no room for.
+    const auto* const more = m_window->findChild<QToolButton*>("qt_toolbar_ext_button");
+    EXPECT_FALSE(more && more->isVisible()) << static_cast<uint32_t>(language);
+    m_window.reset();
+  }
+}
+
+TEST_F(ControlsTest, NothingIsCutOffInTheOtherWindows) {
+  for (const Language language : kLanguages) {
+    SetLanguage(language);
+    Open();
+    OpenStops(2);
+    Stops().SelectRow(0);
+    m_settings->calculateAsked = false;
+    for (const Command command : {Command::kAdd, Command::kEdit, Command::kSettings,
+                                  Command::kAbout, Command::kCalculate, Command::kRemoveAll}) {
+      bool wasThere = false;
+      WhenDialogOpens([&wasThere](QWidget& dialog) {
+        wasThere = true;
+        QTabWidget* const tabs = dialog.findChild<QTabWidget*>();
+        for (int i = 0; i < (tabs ? tabs->count() : 1); ++i) {
+          if (tabs) tabs->setCurrentIndex(i);
+          QTest::qWait(5);
+          ExpectNothingCutOff(dialog);
+        }
+        dynamic_cast<QDialog&>(dialog).reject();
+      });
+      QTest::qWait(5);
+      m_window->Commands()[command].trigger();
+      EXPECT_TRUE(wasThere) << static_cast<size_t>(command);
     }
     m_window.reset();
   }

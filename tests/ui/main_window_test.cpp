@@ -2,7 +2,6 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include "conversion/format_search.h"
@@ -17,11 +16,12 @@ class MainWindowTest : public WindowTest {
  protected:
   std::vector<std::string> Names() {
     std::vector<std::string> names;
-    for (const CGpsPoint& point : m_window->Work().driver.current.points) names.push_back(point.name);
+    for (const CGpsPoint& point : m_window->Work().driver.current.points)
+      names.push_back(point.name);
     return names;
   }
   // Commands are switched on and off a moment behind each change.
-  void Do(ECommand command) {
+  void Do(Command command) {
     QTest::qWait(5);
     m_window->Commands()[command].trigger();
   }
@@ -62,24 +62,24 @@ TEST_F(MainWindowTest, MovesInvertsAndRemovesAndTakesItBack) {
   Open();
   OpenStops(3);
   Stops().SelectRow(0);
-  Do(ECommand::kDown);
+  Do(Command::kDown);
   EXPECT_EQ(Names(), (NameList{"Stop 2", "Stop 1", "Stop 3"}));
-  Do(ECommand::kUp);
+  Do(Command::kUp);
   EXPECT_EQ(Names(), (NameList{"Stop 1", "Stop 2", "Stop 3"}));
-  Do(ECommand::kInvert);
+  Do(Command::kInvert);
   EXPECT_EQ(Names(), (NameList{"Stop 3", "Stop 2", "Stop 1"}));
   Stops().SelectRow(1);
   QTest::qWait(1);
-  Do(ECommand::kRemove);
+  Do(Command::kRemove);
   EXPECT_EQ(Names(), (NameList{"Stop 3", "Stop 1"}));
   QTest::qWait(1);
-  Do(ECommand::kUndo);
+  Do(Command::kUndo);
   EXPECT_EQ(Names(), (NameList{"Stop 3", "Stop 2", "Stop 1"}));
   QTest::qWait(1);
-  Do(ECommand::kUndo);
+  Do(Command::kUndo);
   EXPECT_EQ(Names(), (NameList{"Stop 1", "Stop 2", "Stop 3"}));
   QTest::qWait(1);
-  Do(ECommand::kRedo);
+  Do(Command::kRedo);
   EXPECT_EQ(Names(), (NameList{"Stop 3", "Stop 2", "Stop 1"}));
 }
 
@@ -88,27 +88,24 @@ TEST_F(MainWindowTest, RemovingAllStopsAsks) {
   OpenStops(2);
   QTest::qWait(1);
   QString question;
-  WhenDialogOpens([&](QWidget& dialog) {
-    auto& box = dynamic_cast<QMessageBox&>(dialog);
+  WhenBoxOpens([&](QMessageBox& box) {
     question = box.text();
     box.button(QMessageBox::No)->click();
   });
-  Do(ECommand::kRemoveAll);
+  Do(Command::kRemoveAll);
   EXPECT_EQ(question, "Do you want to really remove all the waypoints ?");
   EXPECT_EQ(Names().size(), 2u);
-  WhenDialogOpens([](QWidget& dialog) {
-    dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes)->click();
-  });
-  Do(ECommand::kRemoveAll);
+  WhenBoxOpens([](QMessageBox& dialog) { dialog.button(QMessageBox::Yes)->click(); });
+  Do(Command::kRemoveAll);
   EXPECT_TRUE(Names().empty());
 }
 
 TEST_F(MainWindowTest, ManyPointsAreAskedAbout) {
   Open();
   std::string question;
-  WhenDialogOpens([&](QWidget& dialog) {
-    question = dynamic_cast<QMessageBox&>(dialog).text().toStdString();
-    dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::No)->click();
+  WhenBoxOpens([&](QMessageBox& dialog) {
+    question = dialog.text().toStdString();
+    dialog.button(QMessageBox::No)->click();
   });
   OpenStops(301);
   EXPECT_TRUE(question.starts_with("The current itinerary contains a lot of points."));
@@ -140,13 +137,9 @@ TEST_F(MainWindowTest, ClosingWithUnsavedChangesAsks) {
   Open();
   OpenStops(2);
   Stops().ReverseAll();
-  WhenDialogOpens([](QWidget& dialog) {
-    dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::No)->click();
-  });
+  WhenBoxOpens([](QMessageBox& dialog) { dialog.button(QMessageBox::No)->click(); });
   EXPECT_FALSE(m_window->close());
-  WhenDialogOpens([](QWidget& dialog) {
-    dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes)->click();
-  });
+  WhenBoxOpens([](QMessageBox& dialog) { dialog.button(QMessageBox::Yes)->click(); });
   EXPECT_TRUE(m_window->close());
 }
 
@@ -163,8 +156,7 @@ TEST_F(MainWindowTest, TheWindowComesBackWhereItStood) {
 TEST_F(MainWindowTest, AnUnreadableFileIsTold) {
   Open();
   QString text;
-  WhenDialogOpens([&](QWidget& dialog) {
-    auto& box = dynamic_cast<QMessageBox&>(dialog);
+  WhenBoxOpens([&](QMessageBox& box) {
     text = box.text();
     box.button(QMessageBox::Ok)->click();
   });

@@ -4,7 +4,7 @@
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
-#include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 #include "base/text_ids.h"
@@ -38,7 +38,7 @@ TEST_F(PointWindowTest, TakesWhatWasEntered) {
     longitude.selectAll();
     QTest::keyClicks(&longitude, "7,3585");
     Field<QDoubleSpinBox>(dialog, "Elevation").setValue(194);
-    QTest::keyClicks(&Field<QLineEdit>(dialog, "Comment"), "Old town");
+    QTest::keyClicks(&Field<QPlainTextEdit>(dialog, "Comment"), "Old town");
     Press(dialog, QDialogButtonBox::Ok);
   });
   EXPECT_TRUE(Edit(point));
@@ -56,9 +56,9 @@ TEST_F(PointWindowTest, StaysOpenForALatitudeOutOfBounds) {
     QLineEdit& latitude = *Field<AngleEdit>(dialog, "Latitude").findChild<QLineEdit*>();
     latitude.selectAll();
     QTest::keyClicks(&latitude, "90.5");
-    WhenDialogOpens([&](QWidget& box) {
-      message = dynamic_cast<QMessageBox&>(box).text();
-      dynamic_cast<QMessageBox&>(box).button(QMessageBox::Ok)->click();
+    WhenBoxOpens([&](QMessageBox& box) {
+      message = box.text();
+      box.button(QMessageBox::Ok)->click();
     });
     Press(dialog, QDialogButtonBox::Ok);
     EXPECT_TRUE(dialog.isVisible());

@@ -1,5 +1,4 @@
 #include <QDir>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include "planner/point_list_view.h"
@@ -30,9 +29,9 @@ TEST_F(RecoveryTest, WhatACrashLeftIsOffered) {
   LeaveItinerary();
   Open();
   bool wasAsked = false;
-  WhenDialogOpens([&](QWidget& dialog) {
+  WhenBoxOpens([&](QMessageBox& dialog) {
     wasAsked = true;
-    dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes)->click();
+    dialog.button(QMessageBox::Yes)->click();
   });
   EXPECT_TRUE(WaitUntil([&] { return wasAsked && !IsLeft(); }, 10'000));
   EXPECT_EQ(m_window->Work().driver.current.Count(), 2u);

@@ -1,13 +1,13 @@
+#include "ui/settings_window.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
 
 #include "tests/ui/window_fixture.h"
-#include "ui/settings_window.h"
 #include "ui/workspace.h"
 
 namespace {
@@ -18,9 +18,7 @@ class SettingsWindowTest : public WindowTest {
     WindowTest::SetUp();
     Open();
   }
-  bool Show() {
-    return ShowSettingsWindow(m_window.get(), *m_settings, *m_window->Work().bridge);
-  }
+  bool Show() { return ShowSettingsWindow(m_window.get(), *m_settings, *m_window->Work().bridge); }
   static void Press(QWidget& dialog, QDialogButtonBox::StandardButton button) {
     dialog.findChild<QDialogButtonBox*>()->button(button)->click();
   }
@@ -72,9 +70,9 @@ TEST_F(SettingsWindowTest, ATruckOutOfBoundsIsTold) {
   QString message;
   WhenDialogOpens([&](QWidget& dialog) {
     dynamic_cast<QDoubleSpinBox&>(*FindControl(dialog, "Height")).setValue(51);
-    WhenDialogOpens([&](QWidget& box) {
-      message = dynamic_cast<QMessageBox&>(box).text();
-      dynamic_cast<QMessageBox&>(box).button(QMessageBox::Ok)->click();
+    WhenBoxOpens([&](QMessageBox& box) {
+      message = box.text();
+      box.button(QMessageBox::Ok)->click();
     });
     Press(dialog, QDialogButtonBox::Ok);
     EXPECT_TRUE(dialog.isVisible());

@@ -1,21 +1,46 @@
 #include "tests/ui/window_fixture.h"
 
+#include <QMessageBox>
 #include <QTimer>
 
 #include "base/localized_text.h"
 #include "planner/point_list_view.h"
 #include "ui/workspace.h"
 
-void WhenDialogOpens(const std::function<void(QWidget& dialog)>& action) {
+namespace {
+
+const QString kWaiter = QStringLiteral("waits for a dialog");
+
+bool IsProgress(QWidget& dialog) { return dialog.objectName() == QLatin1String("progress"); }
+
+// Looks again and again until `act` has found what it waits for.
+void WaitFor(const std::function<bool(QWidget& dialog)>& isWanted,
+             const std::function<void(QWidget& dialog)>& act) {
   auto* const timer = new QTimer(qApp);
-  QObject::connect(timer, &QTimer::timeout, timer, [timer, action] {
+  timer->setObjectName(kWaiter);
+  QObject::connect(timer, &QTimer::timeout, timer, [timer, isWanted, act] {
     QWidget* const dialog = QApplication::activeModalWidget();
-    if (!dialog) return;
+    if (!dialog || !isWanted(*dialog)) return;
     timer->deleteLater();
     timer->stop();
-    action(*dialog);
+    act(*dialog);
   });
   timer->start(20);
+}
+
+}  // namespace
+
+void WhenDialogOpens(const std::function<void(QWidget& dialog)>& action) {
+  WaitFor([](QWidget& dialog) { return !IsProgress(dialog); }, action);
+}
+
+void WhenProgressOpens(const std::function<void(QWidget& dialog)>& action) {
+  WaitFor(IsProgress, action);
+}
+
+void WhenBoxOpens(const std::function<void(QMessageBox& box)>& action) {
+  WaitFor([](QWidget& dialog) { return qobject_cast<QMessageBox*>(&dialog) != nullptr; },
+          [action](QWidget& dialog) { action(dynamic_cast<QMessageBox&>(dialog)); });
 }
 
 QWidget* FindControl(const QWidget& root, const QString& accessibleName) {
@@ -33,6 +58,8 @@ void WindowTest::SetUp() {
 }
 
 void WindowTest::TearDown() {
+  // A dialog that did not come must not be waited for in the next test.
+  qDeleteAll(qApp->findChildren<QTimer*>(kWaiter));
   m_window.reset();
   m_settings.reset();
 }

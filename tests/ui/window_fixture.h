@@ -1,12 +1,12 @@
 #pragma once
 
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QTest>
 #include <functional>
 #include <memory>
 #include <string>
-
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -24,8 +24,14 @@ inline bool WaitUntil(const std::function<bool()>& isDone, int milliseconds = 60
   return isDone();
 }
 
-/// Does `action` as soon as a dialog is open, which it gets.
+/// Does `action` as soon as a dialog is open that waits for the user; it gets the dialog.
 void WhenDialogOpens(const std::function<void(QWidget& dialog)>& action);
+
+/// Does `action` as soon as a progress window is open.
+void WhenProgressOpens(const std::function<void(QWidget& dialog)>& action);
+
+/// Does `action` as soon as a message box is open.
+void WhenBoxOpens(const std::function<void(QMessageBox& box)>& action);
 
 /// The control of this accessible name below a widget; null without one.
 QWidget* FindControl(const QWidget& root, const QString& accessibleName);

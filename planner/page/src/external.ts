@@ -22,11 +22,18 @@ export interface ListPoint extends Position {
   route: Leg | null;
 }
 
+/** What `AddPoint` takes. */
+export interface NewPoint extends Position {
+  address?: string;
+}
+
 /** One row of `GetPins`. */
 export interface PinRow extends Position {
   alt: number;
   address: string;
   snippet: string;
+  /** A way leads there, which `GetPoint` gives. */
+  route?: true;
 }
 
 export interface Settings {
@@ -34,6 +41,7 @@ export interface Settings {
   readonly DistMiles: boolean;
   readonly AutoAddStep: boolean;
   readonly DisplayNumber: boolean;
+  readonly ForceRoad: boolean;
 }
 
 export type PreviewCallback = (status: number, route: Leg | null) => void;
@@ -47,10 +55,11 @@ export interface Program {
   RenamePoint(list: number, index: number, name: string): void;
   MovePoint(list: number, index: number, position: Position): void;
   InsertPoint(list: number, index: number, position: Position, name: string, comment: string): void;
-  AddPoint(list: number, position: Position): void;
+  AddPoint(list: number, point: NewPoint): void;
   AddFavorite(point: ListPoint): void;
   Calculate(list: number): void;
   SendToGps(target: number, list: number, index: number): void;
+  GetLocation(position: Position): ListPoint;
   GetRoadLocation(position: Position): ListPoint | null;
   GetStreetViewLocation(position: Position): ListPoint | null;
   ReverseGeocoding(position: Position): ListPoint | null;

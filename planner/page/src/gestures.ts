@@ -1,12 +1,14 @@
 // Mouse, pen and finger: selecting and dragging pins, pulling a new stop out of the way.
 
 import * as L from 'leaflet';
+import { insertStop, moveStop } from './edits';
 import { ask, Position, program } from './external';
 import { Hits, WayHit } from './hits';
 import type { Lists, PinRef } from './lists';
 import { kItinerary } from './pin_list';
 import { RoutePreview } from './route_preview';
 import { Sketch, SketchLine } from './sketch';
+import { text } from './texts';
 
 /** What moves less, in pixels, is a click. */
 const kClickReach = 4;
@@ -18,6 +20,7 @@ export interface GestureActions {
   clickMap(position: Position): void;
   /** A drag begins: windows over the map are in the way. */
   dragBegins(): void;
+  announce(message: string): void;
 }
 
 type Grip = { kind: 'pin'; ref: PinRef } | { kind: 'way'; hit: WayHit };
@@ -93,6 +96,7 @@ export class Gestures {
       if (place.distanceTo(this.start) <= kClickReach) return;
       clearTimeout(this.longPress);
       if (this.grip.kind === 'pin' && !this.lists.get(this.grip.ref.list)?.isEditable) return;
+      this.forgetDrag();
       this.isDragging = true;
       this.actions.dragBegins();
       this.map.getContainer().setPointerCapture(event.pointerId);
@@ -128,22 +132,34 @@ export class Gestures {
     clearTimeout(this.longPress);
     const grip = this.grip;
     const wasDragging = this.isDragging;
+    const position = this.positionAt(this.placeOf(event));
+    const lines = wasDragging ? this.straightLines(position) : [];
     this.endGrip();
     if (!grip) return;
-    const position = this.positionAt(this.placeOf(event));
     if (!wasDragging) {
       if (grip.kind === 'pin') this.actions.openPin(grip.ref);
-      else this.insertStop(grip.hit, grip.hit.position);
+      else insertStop(grip.hit.ref.index, grip.hit.position);
       this.hasHit = true;
     } else if (grip.kind === 'pin') {
-      ask(() => program.MovePoint(grip.ref.list, grip.ref.index, position), undefined);
+      moveStop(grip.ref.list, grip.ref.index, position);
     } else {
-      this.insertStop(grip.hit, position);
+      this.dropOnWay(grip.hit.ref, position, lines);
     }
   }
 
-  private insertStop(hit: WayHit, position: Position): void {
-    ask(() => program.InsertPoint(hit.ref.list, hit.ref.index, position, '', ''), undefined);
+  /** Where ways are calculated by themselves, a place that no way leads through makes no stop. */
+  private dropOnWay(ref: PinRef, position: Position, lines: SketchLine[]): void {
+    if (!previewsWay()) {
+      insertStop(ref.index, position);
+      return;
+    }
+    const stop = this.lists.pin(ref);
+    this.sketch.show(lines);
+    this.preview.request(ref, position, false, (leg) => {
+      this.sketch.clear();
+      if (!leg) this.actions.announce(text('wayFailed'));
+      else if (this.lists.pin(ref) === stop) insertStop(ref.index, position);
+    });
   }
 
   private cancel(): void {
@@ -153,14 +169,19 @@ export class Gestures {
   }
 
   private endGrip(): void {
-    if (this.isDragging) this.hasHit = true;
+    if (this.isDragging) this.forgetDrag();
     this.grip = null;
     this.isDragging = false;
-    this.preview.forget();
-    this.sketch.clear();
     this.ghost.classList.remove('is-shown');
     this.map.dragging.enable();
     this.hideHandle();
+  }
+
+  // What was asked for the drag before, if that has not been answered yet, no longer counts.
+  private forgetDrag(): void {
+    this.hasHit = true;
+    this.preview.forget();
+    this.sketch.clear();
   }
 
   private click(event: L.MouseEventLike): void {

@@ -1,10 +1,10 @@
 // Names of countries and towns on the outline map, as many as there is room for.
 
 import { Frame, worldCopies } from './overlay_canvas';
+import { paintLabel } from './label_painter';
 import type { LabelRoom } from './label_room';
 import type { Country } from './outline_data';
 import { palette } from './palette';
-import { paintLabel } from './pin_painter';
 import { language } from './texts';
 import type { Town } from './towns';
 

@@ -1,6 +1,7 @@
 // Everything on the map without a mouse. The middle of the map is the pointer.
 
 import type * as L from 'leaflet';
+import { moveStop } from './edits';
 import { ask, Position, program } from './external';
 import type { Lists, PinRef } from './lists';
 import { kItinerary } from './pin_list';
@@ -113,7 +114,7 @@ export class Keyboard {
     if (key !== 'Enter' && key !== 'Escape') return key.length === 1 && key !== '+' && key !== '-';
     this.moving = null;
     this.sketch.clear();
-    if (key === 'Enter') ask(() => program.MovePoint(ref.list, ref.index, position), undefined);
+    if (key === 'Enter') moveStop(ref.list, ref.index, position);
     this.actions.announce(text(key === 'Enter' ? 'moved' : 'notMoved'));
     return true;
   }

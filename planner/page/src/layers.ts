@@ -25,7 +25,8 @@ export class Layers {
 
   constructor(private readonly map: L.Map, private readonly credit: HTMLElement,
               private readonly outlineCredit: string,
-              private readonly changed: (hasTiles: boolean) => void) {
+              private readonly changed: (hasTiles: boolean) => void,
+              private readonly announce: (message: string) => void) {
     this.box.hidden = true;
     this.box.addEventListener('keydown', (event) => {
       event.stopPropagation();
@@ -60,6 +61,12 @@ export class Layers {
       const layer = new L.TileLayer(server.url, {
         minZoom: server.minZoom, maxNativeZoom: server.maxZoom, maxZoom: 20, className: 'tiles',
       });
+      // Once is enough: the outline stays below.
+      const tell = (): void => {
+        layer.off('tileerror', tell);
+        this.announce(text('tilesFailed', name));
+      };
+      layer.on('tileerror', tell);
       layer.addTo(this.map);
       this.current = { name, layer };
     }

@@ -84,6 +84,8 @@ declare module 'leaflet' {
   export class Layer {
     addTo(map: Map): this;
     remove(): this;
+    on(events: string, handler: (event: never) => void): this;
+    off(events: string, handler: (event: never) => void): this;
   }
   export interface Coords {
     x: number;

@@ -9,8 +9,9 @@ export interface PinRef {
   index: number;
 }
 
-/** Ways that are asked for in one go while nothing else happens. */
-const kWaysAtOnce = 20;
+/** How long ways are asked for in one go, and how often they are shown meanwhile, in milliseconds. */
+const kLoadTime = 12;
+const kShowInterval = 400;
 
 export class Lists {
   selected: PinRef | null = null;
@@ -63,22 +64,26 @@ export class Lists {
   private loadWays(): void {
     if (this.isLoadingWays) return;
     this.isLoadingWays = true;
+    let shown = performance.now();
     const loadSome = (): void => {
-      let left = kWaysAtOnce;
-      for (const list of this.lists.values()) {
-        for (let i = list.ways.indexOf('unknown'); i >= 0 && left > 0;
-             i = list.ways.indexOf('unknown', i)) {
-          list.loadWay(i);
-          left--;
-        }
+      const start = performance.now();
+      const isDone = [...this.lists.values()].every((list) => loadWaysUntil(list, start + kLoadTime));
+      if (isDone || start - shown > kShowInterval) {
+        shown = start;
+        this.changed();
       }
-      if (left === kWaysAtOnce) {
-        this.isLoadingWays = false;
-        return;
-      }
-      this.changed();
-      setTimeout(loadSome, 0);
+      this.isLoadingWays = !isDone;
+      if (!isDone) setTimeout(loadSome, 0);
     };
     setTimeout(loadSome, 0);
   }
+}
+
+/** Asks for ways of a list until it is late; true when none is left. */
+function loadWaysUntil(list: PinList, end: number): boolean {
+  for (let i = list.ways.indexOf('unknown'); i >= 0; i = list.ways.indexOf('unknown', i)) {
+    if (performance.now() > end) return false;
+    list.loadWay(i);
+  }
+  return true;
 }

@@ -4,7 +4,8 @@
 import { Pin, PinList, kFavourites, kItinerary, kSearchResults } from './pin_list';
 import { Frame, worldCopies } from './overlay_canvas';
 import type { Lists } from './lists';
-import { LabelRoom } from './label_room';
+import { LabelRoom, Rectangle } from './label_room';
+import { paintLabel } from './label_painter';
 import { palette } from './palette';
 
 /** Radius of a stop's disc, in pixels. */
@@ -16,6 +17,8 @@ const kNumberFonts = ['600 12px system-ui, sans-serif', '600 12px system-ui, san
   '600 10px system-ui, sans-serif', '600 8px system-ui, sans-serif'];
 /** So many pins on the screen are a crowd, in which only some are more than dots. */
 const kCrowd = 300;
+/** More dots on the screen are small squares. */
+const kMostRoundDots = 1000;
 /** Names are shown up to so many pins on the screen. */
 const kMostNames = 400;
 
@@ -39,15 +42,21 @@ export function paintMarks(frame: Frame, lists: Lists, list: PinList, style: Pin
   const discs: PlacedPin[] = [];
   // Where discs would cover each other, the first of them stands for all; the others are dots.
   const crowd = new LabelRoom();
+  const dots: PlacedPin[] = [];
   for (const place of placed) {
     const reach = placed.length > kCrowd ? kDiscRadius * 2 : kDiscRadius * 0.8;
-    const box = { left: place.x - reach, right: place.x + reach, top: place.y - reach, bottom: place.y + reach };
-    if (place.isSelected || crowd.take(box)) discs.push(place);
-    else paintDot(frame.context, place.x, place.y, colourOf(list.id));
+    if (place.isSelected || crowd.take(boxAround(place, reach))) {
+      discs.push(place);
+    } else {
+      dots.push(place);
+      room.occupy(boxAround(place, kDotRadius));
+    }
   }
+  paintDots(frame.context, dots, colourOf(list.id));
+  const hasShadows = placed.length <= kCrowd;
   for (const place of [...discs].reverse()) {
-    paintMark(frame.context, list.id, place, style);
-    room.occupy(markBox(place));
+    paintMark(frame.context, list.id, place, style, hasShadows);
+    room.occupy(boxAround(place, kDiscRadius + 2));
   }
   return discs;
 }
@@ -63,19 +72,23 @@ function placedPins(frame: Frame, lists: Lists, list: PinList): PlacedPin[] {
   const selected = lists.selected?.list === list.id ? lists.selected.index : -1;
   for (const copy of worldCopies(frame.view)) {
     const box = { ...frame.view, left: frame.view.left - copy, right: frame.view.right - copy };
-    lists.visitPins(list, box, (index) => {
+    const indices: number[] = [];
+    lists.visitPins(list, box, (index) => indices.push(index));
+    // Numbers of their own kind are sorted many times faster than objects.
+    for (const index of Uint32Array.from(indices).sort()) {
       const pin = list.pins[index]!;
-      placed.push({
+      const place = {
         pin, index, isSelected: index === selected,
         x: (pin.x + copy) * frame.scale - frame.left, y: pin.y * frame.scale - frame.top,
-      });
-    });
+      };
+      if (place.isSelected) placed.unshift(place);
+      else placed.push(place);
+    }
   }
-  return placed.sort((a, b) => Number(b.isSelected) - Number(a.isSelected) || a.index - b.index);
+  return placed;
 }
 
-function markBox(place: PlacedPin): { left: number; right: number; top: number; bottom: number } {
-  const reach = kDiscRadius + 2;
+function boxAround(place: PlacedPin, reach: number): Rectangle {
   return { left: place.x - reach, right: place.x + reach, top: place.y - reach, bottom: place.y + reach };
 }
 
@@ -83,6 +96,16 @@ function colourOf(list: number): string {
   if (list === kItinerary) return palette.accent;
   if (list === kSearchResults) return palette.search;
   return list === kFavourites ? palette.favourite : palette.poi;
+}
+
+// Discs of many thousand dots would take longer to draw than the map may stand still.
+function paintDots(context: CanvasRenderingContext2D, dots: PlacedPin[], colour: string): void {
+  if (dots.length <= kMostRoundDots) {
+    for (const { x, y } of dots) paintDot(context, x, y, colour);
+    return;
+  }
+  context.fillStyle = colour;
+  for (const { x, y } of dots) context.fillRect(x - 2, y - 2, 4, 4);
 }
 
 function paintDot(context: CanvasRenderingContext2D, x: number, y: number, colour: string): void {
@@ -96,11 +119,13 @@ function paintDot(context: CanvasRenderingContext2D, x: number, y: number, colou
 }
 
 function paintMark(context: CanvasRenderingContext2D, list: number, place: PlacedPin,
-                   style: PinStyle): void {
+                   style: PinStyle, hasShadow: boolean): void {
   context.save();
-  context.shadowColor = 'rgba(0, 0, 0, 0.35)';
-  context.shadowBlur = 4;
-  context.shadowOffsetY = 1;
+  if (hasShadow) {
+    context.shadowColor = 'rgba(0, 0, 0, 0.35)';
+    context.shadowBlur = 4;
+    context.shadowOffsetY = 1;
+  }
   tracePath(context, list, place);
   const colour = colourOf(list);
   context.fillStyle = place.isSelected ? colour : palette.panel;
@@ -173,19 +198,6 @@ function paintName(context: CanvasRenderingContext2D, place: PlacedPin, room: La
     paintLabel(context, name, left, middle, palette.text);
     return;
   }
-}
-
-/** A text with a halo of the ground's colour, which begins at `left` and has its middle at `middle`. */
-export function paintLabel(context: CanvasRenderingContext2D, label: string, left: number,
-                           middle: number, colour: string): void {
-  context.textAlign = 'left';
-  context.textBaseline = 'middle';
-  context.lineJoin = 'round';
-  context.lineWidth = 3;
-  context.strokeStyle = palette.halo;
-  context.strokeText(label, left, middle);
-  context.fillStyle = colour;
-  context.fillText(label, left, middle);
 }
 
 const kLongestName = 32;

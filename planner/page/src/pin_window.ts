@@ -115,7 +115,12 @@ export class PinWindow {
       const sum = (of: (way: Way) => number): number => known.reduce((total, way) => total + of(way), 0);
       facts.append(row(text('fromStart'), sum((way) => way.distance), sum((way) => way.duration)));
     }
-    return facts.childElementCount > 0 ? [facts] : [];
+    if (!(last instanceof Way)) {
+      facts.append(textButton('insert', text('calculate'), () => {
+        ask(() => program.Calculate(kItinerary), undefined);
+      }));
+    }
+    return [facts];
   }
 
   private actions(ref: PinRef, point: ListPoint): HTMLElement {

@@ -2,6 +2,7 @@
 
 import * as L from 'leaflet';
 import { element, iconButton } from './dom';
+import { addStop, insertStop } from './edits';
 import { ask, Position, program } from './external';
 import { Gestures } from './gestures';
 import { GroundLabels } from './ground_labels';
@@ -61,19 +62,20 @@ export class PlannerMap {
     this.layers = new Layers(this.map, credit, 'Natural Earth · GeoNames', (hasTiles) => {
       this.scene.showsGroundLabels = !hasTiles;
       this.scene.invalidate();
-    });
+    }, announce);
     new Gestures(this.map, this.lists, new Hits(this.map, this.lists), sketch, {
       openPin: (ref) => this.openPin(ref, false),
       openMenu: (position, place, pin) => this.openMenu(position, place, pin),
       clickMap: (position) => this.click(position),
       dragBegins: () => this.pinWindow.close(false),
+      announce,
     });
     new Keyboard(this.map, this.lists, sketch, {
       openPin: (ref) => this.openPin(ref, true),
       openMenu: (position, pin) =>
         this.openMenu(position, this.map.latLngToContainerPoint(position), pin),
-      select: (ref) => this.view(ref),
-      addStop: (position) => this.addStop(position),
+      select: (ref) => this.select(ref),
+      addStop,
       measure: () => this.toggleMeasure(),
       fit: () => this.fit(),
       escape: () => this.escape(),
@@ -141,14 +143,19 @@ export class PlannerMap {
     }
   }
 
-  /** Brings a pin to the middle and marks it. */
+  /** Brings a pin to the middle and marks it. The program asks for this when it selects a row, and
+   * so it is not told. */
   view(ref: PinRef): void {
     const pin = this.lists.pin(ref);
     if (!pin || Number.isNaN(pin.x)) return;
     this.lists.selected = ref;
-    ask(() => program.SelectPoint(ref.list, ref.index), undefined);
     this.map.panTo(pin, { animate: false });
     this.changed();
+  }
+
+  private select(ref: PinRef): void {
+    this.view(ref);
+    ask(() => program.SelectPoint(ref.list, ref.index), undefined);
   }
 
   /** Tells assistive technology. */
@@ -177,11 +184,7 @@ export class PlannerMap {
     if (this.menu.isOpen) this.menu.close();
     else if (this.measure.isActive) this.measure.add(position);
     else if (this.pinWindow.shown) this.pinWindow.close(false);
-    else if (this.acceptsClicks) this.addStop(position);
-  }
-
-  private addStop(position: Position): void {
-    ask(() => program.AddPoint(kItinerary, position), undefined);
+    else if (this.acceptsClicks) addStop(position);
   }
 
   private toggleMeasure(): void {
@@ -196,7 +199,7 @@ export class PlannerMap {
 
   private openMenu(position: Position, place: L.Point, pin: PinRef | null): void {
     const items: MenuItem[] = [
-      { icon: 'plus', label: text('addStopHere'), run: () => this.addStop(position) },
+      { icon: 'plus', label: text('addStopHere'), run: () => addStop(position) },
       { icon: 'place', label: text('whatIsHere'), run: () => this.tellPlace(position) },
       { icon: 'elevation', label: text('elevationHere'), run: () => this.tellElevation(position) },
       { icon: 'street', label: text('streetView'), run: () => this.streetView(position) },
@@ -209,7 +212,7 @@ export class PlannerMap {
     } else if (selected?.list === kItinerary) {
       items.splice(1, 0, {
         icon: 'insert', label: text('insertBefore', selected.index + 1),
-        run: () => ask(() => program.InsertPoint(kItinerary, selected.index, position, '', ''), undefined),
+        run: () => insertStop(selected.index, position),
       });
     }
     this.menu.open(place, text('menu'), items);

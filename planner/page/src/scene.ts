@@ -8,7 +8,14 @@ import { Frame, OverlayCanvas, worldCopies } from './overlay_canvas';
 import { palette } from './palette';
 import { kItinerary, PinList } from './pin_list';
 import { paintMarks, paintNames, PinStyle } from './pin_painter';
-import { Way } from './way';
+import { Box, kDetailZooms, Way } from './way';
+
+/** More points of ways on one screen are drawn with less detail, though not by more than so many
+    zooms: ways keep their shape. */
+const kMostPoints = 20000;
+const kCoarsest = 6;
+/** More ways on one screen lie so close that casings would cover them. */
+const kMostCased = 1000;
 
 export class Scene {
   readonly style: PinStyle = { showsNumbers: true };
@@ -37,8 +44,6 @@ export class Scene {
 
 function paintWays(frame: Frame, list: PinList): void {
   const { context } = frame;
-  context.lineJoin = 'round';
-  context.lineCap = 'round';
   for (const copy of worldCopies(frame.view)) {
     if (list.id === kItinerary) paintMissing(frame, list, copy);
     const byColour = new Map<string, Way[]>();
@@ -49,12 +54,18 @@ function paintWays(frame: Frame, list: PinList): void {
       if (same) same.push(way);
       else byColour.set(colour, [way]);
     }
-    for (const [pass, width] of [[0, 7], [1, 4]] as const) {
-      for (const [colour, ways] of byColour) {
+    const ways = [...byColour.values()].flat();
+    const detail = detailFor(frame, ways, copy);
+    const isCrowd = ways.length > kMostCased;
+    const passes = isCrowd ? [[1, 3]] : [[0, 7], [1, 4]];
+    context.lineJoin = isCrowd ? 'bevel' : 'round';
+    context.lineCap = isCrowd ? 'butt' : 'round';
+    for (const [pass, width] of passes) {
+      for (const [colour, same] of byColour) {
         context.beginPath();
-        for (const way of ways) traceWay(frame, way, copy);
+        traceWays(frame, same, detail, copy);
         context.strokeStyle = pass === 0 ? palette.wayCasing : colour;
-        context.lineWidth = width;
+        context.lineWidth = width!;
         context.stroke();
       }
     }
@@ -66,15 +77,36 @@ function isSeen(frame: Frame, way: Way, copy: number): boolean {
     way.box.top <= frame.view.bottom && way.box.bottom >= frame.view.top;
 }
 
-function traceWay(frame: Frame, way: Way, copy: number): void {
-  const { context, scale, left, top, view } = frame;
-  const box = { ...view, left: view.left - copy, right: view.right - copy };
-  way.visit(frame.zoom, box, (x, y, start) => {
+/** The zoom whose detail is enough for so many ways on one screen. */
+function detailFor(frame: Frame, ways: Way[], copy: number): number {
+  const view = shiftedView(frame, copy);
+  let detail = Math.min(Math.ceil(frame.zoom), kDetailZooms);
+  const points = (): number => ways.reduce((sum, way) => sum + way.pointsIn(detail, view), 0);
+  while (detail > 0 && detail > frame.zoom - kCoarsest && points() > kMostPoints) detail--;
+  return detail;
+}
+
+function shiftedView(frame: Frame, copy: number): Box {
+  return { ...frame.view, left: frame.view.left - copy, right: frame.view.right - copy };
+}
+
+// A way that begins where the one before has ended goes on with its line, for each end of a line
+// takes as long to draw as many points.
+function traceWays(frame: Frame, ways: Way[], detail: number, copy: number): void {
+  const { context, scale, left, top } = frame;
+  const view = shiftedView(frame, copy);
+  let lastX = NaN;
+  let lastY = NaN;
+  const draw = (x: number, y: number, start: boolean): void => {
     const px = (x + copy) * scale - left;
     const py = y * scale - top;
-    if (start) context.moveTo(px, py);
-    else context.lineTo(px, py);
-  });
+    if (!start) context.lineTo(px, py);
+    else if (Math.abs(px - lastX) > 1 || Math.abs(py - lastY) > 1) context.moveTo(px, py);
+    else return;
+    lastX = px;
+    lastY = py;
+  };
+  for (const way of ways) way.visit(detail, view, draw);
 }
 
 // Stops without a way between them are joined by a thin broken line, so that their order shows.

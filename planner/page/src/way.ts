@@ -116,14 +116,21 @@ export class Way {
     return { points, boxes };
   }
 
+  /** About how many points are drawn at `zoom` of what a box may see. */
+  pointsIn(zoom: number, view: Box): number {
+    const { points, boxes } = this.level(zoom);
+    if (points.length <= kBlock) return points.length;
+    let count = 0;
+    for (let at = 0; at < boxes.length; at += 4) if (isBlockSeen(boxes, at, view)) count += kBlock;
+    return count;
+  }
+
   /** Visits the runs of the way at `zoom` that a box may see; `start` is true where a run begins. */
   visit(zoom: number, view: Box, draw: (x: number, y: number, start: boolean) => void): void {
     const { points, boxes } = this.level(zoom);
     let isOpen = false;
     for (let block = 0; 4 * block < boxes.length; block++) {
-      const isSeen = boxes[4 * block]! <= view.right && boxes[4 * block + 2]! >= view.left &&
-        boxes[4 * block + 1]! <= view.bottom && boxes[4 * block + 3]! >= view.top;
-      if (!isSeen) {
+      if (!isBlockSeen(boxes, 4 * block, view)) {
         isOpen = false;
         continue;
       }
@@ -152,6 +159,11 @@ export class Way {
     });
     return best;
   }
+}
+
+function isBlockSeen(boxes: Float64Array, at: number, view: Box): boolean {
+  return boxes[at]! <= view.right && boxes[at + 2]! >= view.left &&
+    boxes[at + 1]! <= view.bottom && boxes[at + 3]! >= view.top;
 }
 
 /** The point of a piece of line that is nearest to x, y. */

@@ -2,14 +2,12 @@
 // in variables of its own, so that everything here runs under one lock.
 
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <memory>
 #include <mutex>
 
 #include <routino.h>
-#include <unistd.h>
 
 #include "services/offline/road_engine.h"
 
@@ -38,30 +36,6 @@ using Waypoint = std::unique_ptr<Routino_Waypoint, FreeMemory>;
 const std::atomic<bool>* cancellation = nullptr;
 
 int GoesOn(double /*complete*/) { return cancellation == nullptr || !*cancellation ? 1 : 0; }
-
-/// A profile as a file, since the library reads no other.
-class ProfileFile {
- public:
-  explicit ProfileFile(const std::string& text) {
-    const int descriptor = mkstemp(m_path);
-    if (descriptor < 0) return;
-    size_t written = 0;
-    while (written < text.size()) {
-      const ssize_t count = write(descriptor, text.data() + written, text.size() - written);
-      if (count <= 0) break;
-      written += static_cast<size_t>(count);
-    }
-    close(descriptor);
-  }
-  ~ProfileFile() { unlink(m_path); }
-  ProfileFile(const ProfileFile&) = delete;
-  ProfileFile& operator=(const ProfileFile&) = delete;
-
-  const char* Path() const { return m_path; }
-
- private:
-  char m_path[32] = "/tmp/corvane-profile-XXXXXX";
-};
 
 class RoutinoEngine final : public RoutingEngine {
  public:
@@ -126,7 +100,7 @@ class RoutinoEngine final : public RoutingEngine {
     }
     if (m_database == database.get() && m_profileText == query.profile) return RoadResult::kFound;
     Forget();
-    if (!LoadProfile(query.profile)) return RoadResult::kNotInstalled;
+    if (!LoadProfile(query.profileFile)) return RoadResult::kNotInstalled;
     // A database that holds no road for the profile's vehicle.
     if (Routino_ValidateProfile(database.get(), m_profile) != ROUTINO_ERROR_NONE)
       return RoadResult::kNoWay;
@@ -147,12 +121,11 @@ class RoutinoEngine final : public RoutingEngine {
     return m_translation != nullptr;
   }
 
-  bool LoadProfile(const std::string& text) {
+  bool LoadProfile(const std::string& file) {
     if (m_hasProfile) Routino_FreeXMLProfiles();
     m_hasProfile = false;
     m_profile = nullptr;
-    const ProfileFile file(text);
-    if (Routino_ParseXMLProfiles(file.Path()) != ROUTINO_ERROR_NONE) return false;
+    if (Routino_ParseXMLProfiles(file.c_str()) != ROUTINO_ERROR_NONE) return false;
     m_hasProfile = true;
     m_profile = Routino_GetProfile(kProfileName);
     return m_profile != nullptr;

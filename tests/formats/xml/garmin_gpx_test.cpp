@@ -8,6 +8,7 @@
 #include "base/status.h"
 #include "conversion/conversion_context.h"
 #include "formats/xml/gpx.h"
+#include "model/route_leg.h"
 #include "tests/formats/written_bytes.h"
 #include "tests/formats/xml/gpx_samples.h"
 #include "tests/list_builder.h"
@@ -28,12 +29,12 @@ const std::string kSymbol = "<sym>Waypoint</sym>";
 
 std::string NuviBytes(const CGpsPointArray& list, bool marksViaPoints = false) {
   const FixedClock clock;
-  return BytesOf(WriteNuviGpxBody, list, marksViaPoints);
+  return BytesOf(WriteNuviGpxBody, list, marksViaPoints, ConversionContext());
 }
 
 std::string ZumoBytes(const CGpsPointArray& list) {
   const FixedClock clock;
-  return BytesOf(WriteZumoGpxBody, list);
+  return BytesOf(WriteZumoGpxBody, list, ConversionContext());
 }
 
 // What stands in front of the bounds.
@@ -237,6 +238,51 @@ TEST(GarminGpx, ComesBackAsRouteAndWaypoints) {
   EXPECT_EQ(Outline(zumo), "route 'Trip & more':" + positions);
   EXPECT_EQ(zumo[0]->points[0].altitude, 0.0);
   for (size_t i = 0; i < 3; ++i) EXPECT_EQ(zumo[0]->points[i], Trip().points[i]);
+}
+
+// Three stops; a way of two points leads from the first to the second, none to the third.
+CGpsRoute TripWithWay() {
+  CGpsRoute trip = MakeList("", MakePoint(45.5, 6.25), MakePoint(45.75, 6.5), MakePoint(46, 6.75));
+  CRouteLeg leg;
+  for (const auto& [latitude, longitude] : {std::pair(45.5, 6.25), std::pair(45.625, 6.375)}) {
+    auto point = std::make_unique<CGpsNamedPoint>();
+    point->latitude = latitude;
+    point->longitude = longitude;
+    leg.route.shape.points.points.push_back(std::move(point));
+  }
+  trip.At(1).SetRouteLeg(leg);
+  return trip;
+}
+
+size_t CountOf(const std::string& part, const std::string& text) {
+  size_t count = 0;
+  for (size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
+
+TEST(GarminGpxWriters, WriteTheWayThatStartsAtAStopOnlyWhenTold) {
+  const FixedClock clock;
+  const CGpsRoute trip = TripWithWay();
+  const std::string kWay = "<rtept lat=\"45.500000\" lon=\"6.250000\">";
+  const std::string kWithWay =
+      "ffffffffffffffffffffffff</gpxx:Subclass>"
+      "<gpxx:rpt lat=\"45.500000\" lon=\"6.250000\"/>"
+      "<gpxx:rpt lat=\"45.625000\" lon=\"6.375000\"/></gpxx:RoutePointExtension>";
+  ConversionContext context;
+  context.writesWay = true;
+  for (const std::string& bytes : {BytesOf(WriteNuviGpxBody, trip, false, context),
+                                   BytesOf(WriteZumoGpxBody, trip, context)}) {
+    EXPECT_EQ(CountOf("<gpxx:rpt ", bytes), 2u);
+    const size_t first = bytes.find(kWay);
+    ASSERT_NE(first, bytes.npos);
+    // In the first of the three route points, behind the subclass.
+    const size_t way = bytes.find(kWithWay, first);
+    ASSERT_NE(way, bytes.npos);
+    EXPECT_LT(way, bytes.find("<rtept lat=\"45.750000\""));
+    EXPECT_EQ(CountOf(kRoutePoint, bytes), 2u);
+  }
+  EXPECT_EQ(NuviBytes(trip).find("gpxx:rpt"), std::string::npos);
+  EXPECT_EQ(ZumoBytes(trip).find("gpxx:rpt"), std::string::npos);
 }
 
 }  // namespace

@@ -120,8 +120,8 @@ class Page {
   }
 
   /** Waits until an expression is true. */
-  async until(expression, what = expression) {
-    const end = Date.now() + 20000;
+  async until(expression, what = expression, seconds = 20) {
+    const end = Date.now() + seconds * 1000;
     while (!(await this.evaluate(`Boolean(${expression})`))) {
       if (Date.now() > end) throw new Error(`never came true: ${what}`);
       await new Promise((resolve) => setTimeout(resolve, 25));

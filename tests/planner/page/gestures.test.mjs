@@ -38,9 +38,22 @@ function near(position, lat, lng, metres = 600) {
 pageTest('a click on the map adds a stop there', () => fixture.openVillages(), async (page) => {
   const at = placeOf(48.3, 6.9, kView);
   await page.click(at.x, at.y);
-  const [[, list, position]] = await calls(page, 'AddPoint');
-  assert.equal(list, 0);
+  const [[, list, position, name]] = await calls(page, 'AddPoint');
+  assert.deepEqual([list, name], [0, 'Somewhere']);
   near(position, 48.3, 6.9);
+});
+
+pageTest('stops go to the road where the settings say so', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('player.settings.ForceRoad = true');
+  const at = placeOf(48.3, 6.9, kView);
+  await page.click(at.x, at.y);
+  near((await calls(page, 'AddPoint'))[0][2], 48.31, 6.9);
+  await page.drag(kColmar, placeOf(48.1, 7.6, kView));
+  await page.until('player.calls.some(([call]) => call === "MovePoint")');
+  near((await calls(page, 'MovePoint'))[0][3], 48.11, 7.6);
+  await page.evaluate('player.road = () => null');
+  await page.click(at.x + 60, at.y);
+  near((await calls(page, 'AddPoint'))[1][2], 48.3, 6.9 + (60 * 360) / (256 * 512));
 });
 
 pageTest('a click adds nothing when the map does not accept clicks', () => fixture.openVillages(), async (page) => {
@@ -145,6 +158,44 @@ pageTest('shows a handle on the way, and pulls a new stop out of it', () => fixt
   assert.deepEqual([list, index], [0, 12]);
   near(position, 47.85, 7.0);
   await page.until('player.lists[0].length === 14');
+});
+
+pageTest('a stop that is pulled out asks for its way, and comes when there is one', () => fixture.openVillages(), async (page) => {
+  await page.evaluate(`window.waiting = [];
+    player.preview = (position) => new Promise((answer) => waiting.push(answer))`);
+  await page.drag(kOnWay, placeOf(47.85, 7.0, kView));
+  await page.until('waiting.length === 1');
+  assert.deepEqual(await calls(page, 'GetRoutePreview'), [['GetRoutePreview', 0, 12, false]]);
+  assert.deepEqual(await calls(page, 'InsertPoint'), []);
+  await page.evaluate('waiting[0]([1, null])');
+  await page.until('document.querySelector(".note")?.textContent.startsWith("No way leads")');
+  assert.deepEqual(await calls(page, 'InsertPoint'), []);
+  assert.equal(await page.evaluate('player.lists[0].filter(({ route }) => route).length'), 11);
+
+  await page.drag(kOnWay, placeOf(47.85, 7.0, kView));
+  await page.drag(kOnWay, placeOf(47.85, 6.95, kView));
+  await page.until('waiting.length === 2');
+  await page.evaluate('waiting[1]([0, player.leg([])])');
+  await page.until('waiting.length === 3');
+  assert.deepEqual(await calls(page, 'InsertPoint'), [], 'the answer to an older drop does not count');
+  await page.evaluate('waiting[2]([0, player.leg([])])');
+  await page.until('player.calls.some(([call]) => call === "InsertPoint")');
+  near((await calls(page, 'InsertPoint'))[0][3], 47.85, 6.95);
+});
+
+pageTest('where nothing is calculated by itself, a stop comes at once', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('player.settings.AutoCalc = false');
+  await page.drag(kOnWay, placeOf(47.85, 7.0, kView));
+  await page.until('player.calls.some(([call]) => call === "InsertPoint")');
+  assert.deepEqual(await calls(page, 'GetRoutePreview'), []);
+});
+
+pageTest('the window of a stop without a way offers to calculate it', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('ViewPushPin(0, 6)');
+  await page.click(500, 340);
+  await page.until('document.querySelector(".pin-name")?.value === "Riquewihr"');
+  await page.evaluate('[...document.querySelectorAll(".way-facts button")].find((button) => button.textContent === "Calculate the way").click()');
+  assert.deepEqual(await calls(page, 'Calculate'), [['Calculate', 0]]);
 });
 
 pageTest('a click on the way adds a stage there', () => fixture.openVillages(), async (page) => {

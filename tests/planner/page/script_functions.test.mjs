@@ -85,6 +85,20 @@ pageTest('shows tiles only of a server that is switched on', async () => {
   await page.until('document.querySelectorAll(".tiles img").length === 0');
 });
 
+pageTest('says once that tiles cannot be loaded, and keeps the outline', async () => {
+  fixture.server.tileServers = [{ name: 'Streets', url: `${fixture.server.address}/nowhere/{z}/{x}/{y}.png`,
+                                  credit: '© somebody', minZoom: 0, maxZoom: 18 }];
+  const page = await fixture.open();
+  fixture.server.tileServers = [];
+  return page;
+}, async (page) => {
+  await page.evaluate(`InitMap(JSON.stringify({ lang: { hl: 'en' }, map: { flag: 'Streets', type: 1 },
+    maps: [{ flag: 'Streets', map: true, sat: false, hybrid: false, topo: false }] }))`);
+  await page.until('document.querySelector(".note")?.textContent === "The tiles of Streets cannot be loaded."');
+  assert.ok(await page.evaluate('document.querySelectorAll(".outline canvas").length > 0'));
+  page.errors = page.errors.filter((error) => !error.includes('404'));
+});
+
 pageTest('fits the itinerary into the map', () => fixture.openVillages(), async (page) => {
   // The highest zoom at which 0.813 degrees of latitude fit into 680 - 96 pixels is 9.
   const view = { lat: (48.62 + 47.807) / 2, lng: (7.103 + 7.493) / 2, zoom: 9 };
@@ -98,6 +112,8 @@ pageTest('brings a pin to the middle and marks it', () => fixture.openVillages()
   await page.frame();
   const [disc] = await pixels(page, [{ x: 494, y: 333 }]);
   assert.equal(disc, '10,102,107');
+  // Who asked for it has selected it, and would ask again.
+  assert.deepEqual(await calls(page, 'SelectPoint'), []);
   await page.click(500, 340);
   assert.deepEqual((await calls(page, 'SelectPoint')).at(-1), ['SelectPoint', 0, 8]);
 });

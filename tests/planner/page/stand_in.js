@@ -3,14 +3,16 @@
 (() => {
   const lists = { 0: [], 1: [], 2: [], 3: [] };
   const calls = [];
-  const settings = { AutoCalc: true, DistMiles: false, AutoAddStep: true, DisplayNumber: true };
+  const settings = { AutoCalc: true, DistMiles: false, AutoAddStep: true, DisplayNumber: true, ForceRoad: false };
   const texts = window.stringTexts ?? {};
   const player = {
-    lists, calls, settings, texts, signals: [],
+    lists, calls, settings, texts, signals: [], pointsAsked: 0,
     /** What the service answers to a preview: (position) => [status, leg]; or a promise of it. */
     preview: (position) => [0, leg([position, { lat: position.lat + 0.05, lng: position.lng + 0.05 }])],
     reverse: (position) => ({ ...position, alt: 0, address: 'Rue des Clefs, Colmar', snippet: '', route: null }),
     street: (position) => ({ ...position, alt: 0, address: 'Rue des Clefs', snippet: '', route: null }),
+    nameOf: () => 'Somewhere',
+    road: ({ lat, lng }) => ({ lat: lat + 0.01, lng, alt: 0, address: 'A road', snippet: '', route: null }),
     elevation: (position) => ({ ...position, alt: 187.4, address: '', snippet: '', route: null }),
     leg,
   };
@@ -40,9 +42,13 @@
     Trace(text) { calls.push(['Trace', text]); },
     GetCount: (list) => lists[list].length,
     GetPins: (list, first, count) => JSON.stringify(lists[list].slice(first, first + count)
-      .map(({ lat, lng, alt, address, snippet }) => ({ lat, lng, alt, address, snippet }))),
+      .map(({ lat, lng, alt, address, snippet, route }) =>
+        ({ lat, lng, alt, address, snippet, ...(route && { route: true }) }))),
     GetTexts: () => JSON.stringify(player.texts),
-    GetPoint: (list, index) => ({ ...checked(list, index), type: list }),
+    GetPoint(list, index) {
+      player.pointsAsked++;
+      return { ...checked(list, index), type: list };
+    },
     GetStrCoords: ({ lat, lng }) => `${lat.toFixed(6)}, ${lng.toFixed(6)}`,
     SelectPoint(list, index) { calls.push(['SelectPoint', list, index]); },
     DeletePoint(list, index) {
@@ -67,7 +73,7 @@
       later(() => InsertPushPin(list, index));
     },
     AddPoint(list, { lat, lng, address = '' }) {
-      calls.push(['AddPoint', list, { lat, lng }]);
+      calls.push(['AddPoint', list, { lat, lng }, address]);
       lists[list].push({ lat, lng, alt: 0, address: address || 'New stop', snippet: '', route: null });
       later(() => InsertPushPin(list, lists[list].length - 1));
     },
@@ -82,6 +88,8 @@
       Promise.resolve(player.preview(position)).then(([status, route]) => callback(status, route));
       return null;
     },
+    GetLocation: (position) => ({ ...position, alt: 0, address: player.nameOf(position), snippet: '', route: null }),
+    GetRoadLocation(position) { calls.push(['GetRoadLocation']); return player.road(position); },
     SetCurrentMap(name, type) { calls.push(['SetCurrentMap', name, type]); },
   };
   Object.defineProperty(window, 'external', { value: program, writable: false });

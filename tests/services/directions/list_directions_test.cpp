@@ -1,5 +1,9 @@
 #include "services/directions/list_directions.h"
 
+#include <atomic>
+#include <chrono>
+#include <thread>
+
 #include <gtest/gtest.h>
 
 #include "services/directions/route_options.h"
@@ -133,6 +137,77 @@ TEST(ListDirections, KnowNoTotalsWithoutMeasures) {
   list.At(1).SetRouteLeg(leg);
   EXPECT_FALSE(UpdateLegTotals(list).complete);
   EXPECT_EQ(list.At(1).GetRouteLeg()->totalDistance, 0u);
+}
+
+/// Runs until it is cancelled.
+class EndlessRouter final : public CRouteProvider {
+ public:
+  ~EndlessRouter() override { Stop(); }
+
+  using CRouteProvider::Calculate;
+  void Calculate(std::unique_ptr<CGpsPointList>, uint32_t, const CRouteOptions&) override {
+    Begin();
+    ++asked;
+  }
+  uint32_t Wait(int32_t) override {
+    while (!IsCancelled()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    Finish(kCancelled);
+    return Status();
+  }
+  int32_t GetId() const override { return provider::kStraight; }
+  size_t GetMaxPoints() const override { return 2; }
+  uint32_t BuildRequest(const CGpsPointList&, uint32_t, const CRouteOptions&,
+                        CHttpRequestSpec&) override {
+    return kRouteInvalidRequest;
+  }
+  uint32_t ParseResponse(std::string_view, uint32_t, const CRouteOptions&, Legs&) override {
+    return kRouteInvalidRequest;
+  }
+
+  static constexpr uint32_t kCancelled = 100 + 12017;
+  std::atomic<size_t> asked = 0;
+};
+
+TEST(ListDirections, CanBeStoppedWithinALegFromAnotherThread) {
+  CGpsRoute list = Northwards(5);
+  EndlessRouter router;
+  std::stop_source source;
+  std::thread stopping([&] {
+    while (router.asked == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    source.request_stop();
+  });
+  const LegsResult result = CalculateLegs(router, list, kCar, {}, {}, source.get_token());
+  stopping.join();
+  EXPECT_TRUE(result.cancelled);
+  EXPECT_TRUE(result.failures.empty());
+  EXPECT_EQ(router.asked, 1u);
+  // Nothing is asked any more.
+  EXPECT_TRUE(CalculateLegs(router, list, kCar, {}, {}, source.get_token()).cancelled);
+  EXPECT_EQ(router.asked, 1u);
+}
+
+TEST(ListDirections, NoteWhoGaveALeg) {
+  CGpsRoute list = Northwards(2);
+  list.At(1).SetRouteLeg(CRouteLeg());
+  list.At(1).GetRouteLeg()->provider = 77;
+  CStraightLineRouter router;
+  CalculateLegs(router, list, kAnyMode, {});
+  EXPECT_EQ(list.At(1).GetRouteLeg()->provider, 0);
+}
+
+TEST(ListDirections, BecomeTheWayItself) {
+  CGpsRoute list = Northwards(4);
+  list.name = "Trip";
+  MoodyRouter router(list.At(2).latitude);
+  CalculateLegs(router, list, kCar, {});
+  ReplaceStopsByWay(list);
+  // Two legs of two points each, and none to the third stop.
+  ASSERT_EQ(list.Count(), 4u);
+  EXPECT_DOUBLE_EQ(list.At(0).latitude, 48.0);
+  EXPECT_DOUBLE_EQ(list.At(1).latitude, 48.0);
+  EXPECT_DOUBLE_EQ(list.At(2).latitude, 48.02);
+  EXPECT_EQ(list.At(1).GetRouteLeg(), nullptr);
+  EXPECT_EQ(list.name, "Trip");
 }
 
 }  // namespace

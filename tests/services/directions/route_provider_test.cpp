@@ -348,7 +348,7 @@ TEST(WazeProvider, AsksForThreePointsTwiceHalfASecondApart) {
   std::vector<Clock::time_point> times;
   LoopbackServer server([&times](const std::string&) {
     times.push_back(Clock::now());
-    return HttpReply(SampleReplyOf(provider::kWazeWorld == 18 ? provider::kWazeUs : 0));
+    return HttpReply(SampleReplyOf(provider::kWazeUs));
   });
   const ServiceValuesForTest values(At("waze-world", server));
   const auto router = RouterOf(provider::kWazeWorld);

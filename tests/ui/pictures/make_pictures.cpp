@@ -3,24 +3,31 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QWebEngineView>
+#include <functional>
 
 #include "base/localized_text.h"
 #include "base/text_ids.h"
 #include "planner/point_list_view.h"
+#include "services/offline/offline_finders.h"
 #include "services/service_registry.h"
 #include "services/service_table.h"
 #include "settings/settings.h"
 #include "ui/itinerary_pane.h"
+#include "ui/list_chooser.h"
 #include "ui/look.h"
 #include "ui/main_window.h"
 #include "ui/map_view.h"
+#include "ui/notice_bar.h"
 #include "ui/page_files.h"
+#include "ui/paste_window.h"
 #include "ui/point_table.h"
 #include "ui/point_window.h"
 #include "ui/text.h"
@@ -71,14 +78,15 @@ class Photographer {
     if (!widget.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
   }
 
-  // Takes the picture of the dialog that `open` opens, and closes it.
-  template <typename Open>
-  void TakeDialog(const char* name, Open open) const {
+  // Takes the picture of the dialog that `open` opens, as `prepare` leaves it, and closes it.
+  void TakeDialog(const char* name, const std::function<void()>& open,
+                  const std::function<void(QWidget&)>& prepare = {}) const {
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
       QWidget* const dialog = QApplication::activeModalWidget();
-      if (!dialog) return;
+      if (!dialog || dialog->objectName() == QLatin1String("progress")) return;
       timer.stop();
+      if (prepare) prepare(*dialog);
       QTest::qWait(100);
       Take(*dialog, name);
       dialog->close();
@@ -91,6 +99,26 @@ class Photographer {
   const QString m_folder;
   const QString m_suffix;
 };
+
+constexpr char kPastedLines[] =
+    "Colmar\nObernai\n48.0794, 7.3585\tMarket hall\nN48 27.732 E007 28.914\n"
+    "https://www.google.com/maps/dir/Colmar/Riquewihr/\nNowhereinparticular";
+constexpr int kSettingsPages = 4;
+constexpr const char* kSettingsNames[kSettingsPages] = {"settings", "settings-itinerary",
+                                                        "settings-map", "settings-services"};
+
+void ShowListChooser(MainWindow& window) {
+  PointLists lists;
+  const auto fill = [](CGpsPointArray& list, const char* name, size_t count) {
+    list.name = name;
+    for (size_t i = 0; i < count; ++i) list.InsertAt(i, CGpsPoint());
+  };
+  fill(AddList<CGpsRoute>(lists), "Route des Vins", 13);
+  fill(AddList<CGpsRoute>(lists), "", 4);
+  fill(AddList<CGpsTrack>(lists), "2026-09-12", 1841);
+  fill(AddList<CGpsWaypointList>(lists), "Alsace", 27);
+  ChooseListsInWindow(&window, QStringLiteral("alsace.gpx"), lists);
+}
 
 void FillItinerary(Workspace& work) {
   CGpsRoute& route = work.driver.current;
@@ -118,7 +146,7 @@ int main(int argc, char** argv) {
        {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
     qputenv(variable, home.path().toLocal8Bit());
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  const ELook wanted = look == QLatin1String("dark") ? ELook::kDark : ELook::kLight;
+  const Look wanted = look == QLatin1String("dark") ? Look::kDark : Look::kLight;
   Q_INIT_RESOURCE(window);
   PrepareLook(wanted);
   RegisterPageSchemes();
@@ -127,6 +155,7 @@ int main(int argc, char** argv) {
   ApplyLook(application, wanted);
   SetLanguage(LanguageOf(language));
   FillServiceRegistry(CServiceRegistry::Instance());
+  RegisterOfflinePlaces(CServiceRegistry::Instance());
 
   CSettings settings;
   settings.Load();
@@ -153,8 +182,22 @@ int main(int argc, char** argv) {
     CGpsNamedPoint point = window.Work().driver.current.At(2);
     EditPointInWindow(&window, settings, kTextEditPoint, point);
   });
-  photographer.TakeDialog("settings", [&] { window.Commands()[ECommand::kSettings].trigger(); });
-  photographer.TakeDialog("about", [&] { window.Commands()[ECommand::kAbout].trigger(); });
+  for (int page = 0; page < kSettingsPages; ++page) {
+    photographer.TakeDialog(
+        kSettingsNames[page], [&] { window.Commands()[Command::kSettings].trigger(); },
+        [page](QWidget& dialog) { dialog.findChild<QTabWidget*>()->setCurrentIndex(page); });
+  }
+  photographer.TakeDialog("paste", [&] {
+    QGuiApplication::clipboard()->setText(QString::fromUtf8(kPastedLines));
+    PasteStops(window, settings);
+  });
+  photographer.TakeDialog("lists", [&] { ShowListChooser(window); });
+  window.Notice().ShowNotice(FilledText(kTextExportLost, "alsace.itn"),
+                             {{Text(kTextDetails), [] {}}});
+  QTest::qWait(500);
+  photographer.Take(window, "window-loss");
+  window.Notice().hide();
+  photographer.TakeDialog("about", [&] { window.Commands()[Command::kAbout].trigger(); });
   window.Work().driver.current.snapshot.Assign(window.Work().driver.current);
   window.close();
   return 0;

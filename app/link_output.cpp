@@ -1,0 +1,26 @@
+#include "app/link_output.h"
+
+#include "app/output_sink.h"
+#include "base/status.h"
+#include "platform/open_link.h"
+#include "platform/output_file.h"
+
+bool PrintLinks(const std::vector<std::string>& links) {
+  OutputSink sink;
+  for (const std::string& link : links) sink.Write(link + "\n");
+  return sink.Finish();
+}
+
+uint32_t OpenLinks(const std::vector<std::string>& links) {
+  if (!HasDesktop()) return kStatusSuccess;
+  for (const std::string& link : links) {
+    if (const uint32_t error = OpenLink(link)) return error;
+  }
+  return kStatusSuccess;
+}
+
+uint32_t SaveLinks(const WideString& path, const std::vector<std::string>& links) {
+  OutputFile file(path);
+  for (const std::string& link : links) file.Write(link + "\n");
+  return file.Commit();
+}

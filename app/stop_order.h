@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "base/wide_string.h"
+#include "model/point_list.h"
+#include "services/directions/route_provider.h"
+
+/// Who is asked for the ways by road, and what for. All of it outlives the ordering.
+struct RoadOrder {
+  CRouteProvider& provider;
+  std::string_view providerName;
+  uint32_t travelMode;
+  const CRouteOptions& options;
+};
+
+/// How stops are ordered.
+struct StopOrder {
+  bool isBest = false;               ///< the search goes on for two seconds
+  const RoadOrder* roads = nullptr;  ///< null: by straight distance
+  bool quiet = false;
+};
+
+/// Orders the stops of `list`, which come from the file `source`, so that the way through them
+/// becomes shorter, and tells on standard error how long it became. Ctrl+C ends the questions and
+/// keeps the best order so far, and so does a provider that fails.
+void OrderStops(const WideString& source, const StopOrder& order, CGpsRoute& list);

@@ -1,0 +1,132 @@
+#include "conversion/loss_description.h"
+
+#include "base/format_text.h"
+#include "base/text.h"
+#include "base/text_ids.h"
+#include "markup/json_string.h"
+
+namespace {
+
+// What a reader can pass over: the text for one, behind which that for several stands, and the name
+// in JSON where it has not one of its own outside.
+struct PassedOverKind {
+  ConversionNote note;
+  uint32_t text;
+  const char* name;
+};
+
+constexpr PassedOverKind kPassedOverKinds[] = {
+    {ConversionNote::kLinePassedOver, kTextOneLine, nullptr},
+    {ConversionNote::kStopWithoutWaypoint, kTextOneStopWithoutWaypoint, nullptr},
+    {ConversionNote::kPointWithoutPosition, kTextOnePointWithoutPosition, nullptr},
+    {ConversionNote::kTime, kTextOneTime, "times"},
+    {ConversionNote::kSymbol, kTextOneSymbol, "symbols"},
+    {ConversionNote::kMeasurement, kTextOneMeasurement, "measurements"},
+    {ConversionNote::kLink, kTextOneLink, "links"},
+    {ConversionNote::kDescription, kTextOneDescription, "descriptions"},
+    {ConversionNote::kDetail, kTextOneDetail, "details"},
+    {ConversionNote::kShapingPoint, kTextOneShapingPoint, "shapingPoints"},
+    {ConversionNote::kSegmentBreak, kTextOneSegmentBreak, "segmentBreaks"},
+    {ConversionNote::kExtension, kTextOneExtension, "extensions"},
+    {ConversionNote::kArea, kTextOneArea, "areas"},
+    {ConversionNote::kOverlay, kTextOneOverlay, "overlays"},
+    {ConversionNote::kDocument, kTextOneDocument, "documents"},
+    {ConversionNote::kRelation, kTextOneRelation, "relations"},
+};
+
+uint64_t CountOf(const LossCheck& check, ConversionNote note) {
+  return note == ConversionNote::kPointWithoutPosition ? check.PointsWithoutPosition()
+                                                       : check.notes.Count(note);
+}
+
+// All kinds with their numbers, parted by commas.
+std::string PassedOver(const LossCheck& check) {
+  std::string text;
+  for (const PassedOverKind& kind : kPassedOverKinds) {
+    const uint64_t count = CountOf(check, kind.note);
+    if (count == 0) continue;
+    if (!text.empty()) text += ", ";
+    text += CountText(kind.text, count);
+  }
+  return text;
+}
+
+void WriteJsonPassedOver(ByteSink& sink, const LossCheck& check) {
+  sink.Write(", \"passedOver\": {");
+  const char* separator = "";
+  for (const PassedOverKind& kind : kPassedOverKinds) {
+    const uint64_t count = check.notes.Count(kind.note);
+    if (!kind.name || count == 0) continue;
+    sink.Printf("%s\"%s\": %d", separator, kind.name, count);
+    separator = ", ";
+  }
+  sink.Put('}');
+}
+
+}  // namespace
+
+std::string DescribeCheck(const WideString& source, const WideString& target,
+                          const LossCheck& check) {
+  const std::string shown = WideToUtf8Lossy(target);
+  const LossReport& losses = check.losses;
+  std::string text;
+  const auto tell = [&text](const std::string& line) { text += line + "\n"; };
+
+  if (check.outcome == LossCheck::Outcome::kOnlyWritten) {
+    tell(FormatText(kTextOnlyWritten, shown));
+  } else if (check.outcome == LossCheck::Outcome::kNotReadable) {
+    tell(FormatText(kTextNotReadBack, shown));
+  } else if (!losses.HasLosses()) {
+    tell(FormatText(check.notes.HasLosses() ? kTextAllThatWasRead : kTextNothingLost, shown,
+                    losses.stops, losses.largestShift));
+  } else {
+    if (losses.stopsLost > 0 || losses.stopsAdded > 0)
+      tell(FormatText(kTextStopsLost, shown, losses.stopsLost, losses.stops, losses.stopsAdded));
+    if (losses.namesChanged > 0) {
+      tell(FormatText(kTextNamesChanged, shown, losses.namesChanged, losses.nameBefore,
+                      losses.nameAfter));
+    }
+    if (losses.commentsChanged > 0 || losses.altitudesChanged > 0 ||
+        losses.largestShift > kReceiverAccuracy) {
+      tell(FormatText(kTextDetailsLost, shown, losses.commentsChanged, losses.altitudesChanged,
+                      losses.largestShift));
+    }
+  }
+  if (check.listsMerged > 0) tell(FormatText(kTextListsMerged, shown, check.listsMerged));
+  if (check.notes.HasLosses())
+    tell(FormatText(kTextPassedOver, WideToUtf8Lossy(source), PassedOver(check)));
+  return text;
+}
+
+void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& target,
+                    const LossCheck& check) {
+  sink.Write("{\"source\": ");
+  WriteJsonString(sink, WideToUtf8Lossy(source));
+  sink.Write(", \"target\": ");
+  WriteJsonString(sink, WideToUtf8Lossy(target));
+  const bool isChecked = check.outcome == LossCheck::Outcome::kChecked;
+  sink.Printf(", \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
+              check.HasLosses() ? "true" : "false");
+  if (isChecked) {
+    const LossReport& losses = check.losses;
+    sink.Printf(
+        ", \"stops\": %d, \"stopsLost\": %d, \"stopsAdded\": %d, \"namesChanged\": %d, "
+        "\"commentsLost\": %d, \"altitudesLost\": %d, \"largestShift\": %.2f",
+        losses.stops, losses.stopsLost, losses.stopsAdded, losses.namesChanged,
+        losses.commentsChanged, losses.altitudesChanged, losses.largestShift);
+    if (losses.namesChanged > 0) {
+      sink.Write(", \"firstName\": {\"before\": ");
+      WriteJsonString(sink, losses.nameBefore);
+      sink.Write(", \"after\": ");
+      WriteJsonString(sink, losses.nameAfter);
+      sink.Put('}');
+    }
+  }
+  sink.Printf(
+      ", \"listsMerged\": %d, \"linesPassedOver\": %d, \"stopsWithoutWaypoint\": %d, "
+      "\"pointsWithoutPosition\": %d",
+      check.listsMerged, check.LinesPassedOver(), check.StopsWithoutWaypoint(),
+      check.PointsWithoutPosition());
+  WriteJsonPassedOver(sink, check);
+  sink.Put('}');
+}

@@ -1,0 +1,144 @@
+#include "services/links/link_reading.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "base/localized_text.h"
+#include "base/text.h"
+#include "base/text_ids.h"
+#include "conversion/format_frame.h"
+#include "conversion/read_trip.h"
+#include "markup/profile_file.h"
+#include "services/links/google_link.h"
+#include "services/links/here_link.h"
+#include "services/links/link_text.h"
+#include "services/links/mydrive_link.h"
+#include "services/links/viamichelin_link.h"
+#include "services/service_access.h"
+#include "services/service_request.h"
+
+namespace {
+
+/// A web planner whose links are understood.
+struct LinkKind {
+  bool (*isHost)(std::string_view host);
+  MapLink (*parse)(std::string_view link);
+};
+
+constexpr LinkKind kKinds[] = {
+    {IsGoogleMapsHost, ParseGoogleLink},
+    {IsHereHost, ParseHereLink},
+    {IsViaMichelinHost, ParseViaMichelinLink},
+    {IsMyDriveHost, ParseMyDriveLink},
+};
+
+const LinkKind* KindOf(std::string_view link) {
+  const LinkPieces pieces = SplitLink(link);
+  for (const LinkKind& kind : kKinds) {
+    if (kind.isHost(pieces.host)) return &kind;
+  }
+  return nullptr;
+}
+
+// The stops of a map that its owner has saved, from the page script that the site has for it.
+std::vector<LinkStop> FetchSavedMap(std::string_view link, ConversionContext& context) {
+  if (context.lookups.MayFetch()) {
+    const Service& site = ServiceNamed("google-site");
+    const LinkPieces pieces = SplitLink(link);
+    std::string url = AccessTo(site).url;
+    url.append(pieces.path).append("?").append(pieces.query).append("&output=js");
+    std::string script;
+    if (AskService(site, url, script) == kServiceSuccess) return ParseSavedMap(script);
+  }
+  context.Note(ConversionNote::kPageNotFetched);
+  return {};
+}
+
+std::optional<CGpsCoordinate> LookUp(const std::string& address, ConversionContext& context) {
+  if (!context.lookups.HasFinder()) {
+    context.Note(ConversionNote::kPlaceNotAsked);
+    return std::nullopt;
+  }
+  context.Note(ConversionNote::kStopLookedUp);
+  const std::optional<CGpsCoordinate> place = context.lookups.FindPlace(address);
+  if (!place) context.Note(ConversionNote::kStopNotFound);
+  return place;
+}
+
+void AddStop(const LinkStop& stop, CGpsRoute& route, ConversionContext& context) {
+  const auto position = stop.position ? stop.position : LookUp(stop.name, context);
+  if (!position) return;
+  CGpsPoint point;
+  point.latitude = position->latitude;
+  point.longitude = position->longitude;
+  point.name = stop.name;
+  point.comment = stop.comment;
+  route.points.push_back(std::move(point));
+}
+
+uint32_t TakeLink(const LinkKind& kind, std::string_view link, PointLists& lists,
+                  ConversionContext& context) {
+  MapLink map = kind.parse(link);
+  if (map.isSavedMap) {
+    for (LinkStop& stop : FetchSavedMap(link, context)) map.stops.push_back(std::move(stop));
+  }
+  auto route = std::make_unique<CGpsRoute>();
+  for (const LinkStop& stop : map.stops) AddStop(stop, *route, context);
+  if (route->points.empty()) return kStatusFailure;
+  lists.push_back(std::move(route));
+  return kStatusSuccess;
+}
+
+// Text that somebody may have meant otherwise is no link unless there is something in it.
+template <size_t kind>
+bool AcceptsLink(const WideString& text) {
+  const std::string link = WideToUtf8Lossy(text);
+  if (!kKinds[kind].isHost(SplitLink(link).host)) return false;
+  const MapLink map = kKinds[kind].parse(link);
+  return map.isSavedMap || !map.stops.empty();
+}
+
+// There is no file that an itinerary out of a link could be named after.
+void NameLists(PointLists& lists) {
+  for (const auto& list : lists) list->name = LoadTextUtf8(kTextItinerary);
+}
+
+template <size_t kind>
+uint32_t ReadLink(const WideString& link, PointLists& lists, bool) {
+  ContextInPlace context;
+  const uint32_t status = TakeLink(kKinds[kind], WideToUtf8Lossy(link), lists, context);
+  NameLists(lists);
+  return status;
+}
+
+template <size_t kind>
+LinkReader ReaderOf() {
+  return {AcceptsLink<kind>, {u"url", 0, ReadLink<kind>, nullptr, 0}};
+}
+
+}  // namespace
+
+uint32_t ParseMapLink(std::string_view link, PointLists& lists, ConversionContext& context) {
+  if (const LinkKind* const kind = KindOf(link)) return TakeLink(*kind, link, lists, context);
+  if (IsShortGoogleLink(link)) context.failure.adviceTextId = kTextShortLink;
+  return kStatusFailure;
+}
+
+uint32_t ParseUrlFile(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  const ProfileFile file(bytes, ProfileText::kUtf8OrNarrow);
+  return ParseMapLink(file.Section("InternetShortcut").GetText("URL", ""), lists, context);
+}
+
+uint32_t ReadUrlFile(const WideString& path, PointLists& lists, bool silent) {
+  if (!IsWebAddress(path)) return ReadFileOf<ParseUrlFile>(path, lists, silent);
+  ContextInPlace context;
+  const uint32_t status = ParseMapLink(WideToUtf8Lossy(path), lists, context);
+  NameLists(lists);
+  return status;
+}
+
+std::vector<LinkReader> MapLinkReaders() {
+  return {ReaderOf<0>(), ReaderOf<1>(), ReaderOf<2>(), ReaderOf<3>()};
+}
