@@ -86,6 +86,13 @@ QToolButton::menu-button { border: 0; width: 16px; }
 QTableView { border: 1px solid @edge; border-radius: 4px; selection-background-color: @hover;
              selection-color: @text; outline: 0; }
 QTableView:focus { border-color: @accent; }
+QTreeView { border: 1px solid @edge; border-radius: 4px; outline: 0; }
+QTreeView::item { padding: 4px; }
+QLineEdit, QPlainTextEdit { border: 1px solid @edge; border-radius: 4px; padding: 3px 6px;
+                            background: @panel; selection-background-color: @accent; }
+QLineEdit:focus, QPlainTextEdit:focus { border-color: @accent; }
+QComboBox, QAbstractSpinBox { min-height: 24px; }
+QPushButton { min-height: 22px; padding: 0 12px; }
 QHeaderView::section { background: @ground; color: @muted; border: 0;
                        border-bottom: 1px solid @edge; padding: 4px 8px; }
 QSplitter::handle { background: @edge; }
@@ -103,6 +110,7 @@ QFrame[role="bar"] { background: @warning; border: 0; border-bottom: 1px solid @
   sheet.replace(QLatin1String("@accent"), colors.accent.name());
   sheet.replace(QLatin1String("@ground"), colors.ground.name());
   sheet.replace(QLatin1String("@text"), colors.text.name());
+  sheet.replace(QLatin1String("@panel"), colors.panel.name());
   sheet.replace(QLatin1String("@muted"), colors.muted.name());
   sheet.replace(QLatin1String("@warning"), colors.warning.name());
   return sheet;

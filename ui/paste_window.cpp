@@ -107,6 +107,9 @@ std::vector<size_t> Review(MainWindow& window, const std::vector<PastedLine>& li
   auto* const layout = new QVBoxLayout(&dialog);
   layout->setContentsMargins(kWideMargin, kWideMargin, kWideMargin, kWideMargin);
   layout->setSpacing(kSmallMargin);
+  auto* const hint = new QLabel(Text(kTextPastedReview));
+  hint->setWordWrap(true);
+  layout->addWidget(hint);
   layout->addWidget(table);
   AddDialogButtons(dialog, *layout);
   std::vector<size_t> kept;

@@ -53,6 +53,7 @@ class AngleReader {
   std::optional<PastedAngle> Read() {
     m_text = TrimLeft(m_text, kBlanks);
     const bool hasLetter = TakeLetter();
+    m_text = TrimLeft(m_text, kBlanks);
     TakeMark(m_text, {"+"});
     const std::optional<double> degrees = TakeNumber(m_text);
     if (!degrees) return std::nullopt;
@@ -70,7 +71,6 @@ class AngleReader {
     const char letter = UpperCase(m_text.front());
     if (letter != m_positive && letter != m_negative) return false;
     m_text.remove_prefix(1);
-    m_text = TrimLeft(m_text, kBlanks);
     if (letter == m_negative) m_sign = -1;
     return true;
   }

@@ -73,9 +73,10 @@ void PointTable::SetUpColumns(PinKind kind) {
           [this](const QPoint& place) { OfferColumns(horizontalHeader()->mapToGlobal(place)); });
   for (const auto column : {RouteColumn::kDistance, RouteColumn::kDuration}) {
     setColumnHidden(columnOf(column), !isItinerary);
-    header.resizeSection(
-        columnOf(column),
-        fontMetrics().horizontalAdvance(QStringLiteral("000.0km / 0000.0km")) + kWideMargin);
+    const bool isDistance = column == RouteColumn::kDistance;
+    const QString longest =
+        isDistance ? QStringLiteral("000.0km / 000.0km") : QStringLiteral("00:00 / 00:00");
+    header.resizeSection(columnOf(column), fontMetrics().horizontalAdvance(longest) + kWideMargin);
   }
   for (const auto column : {RouteColumn::kPosition, RouteColumn::kComment, RouteColumn::kTravelMode,
                             RouteColumn::kColor})

@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int kQuietTime = 2000;  // milliseconds without a change
-constexpr char16_t kKey[] = u"gpx:376";
+constexpr char16_t kKey[] = u"gpx:107";
 const QString kSuffix = QStringLiteral(".gpx");
 
 // What programs keep between two runs and nobody else needs.

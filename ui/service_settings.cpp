@@ -39,10 +39,11 @@ class ServicesPage : public SettingsForm {
     FillServiceList(*m_directions, kCanDirections, settings.routeProvider);
     m_finder = AddList(kTextFindProvider);
     FillServiceList(*m_finder, kCanGeocode, settings.findProvider);
-    AddHeading(kTextServiceLabel);
+    AddHeading(kTextServiceAccountHeading);
     m_service = AddList(kTextServiceLabel);
     for (const Service& service : Services()) {
-      if (service.account == service.name || service.account.empty())
+      const bool isItsOwn = service.account == service.name || service.account.empty();
+      if (isItsOwn && !IsOnThisMachine(service))
         m_service->addItem(PlainText(service.labelTextId), FromUtf8(service.name));
     }
     for (const FieldRow& row : kFields) {

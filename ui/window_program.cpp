@@ -14,6 +14,7 @@
 #include "platform/debug_log.h"
 #include "services/service_registry.h"
 #include "settings/settings.h"
+#include "ui/accessible_lists.h"
 #include "ui/icons.h"
 #include "ui/look.h"
 #include "ui/main_window.h"
@@ -53,6 +54,7 @@ int RunWindowProgram(int& argumentCount, char** arguments, const std::string& fi
   QApplication::setApplicationDisplayName(QStringLiteral("Corvane Map"));
   QApplication::setDesktopFileName(QStringLiteral("corvanemap-window"));
   ApplyLook(application, look);
+  NameListsForAssistiveTechnology();
   // The boxes of Qt itself speak the program's language.
   QTranslator translator;
   if (translator.load(QStringLiteral("qtbase_") + Text(kTextLanguage),

@@ -91,7 +91,7 @@ TEST_F(FilesWindowTest, ADroppedFileIsOpened) {
 
 TEST_F(FilesWindowTest, AnExportThatHoldsEverythingIsQuiet) {
   m_window->OpenPath(TwoStops("Tour", ""));
-  ChooseFormat(u"gpx:376");
+  ChooseFormat(u"gpx:107");
   const QString target = QString::fromStdString(m_folder.PathTo("out.gpx"));
   WhenDialogOpens([&](QWidget& dialog) { Choose(dialog, target); });
   Do(Command::kExport);
@@ -127,12 +127,12 @@ TEST_F(FilesWindowTest, TheExportListMarksWhatWillLose) {
     return false;
   };
   EXPECT_TRUE(WaitUntil([&] { return marked(u"itn"); }));
-  EXPECT_FALSE(marked(u"gpx:376"));
+  EXPECT_FALSE(marked(u"gpx:107"));
 }
 
 TEST_F(FilesWindowTest, ExportingGivesAnEmptyNameAndCutsALongOne) {
   m_window->OpenPath(TwoStops("Tour", ""));
-  ChooseFormat(u"gpx:376");
+  ChooseFormat(u"gpx:107");
   const QString target = QString::fromStdString(m_folder.PathTo("out.gpx"));
   m_window->Pane().NameField().clear();
   WhenDialogOpens([&](QWidget& dialog) { Choose(dialog, target); });
@@ -152,7 +152,7 @@ TEST_F(FilesWindowTest, AKilledSaveLeavesWhatWasSavedBefore) {
   const QString source = WriteFile("big.gpx", content + "</trkseg></trk></gpx>");
   const QString target = QString::fromStdString(m_folder.PathTo("saved.gpx"));
   const QString program = QStringLiteral(CORVANE_BINARY_FOLDER "/bin/corvanemap");
-  const QStringList arguments{source, "gpx:376", "--output", target, "--quiet"};
+  const QStringList arguments{source, "gpx:107", "--output", target, "--quiet"};
   ASSERT_EQ(QProcess::execute(program, arguments), 0);
   const std::string whole = m_folder.Get("saved.gpx");
   const std::string former = "saved before";
@@ -165,7 +165,9 @@ TEST_F(FilesWindowTest, AKilledSaveLeavesWhatWasSavedBefore) {
     save.kill();
     save.waitForFinished();
     const std::string found = m_folder.Get("saved.gpx");
-    EXPECT_TRUE(found == former || found == whole) << wait << " ms, " << found.size() << " bytes";
+    // Two whole files differ by the time that stands in them.
+    const bool isWhole = found.size() == whole.size() && found.ends_with(whole.substr(1000));
+    EXPECT_TRUE(found == former || isWhole) << wait << " ms, " << found.size() << " bytes";
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include "services/offline/offline_finders.h"
 #include "services/service_registry.h"
+#include "ui/accessible_lists.h"
 #include "ui/look.h"
 #include "ui/page_files.h"
 
@@ -20,6 +21,7 @@ int main(int argc, char** argv) {
   QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   QApplication application(argc, argv);
   ApplyLook(application, Look::kLight);
+  NameListsForAssistiveTechnology();
   FillServiceRegistry(CServiceRegistry::Instance());
   RegisterOfflinePlaces(CServiceRegistry::Instance());
   return RUN_ALL_TESTS();

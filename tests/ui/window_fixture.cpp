@@ -44,10 +44,13 @@ void WhenBoxOpens(const std::function<void(QMessageBox& box)>& action) {
 }
 
 QWidget* FindControl(const QWidget& root, const QString& accessibleName) {
+  QWidget* hidden = nullptr;
   for (QWidget* const widget : root.findChildren<QWidget*>()) {
-    if (widget->accessibleName() == accessibleName) return widget;
+    if (widget->accessibleName() != accessibleName) continue;
+    if (widget->isVisible()) return widget;
+    hidden = widget;
   }
-  return nullptr;
+  return hidden;
 }
 
 void WindowTest::SetUp() {

@@ -33,7 +33,8 @@ void WhenProgressOpens(const std::function<void(QWidget& dialog)>& action);
 /// Does `action` as soon as a message box is open.
 void WhenBoxOpens(const std::function<void(QMessageBox& box)>& action);
 
-/// The control of this accessible name below a widget; null without one.
+/// The control of this accessible name below a widget, a visible one if there is any; null without
+/// one.
 QWidget* FindControl(const QWidget& root, const QString& accessibleName);
 
 /// A real window with settings of its own, shown off the screen.
