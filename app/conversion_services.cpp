@@ -4,25 +4,11 @@
 #include "app/service_outcome.h"
 #include "base/format_text.h"
 #include "base/text_ids.h"
-#include "services/country.h"
+#include "services/geonames_countries.h"
 #include "services/service_access.h"
 #include "services/service_registry.h"
 
 namespace {
-
-// The country service as writers ask it.
-class Geonames final : public CountryService {
- public:
-  uint32_t GetCountryCode(double latitude, double longitude, std::string& countryCode) override {
-    CCountryInfo country;
-    const uint32_t status = ::GetCountryCode(latitude, longitude, country);
-    if (status == kServiceSuccess) countryCode = country.countryCode;
-    return status;
-  }
-  uint32_t GetCountryInfo(const std::string& countryCode, CCountryInfo& info) override {
-    return ::GetCountryInfo(countryCode, info);
-  }
-};
 
 // The provider that is named may be meant for directions.
 ServiceChoice ChooseFinder(const Options& options) {
@@ -52,8 +38,7 @@ void AllowLookups(const Options& options, Lookups& lookups) {
     if (const ServiceChoice finder = ChooseFinder(options); finder.exitStatus == 0)
       asked.makeFinder = MakerOf(finder);
     if (asked.isOffline) return;
-    static Geonames countries;
-    if (IsUsable(ServiceNamed("geonames"))) asked.countries = &countries;
+    if (IsUsable(ServiceNamed("geonames"))) asked.countries = &GeonamesCountries();
     if (IsUsable(ServiceNamed("google"))) {
       asked.makeGeocoder = [](int32_t id) {
         return CServiceRegistry::Instance().CreateGeocoder(id);

@@ -5,6 +5,7 @@
 #include "base/format_text.h"
 #include "base/text_ids.h"
 #include "platform/console.h"
+#include "services/service_access.h"
 
 namespace {
 

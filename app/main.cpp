@@ -23,6 +23,7 @@
 #include "planner/hand_off.h"
 #include "planner/tomtom_home.h"
 #include "planner/whole_format_table.h"
+#include "platform/become_program.h"
 #include "platform/console.h"
 #include "platform/large_pages.h"
 #include "platform/locale.h"
@@ -33,6 +34,8 @@
 namespace {
 
 constexpr uint32_t kSystemLanguage = 0;
+
+constexpr char kWindowProgram[] = "corvanemap-window";
 
 // The settings are loaded only where they decide: their file may be held by another program.
 void SetLanguageOf(const std::vector<WideString>& tokens) {
@@ -50,6 +53,17 @@ bool KeepsSomething(const Options& options) {
   return keepsLayouts || !options.assignments.empty();
 }
 
+// The window is a program of its own, in a package of its own, and takes the same tokens. Comes
+// back only where it cannot be had.
+int OpenWindow(int argumentCount, char** arguments) {
+  std::vector<std::string> command(arguments, arguments + argumentCount);
+  command.front() = kWindowProgram;
+  if (CanShowWindow()) BecomeProgram(command);
+  Complain(FormatText(kTextNoWindow));
+  Complain(FormatText(kTextUsage));
+  return kExitWrongUsage;
+}
+
 // The key of the hand-off to TomTom HOME makes no file.
 void TakeTomTomHomeKey(Options& options) {
   if (!options.inspect && options.tokens.size() >= 2 &&
@@ -57,7 +71,7 @@ void TakeTomTomHomeKey(Options& options) {
     options.send.target = FindDeviceTarget(kTargetTomTomHome)->name;
 }
 
-int Run(Options& options) {
+int Run(Options& options, int argumentCount, char** arguments) {
   if (options.help) {
     return WriteOutput(HelpText()) ? kExitConverted : kExitFailed;
   }
@@ -104,9 +118,11 @@ int Run(Options& options) {
     return status;
   }
   if (!options.inspect && options.tokens.empty() && KeepsSomething(options)) return kExitConverted;
-  Complain(FormatText(options.inspect ? kTextUsage : kTextNoWindow));
-  if (!options.inspect) Complain(FormatText(kTextUsage));
-  return kExitWrongUsage;
+  if (options.inspect) {
+    Complain(FormatText(kTextUsage));
+    return kExitWrongUsage;
+  }
+  return OpenWindow(argumentCount, arguments);
 }
 
 }  // namespace
@@ -126,5 +142,5 @@ int main(int argumentCount, char** arguments) {
     return kExitWrongUsage;
   }
   SetLanguageOf(options->tokens);
-  return Run(*options);
+  return Run(*options, argumentCount, arguments);
 }

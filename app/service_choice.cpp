@@ -42,11 +42,6 @@ std::string DefaultFinder(ServiceAbility ability) {
   return std::string(isAble ? finder->name : ServiceNamed("offline-places").name);
 }
 
-bool IsOnThisMachine(const Service& service) {
-  return service.id == provider::kOfflineRoads || service.id == provider::kOfflinePlaces ||
-         service.id == provider::kStraight;
-}
-
 std::string DescribeMissingSettings(const Service& service) {
   std::string names;
   std::string assignments;

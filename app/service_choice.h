@@ -28,8 +28,5 @@ ServiceChoice ChooseNamedService(const Options& options, ServiceAbility ability,
 ServiceChoice ChooseService(const Options& options, ServiceAbility ability,
                             std::string_view defaultProvider);
 
-/// Whether a service is on this machine, so that nothing leaves it.
-bool IsOnThisMachine(const Service& service);
-
 /// What is missing before a service can be used, and how to set it.
 std::string DescribeMissingSettings(const Service& service);

@@ -12,8 +12,6 @@
 
 namespace {
 
-// Numbers of the messages and questions.
-
 // More points than this make the editor slow.
 constexpr size_t kManyPoints = 300;
 // Longer names are cut when an itinerary is exported.
@@ -91,7 +89,8 @@ uint32_t ConversionDriver::Read(const WideString& path, bool append, ReadOptions
   {
     const BusyScope busy(m_front);
     do {
-      TripRead trip = readNext(options);
+      TripRead trip;
+      m_front.Run([&] { trip = readNext(options); });
       if (options.after && !trip.row) break;
       options.after = trip.row;
       status = trip.status == kStatusSuccess ? MergeLists(trip, path, append) : trip.status;
@@ -161,7 +160,8 @@ uint32_t ConversionDriver::ExportTo(const WideString& path, const CItineraryForm
 TripWrite ConversionDriver::Export(const WideString& path, const CItineraryFormat& row,
                                    const WriteOptions& options) {
   const BusyScope busy(m_front);
-  TripWrite trip = WriteTrip(table, row, path, current, m_source, options, m_context);
+  TripWrite trip;
+  m_front.Run([&] { trip = WriteTrip(table, row, path, current, m_source, options, m_context); });
   if (trip.status == kStatusSuccess) {
     RememberState();
   } else if (trip.refusal == WriteRefusal::kNone) {
@@ -202,7 +202,7 @@ void ConversionDriver::ExportCommand(const CItineraryFormat* row) {
   if (!row) return;
   NameFromField();
   if (IsPseudoFormat(*row)) {
-    ExportTo(DefaultExportName(), *row, false);
+    ExportFromCommand(DefaultExportName(), *row);
     return;
   }
   FileDialog dialog;
@@ -210,7 +210,15 @@ void ConversionDriver::ExportCommand(const CItineraryFormat* row) {
   dialog.filter = SaveFilter(*row);
   dialog.defaultName = DefaultExportName();
   dialog.defaultExtension = row->extension;
-  if (const auto chosen = m_front.AskSaveFile(dialog)) ExportTo(chosen->path, *row, false);
+  if (const auto chosen = m_front.AskSaveFile(dialog)) ExportFromCommand(chosen->path, *row);
+}
+
+void ConversionDriver::ExportFromCommand(const WideString& path, const CItineraryFormat& row) {
+  WriteOptions options;
+  options.force = true;
+  options.checks = checksExports && row.facts.isFile;
+  const TripWrite trip = Export(path, row, options);
+  if (exported) exported(path, row, trip);
 }
 
 void ConversionDriver::NameFromField() {
@@ -235,7 +243,7 @@ void ConversionDriver::InterpretLink(const WideString& text) {
     TripRead trip;
     {
       const BusyScope busy(m_front);
-      trip = ReadTripWith(reader.row, text, m_context, /*silent=*/false);
+      m_front.Run([&] { trip = ReadTripWith(reader.row, text, m_context, /*silent=*/false); });
       status = trip.status == kStatusSuccess ? MergeLists(trip, WideString(), false) : trip.status;
     }
     status = Report(status, trip.reason, text, false);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -70,6 +71,10 @@ class ConversionDriver {
   WideString sourcePath;                ///< the file opened last without appending; empty at start
   int32_t exportIndex = -1;             ///< entry of the export list chosen last; negative = none
   std::vector<LinkReader> linkReaders;  ///< in the order in which they are tried
+  bool checksExports = false;           ///< the export command tells what the target does not hold
+  /// Called behind each export of the command, whatever came of it. May be empty.
+  std::function<void(const WideString& path, const CItineraryFormat& row, const TripWrite& trip)>
+      exported;
 
  private:
   template <typename ReadNext>
@@ -78,6 +83,7 @@ class ConversionDriver {
   void TellFailure(const TripWrite& trip);
   void NameFromField();
   WideString DefaultExportName() const;
+  void ExportFromCommand(const WideString& path, const CItineraryFormat& row);
   uint32_t Report(uint32_t status, const FailureReason& reason, const WideString& path,
                   bool append);
   uint32_t ReportSuccess(const WideString& path, bool append);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -44,6 +45,9 @@ class ConversionFront {
   virtual std::vector<size_t> ChooseLists(const PointLists& lists) = 0;
   /// The user must wait, or may go on.
   virtual void SetBusy(bool busy) = 0;
+  /// Does the reading or writing itself, and returns when it has ended; a window does it on another
+  /// thread and lives meanwhile.
+  virtual void Run(const std::function<void()>& work) { work(); }
   /// The former itinerary is gone: empty what shows it.
   virtual void ItineraryCleared() = 0;
   /// A new itinerary stands: show its name, list and map.

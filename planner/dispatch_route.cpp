@@ -17,6 +17,7 @@ class LinePoint : public ScriptObject {
     return std::nullopt;
   }
   std::vector<std::string_view> PropertyNames() const override { return {"lat", "lng"}; }
+  bool IsCopied() const override { return true; }
 
  private:
   double m_latitude;

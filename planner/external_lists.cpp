@@ -157,6 +157,8 @@ ScriptValue PlannerExternal::GetPins(const ExternalArguments& arguments) const {
     json.Key("alt").Number(point.altitude);
     json.Key("address").Text(point.name);
     json.Key("snippet").Text(point.comment);
+    // So that a page need not ask every point for a way that it has not.
+    if (point.GetRouteLeg()) json.Key("route").Boolean(true);
     json.End();
   }
   json.End();

@@ -62,9 +62,10 @@ void CPointListView::RunCalculation(bool showProgress) {
     progress->Open(NamesText(kTextGetDirections, from, to), m_settings.routeProvider, last);
 
   bool ended = false;
+  bool passesFailuresOver = false;
   size_t calculated = 0;
   for (size_t i = 0; i < last && !ended && edits == m_editCount; ++i) {
-    const LegResult result = CalculateLeg(i, i + 1);
+    const LegResult result = CalculateLeg(i, i + 1, &passesFailuresOver);
     if (result == LegResult::kCalculated) ++calculated;
     ended = result == LegResult::kEnded;
     if (!showProgress || ended) continue;
@@ -85,7 +86,8 @@ void CPointListView::RunCalculation(bool showProgress) {
     ShowMessage(calculated == last ? NamesText(kTextDirectionsRetrieved, from, to) : std::string());
 }
 
-CPointListView::LegResult CPointListView::CalculateLeg(size_t from, size_t to) {
+CPointListView::LegResult CPointListView::CalculateLeg(size_t from, size_t to,
+                                                       bool* passesFailuresOver) {
   if (!m_directions) return LegResult::kEnded;
   const uint64_t edits = m_editCount;
   const std::vector<CGpsPoint> points{WithoutLeg(list->points[from]), WithoutLeg(list->points[to])};
@@ -103,8 +105,12 @@ CPointListView::LegResult CPointListView::CalculateLeg(size_t from, size_t to) {
   if (!statusField) return LegResult::kFailed;
   list->points[to].ClearRouteLeg();
   m_rows.RefreshRows(to, to);
-  const int32_t box = m_window->ShowBox(NamesText(kTextNoDirections, points.front(), points.back()),
-                                        kBoxOkCancel | kBoxWarningIcon);
+  if (passesFailuresOver && *passesFailuresOver) return LegResult::kFailed;
+  const std::string failure = NamesText(kTextNoDirections, points.front(), points.back());
+  constexpr uint32_t kStyle = kBoxOkCancel | kBoxWarningIcon;
+  const int32_t box = passesFailuresOver
+                          ? m_window->ShowRepeatedBox(failure, kStyle, *passesFailuresOver)
+                          : m_window->ShowBox(failure, kStyle);
   // The list may have changed behind the box.
   return box == kAnswerOk && edits == m_editCount ? LegResult::kFailed : LegResult::kEnded;
 }

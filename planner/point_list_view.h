@@ -101,6 +101,9 @@ class CPointListView {
   void Undo();
   void Redo();
 
+  /// How often the list has been changed: another number, another list.
+  uint64_t EditCount() const { return m_editCount; }
+
   /// The selected row, or the first of them; `kNoRow` without one.
   int64_t FirstSelectedRow() const;
 
@@ -153,7 +156,9 @@ class CPointListView {
   void ShowAdded(const std::vector<PlacedPoint>& placed);
   void ShowRemoved(const std::vector<PlacedPoint>& placed);
   void RunCalculation(bool showProgress);
-  LegResult CalculateLeg(size_t from, size_t to);
+  // `passesFailuresOver` is what the user has answered so far in a run of several legs; null for
+  // a leg alone.
+  LegResult CalculateLeg(size_t from, size_t to, bool* passesFailuresOver = nullptr);
   // The answer for a leg; nothing when the run is to end.
   std::optional<DirectionsAnswer> AskForLeg(const std::vector<CGpsPoint>& points);
   void LegArrived(size_t to, const DirectionsAnswer& answer);

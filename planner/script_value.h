@@ -92,6 +92,8 @@ class ScriptObject {
   /// The names of all properties, for an engine that lists them or copies the object.
   virtual std::vector<std::string_view> PropertyNames() const = 0;
   virtual std::vector<std::string_view> MethodNames() const { return {}; }
+  /// True for one of nothing but values, of which an engine hands over a copy.
+  virtual bool IsCopied() const { return false; }
 };
 
 /// A function of the page that the program may call later.
@@ -112,6 +114,7 @@ class ScriptRecord : public ScriptObject {
   std::optional<ScriptValue> Get(std::string_view name) override;
   void Put(std::string_view name, const ScriptValue& value) override;
   std::vector<std::string_view> PropertyNames() const override;
+  bool IsCopied() const override { return true; }
 
  private:
   std::vector<std::pair<std::string, ScriptValue>> m_members;

@@ -74,9 +74,12 @@ enum BoxAnswer : int32_t {
 class PlannerWindow {
  public:
   virtual ~PlannerWindow() = default;
-  /// A modal box with plain text; `style` is an BoxStyle or what a page asks for, which may hold
-  /// other bits too. Gives an BoxAnswer.
+  /// A modal box with plain text; `style` is a BoxStyle or what a page asks for, which may hold
+  /// other bits too. Gives a BoxAnswer.
   virtual int32_t ShowBox(std::string_view text, uint32_t style) = 0;
+  /// The same about one of several things alike: `forTheRest` tells whether the answer counts for
+  /// those that follow.
+  virtual int32_t ShowRepeatedBox(std::string_view text, uint32_t style, bool& forTheRest) = 0;
   /// Lets the events that wait happen, without waiting for any.
   virtual void DispatchMessages() = 0;
   /// The normal caption of the window.

@@ -58,6 +58,11 @@ ServiceAccess AccessTo(const Service& service) {
 
 ServiceAccess AccessTo(std::string_view name) { return AccessTo(ServiceNamed(name)); }
 
+bool IsOnThisMachine(const Service& service) {
+  return service.id == provider::kOfflineRoads || service.id == provider::kOfflinePlaces ||
+         service.id == provider::kStraight;
+}
+
 bool HasAddressOfUser(const Service& service) { return ValuesOf(service.name).url.has_value(); }
 
 std::vector<std::string_view> MissingSettings(const Service& service) {

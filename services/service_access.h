@@ -25,6 +25,9 @@ ServiceAccess AccessTo(const Service& service);
 /// The same by a name that stands in the table.
 ServiceAccess AccessTo(std::string_view name);
 
+/// Whether a service is on this machine, so that nothing leaves it.
+bool IsOnThisMachine(const Service& service);
+
 /// True when the user has set the address of the service, whichever it is.
 bool HasAddressOfUser(const Service& service);
 

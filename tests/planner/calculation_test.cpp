@@ -95,6 +95,17 @@ TEST_F(Calculation, AFailedLegAsksAndGoesOnWithOk) {
   EXPECT_EQ(status.message, "");  // no success is announced
 }
 
+TEST_F(Calculation, AnAnswerForTheRestIsAskedForOnce) {
+  directions.statuses = {5, 5};
+  window.answers = {kAnswerOk};
+  window.answersForTheRest = true;
+  view.CalculateAll(true);
+  EXPECT_THAT(log, Contains("ask B C"));
+  EXPECT_EQ(std::count_if(log.begin(), log.end(),
+                          [](const std::string& line) { return line.starts_with("box"); }),
+            1);
+}
+
 TEST_F(Calculation, AFailedLegEndsTheRunWithCancel) {
   AddLegs();
   view.UpdateTotals();

@@ -478,6 +478,8 @@ TEST_F(External, PinsComeInOneText) {
   EXPECT_EQ(
       Call("GetPins", {0, 1, 1}).AsText(),
       R"([{"lat": 48.1, "lng": 7.1, "alt": null, "address": "a \"quote\"\u000aline", "snippet": ""}])");
+  lists[0].points[2].SetRouteLeg(CRouteLeg());
+  EXPECT_TRUE(Call("GetPins", {0, 2, 1}).AsText().ends_with(", \"route\": true}]"));
   EXPECT_EQ(Call("GetPins", {0, 3, 1}).AsText(), "[]");
   EXPECT_EQ(Call("GetPins", {0, 0, 0}).AsText(), "[]");
   EXPECT_EQ(Failure("GetPins", {0, 4, 1}), 0x8002000B);

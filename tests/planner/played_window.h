@@ -193,6 +193,10 @@ class PlayedWindow : public PlannerWindow {
     answers.pop_front();
     return answer;
   }
+  int32_t ShowRepeatedBox(std::string_view text, uint32_t style, bool& rest) override {
+    rest = answersForTheRest;
+    return ShowBox(text, style);
+  }
   void DispatchMessages() override {
     if (dispatch) dispatch();
   }
@@ -210,6 +214,7 @@ class PlayedWindow : public PlannerWindow {
   void StopTimer(int32_t timer) override { m_log.push_back(fmt::format("timer {} stops", timer)); }
   bool MayDownloadTo(const WideString&) override { return mayDownload; }
 
+  bool answersForTheRest = false;
   std::deque<int32_t> answers;
   std::function<void()> meanwhile;
   std::function<void()> dispatch;

@@ -32,6 +32,8 @@ export interface PinRow extends Position {
   alt: number;
   address: string;
   snippet: string;
+  /** A way leads there, which `GetPoint` gives. */
+  route?: true;
 }
 
 export interface Settings {

@@ -44,13 +44,15 @@ export class PinList {
     const start = Math.max(0, Math.min(first, this.pins.length));
     const count = ask(() => program.GetCount(this.id), start);
     this.pins.length = start;
+    this.ways.length = Math.min(this.ways.length, start);
     for (let at = start; at < count; at += kRowsAtOnce) {
       const rows = readRows(this.id, at, Math.min(kRowsAtOnce, count - at));
       if (rows.length === 0) break;
-      for (const row of rows) this.pins.push(toPin(row));
+      for (const row of rows) {
+        this.pins.push(toPin(row));
+        this.ways.push(row.route ? 'unknown' : null);
+      }
     }
-    this.ways.length = Math.min(this.ways.length, start);
-    while (this.ways.length < this.pins.length) this.ways.push('unknown');
   }
 
   insert(index: number): void {
@@ -67,6 +69,11 @@ export class PinList {
     this.pins.splice(index, 1);
     this.ways.splice(index, 1);
     this.dropWay(index);
+  }
+
+  /** There is a way that leads to a pin; it is asked for in its turn. */
+  expectWay(index: number): void {
+    if (index >= 0 && index < this.pins.length) this.ways[index] = 'unknown';
   }
 
   /** Asks for the way that leads to a pin. */

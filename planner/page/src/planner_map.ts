@@ -74,7 +74,7 @@ export class PlannerMap {
       openPin: (ref) => this.openPin(ref, true),
       openMenu: (position, pin) =>
         this.openMenu(position, this.map.latLngToContainerPoint(position), pin),
-      select: (ref) => this.view(ref),
+      select: (ref) => this.select(ref),
       addStop,
       measure: () => this.toggleMeasure(),
       fit: () => this.fit(),
@@ -143,14 +143,19 @@ export class PlannerMap {
     }
   }
 
-  /** Brings a pin to the middle and marks it. */
+  /** Brings a pin to the middle and marks it. The program asks for this when it selects a row, and
+   * so it is not told. */
   view(ref: PinRef): void {
     const pin = this.lists.pin(ref);
     if (!pin || Number.isNaN(pin.x)) return;
     this.lists.selected = ref;
-    ask(() => program.SelectPoint(ref.list, ref.index), undefined);
     this.map.panTo(pin, { animate: false });
     this.changed();
+  }
+
+  private select(ref: PinRef): void {
+    this.view(ref);
+    ask(() => program.SelectPoint(ref.list, ref.index), undefined);
   }
 
   /** Tells assistive technology. */

@@ -62,7 +62,7 @@ export function scriptFunctions(map: PlannerMap): Record<string, (...values: nev
     ViewPushPin: (list: number, index: number): void => map.view({ list, index }),
 
     AddRoute(list: number, index: number): void {
-      lists.get(list)?.loadWay(index);
+      lists.get(list)?.expectWay(index);
       lists.touch(list);
     },
 

@@ -112,6 +112,8 @@ pageTest('brings a pin to the middle and marks it', () => fixture.openVillages()
   await page.frame();
   const [disc] = await pixels(page, [{ x: 494, y: 333 }]);
   assert.equal(disc, '10,102,107');
+  // Who asked for it has selected it, and would ask again.
+  assert.deepEqual(await calls(page, 'SelectPoint'), []);
   await page.click(500, 340);
   assert.deepEqual((await calls(page, 'SelectPoint')).at(-1), ['SelectPoint', 0, 8]);
 });

@@ -42,7 +42,8 @@
     Trace(text) { calls.push(['Trace', text]); },
     GetCount: (list) => lists[list].length,
     GetPins: (list, first, count) => JSON.stringify(lists[list].slice(first, first + count)
-      .map(({ lat, lng, alt, address, snippet }) => ({ lat, lng, alt, address, snippet }))),
+      .map(({ lat, lng, alt, address, snippet, route }) =>
+        ({ lat, lng, alt, address, snippet, ...(route && { route: true }) }))),
     GetTexts: () => JSON.stringify(player.texts),
     GetPoint(list, index) {
       player.pointsAsked++;

@@ -1,7 +1,7 @@
-#include "app/loss_description.h"
+#include "conversion/loss_description.h"
 
-#include "app/console_text.h"
 #include "base/format_text.h"
+#include "base/text.h"
 #include "base/text_ids.h"
 #include "markup/json_string.h"
 
@@ -65,8 +65,8 @@ std::string DescribeFit(const WideString& target, const FitReport& fit) {
   }
   if (fit.mostPoints > 0) AppendItem(done, FormatText(kTextSplitToFit, fit.mostPoints));
   std::string text;
-  if (!done.empty()) text += FormatText(kTextFitted, ShownPath(target), done) + "\n";
-  if (fit.lacksSpeller) text += FormatText(kTextNoSpeller, ShownPath(target)) + "\n";
+  if (!done.empty()) text += FormatText(kTextFitted, WideToUtf8Lossy(target), done) + "\n";
+  if (fit.lacksSpeller) text += FormatText(kTextNoSpeller, WideToUtf8Lossy(target)) + "\n";
   return text;
 }
 
@@ -109,7 +109,7 @@ void WriteJsonPassedOver(ByteSink& sink, const LossCheck& check) {
 
 std::string DescribeCheck(const WideString& source, const WideString& target,
                           const LossCheck& check) {
-  const std::string shown = ShownPath(target);
+  const std::string shown = WideToUtf8Lossy(target);
   const LossReport& losses = check.losses;
   std::string text = DescribeFit(target, check.fit);
   const auto tell = [&text](const std::string& line) { text += line + "\n"; };
@@ -141,18 +141,18 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
   if (check.fitHelps) tell(FormatText(kTextFitRemedy, shown));
   if (check.listsMerged > 0) tell(FormatText(kTextListsMerged, shown, check.listsMerged));
   const std::string passedOver = PassedOver(check);
-  if (!passedOver.empty()) tell(FormatText(kTextPassedOver, ShownPath(source), passedOver));
+  if (!passedOver.empty()) tell(FormatText(kTextPassedOver, WideToUtf8Lossy(source), passedOver));
   if (check.doubtfulPositions > 0)
-    tell(FormatText(kTextDoubtfulPositions, ShownPath(source), check.doubtfulPositions));
+    tell(FormatText(kTextDoubtfulPositions, WideToUtf8Lossy(source), check.doubtfulPositions));
   return text;
 }
 
 void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& target,
                     const LossCheck& check) {
   sink.Write("{\"source\": ");
-  WriteJsonString(sink, ShownPath(source));
+  WriteJsonString(sink, WideToUtf8Lossy(source));
   sink.Write(", \"target\": ");
-  WriteJsonString(sink, ShownPath(target));
+  WriteJsonString(sink, WideToUtf8Lossy(target));
   const bool isChecked = check.outcome == LossCheck::Outcome::kChecked;
   sink.Printf(", \"status\": 0, \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
               check.HasLosses() ? "true" : "false");

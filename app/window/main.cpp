@@ -1,0 +1,52 @@
+#include <memory_resource>
+#include <string>
+
+#include "app/command_line.h"
+#include "app/conversion_services.h"
+#include "app/service_outcome.h"
+#include "app/settings_command.h"
+#include "app/unattended_conversion.h"
+#include "base/localized_text.h"
+#include "conversion/conversion_context.h"
+#include "planner/whole_format_table.h"
+#include "platform/large_pages.h"
+#include "platform/locale.h"
+#include "platform/path_text.h"
+#include "services/links/link_rows.h"
+#include "settings/settings.h"
+#include "ui/window_program.h"
+
+namespace {
+
+// The token that names a format's key, or a language, starts no window.
+int ConvertUnseen(std::vector<WideString> tokens) {
+  Options options;
+  options.tokens = std::move(tokens);
+  ConversionContext context;
+  context.lookups.lastForRun = true;
+  AllowLookups(options, context.lookups);
+  FormatTable table = WholeFormatTable();
+  AddLinkFunctions(table);
+  RunConversion(options, table, context);
+  return 0;
+}
+
+bool IsOption(const WideString& token) { return token.starts_with(u"-"); }
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  std::pmr::set_default_resource(&LargePages());
+  std::vector<WideString> tokens;
+  for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));
+  LoadUserSettings();
+  const auto stored = static_cast<uint32_t>(CSettings::Instance().language);
+  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), stored, PrimaryLanguage()));
+  DropLanguageTokens(tokens);
+  // Options are those of the windowing system.
+  std::erase_if(tokens, IsOption);
+  PrepareServices();
+  if (tokens.size() >= 2) return ConvertUnseen(std::move(tokens));
+  return RunWindowProgram(argumentCount, arguments,
+                          tokens.empty() ? "" : PathBytes(tokens.front()));
+}

@@ -1,0 +1,176 @@
+#include <QAccessible>
+#include <QAction>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QMenuBar>
+#include <QTabWidget>
+#include <QToolButton>
+#include <set>
+
+#include "base/localized_text.h"
+#include "tests/ui/window_fixture.h"
+#include "ui/itinerary_pane.h"
+#include "ui/point_table.h"
+
+namespace {
+
+constexpr int kFirstWidth = 1180;  // of the window before anybody has moved it
+
+constexpr Language kLanguages[] = {Language::kEnglish, Language::kFrench, Language::kGerman,
+                                   Language::kDutch};
+
+// The names of everything that assistive technology finds below an object.
+void CollectNames(QAccessibleInterface* object, std::set<QString>& names) {
+  if (!object) return;
+  names.insert(object->text(QAccessible::Name));
+  for (int i = 0; i < object->childCount(); ++i) CollectNames(object->child(i), names);
+}
+
+class ControlsTest : public WindowTest {
+ protected:
+  std::set<QString> AccessibleNames() {
+    std::set<QString> names;
+    CollectNames(QAccessible::queryAccessibleInterface(m_window.get()), names);
+    for (const QAction* const action : m_window->findChildren<QAction*>())
+      names.insert(action->toolTip());
+    return names;
+  }
+};
+
+TEST_F(ControlsTest, EachRoleIsFoundByItsName) {
+  Open().resize(1280, 800);
+  // The tool bar makes room a little later.
+  EXPECT_TRUE(WaitUntil([this] { return m_window->ExportList().isVisible(); }, 5000));
+  const std::set<QString> names = AccessibleNames();
+  for (const char* const name : {"Open",
+                                 "Export",
+                                 "Up",
+                                 "Down",
+                                 "Add",
+                                 "Remove",
+                                 "Invert",
+                                 "Remove all",
+                                 "Calculate",
+                                 "Clear route",
+                                 "Show all",
+                                 "Optimise itinerary",
+                                 "Settings",
+                                 "Print",
+                                 "Place waypoints on roads",
+                                 "Search",
+                                 "Exit",
+                                 "Waypoints",
+                                 "Itinerary",
+                                 "Search text",
+                                 "Export format",
+                                 "Distance",
+                                 "Location search",
+                                 "Proximity search",
+                                 "Favorites"})
+    EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
+}
+
+TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
+  for (const Language language : kLanguages) {
+    SetLanguage(language);
+    Open();
+    std::multiset<QChar> letters;
+    const auto take = [&letters](const QString& text) {
+      const qsizetype mark = text.indexOf(QLatin1Char('&'));
+      if (mark >= 0 && mark + 1 < text.size()) letters.insert(text[mark + 1].toLower());
+    };
+    for (const QAction* const menu : m_window->menuBar()->actions()) take(menu->text());
+    // Those of the tool bar stand beside the menus' own.
+    take(m_window->Commands()[Command::kOpen].text());
+    take(m_window->Commands()[Command::kExport].text());
+    for (const QChar letter : letters)
+      EXPECT_EQ(letters.count(letter), 1u)
+          << QString(letter).toStdString() << " in language " << static_cast<uint32_t>(language);
+    m_window.reset();
+  }
+}
+
+// Every text has the room that it asks for.
+void ExpectNothingCutOff(const QWidget& window) {
+  for (const QWidget* const control : window.findChildren<QWidget*>()) {
+    const auto* const label = qobject_cast<const QLabel*>(control);
+    const auto* const list = qobject_cast<const QComboBox*>(control);
+    const bool isButton = qobject_cast<const QAbstractButton*>(control) != nullptr;
+    const bool isSingleLine = label && !label->wordWrap() &&
+                              label->sizePolicy().horizontalPolicy() != QSizePolicy::Ignored;
+    if (!control->isVisible() || !(isSingleLine || isButton || list)) continue;
+    const int wanted = label ? label->sizeHint().width() : control->minimumSizeHint().width();
+    EXPECT_GE(control->width(), wanted)
+        << window.windowTitle().toStdString() << ": " << control->accessibleName().toStdString()
+        << (label ? label->text().toStdString() : std::string());
+    EXPECT_GE(control->height(), control->fontMetrics().height());
+  }
+}
+
+TEST_F(ControlsTest, NothingIsCutOffInAnyLanguage) {
+  for (const Language language : kLanguages) {
+    SetLanguage(language);
+    Open();
+    OpenStops(4);
+    m_window->resize(kFirstWidth, 760);
+    QTest::qWait(20);
+    ExpectNothingCutOff(*m_window);
+    // The button that stands for what the tool bar has no room for.
+    const auto* const more = m_window->findChild<QToolButton*>("qt_toolbar_ext_button");
+    EXPECT_FALSE(more && more->isVisible()) << static_cast<uint32_t>(language);
+    m_window.reset();
+  }
+}
+
+TEST_F(ControlsTest, NothingIsCutOffInTheOtherWindows) {
+  for (const Language language : kLanguages) {
+    SetLanguage(language);
+    Open();
+    OpenStops(2);
+    Stops().SelectRow(0);
+    m_settings->calculateAsked = false;
+    for (const Command command : {Command::kAdd, Command::kEdit, Command::kSettings,
+                                  Command::kAbout, Command::kCalculate, Command::kRemoveAll}) {
+      bool wasThere = false;
+      WhenDialogOpens([&wasThere](QWidget& dialog) {
+        wasThere = true;
+        QTabWidget* const tabs = dialog.findChild<QTabWidget*>();
+        for (int i = 0; i < (tabs ? tabs->count() : 1); ++i) {
+          if (tabs) tabs->setCurrentIndex(i);
+          QTest::qWait(5);
+          ExpectNothingCutOff(dialog);
+        }
+        dynamic_cast<QDialog&>(dialog).reject();
+      });
+      QTest::qWait(5);
+      m_window->Commands()[command].trigger();
+      EXPECT_TRUE(wasThere) << static_cast<size_t>(command);
+    }
+    m_window.reset();
+  }
+}
+
+TEST_F(ControlsTest, EachButtonIsInTheTabOrder) {
+  Open();
+  for (const QWidget* const control : m_window->Pane().findChildren<QAbstractButton*>()) {
+    if (!control->isVisible()) continue;
+    EXPECT_TRUE(control->focusPolicy() & Qt::TabFocus) << control->accessibleName().toStdString();
+    EXPECT_FALSE(control->toolTip().isEmpty());
+  }
+}
+
+TEST_F(ControlsTest, AMillionRowsScrollAtOnce) {
+  Open();
+  PointTable& table = m_window->Pane().Stops();
+  QElapsedTimer timer;
+  timer.start();
+  table.ResetRows(1'000'000);
+  table.scrollToBottom();
+  table.repaint();
+  EXPECT_EQ(table.RowCount(), 1'000'000u);
+  // Items would take minutes; a model takes no time that a slow machine could make long.
+  EXPECT_LT(timer.elapsed(), 30'000);
+}
+
+}  // namespace

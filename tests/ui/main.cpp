@@ -1,0 +1,28 @@
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+#include "services/offline/offline_finders.h"
+#include "services/service_registry.h"
+#include "ui/accessible_lists.h"
+#include "ui/look.h"
+#include "ui/page_files.h"
+
+// One application for all tests of this process, off every screen. The engine of the map refuses
+// its own sandbox to root, which tests in a container are.
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+  qputenv("CORVANE_LOOK", "light");
+  testing::InitGoogleTest(&argc, argv);
+  Q_INIT_RESOURCE(window);
+  PrepareLook(Look::kLight);
+  RegisterPageSchemes();
+  QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  QApplication application(argc, argv);
+  ApplyLook(application, Look::kLight);
+  NameListsForAssistiveTechnology();
+  FillServiceRegistry(CServiceRegistry::Instance());
+  RegisterOfflinePlaces(CServiceRegistry::Instance());
+  return RUN_ALL_TESTS();
+}

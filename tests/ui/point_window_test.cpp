@@ -1,0 +1,105 @@
+#include "ui/point_window.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include "base/text_ids.h"
+#include "tests/ui/window_fixture.h"
+#include "ui/angle_edit.h"
+
+namespace {
+
+class PointWindowTest : public WindowTest {
+ protected:
+  template <typename Control>
+  static Control& Field(QWidget& dialog, const char* name) {
+    return dynamic_cast<Control&>(*FindControl(dialog, QLatin1String(name)));
+  }
+  static void Press(QWidget& dialog, QDialogButtonBox::StandardButton button) {
+    dialog.findChild<QDialogButtonBox*>()->button(button)->click();
+  }
+  bool Edit(CGpsNamedPoint& point) {
+    return EditPointInWindow(nullptr, *m_settings, kTextAddPoint, point);
+  }
+};
+
+TEST_F(PointWindowTest, TakesWhatWasEntered) {
+  CGpsNamedPoint point;
+  WhenDialogOpens([](QWidget& dialog) {
+    QTest::keyClicks(&Field<QLineEdit>(dialog, "Name"), "Colmar");
+    QLineEdit& latitude = *Field<AngleEdit>(dialog, "Latitude").findChild<QLineEdit*>();
+    latitude.selectAll();
+    QTest::keyClicks(&latitude, "48.0794");
+    QLineEdit& longitude = *Field<AngleEdit>(dialog, "Longitude").findChild<QLineEdit*>();
+    longitude.selectAll();
+    QTest::keyClicks(&longitude, "7,3585");
+    Field<QDoubleSpinBox>(dialog, "Elevation").setValue(194);
+    QTest::keyClicks(&Field<QPlainTextEdit>(dialog, "Comment"), "Old town");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  EXPECT_TRUE(Edit(point));
+  EXPECT_EQ(point.name, "Colmar");
+  EXPECT_EQ(point.comment, "Old town");
+  EXPECT_DOUBLE_EQ(point.latitude, 48.0794);
+  EXPECT_DOUBLE_EQ(point.longitude, 7.3585);
+  EXPECT_DOUBLE_EQ(point.altitude, 194.0);
+}
+
+TEST_F(PointWindowTest, StaysOpenForALatitudeOutOfBounds) {
+  CGpsNamedPoint point;
+  QString message;
+  WhenDialogOpens([&](QWidget& dialog) {
+    QLineEdit& latitude = *Field<AngleEdit>(dialog, "Latitude").findChild<QLineEdit*>();
+    latitude.selectAll();
+    QTest::keyClicks(&latitude, "90.5");
+    WhenBoxOpens([&](QMessageBox& box) {
+      message = box.text();
+      box.button(QMessageBox::Ok)->click();
+    });
+    Press(dialog, QDialogButtonBox::Ok);
+    EXPECT_TRUE(dialog.isVisible());
+    Press(dialog, QDialogButtonBox::Cancel);
+  });
+  EXPECT_FALSE(Edit(point));
+  EXPECT_EQ(message, "Latitude value must lie between -90 and 90.");
+}
+
+TEST_F(PointWindowTest, LookingAtAnotherFormatChangesNothing) {
+  CGpsNamedPoint point;
+  point.latitude = 48.123456789;
+  point.longitude = -7.987654321;
+  WhenDialogOpens([](QWidget& dialog) {
+    auto& format = Field<QComboBox>(dialog, "Coordinate format");
+    format.setCurrentIndex(2);
+    format.setCurrentIndex(1);
+    format.setCurrentIndex(0);
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  EXPECT_TRUE(Edit(point));
+  EXPECT_EQ(point.latitude, 48.123456789);
+  EXPECT_EQ(point.longitude, -7.987654321);
+}
+
+TEST(AngleEditTest, ReadsDegreesMinutesAndSeconds) {
+  AngleEdit edit(/*isLatitude=*/true);
+  edit.SetFormat(CoordinateFormat::kSeconds);
+  const auto type = [&edit](const char* name, const char* text) {
+    auto& field = dynamic_cast<QLineEdit&>(*FindControl(edit, QLatin1String(name)));
+    field.selectAll();
+    QTest::keyClicks(&field, QLatin1String(text));
+  };
+  type("Degrees", "12");
+  type("Minutes", "30");
+  type("Seconds", "36");
+  dynamic_cast<QComboBox&>(*FindControl(edit, QStringLiteral("Hemisphere"))).setCurrentIndex(1);
+  ASSERT_TRUE(edit.Angle());
+  EXPECT_DOUBLE_EQ(*edit.Angle(), -12.51);
+  type("Minutes", "60");
+  EXPECT_FALSE(edit.Angle());
+}
+
+}  // namespace

@@ -1,0 +1,9 @@
+#pragma once
+
+class QBoxLayout;
+class QDialog;
+class QDialogButtonBox;
+
+/// OK and Cancel at the end of a dialog, in the program's language; OK is the default one.
+QDialogButtonBox* AddDialogButtons(QDialog& dialog, QBoxLayout& layout);
+void EnableOk(QDialogButtonBox& buttons, bool enabled);

@@ -1,0 +1,75 @@
+#include "ui/window_program.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTimer>
+#include <QTranslator>
+
+#include "base/localized_text.h"
+#include "base/text_ids.h"
+#include "platform/debug_log.h"
+#include "services/service_registry.h"
+#include "settings/settings.h"
+#include "ui/accessible_lists.h"
+#include "ui/icons.h"
+#include "ui/look.h"
+#include "ui/main_window.h"
+#include "ui/page_files.h"
+#include "ui/text.h"
+
+namespace {
+
+/// Tells who debugs the program when it was to be seen first.
+class FirstPaint : public QObject {
+ public:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) {
+      DebugLog("window: painted after " + std::to_string(m_timer.elapsed()) + " ms");
+      watched->removeEventFilter(this);
+    }
+    return false;
+  }
+  void Start() { m_timer.start(); }
+
+ private:
+  QElapsedTimer m_timer;
+};
+
+}  // namespace
+
+int RunWindowProgram(int& argumentCount, char** arguments, const std::string& file) {
+  Q_INIT_RESOURCE(window);
+  FirstPaint firstPaint;
+  firstPaint.Start();
+  const Look look = DesktopLook();
+  PrepareLook(look);
+  RegisterPageSchemes();
+  QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  QApplication application(argumentCount, arguments);
+  QApplication::setApplicationName(QStringLiteral("corvanemap-window"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Corvane Map"));
+  QApplication::setDesktopFileName(QStringLiteral("corvanemap-window"));
+  ApplyLook(application, look);
+  NameListsForAssistiveTechnology();
+  // The boxes of Qt itself speak the program's language.
+  QTranslator translator;
+  if (translator.load(QStringLiteral("qtbase_") + Text(kTextLanguage),
+                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    QApplication::installTranslator(&translator);
+
+  CSettings& settings = CSettings::Instance();
+  MainWindow window(settings);
+  window.installEventFilter(&firstPaint);
+  window.Start();
+  if (!file.empty()) {
+    const QString path = QString::fromStdString(file);
+    QTimer::singleShot(0, &window, [&window, path] { window.OpenPath(path); });
+  }
+  const int status = QApplication::exec();
+  settings.SaveChanges();
+  return status;
+}

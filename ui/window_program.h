@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Runs the window until it closes. `file`, in UTF-8, is opened at the start unless it is empty;
+/// language and settings have been chosen. Returns the exit status of the program.
+int RunWindowProgram(int& argumentCount, char** arguments, const std::string& file);
