@@ -16,19 +16,19 @@ enum class ConversionNote : size_t {
   kStopNotFound,          ///< one of these that was not found
   kCountryNotFound,       ///< a stop whose country could not be looked up
   // What a file holds besides the points and their texts:
-  kTime,             ///< when a point was passed or made
-  kSymbol,           ///< what a stop is shown with, or its kind
-  kMeasurement,      ///< what a receiver measured besides the position: speed, accuracy, pulse
-  kLink,             ///< an address in the web, of a point or a list
-  kDescription,      ///< a text of a point beyond name and comment, or of a list
-  kDetail,           ///< a value of a point that has a name of its own, such as a telephone number
-  kShapingPoint,     ///< a point between two stops that only shapes the way
-  kSegmentBreak,     ///< a gap in a track
-  kExtension,        ///< what another program has put into a point for itself
-  kArea,             ///< a polygon
-  kOverlay,          ///< a picture or model on the map
-  kDocument,         ///< another document that the file holds or names
-  kRelation,         ///< what groups points and ways
+  kTime,          ///< when a point was passed or made
+  kSymbol,        ///< what a stop is shown with, or its kind
+  kMeasurement,   ///< what a receiver measured besides the position: speed, accuracy, pulse
+  kLink,          ///< an address in the web, of a point or a list
+  kDescription,   ///< a text of a point beyond name and comment, or of a list
+  kDetail,        ///< a value of a point that has a name of its own, such as a telephone number
+  kShapingPoint,  ///< a point between two stops that only shapes the way
+  kSegmentBreak,  ///< a gap in a track
+  kExtension,     ///< what another program has put into a point for itself
+  kArea,          ///< a polygon
+  kOverlay,       ///< a picture or model on the map
+  kDocument,      ///< another document that the file holds or names
+  kRelation,      ///< what groups points and ways
   kCount,
 };
 
