@@ -20,7 +20,6 @@
 #include "conversion/fit.h"
 #include "conversion/format_search.h"
 #include "conversion/loss_description.h"
-#include "markup/json_string.h"
 #include "platform/folder.h"
 #include "platform/interruption.h"
 #include "services/links/link_writing.h"
@@ -422,13 +421,9 @@ void ConversionRun::PrintFailure(const WideString& source, const WideString& tar
                                  uint32_t status) {
   if (!m_options.json) return;
   OutputSink sink;
-  sink.Write("{\"source\": ");
-  WriteJsonString(sink, ShownPath(source));
-  sink.Write(", \"target\": ");
-  WriteJsonString(sink, ShownPath(target));
-  sink.Printf(", \"status\": %u, \"error\": ", status);
-  WriteJsonString(sink, m_front.Message().empty() ? m_error : m_front.Message());
-  sink.Write("}\n");
+  WriteJsonFailure(sink, source, target, status,
+                   m_front.Message().empty() ? m_error : m_front.Message());
+  sink.Put('\n');
   m_outputFailed = !sink.Finish() || m_outputFailed;
 }
 

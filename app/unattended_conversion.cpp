@@ -9,6 +9,8 @@
 #include "app/conversion_run.h"
 #include "app/conversion_sources.h"
 #include "app/directions_choice.h"
+#include "app/loss_description.h"
+#include "app/output_sink.h"
 #include "app/service_outcome.h"
 #include "app/writer_option.h"
 #include "base/format_text.h"
@@ -64,12 +66,19 @@ int Understand(const Options& options, const FormatTable& table, Request& reques
 }
 
 // Whether the sources are there. 0, or the exit status.
-int CheckSources(const std::vector<WideString>& sources) {
+int CheckSources(const Options& options, const std::vector<WideString>& sources) {
   for (const WideString& source : sources) {
     uint32_t error = kStatusSuccess;
     if (source != kStream && !IsWebAddress(source) &&
         FileAttributes(source, &error) == kNoAttributes && error == kStatusFileNotFound) {
-      return Refuse(FormatText(kTextNoSource, ShownPath(source)));
+      const std::string message = FormatText(kTextNoSource, ShownPath(source));
+      if (options.json) {
+        OutputSink sink;
+        WriteJsonFailure(sink, source, WideString(), error, message);
+        sink.Put('\n');
+        sink.Finish();
+      }
+      return Refuse(message);
     }
   }
   return kExitConverted;
@@ -195,7 +204,7 @@ int RunConversion(const Options& options, const FormatTable& table, ConversionCo
   if (const int status = Understand(options, table, request)) return status;
   if (!options.from.empty() && !FindReader(table, options.from))
     return Refuse(FormatText(kTextNothingReads, ShownPath(options.from)));
-  if (const int status = CheckSources(request.sources)) return status;
+  if (const int status = CheckSources(options, request.sources)) return status;
   if (options.directions.withWay && !request.row->facts.takesWay)
     return Refuse(FormatText(kTextWithWayRows));
   if (const int status = CheckStreams(options, request)) return status;

@@ -182,3 +182,14 @@ void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& 
   if (check.fitHelps) sink.Write(", \"remedy\": \"--fit\"");
   sink.Put('}');
 }
+
+void WriteJsonFailure(ByteSink& sink, const WideString& source, const WideString& target,
+                      uint32_t status, const std::string& error) {
+  sink.Write("{\"source\": ");
+  WriteJsonString(sink, ShownPath(source));
+  sink.Write(", \"target\": ");
+  WriteJsonString(sink, ShownPath(target));
+  sink.Printf(", \"status\": %u, \"error\": ", status);
+  WriteJsonString(sink, error);
+  sink.Put('}');
+}

@@ -13,3 +13,7 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
 /// The same as a JSON object.
 void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& target,
                     const LossCheck& check);
+
+/// The object of a conversion that has failed with a status other than 0, and why.
+void WriteJsonFailure(ByteSink& sink, const WideString& source, const WideString& target,
+                      uint32_t status, const std::string& error);

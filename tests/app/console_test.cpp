@@ -205,6 +205,14 @@ TEST(Json, HasAnObjectForEveryFile) {
       << result.output;
 }
 
+TEST(Json, TellsOfASourceThatIsNotThere) {
+  const ProgramResult result = RunConverter({"none.itn", "ov2", "--json"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.output,
+            "{\"source\": \"none.itn\", \"target\": \"\", \"status\": 2, \"error\": "
+            "\"The source \\\"none.itn\\\" does not exist.\"}\n");
+}
+
 TEST(Json, TellsWhatWasKept) {
   const TemporaryFolder folder;
   folder.Put("a.itn", kItinerary);

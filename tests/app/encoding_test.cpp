@@ -103,4 +103,14 @@ TEST_F(Encoding, IsRefusedWhereNothingIsIn8Bits) {
   EXPECT_FALSE(folder.Has("out"));
 }
 
+TEST_F(Encoding, IsThatOfStreamsToo) {
+  folder.Put("a.itn", "250000|0150000|" + kCzech + "|2|\r\n");
+  const ProgramResult result =
+      RunShell("LC_ALL=C " + Quoted(CORVANE_BINARY_FOLDER "/bin/corvanemap") +
+               " - itn --from itn --encoding windows-1250 <" + Quoted(folder.PathTo("a.itn")));
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_EQ(result.output, folder.Get("a.itn"));
+  EXPECT_EQ(result.errors, "");
+}
+
 }  // namespace

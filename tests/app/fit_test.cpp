@@ -207,4 +207,39 @@ TEST_F(Fit, IsALossLikeOthersToStrictEyes) {
   EXPECT_EQ(Convert(Stop(kFirst, "C"), "itn", "b.itn", {"--fit", "--strict"}).status, 0);
 }
 
+// What was adapted is no longer what the source holds.
+TEST_F(Fit, ReplacesNoSourceThatLosesByIt) {
+  const std::string stops =
+      "\xEF\xBB\xBF"
+      "250000|0150000|Plze\u0148|2|\r\n";
+  folder.Put("a.itn", stops);
+  EXPECT_EQ(RunConverter({folder.PathTo("a.itn"), "itn", "--fit"}).status, 1);
+  EXPECT_EQ(folder.Get("a.itn"), stops);
+  EXPECT_EQ(RunConverter({folder.PathTo("a.itn"), "itn", "--fit", "--force"}).status, 0);
+  EXPECT_EQ(folder.Get("a.itn"), "250000|0150000|Plzen|2|\r\n");
+}
+
+TEST_F(Fit, AdaptsWhatGoesToStandardOutput) {
+  std::string stops;
+  std::string lines;
+  for (int i = 0; i < 60; ++i) {
+    // Multiples of 1/32 of a degree, which are what they are.
+    const std::string latitude = std::to_string(3125 * (32 + i));
+    stops += Stop("lat=\"" + latitude.substr(0, 1) + "." + latitude.substr(1) + "\" lon=\"2\"",
+                  "\u010C" + std::to_string(i));
+    const char* const kind = i == 0 ? "4" : i == 59 ? "2" : "0";
+    lines += "200000|0" + latitude + "|C" + std::to_string(i) + "|" + kind + "|\r\n";
+  }
+  folder.Put("a.gpx", Gpx(stops));
+  const ProgramResult result = RunConverter({folder.PathTo("a.gpx"), "itn", "--fit", "-o", "-"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, lines);
+  EXPECT_EQ(result.errors, "standard output: adapted: 60 texts were spelled with other letters\n");
+}
+
+TEST_F(Fit, IsRefusedWhereNothingIsWritten) {
+  folder.Put("a.gpx", Gpx(Stop(kFirst, "a") + Stop(kSecond, "b")));
+  EXPECT_EQ(RunConverter({folder.PathTo("a.gpx"), "ggm", "--fit"}).status, 2);
+}
+
 }  // namespace

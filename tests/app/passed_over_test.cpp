@@ -24,8 +24,7 @@ std::string PassedOver(const std::string& name, const std::string& content,
   const bool hasOtherLists =
       line != std::string::npos && result.errors.find(start + ": taken: ") == line;
   if (line == std::string::npos || hasOtherLists) {
-    EXPECT_NE(result.errors.find(hasOtherLists ? ": taken: " : ": checked: "),
-              std::string::npos)
+    EXPECT_NE(result.errors.find(hasOtherLists ? ": taken: " : ": checked: "), std::string::npos)
         << result.errors;
     return {};
   }
@@ -98,6 +97,13 @@ TEST(PassedOver, SegmentsOfGpx) {
   EXPECT_EQ(PassedOver("a.gpx", "<gpx><trk>" + segment + "</trk></gpx>"), "");
   EXPECT_EQ(PassedOver("a.gpx", "<gpx><trk>" + segment + segment + segment + "</trk></gpx>"),
             ": passed over: 2 breaks in tracks");
+}
+
+TEST(PassedOver, WhiteSpaceBehindTheLastTupleIsNothing) {
+  EXPECT_EQ(PassedOver("a.kml",
+                       "<kml><Document><Placemark><LineString><coordinates>\n 1,2,3 2,3,4\r\n\t "
+                       "</coordinates></LineString></Placemark></Document></kml>"),
+            "");
 }
 
 TEST(PassedOver, AreasOverlaysLinksAndTimesOfKml) {
