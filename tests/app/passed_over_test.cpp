@@ -24,8 +24,7 @@ std::string PassedOver(const std::string& name, const std::string& content,
   const bool hasOtherLists =
       line != std::string::npos && result.errors.find(start + ": taken: ") == line;
   if (line == std::string::npos || hasOtherLists) {
-    EXPECT_NE(result.errors.find(hasOtherLists ? ": taken: " : ": checked: "),
-              std::string::npos)
+    EXPECT_NE(result.errors.find(hasOtherLists ? ": taken: " : ": checked: "), std::string::npos)
         << result.errors;
     return {};
   }
