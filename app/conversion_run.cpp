@@ -10,6 +10,7 @@
 #include "app/list_operations.h"
 #include "app/loss_description.h"
 #include "app/output_sink.h"
+#include "app/reading_remarks.h"
 #include "app/settings_command.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
@@ -17,6 +18,7 @@
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/content_search.h"
+#include "conversion/fit.h"
 #include "conversion/format_search.h"
 #include "platform/folder.h"
 #include "platform/interruption.h"
@@ -154,9 +156,12 @@ void ConversionRun::SyncWhatWasWritten(const std::set<WideString>& folders) {
 }
 
 int ConversionRun::ExitStatus() const {
+  if (m_isWrongUsage) return kExitWrongUsage;
   const bool hasFailedLegs = m_legs && m_legs->HasFailures();
   if (!m_tally.IsComplete() || m_outputFailed || hasFailedLegs) return kExitFailed;
-  return m_options.strict && m_tally.HasLosses() ? kExitLosses : kExitConverted;
+  if (m_options.tolerant) return kExitConverted;
+  const bool hasLosses = m_options.strict ? m_tally.HasLosses() : m_hasGraveLosses;
+  return hasLosses ? kExitLosses : kExitConverted;
 }
 
 Outcome ConversionRun::Convert(const ConversionSource& source, const WideString& target) {
@@ -177,13 +182,19 @@ uint32_t ConversionRun::Read(const ConversionSource& from, bool append) {
   options.silent = true;
   options.key = m_options.from;
   options.byContent = !from.fromFolder;
-  if (source != kStream) return m_driver.Open(source, append, options);
+  if (source != kStream) {
+    const uint32_t status = m_driver.Open(source, append, options);
+    if (!m_options.quiet) TellColumns(source, m_context.csvLayouts);
+    return status;
+  }
   std::string bytes;
   if (const uint32_t error = ReadInput(bytes)) {
     m_front.ShowMessage(MessageIcon::kError, kTextCannotBeRead, {.platformError = error});
     return kStatusFailure;
   }
-  return m_driver.OpenBytes(bytes, append, options);
+  const uint32_t status = m_driver.OpenBytes(bytes, append, options);
+  if (!m_options.quiet) TellColumns(LoadText(kTextStandardInput), m_context.csvLayouts);
+  return status;
 }
 
 // What came of a read that has failed.
@@ -254,11 +265,20 @@ bool ConversionRun::Prepare(const WideString& source, const WideString& target) 
   return true;
 }
 
+// An encoding that neither the source nor the target has any use for was meant for something else.
+bool ConversionRun::HasUseForEncoding(const WideString& source) {
+  const bool isIdle = !m_options.encoding.empty() && !m_context.usesEncoding &&
+                      m_row.facts.text != TextForm::kNarrow;
+  if (!isIdle || m_isOneOfMany) return true;
+  m_isWrongUsage = true;
+  return Complain(FormatText(kTextEncodingUnused, ShownPath(source)));
+}
+
 Outcome ConversionRun::PrepareAndWrite(const WideString& source, const WideString& target) {
   const WideString shown = ShownName(source, kTextStandardInput);
   TellLookups(shown);
   const size_t count = m_driver.current.Count();
-  if (!Prepare(source, target)) {
+  if (!HasUseForEncoding(shown) || !Prepare(source, target)) {
     PrintFailure(shown, ShownName(target, kTextStandardOutput), kStatusFailure);
     return Outcome::kFailed;
   }
@@ -271,6 +291,10 @@ Outcome ConversionRun::Write(const WideString& source, const WideString& target)
   WriteOptions options;
   options.leavesPointsOut = m_leavesPointsOut;
   options.option = m_option;
+  if (m_options.fit) options.fit = FitItinerary(m_driver.current, m_row, m_options.encoding);
+  // An itinerary that the writer splits as told needs no more of it, and a stream is one file.
+  const bool isSplit = m_row.facts.option == WriterOption::kSplit && m_option != 0;
+  if (isSplit || target == kStream) options.fit.mostPoints = 0;
   options.silent = true;
   options.checks = !m_options.quiet || m_options.json || m_options.strict || m_options.check;
   options.keepsNothing = m_options.check;
@@ -296,15 +320,19 @@ TripWrite ConversionRun::Export(const WideString& target, const WriteOptions& op
   return trip;
 }
 
-Outcome ConversionRun::Finish(const WideString& source, const WideString& target,
-                              const TripWrite& trip) {
+Outcome ConversionRun::Finish(const WideString& source, const WideString& target, TripWrite trip) {
   const uint64_t countries = trip.notes.Count(ConversionNote::kCountryNotFound);
   if (countries > 0 && !m_options.quiet) {
     ::Complain(FormatText(kTextCountriesNotFound, ShownPath(target), countries));
     if (const std::string remedy = CountryRemedy(m_options); !remedy.empty()) ::Complain(remedy);
   }
   const bool isWritten = trip.status == kStatusSuccess;
-  if (trip.check && (isWritten || !m_options.json)) TellCheck(source, target, *trip.check);
+  if (trip.check) {
+    trip.check->fitHelps = !m_options.fit && trip.check->MayBeFitted() &&
+                           WouldFit(m_driver.current, m_row, m_options.encoding);
+    m_hasGraveLosses = m_hasGraveLosses || (isWritten && trip.check->HasGraveLosses());
+    if (isWritten || !m_options.json) TellCheck(source, target, *trip.check);
+  }
   Outcome outcome = Outcome::kFailed;
   if (trip.refusal != WriteRefusal::kNone) outcome = TellRefusal(source, trip);
   if (!isWritten) {
@@ -383,7 +411,7 @@ void ConversionRun::TellCheck(const WideString& source, const WideString& target
     WriteJsonCheck(sink, source, target, check);
     sink.Put('\n');
     m_outputFailed = !sink.Finish() || m_outputFailed;
-  } else if (!m_options.quiet && (!m_isOneOfMany || check.HasLosses())) {
+  } else if (!m_options.quiet && (!m_isOneOfMany || check.IsWorthTelling())) {
     WriteError(DescribeCheck(source, target, check));
   }
 }

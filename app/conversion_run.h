@@ -39,13 +39,14 @@ class ConversionRun {
   Outcome FinishRead(const ConversionSource& source, uint32_t status);
   void PrintFailure(const WideString& source, const WideString& target, uint32_t status);
   void TellLookups(const WideString& source) const;
+  bool HasUseForEncoding(const WideString& source);
   bool Prepare(const WideString& source, const WideString& target);
   Outcome PrepareAndWrite(const WideString& source, const WideString& target);
   Outcome Write(const WideString& source, const WideString& target);
   TripWrite Export(const WideString& target, const WriteOptions& options);
   Outcome WriteLinks(const WideString& source, const WideString& target);
   Outcome SaveLinks(const WideString& target, const std::vector<std::string>& links);
-  Outcome Finish(const WideString& source, const WideString& target, const TripWrite& trip);
+  Outcome Finish(const WideString& source, const WideString& target, TripWrite trip);
   Outcome TellRefusal(const WideString& source, const TripWrite& trip);
   void TellCheck(const WideString& source, const WideString& target, const LossCheck& check);
   /// Keeps the message for the file's object. Gives false, for what ends with it.
@@ -72,5 +73,7 @@ class ConversionRun {
   bool m_leavesPointsOut = false;  ///< the itinerary lacks points of the source at hand
   bool m_isOneOfMany = false;      ///< the file at hand
   bool m_outputFailed = false;
+  bool m_hasGraveLosses = false;  ///< of any file
+  bool m_isWrongUsage = false;
   std::string m_error;  ///< what was told last about the file at hand
 };

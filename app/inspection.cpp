@@ -7,6 +7,7 @@
 #include "app/json_point.h"
 #include "app/list_description.h"
 #include "app/output_sink.h"
+#include "app/reading_remarks.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/measure_text.h"
@@ -123,6 +124,10 @@ int RunInspection(const Options& options, const FormatTable& table, ConversionCo
   const TripRead trip =
       isStream ? ReadStream(table, context, reading) : ReadTrip(table, path, context, reading);
   const WideString shown = isStream ? LoadText(kTextStandardInput) : path;
+  if (!options.quiet) {
+    TellColumns(shown, context.csvLayouts);
+    TellDoubtfulPositions(shown, trip.lists);
+  }
   OutputSink sink;
   if (options.json) {
     WriteJson(sink, shown, table, trip, options.summary);

@@ -38,14 +38,57 @@ uint64_t CountOf(const LossCheck& check, ConversionNote note) {
                                                        : check.notes.Count(note);
 }
 
+// What fitting has done, and its name in JSON.
+struct FitKind {
+  size_t FitReport::*count;
+  uint32_t text;
+  const char* name;
+};
+
+constexpr FitKind kFitKinds[] = {
+    {&FitReport::namesGiven, kTextNamesGiven, "namesGiven"},
+    {&FitReport::namesMadeUnique, kTextNamesMadeUnique, "namesMadeUnique"},
+    {&FitReport::textsSpelled, kTextTextsSpelled, "textsSpelled"},
+    {&FitReport::separatorsReplaced, kTextSeparatorsReplaced, "separatorsReplaced"},
+    {&FitReport::textsCut, kTextTextsCut, "textsCut"},
+};
+
+void AppendItem(std::string& list, const std::string& item) {
+  if (!list.empty()) list += ", ";
+  list += item;
+}
+
+std::string DescribeFit(const WideString& target, const FitReport& fit) {
+  std::string done;
+  for (const FitKind& kind : kFitKinds) {
+    if (fit.*kind.count > 0) AppendItem(done, FormatText(kind.text, fit.*kind.count));
+  }
+  if (fit.mostPoints > 0) AppendItem(done, FormatText(kTextSplitToFit, fit.mostPoints));
+  std::string text;
+  if (!done.empty()) text += FormatText(kTextFitted, ShownPath(target), done) + "\n";
+  if (fit.lacksSpeller) text += FormatText(kTextNoSpeller, ShownPath(target)) + "\n";
+  return text;
+}
+
+void WriteJsonFit(ByteSink& sink, const FitReport& fit) {
+  sink.Write(", \"fit\": {");
+  const char* separator = "";
+  for (const FitKind& kind : kFitKinds) {
+    if (fit.*kind.count == 0) continue;
+    sink.Printf("%s\"%s\": %d", separator, kind.name, fit.*kind.count);
+    separator = ", ";
+  }
+  if (fit.mostPoints > 0) sink.Printf("%s\"mostPoints\": %d", separator, fit.mostPoints);
+  sink.Put('}');
+}
+
 // All kinds with their numbers, parted by commas.
 std::string PassedOver(const LossCheck& check) {
   std::string text;
   for (const PassedOverKind& kind : kPassedOverKinds) {
     const uint64_t count = CountOf(check, kind.note);
     if (count == 0) continue;
-    if (!text.empty()) text += ", ";
-    text += FormatText(kind.text, count);
+    AppendItem(text, FormatText(kind.text, count));
   }
   return text;
 }
@@ -68,7 +111,7 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
                           const LossCheck& check) {
   const std::string shown = ShownPath(target);
   const LossReport& losses = check.losses;
-  std::string text;
+  std::string text = DescribeFit(target, check.fit);
   const auto tell = [&text](const std::string& line) { text += line + "\n"; };
 
   if (check.outcome == LossCheck::Outcome::kOnlyWritten) {
@@ -78,8 +121,10 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
   } else if (check.outcome == LossCheck::Outcome::kNoFile) {
     // There is nothing to say about what nobody can look at.
   } else if (!losses.HasLosses()) {
-    tell(FormatText(check.notes.HasLosses() ? kTextAllThatWasRead : kTextNothingLost, shown,
-                    losses.stops, losses.largestShift));
+    const uint32_t all = !check.IsComplete()     ? kTextAllThatWasRead
+                         : check.fit.HasLosses() ? kTextAllAsAdapted
+                                                 : kTextNothingLost;
+    tell(FormatText(all, shown, losses.stops, losses.largestShift));
   } else {
     if (losses.stopsLost > 0 || losses.stopsAdded > 0)
       tell(FormatText(kTextStopsLost, shown, losses.stopsLost, losses.stops, losses.stopsAdded));
@@ -93,9 +138,12 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
                       losses.largestShift));
     }
   }
+  if (check.fitHelps) tell(FormatText(kTextFitRemedy, shown));
   if (check.listsMerged > 0) tell(FormatText(kTextListsMerged, shown, check.listsMerged));
-  if (check.notes.HasLosses())
-    tell(FormatText(kTextPassedOver, ShownPath(source), PassedOver(check)));
+  const std::string passedOver = PassedOver(check);
+  if (!passedOver.empty()) tell(FormatText(kTextPassedOver, ShownPath(source), passedOver));
+  if (check.doubtfulPositions > 0)
+    tell(FormatText(kTextDoubtfulPositions, ShownPath(source), check.doubtfulPositions));
   return text;
 }
 
@@ -129,6 +177,9 @@ void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& 
       check.listsMerged, check.LinesPassedOver(), check.StopsWithoutWaypoint(),
       check.PointsWithoutPosition());
   WriteJsonPassedOver(sink, check);
+  sink.Printf(", \"doubtfulPositions\": %d", check.doubtfulPositions);
+  if (check.fit.HasDone()) WriteJsonFit(sink, check.fit);
+  if (check.fitHelps) sink.Write(", \"remedy\": \"--fit\"");
   sink.Put('}');
 }
 

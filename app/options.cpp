@@ -12,6 +12,7 @@
 #include "base/format_text.h"
 #include "base/text.h"
 #include "base/text_ids.h"
+#include "conversion/text_encoding.h"
 #include "platform/folder.h"
 #include "platform/path_text.h"
 #include "settings/csv_layout_text.h"
@@ -67,6 +68,9 @@ std::vector<WideString> TakeTokens(const std::vector<std::string>& remaining) {
   }
   return tokens;
 }
+
+// The value of --csv-read that lets the reader find the columns.
+constexpr std::string_view kFindsColumns = "auto";
 
 bool ParseNumbers(std::string_view text, std::vector<size_t>& numbers) {
   std::vector<std::string_view> fields;
@@ -166,6 +170,9 @@ constexpr OptionHelp kOptionHelp[] = {
     {"    --strict", kTextHelpStrict},
     {"    --force", kTextHelpForce},
     {"    --no-sync", kTextHelpNoSync},
+    {"    --tolerant", kTextHelpTolerant},
+    {"    --fit", kTextHelpFit},
+    {"    --encoding NAME", kTextHelpEncoding},
     {"    --quiet", kTextHelpQuiet},
     {"    --formats", kTextHelpFormats},
     {"    --inspect FILE", kTextHelpInspect},
@@ -221,7 +228,10 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--json", options.json);
   parser.add_flag("--quiet", options.quiet);
   parser.add_flag("--check", options.check);
-  parser.add_flag("--strict", options.strict);
+  CLI::Option* const strict = parser.add_flag("--strict", options.strict);
+  parser.add_flag("--tolerant", options.tolerant)->excludes(strict);
+  parser.add_flag("--fit", options.fit);
+  const CLI::Option* encodingOption = parser.add_option("--encoding", options.encoding);
   parser.add_flag("--force", options.force);
   parser.add_flag("--no-sync", options.noSync);
   parser.add_flag("--merge", options.merge);
@@ -273,7 +283,17 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
     }
     options.lists = *choice;
   }
-  if (!TakeCsvLayout(*csvReadOption, csvRead, options.csvRead, error) ||
+  if (encodingOption->count() > 0 && !IsFileEncoding(options.encoding)) {
+    error = FormatText(kTextUnknownEncoding, options.encoding);
+    return std::nullopt;
+  }
+  options.findsCsvColumns = ToLowerAscii(csvRead) == kFindsColumns;
+  if (options.findsCsvColumns && options.remember) {
+    error = FormatText(kTextAutoNotRemembered);
+    return std::nullopt;
+  }
+  if ((!options.findsCsvColumns &&
+       !TakeCsvLayout(*csvReadOption, csvRead, options.csvRead, error)) ||
       !TakeCsvLayout(*csvWriteOption, csvWrite, options.csvWrite, error) ||
       !TakeServiceOptions(options.services, error) ||
       !TakeDirectionsOptions(options.directions, error)) {

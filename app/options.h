@@ -32,6 +32,9 @@ struct Options {
   bool quiet = false;
   bool check = false;
   bool strict = false;
+  bool tolerant = false;
+  bool fit = false;
+  std::string encoding;
   bool force = false;
   bool noSync = false;
   bool merge = false;
@@ -46,6 +49,7 @@ struct Options {
   bool settings = false;
   std::vector<std::string> assignments;  ///< KEY=VALUE
   std::optional<CCsvLayout> csvRead;
+  bool findsCsvColumns = false;  ///< those of each file that is read
   std::optional<CCsvLayout> csvWrite;
   bool remember = false;  ///< store the CSV layouts
   ServiceOptions services;

@@ -108,6 +108,7 @@ int CheckEffects(const Options& options, const Request& request) {
   const std::u16string_view format =
       options.from.empty() ? ExtensionOfPath(sources.front()) : options.from;
   const bool fromCsv = !isOneFile || format.empty() || IsCsv(format);
+  const bool readsCsv = options.csvRead || options.findsCsvColumns;
   const bool writesNothing = options.check;
   const DirectionsOptions::Typed& typed = options.directions.typed;
   // Links tell planners what to ask for.
@@ -119,9 +120,10 @@ int CheckEffects(const Options& options, const Request& request) {
       {"--merge", options.merge && isOneFile},
       {"--recursive", options.recursive && !hasFolder},
       {"--summary", options.summary},
-      {"--csv-read", options.csvRead && !options.remember && !fromCsv},
+      {"--csv-read", readsCsv && !options.remember && !fromCsv},
       {"--csv-write", options.csvWrite && !options.remember && !IsCsv(request.row->extension)},
       {"--remember", options.remember && !options.csvRead && !options.csvWrite},
+      {"--fit", options.fit && !request.row->facts.isFile},
       {"--mode", typed.mode && asksNoWay},
       {"--type", typed.type && asksNoWay},
       {"--avoid", typed.avoid && asksNoWay},

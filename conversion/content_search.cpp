@@ -132,6 +132,7 @@ WideString KeyOfContent(const FormatTable& table, std::string_view bytes,
   // It asks no service, and is cancelled with the conversion.
   ConversionContext trial = context.ForReadingBack();
   trial.csvLayouts.forReading = context.csvLayouts.forReading;
+  trial.csvLayouts.findsForReading = context.csvLayouts.findsForReading;
   std::vector<FormatParseFn> tried;
   std::vector<const CItineraryFormat*> takers;
   for (const CItineraryFormat& row : table) {

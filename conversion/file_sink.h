@@ -32,7 +32,9 @@ class FileSink final : public ByteSink {
  private:
   void Consume(std::string_view bytes) override {
     m_size += bytes.size();
-    if (m_context.GoesOn(m_size) && m_file) m_file->Write(bytes);
+    if (!m_context.GoesOn(m_size) || !m_file) return;
+    if (m_context.written) m_context.written(bytes);
+    m_file->Write(bytes);
   }
 
   const WideString m_path;

@@ -10,20 +10,6 @@
 
 namespace {
 
-// The rows whose readers may understand what `row` writes, its own first.
-std::vector<const CItineraryFormat*> ReadersOf(const FormatTable& table,
-                                               const CItineraryFormat& row) {
-  if (!row.facts.readsBack) return {};
-  std::vector<const CItineraryFormat*> readers;
-  if (row.read) readers.push_back(&row);
-  for (const CItineraryFormat& other : table) {
-    const bool isKin = EqualsIgnoringCase(other.extension, row.extension) ||
-                       (row.textId != 0 && other.textId == row.textId);
-    if (other.read && isKin) readers.push_back(&other);
-  }
-  return readers;
-}
-
 // The lists of the first reader that understands the file; none when there is no such reader.
 PointLists ListsOf(const std::vector<const CItineraryFormat*>& readers, const WideString& file,
                    ConversionContext& context) {
@@ -51,23 +37,50 @@ bool ReadBack(const std::vector<const CItineraryFormat*>& readers, const WideStr
 
 }  // namespace
 
-bool LossCheck::HasLosses() const {
-  return outcome == Outcome::kNotReadable || losses.HasLosses() || listsMerged > 0 ||
-         notes.HasLosses();
+std::vector<const CItineraryFormat*> ReadersOf(const FormatTable& table,
+                                               const CItineraryFormat& row) {
+  if (!row.facts.readsBack) return {};
+  std::vector<const CItineraryFormat*> readers;
+  if (row.read) readers.push_back(&row);
+  for (const CItineraryFormat& other : table) {
+    const bool isKin = EqualsIgnoringCase(other.extension, row.extension) ||
+                       (row.textId != 0 && other.textId == row.textId);
+    if (other.read && isKin) readers.push_back(&other);
+  }
+  return readers;
 }
 
-LossCheck CheckStream(const TripSource& source) {
+bool LossCheck::HasLosses() const {
+  return outcome == Outcome::kNotReadable || losses.HasLosses() || listsMerged > 0 ||
+         notes.HasLosses() || fit.HasLosses();
+}
+
+bool LossCheck::HasGraveLosses() const {
+  return outcome == Outcome::kNotReadable || losses.HasGraveLosses() ||
+         StopsWithoutWaypoint() > 0 || StopsNotLookedUp() > 0 ||
+         notes.Count(ConversionNote::kStopNotAsked) > 0;
+}
+
+bool LossCheck::MayBeFitted() const {
+  return outcome == Outcome::kNotReadable || losses.HasGraveLosses() || losses.stopsAdded > 0 ||
+         losses.namesChanged > 0 || losses.commentsChanged > 0;
+}
+
+LossCheck CheckStream(const CGpsPointArray& list, const TripSource& source) {
   LossCheck check;
   check.outcome = LossCheck::Outcome::kNoFile;
   check.listsMerged = source.listsTaken > 1 ? source.listsTaken : 0;
+  check.listsLeft = source.listsFound - source.listsTaken;
   check.notes = source.notes;
+  check.doubtfulPositions = CountDoubtfulPositions(list);
   return check;
 }
 
 LossCheck CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
                             const std::vector<WideString>& files, const CGpsPointArray& list,
-                            const TripSource& source, const ConversionContext& context) {
-  LossCheck check = CheckStream(source);
+                            const std::optional<LossReport>& known, const TripSource& source,
+                            const ConversionContext& context) {
+  LossCheck check = CheckStream(list, source);
   check.outcome = LossCheck::Outcome::kChecked;
   const std::vector<const CItineraryFormat*> readers = ReadersOf(table, row);
   if (readers.empty()) {
@@ -76,6 +89,10 @@ LossCheck CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& ro
   }
   if (!std::all_of(files.begin(), files.end(), IsRegularFile)) {
     check.outcome = LossCheck::Outcome::kNoFile;
+    return check;
+  }
+  if (known && files.size() == 1) {
+    check.losses = *known;
     return check;
   }
   ConversionContext readingBack = context.ForReadingBack();

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "conversion/content_search.h"
 #include "conversion/format_aliases.h"
+#include "conversion/text_encoding.h"
 #include "platform/input_file.h"
 
 namespace {
@@ -47,13 +48,29 @@ void AddNotes(const ConversionNotes& noted, uint32_t status, ConversionNotes& no
   }
 }
 
+// Decodes what an 8-bit format has read as it was told for the run.
+void DecodeLists(const CItineraryFormat& row, const PointLists& lists, ConversionContext& context) {
+  const bool isNarrow = row.facts.text == TextForm::kNarrow && !context.IsUnicode();
+  if (!isNarrow || context.encoding.empty()) return;
+  for (const auto& list : lists) {
+    DecodeTexts(context.encoding, *list);
+    context.usesEncoding = context.usesEncoding || !list->points.empty();
+  }
+}
+
 // Calls a reader of a row, which takes the lists, and takes its result.
 template <typename Read>
 void TryReader(const CItineraryFormat& row, Read read, ConversionContext& context, TripRead& trip) {
   context.notes = {};
+  context.TellEncoding(kEncodingNarrow);
   trip.row = &row;
   trip.lists.clear();
-  trip.status = CallReader(read, trip.lists);
+  const auto readAndDecode = [&](PointLists& lists) {
+    const uint32_t status = read(lists);
+    if (status == kStatusSuccess) DecodeLists(row, lists, context);
+    return status;
+  };
+  trip.status = CallReader(readAndDecode, trip.lists);
   std::erase_if(trip.lists, [](const auto& list) { return list->points.empty(); });
   if (trip.status == kStatusSuccess && trip.lists.empty()) trip.status = kStatusBadFormat;
   if (trip.status != kStatusSuccess) trip.lists.clear();

@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "base/text.h"
+#include "conversion/streamed_check.h"
+#include "conversion/text_encoding.h"
 #include "io/byte_sink.h"
 #include "platform/folder.h"
 #include "platform/scratch_folder.h"
@@ -25,23 +27,21 @@ uint32_t CallWriter(Write write) {
   }
 }
 
-// Writers put the number of a part in front of the last dot of a path, which in a name without an
-// ending would be somewhere else. Here such a name gets it at its end.
-uint32_t WriteParts(const CItineraryFormat& row, const WideString& path, const CGpsPointArray& list,
-                    const WriteOptions& options) {
-  const size_t most = options.option;
-  size_t start = 0;
-  for (uint32_t part = 1; start < list.Count(); ++part) {
-    // A part begins with the last stop of the one before.
-    if (start != 0) --start;
-    const size_t length = std::min(most, list.Count() - start);
-    const WideString partPath = path + u"_" + WidenAscii(std::to_string(part));
-    const uint32_t status =
-        row.write(partPath, CGpsWaypointList(list, start, length), 0, options.silent);
-    if (status != kStatusSuccess) return status;
-    start += length;
+// Begins the check that runs while the file is written, where there can be one. A short list is
+// read back in less time than a thread takes to start.
+void BeginCheck(const FormatTable& table, const CItineraryFormat& row, const CGpsPointArray& list,
+                ConversionContext& context, std::optional<StreamedCheck>& check) {
+  constexpr size_t kShortList = 2000;
+  if (list.Count() <= kShortList) return;
+  const std::vector<const CItineraryFormat*> readers = ReadersOf(table, row);
+  if (readers.empty() || !readers.front()->facts.handsPointsOn) return;
+  try {
+    check.emplace(*readers.front(), list, context);
+  } catch (const std::exception&) {
+    // Without a thread or memory for it the file is read when it is whole.
+    return;
   }
-  return kStatusSuccess;
+  context.written = [&check](std::string_view bytes) { check->Take(bytes); };
 }
 
 // Whether a name has an ending: a dot at its start hides it, and nothing else.
@@ -50,12 +50,50 @@ bool HasEnding(std::u16string_view name) {
   return dot != std::u16string_view::npos && dot > 0;
 }
 
+// "trip.gpx" and 2 give "trip_2.gpx", "trip" and 2 "trip_2".
+WideString PartPath(const WideString& path, size_t part) {
+  WideString numbered = path;
+  const size_t place = HasEnding(NameIn(path)) ? path.rfind(u'.') : path.size();
+  numbered.insert(place, u"_" + WidenAscii(std::to_string(part)));
+  return numbered;
+}
+
+// Writes several files, each of which begins with the last stop of the one before.
+uint32_t WriteParts(const CItineraryFormat& row, const WideString& path, const CGpsPointArray& list,
+                    size_t mostPoints, uint32_t option, bool silent) {
+  const size_t count = list.Count();
+  size_t part = 0;
+  for (size_t start = 0; start < count;) {
+    if (start != 0) --start;
+    const size_t length = std::min(mostPoints, count - start);
+    const uint32_t status =
+        row.write(PartPath(path, ++part), CGpsWaypointList(list, start, length), option, silent);
+    if (status != kStatusSuccess) return status;
+    start += length;
+  }
+  return kStatusSuccess;
+}
+
+// Writers that split put the number of a part in front of the last dot of a path, which in a name
+// without an ending would be somewhere else; others know no parts.
 uint32_t WriteFiles(const CItineraryFormat& row, const WideString& path, const CGpsPointArray& list,
                     const WriteOptions& options) {
-  const bool isSplit = row.facts.isFile && row.facts.option == WriterOption::kSplit &&
-                       options.option > 1 && options.option < list.Count();
-  if (isSplit && !HasEnding(NameIn(path))) return WriteParts(row, path, list, options);
-  return row.write(path, list, options.option, options.silent);
+  const bool isTold =
+      row.facts.isFile && row.facts.option == WriterOption::kSplit && options.option > 1;
+  const size_t mostPoints = isTold ? options.option : options.fit.mostPoints;
+  const bool isSplit = mostPoints > 1 && mostPoints < list.Count();
+  if (!isSplit || (isTold && HasEnding(NameIn(path))))
+    return row.write(path, list, options.option, options.silent);
+  return WriteParts(row, path, list, mostPoints, isTold ? 0 : options.option, options.silent);
+}
+
+// Calls `write` with the list in the encoding told, where the format has none of its own.
+template <typename Write>
+uint32_t WithEncoding(const CItineraryFormat& row, const CGpsPointArray& list,
+                      ConversionContext& context, Write write) {
+  if (row.facts.text != TextForm::kNarrow || context.encoding.empty()) return write(list);
+  context.usesEncoding = true;
+  return write(EncodedTexts(context.encoding, list));
 }
 
 TripWrite Write(const FormatTable& table, const CItineraryFormat& row, const WideString& path,
@@ -63,18 +101,28 @@ TripWrite Write(const FormatTable& table, const CItineraryFormat& row, const Wid
                 ConversionContext& context) {
   TripWrite trip;
   context.Renew();
+  std::optional<StreamedCheck> streamed;
+  if (options.checks) BeginCheck(table, row, list, context, streamed);
   {
     const ConversionScope scope(context);
-    trip.status = CallWriter([&] { return WriteFiles(row, path, list, options); });
+    trip.status = CallWriter([&] {
+      return WithEncoding(row, list, context, [&](const CGpsPointArray& encoded) {
+        return WriteFiles(row, path, encoded, options);
+      });
+    });
   }
+  context.written = nullptr;
   // Some devices' writers call it a success when a file could not be made. We don't.
   if (trip.status == kStatusSuccess && context.failure.platformError != kStatusSuccess)
     trip.status = kStatusFailure;
   if (trip.status != kStatusSuccess) trip.reason = context.failure;
   trip.notes = context.notes;
   trip.files = std::move(context.writtenFiles);
-  if (trip.status == kStatusSuccess && options.checks)
-    trip.check = CheckWrittenFiles(table, row, trip.files, list, source, context);
+  if (trip.status == kStatusSuccess && options.checks) {
+    const std::optional<LossReport> known = streamed ? streamed->Finish() : std::nullopt;
+    trip.check = CheckWrittenFiles(table, row, trip.files, list, known, source, context);
+    trip.check->fit = options.fit;
+  }
   return trip;
 }
 
@@ -196,9 +244,16 @@ TripWrite WriteTripTo(ByteSink& sink, const CItineraryFormat& row, const CGpsPoi
   TripWrite trip;
   context.Renew();
   context.Begin(ConversionProgress::Stage::kWriting);
-  trip.status = CallWriter([&] { return row.facts.emit(sink, list, options.option, context); });
+  trip.status = CallWriter([&] {
+    return WithEncoding(row, list, context, [&](const CGpsPointArray& encoded) {
+      return row.facts.emit(sink, encoded, options.option, context);
+    });
+  });
   if (trip.status != kStatusSuccess) trip.reason = context.failure;
   trip.notes = context.notes;
-  if (trip.status == kStatusSuccess && options.checks) trip.check = CheckStream(source);
+  if (trip.status == kStatusSuccess && options.checks) {
+    trip.check = CheckStream(list, source);
+    trip.check->fit = options.fit;
+  }
   return trip;
 }

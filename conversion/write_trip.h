@@ -15,6 +15,9 @@
 /// How an itinerary is written.
 struct WriteOptions {
   uint32_t option = 0;  ///< the writer's third argument; what it means stands in the row's facts
+  /// What was done to the list so that the format can hold it; what is to be done yet is to write
+  /// it into several numbered files.
+  FitReport fit = {};
   bool silent = false;  ///< no question is asked
   bool checks = false;  ///< what was written is read back and compared
   /// Nothing of what is written stays; for the check alone.

@@ -46,6 +46,7 @@ uint32_t ParseXmlSource(CXmlReader& reader, ConversionContext& context, const Xm
 }
 
 uint32_t ReadXmlFile(CXmlReader& reader, const WideString& path, ConversionContext& context) {
+  if (context.incoming) return ParseXmlSource(reader, context, context.incoming);
   SequentialFile file;
   if (context.Keep(file.Open(path))) return kStatusFailure;
   context.Begin(ConversionProgress::Stage::kReading, file.Size());

@@ -47,4 +47,6 @@ def section:
   + "What each format holds, how precisely, and what is lost in it. `docs/update` makes this page of\n"
   + "the program's own table and of `docs/format_facts.tsv`; tests hold the facts against what the\n"
   + "writers and readers do.\n\n"
+  + "Texts of 8-bit formats are bytes of ISO 8859-1, or of the encoding that `--encoding NAME` tells. What\n"
+  + "a format cannot hold, `--fit` spells, replaces, cuts or splits.\n\n"
   + (map(section) | join("\n"))

@@ -3,7 +3,8 @@
 #include <memory>
 
 /// Takes the requests to end this process (Ctrl+C, a terminal that closes) as long as it lives, so
-/// that what runs can end in good order and the process goes on. One at a time, on the main thread.
+/// that what runs can end in good order and the process goes on. On the main thread; one may stand
+/// inside another.
 class InterruptionWatch {
  public:
   InterruptionWatch();
@@ -12,7 +13,7 @@ class InterruptionWatch {
   InterruptionWatch(const InterruptionWatch&) = delete;
   InterruptionWatch& operator=(const InterruptionWatch&) = delete;
 
-  /// Whether there was one since this was made.
+  /// Whether there was one since this was made, or the outermost of those that stand around it.
   bool IsInterrupted() const;
 
  private:

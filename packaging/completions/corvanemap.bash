@@ -92,6 +92,11 @@ _corvanemap()
             COMPREPLY=($(compgen -W "all routes tracks waypoints pois" -- "$word"))
             return
             ;;
+        --encoding)
+            COMPREPLY=($(compgen -W "utf-8 windows-1250 windows-1251 windows-1252 windows-1253
+                iso-8859-2 iso-8859-7 iso-8859-15 shift_jis" -- "$word"))
+            return
+            ;;
         --from)
             COMPREPLY=($(compgen -W "$(_corvanemap_keys "$program" read)" -- "$word"))
             _corvanemap_behind_colon "$word"
@@ -101,7 +106,11 @@ _corvanemap()
             COMPREPLY=($(compgen -W "no-commas via-points explorist hand-off" -- "$word"))
             return
             ;;
-        --csv-read | --csv-write)
+        --csv-read)
+            _corvanemap_lines "$word" < <(echo auto && _corvanemap_presets "$program")
+            return
+            ;;
+        --csv-write)
             _corvanemap_lines "$word" < <(_corvanemap_presets "$program")
             return
             ;;
@@ -154,8 +163,9 @@ _corvanemap()
             --sort --unique --simplify --optimize --optimize=best --way --directions --as-track
             --with-way --mode --type --avoid --hilliness --windingness --tractor --roads --providers
             --provider --find --near --radius --locate --elevation --panorama --country --offline
-            --send --point --force --no-sync --check --strict --quiet --formats --csv-read
-            --csv-write --remember --settings --set --inspect --summary --json --help --version -o -h" -- "$word"))
+            --send --point --force --no-sync --check --strict --tolerant --fit --encoding --quiet
+            --formats --csv-read --csv-write --remember --settings --set --inspect --summary --json
+            --help --version -o -h" -- "$word"))
         return
     fi
 
@@ -165,7 +175,7 @@ _corvanemap()
             -o | --output | --from | --list | --split | --option | --simplify | --provider | --find | \
                 --near | --radius | --locate | --elevation | --panorama | --csv-read | \
                 --csv-write | --set | --way | --mode | --type | --avoid | --hilliness | \
-                --windingness | --send | --point)
+                --windingness | --send | --point | --encoding)
                 ((i++))
                 ;;
             --inspect) inspect=1 ;;

@@ -25,6 +25,11 @@ _corvanemap_presets() {
   compadd -a presets
 }
 
+_corvanemap_layouts_to_read() {
+  compadd auto
+  _corvanemap_presets
+}
+
 # The settings that can be changed.
 _corvanemap_settings() {
   local -a lines=(${(f)"$(LC_ALL=C $words[1] --settings 2>/dev/null)"})
@@ -90,9 +95,12 @@ _corvanemap() {
     '--force[replace any file, also the source when something is lost]' \
     '--no-sync[do not wait until files have reached the disk]' \
     '--check[tell what the target cannot hold, without keeping it]' \
-    '--strict[exit with status 3 when something was lost]' \
+    '(--tolerant)--strict[exit with status 3 when anything was lost]' \
+    '(--strict)--tolerant[exit with status 0 whatever was lost]' \
+    '--fit[adapt the itinerary to what the target can hold]' \
+    '--encoding[the encoding of 8-bit texts]:name:(utf-8 windows-1250 windows-1251 windows-1252 windows-1253 iso-8859-2 iso-8859-7 iso-8859-15 shift_jis)' \
     '--quiet[print errors only]' \
-    '--csv-read[how the columns of a CSV file are read]:layout:_corvanemap_presets' \
+    '--csv-read[how the columns of a CSV file are read]:layout:_corvanemap_layouts_to_read' \
     '--csv-write[how the columns of a CSV file are written]:layout:_corvanemap_presets' \
     '--remember[keep the given CSV layouts]' \
     '--send[hand an itinerary to a companion program]:target:(tomtom-home navigon-fresh navgate mio-more garmin)' \

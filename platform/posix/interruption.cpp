@@ -24,7 +24,9 @@ struct InterruptionWatch::Former {
 };
 
 InterruptionWatch::InterruptionWatch() : m_former(std::make_unique<Former>()) {
-  interruptions = 0;
+  struct sigaction former {};
+  sigaction(kSignals[0], nullptr, &former);
+  if (former.sa_handler != NoteInterruption) interruptions = 0;
   struct sigaction noting {};
   noting.sa_handler = NoteInterruption;
   for (size_t i = 0; i < std::size(kSignals); ++i)

@@ -171,8 +171,7 @@ TEST(PassedOver, CountsAsALossAndStandsInJson) {
       {folder.PathTo("a.gpx"), "gpx", "--json", "--strict", "-o", folder.PathTo("out.gpx")});
   EXPECT_EQ(result.status, 3);
   EXPECT_NE(result.output.find("\"losses\": true"), std::string::npos) << result.output;
-  EXPECT_NE(result.output.find("\"passedOver\": {\"times\": 1, \"symbols\": 1}}"),
-            std::string::npos)
+  EXPECT_NE(result.output.find("\"passedOver\": {\"times\": 1, \"symbols\": 1}"), std::string::npos)
       << result.output;
 }
 
