@@ -15,9 +15,9 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "conversion/format_search.h"
 #include "conversion/list_choice.h"
 #include "conversion/read_trip.h"
-#include "conversion/format_search.h"
 #include "formats/format_rows.h"
 #include "platform/path_text.h"
 #include "tests/temporary_folder.h"
