@@ -24,9 +24,9 @@ bool LegCalculation::MayOrderByRoad(const WideString& source, size_t stops) cons
   return false;
 }
 
-RoadOrder LegCalculation::Roads() const {
+RoadOrder LegCalculation::Roads() {
   return {*m_choice.provider, m_choice.service.provider->name, m_choice.request.travelMode,
-          *m_choice.request.options};
+          *m_choice.request.options, m_hasFailures};
 }
 
 bool LegCalculation::Calculate(const WideString& source, CGpsPointArray& list) {
