@@ -23,9 +23,9 @@ std::string LegCalculation::WhyNotOrderByRoad(const WideString& source, size_t s
   return FormatText(kTextManyRequests, ShownPath(source), pairs, service.name);
 }
 
-RoadOrder LegCalculation::Roads() const {
+RoadOrder LegCalculation::Roads() {
   return {*m_choice.provider, m_choice.service.provider->name, m_choice.request.travelMode,
-          *m_choice.request.options};
+          *m_choice.request.options, m_hasFailures};
 }
 
 bool LegCalculation::Calculate(const WideString& source, CGpsPointArray& list) {

@@ -19,13 +19,13 @@ class LegCalculation {
   std::string WhyNotOrderByRoad(const WideString& source, size_t stops) const;
 
   /// How stops are ordered by the ways between them. It lives no longer than this.
-  RoadOrder Roads() const;
+  RoadOrder Roads();
 
   /// Asks for a leg for each stop but the first, and tells totals and failures. `source` is the
   /// file that the stops come from. False when there are no legs although there are stops.
   bool Calculate(const WideString& source, CGpsPointArray& list);
 
-  /// Whether a leg has failed so far.
+  /// Whether a leg has failed so far, or a way of `Roads`.
   bool HasFailures() const { return m_hasFailures; }
 
  private:

@@ -1,12 +1,14 @@
 #include "app/service_settings.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include <fmt/format.h>
 
 #include "base/format_text.h"
 #include "base/text.h"
 #include "base/text_ids.h"
+#include "net/url.h"
 
 namespace {
 
@@ -33,25 +35,40 @@ bool IsPlain(std::string_view text) {
   return std::ranges::all_of(text, [](char c) { return c > 0x20 && c < 0x7F; });
 }
 
+bool IsPort(std::string_view text) {
+  uint16_t port = 0;
+  const char* const end = text.data() + text.size();
+  const auto [read, error] = std::from_chars(text.data(), end, port);
+  return error == std::errc() && read == end;
+}
+
 // Scheme and host, perhaps a port and a path, and nothing behind them. A name and a password in
 // front of the host would show in messages.
 bool IsAddress(std::string_view text) {
-  const std::string lower = ToLowerAscii(text);
-  std::string_view rest = lower;
-  if (rest.starts_with("http://"))
-    rest.remove_prefix(7);
-  else if (rest.starts_with("https://"))
-    rest.remove_prefix(8);
+  if (text.starts_with("http://"))
+    text.remove_prefix(7);
+  else if (text.starts_with("https://"))
+    text.remove_prefix(8);
   else
     return false;
-  return IsPlain(rest) && rest.find_first_of("?#@\\") == std::string_view::npos &&
-         !rest.starts_with('/') && !rest.starts_with(':') && !rest.empty();
+  if (!IsPlain(text) || text.find_first_of("?#@\\") != std::string_view::npos) return false;
+  const std::string_view server = text.substr(0, text.find('/'));
+  const size_t colon = server.find(':');
+  return IsHostName(server.substr(0, colon)) &&
+         (colon == std::string_view::npos || IsPort(server.substr(colon + 1)));
 }
 
-// A value as it may be typed: an address without slashes at its end.
+// An address as the HTTP client takes it: its scheme in small letters, no slashes at its end.
+std::string PlainAddress(std::string_view typed) {
+  const std::string_view address = TrimRight(typed, "/");
+  const size_t scheme = std::min(address.find("://"), address.size());
+  return ToLowerAscii(address.substr(0, scheme)).append(address.substr(scheme));
+}
+
+// A value as it may be typed.
 bool TakeValue(const ServiceSetting& setting, std::string_view typed, std::string& value) {
   if (setting.name == "url") {
-    value = TrimRight(typed, "/");
+    value = PlainAddress(typed);
     return value.empty() ? typed.empty() : IsAddress(value);
   }
   value = typed;

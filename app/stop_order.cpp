@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/console_text.h"
+#include "app/directions_choice.h"
 #include "app/settings_command.h"
 #include "base/format_text.h"
 #include "base/measure_text.h"
@@ -40,6 +41,7 @@ class RoadSearch {
  public:
   RoadSearch(const RoadOrder& roads, bool quiet, const CGpsPointArray& list)
       : m_roads(roads),
+        m_list(list),
         m_showsProgress(!quiet && IsErrorTerminal()),
         m_most(MostRoadQuestions(list.Count())),
         m_lengths(roads.provider, roads.travelMode, roads.options, list,
@@ -48,24 +50,36 @@ class RoadSearch {
   RoadDistance Distance() { return m_lengths.ForOptimizer(); }
   std::stop_token Stop() const { return m_lengths.Stop(); }
 
-  /// Tells why it has ended early, if it has.
+  /// Tells and notes what has failed, and why it has ended early, if it has.
   void Finish(const WideString& source, bool quiet) const {
     if (m_showsProgress) WriteError("\r\x1B[K");
     if (m_lengths.IsCancelled() && !quiet)
       Complain(FormatText(kTextOrderInterrupted, ShownPath(source)));
-    if (m_lengths.Failure() != kRouteSuccess) {
+    const std::vector<RoadFailure>& failures = m_lengths.Failures();
+    if (m_lengths.IsGivenUp()) {
       Complain(FormatText(kTextOrderFailed, ShownPath(source), m_roads.providerName,
-                          m_lengths.Failure()));
+                          failures.back().status));
+    } else {
+      for (const RoadFailure& failure : failures) Tell(source, failure);
     }
+    m_roads.hasFailures |= !failures.empty();
   }
 
  private:
+  void Tell(const WideString& source, const RoadFailure& failure) const {
+    const std::string from = NameOfStop(m_list.At(failure.from), failure.from);
+    const std::string to = NameOfStop(m_list.At(failure.to), failure.to);
+    Complain(source, FormatText(kTextNoWay, from, to, failure.status,
+                                OutcomeOfWay(failure.status, failure.text).message));
+  }
+
   bool GoesOn(size_t asked) const {
     if (m_showsProgress) WriteError(fmt::format("\r\x1B[K{}/{}", asked, m_most));
     return !m_watch.IsInterrupted();
   }
 
   const RoadOrder& m_roads;
+  const CGpsPointArray& m_list;
   const bool m_showsProgress;
   const uint64_t m_most;
   const InterruptionWatch m_watch;

@@ -13,6 +13,7 @@ struct RoadOrder {
   std::string_view providerName;
   uint32_t travelMode;
   const CRouteOptions& options;
+  bool& hasFailures;  ///< set when a question is not answered
 };
 
 /// How stops are ordered.
@@ -23,6 +24,7 @@ struct StopOrder {
 };
 
 /// Orders the stops of `list`, which come from the file `source`, so that the way through them
-/// becomes shorter, and tells on standard error how long it became. Ctrl+C ends the questions and
-/// keeps the best order so far, and so does a provider that fails.
+/// becomes shorter, and tells on standard error how long it became. A pair of stops for which there
+/// is no answer counts as no way at all. Ctrl+C ends the questions and keeps the best order so far,
+/// and so does a provider that never answers.
 void OrderStops(const WideString& source, const StopOrder& order, CGpsRoute& list);

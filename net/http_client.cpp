@@ -28,13 +28,6 @@ bool IsLetterOrDigit(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
-// Beside names only: an "@", say, would put a part of the address into a header of its own.
-bool IsHostName(std::string_view host) {
-  return !host.empty() && std::all_of(host.begin(), host.end(), [](char c) {
-    return IsLetterOrDigit(c) || c == '-' || c == '.' || c == '_';
-  });
-}
-
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
 
 bool IsEscapedPath(std::string_view path) {

@@ -150,6 +150,12 @@ void SplitUrl(std::string_view url, std::string& host, std::string& path, uint16
   if (colon != std::string_view::npos) port = PortOf(authority.substr(colon + 1));
 }
 
+bool IsHostName(std::string_view host) {
+  return !host.empty() && std::all_of(host.begin(), host.end(), [](char c) {
+    return IsLetterOrDigit(c) || c == '-' || c == '.' || c == '_';
+  });
+}
+
 void Base64Encode(std::string_view in, std::string& out) {
   out.reserve(out.size() + (in.size() + 2) / 3 * 4);
   for (; !in.empty(); in.remove_prefix(std::min<size_t>(in.size(), 3))) {

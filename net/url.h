@@ -31,6 +31,10 @@ std::string UrlUnescape(std::string_view text);
 void SplitUrl(std::string_view url, std::string& host, std::string& path, uint16_t& port,
               bool& secure);
 
+/// Whether a server can be asked for by this name: a name or a number of IPv4. Nothing else gets
+/// into a request: an "@", say, would put a part of the address into a header of its own.
+bool IsHostName(std::string_view host);
+
 /// Appends the Base64 of `in` to `out`, with "=" at its end and without line breaks.
 void Base64Encode(std::string_view in, std::string& out);
 

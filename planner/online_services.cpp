@@ -48,12 +48,14 @@ std::optional<CGpsNamedPoint> OnlineServices::FindPanorama(const CGpsCoordinate&
 }
 
 std::optional<CGpsNamedPoint> OnlineServices::FindElevation(const CGpsCoordinate& position) {
+  if (!IsUsable(ServiceNamed("google"))) return std::nullopt;
   CGpsPoint point;
   if (GetElevation(position, point, waitMs) != 0) return std::nullopt;
   return point;
 }
 
 std::optional<UserCountry> OnlineServices::FindCountry() {
+  if (!IsUsable(ServiceNamed("geoip"))) return std::nullopt;
   CCountryInfo country;
   CGpsCoordinate position;
   if (GetCountry(country, position, waitMs) != 0) return std::nullopt;
@@ -61,10 +63,7 @@ std::optional<UserCountry> OnlineServices::FindCountry() {
 }
 
 void OnlineServices::UpdateProviders(const std::string& json) {
-  CServiceRegistry& registry = CServiceRegistry::Instance();
   currentProvider = m_settings.routeProvider;
-  const bool hasAccount = registry.Has(m_settings.routeProvider);
-  UpdateServiceRegistry(registry, json);
-  // One that needs no account has none that the page could have removed.
-  if (hasAccount) m_settings.routeProvider = currentProvider;
+  UpdateServiceRegistry(CServiceRegistry::Instance(), json);
+  m_settings.routeProvider = currentProvider;
 }

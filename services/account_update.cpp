@@ -52,7 +52,6 @@ std::vector<PageAccount> ReadAccounts(std::string_view providers) {
 }
 
 void Apply(CServiceRegistry& registry, const PageAccount& account) {
-  if (!registry.CreateRouteProvider(account.id)) return;
   if (!account.available) return registry.Remove(account.id);
   // A copy, so that an account of a class of its own keeps what it has besides.
   const std::unique_ptr<CServiceAccount> changed = registry.GetOrCreate(account.id)->Clone();
@@ -65,6 +64,11 @@ void Apply(CServiceRegistry& registry, const PageAccount& account) {
 }  // namespace
 
 void UpdateServiceRegistry(CServiceRegistry& registry, std::string_view providers) {
-  for (const PageAccount& account : ReadAccounts(providers)) Apply(registry, account);
-  if (!registry.Has(currentProvider)) currentProvider = registry.LowestId();
+  bool isSelectedGone = false;
+  for (const PageAccount& account : ReadAccounts(providers)) {
+    if (!registry.CreateRouteProvider(account.id)) continue;
+    Apply(registry, account);
+    if (account.id == currentProvider) isSelectedGone = !account.available;
+  }
+  if (isSelectedGone) currentProvider = registry.LowestId();
 }

@@ -13,8 +13,9 @@ const Service& Geonames() { return ServiceNamed("geonames"); }
 // The start of every question to GeoNames.
 std::string GeonamesUrl(std::string_view path) {
   const ServiceAccess access = AccessTo(Geonames());
-  std::string url = access.url + std::string(path) + "?type=JSON&username=" + access.key;
-  AppendIfAny(url, "&lang=", access.language);
+  std::string url = access.url;
+  url.append(path).append("?type=JSON&username=").append(AccountText(access.key));
+  AppendIfAny(url, "&lang=", AccountText(access.language));
   return url;
 }
 

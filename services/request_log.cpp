@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <chrono>
 #include <mutex>
+#include <string>
 
+#include "base/text.h"
 #include "services/request_pace.h"
 
 namespace {
@@ -11,19 +13,28 @@ namespace {
 constexpr std::chrono::seconds kGapOfPublicHosts{1};
 constexpr std::string_view kPublicNominatim = "https://nominatim.openstreetmap.org";
 
+// The host of an address, which has a scheme; in small letters.
+std::string HostOf(std::string_view url) {
+  const size_t start = url.find("://");
+  if (start != std::string_view::npos) url.remove_prefix(start + 3);
+  return ToLowerAscii(url.substr(0, url.find_first_of(":/?#")));
+}
+
 // A host that others run for everybody, and its pace.
 struct PublicHost {
-  std::string_view address;
+  explicit PublicHost(std::string_view address) : name(HostOf(address)) {}
+
+  const std::string name;
   RequestPace pace{kGapOfPublicHosts};
 };
 
 RequestPace* PaceFor(std::string_view url) {
-  static PublicHost hosts[] = {{ServiceNamed("osrm").address},
-                               {ServiceNamed("photon").address},
-                               {ServiceNamed("geoplateforme").address},
-                               {kPublicNominatim}};
-  for (PublicHost& host : hosts) {
-    if (url.starts_with(host.address)) return &host.pace;
+  static PublicHost hosts[] = {
+      PublicHost(ServiceNamed("osrm").address), PublicHost(ServiceNamed("photon").address),
+      PublicHost(ServiceNamed("geoplateforme").address), PublicHost(kPublicNominatim)};
+  const std::string host = HostOf(url);
+  for (PublicHost& known : hosts) {
+    if (host == known.name) return &known.pace;
   }
   return nullptr;
 }

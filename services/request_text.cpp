@@ -1,6 +1,7 @@
 #include "services/request_text.h"
 
 #include "base/numbers.h"
+#include "net/url.h"
 
 namespace {
 
@@ -17,6 +18,8 @@ std::string LatLonText(const CGpsCoordinate& position, std::string_view separato
 std::string LonLatText(const CGpsCoordinate& position, std::string_view separator) {
   return CoordinateText(position.longitude).append(separator) + CoordinateText(position.latitude);
 }
+
+std::string AccountText(std::string_view value) { return UrlEscape(value, "-_.~"); }
 
 void AppendIfAny(std::string& url, std::string_view parameter, std::string_view value) {
   if (!value.empty()) url.append(parameter).append(value);

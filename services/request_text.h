@@ -16,5 +16,9 @@ std::string LatLonText(const CGpsCoordinate& position, std::string_view separato
 /// Longitude, `separator`, latitude.
 std::string LonLatText(const CGpsCoordinate& position, std::string_view separator = ",");
 
+/// A value of an account as it stands in a query: escaped, save for the signs that mean nothing
+/// there, so that keys and codes go out as the services gave them.
+std::string AccountText(std::string_view value);
+
 /// Appends a parameter ("&lang=") and its value, unless the value is empty.
 void AppendIfAny(std::string& url, std::string_view parameter, std::string_view value);

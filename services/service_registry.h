@@ -91,6 +91,6 @@ class CServiceRegistry {
 void FillServiceRegistry(CServiceRegistry& registry);
 
 /// Takes what the planner's page answers to `GetProviders`: a JSON array of accounts. What cannot
-/// be read changes nothing. Then `currentProvider` becomes the lowest number in the table if it is
-/// no longer there.
+/// be read changes nothing. If the page has taken the selected provider away, `currentProvider`
+/// becomes the lowest number in the table; one that never had an account stays.
 void UpdateServiceRegistry(CServiceRegistry& registry, std::string_view providers);

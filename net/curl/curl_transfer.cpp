@@ -213,8 +213,8 @@ bool CurlTransfer::Continue(CURLcode result, uint32_t& code) {
   curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &status);
   m_status = static_cast<uint32_t>(status);
   code = m_failure != 0 ? m_failure : ErrorOf(result, easy);
-  const bool isBodyRefused = m_redirect && m_failure == 0 && result == CURLE_WRITE_ERROR;
-  if (!m_redirect || (code != 0 && !isBodyRefused)) return false;
+  // Where a reply leads stands in its headers: how its body has ended does not matter.
+  if (!m_redirect || m_failure != 0) return false;
 
   const bool keepsMethod = m_status == 307 || m_status == 308;
   if (!keepsMethod) m_isPost = false;

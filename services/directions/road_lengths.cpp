@@ -6,6 +6,8 @@ namespace {
 
 // How long nobody can cancel.
 constexpr int32_t kLookEveryMs = 100;
+// After so many questions nobody is expected to answer who never has.
+constexpr size_t kMostUnanswered = 3;
 
 uint32_t LengthOf(const CRouteProvider::Legs& legs) {
   uint32_t length = 0;
@@ -16,7 +18,7 @@ uint32_t LengthOf(const CRouteProvider::Legs& legs) {
   return length;
 }
 
-// The provider has answered, and there is no way.
+// The provider has answered: there is no way.
 bool IsNoWay(uint32_t status) { return status == kRouteNothingFound || status == kRouteNotFound; }
 
 }  // namespace
@@ -46,12 +48,18 @@ uint32_t RoadLengths::Ask(size_t from, size_t to) {
   ++m_asked;
   m_provider.Calculate(m_list.At(from), m_list.At(to), m_travelMode, m_options);
   const uint32_t status = Await();
+  // An answer may have been quicker than the cancelling.
+  if (m_isCancelled) {
+    m_stop.request_stop();
+    return 0;
+  }
+  m_hasAnswered |= status == kRouteSuccess || IsNoWay(status);
   if (status == kRouteSuccess) return LengthOf(m_provider.GetLegs());
-  if (IsNoWay(status)) return 0;
-  m_stop.request_stop();
-  if (m_isCancelled) return 0;
-  m_failure = status;
-  m_failureText = m_provider.FailureText();
+  m_failures.push_back({from, to, status, m_provider.FailureText()});
+  if (!m_hasAnswered && m_failures.size() == kMostUnanswered) {
+    m_isGivenUp = true;
+    m_stop.request_stop();
+  }
   return 0;
 }
 

@@ -7,6 +7,7 @@
 #include <stop_token>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "model/itinerary_optimizer.h"
 #include "services/directions/route_provider.h"
@@ -17,8 +18,17 @@ constexpr uint64_t MostRoadQuestions(uint64_t stops) {
   return stops < 4 ? 0 : stops * (stops - 1) / 2 - 1;
 }
 
+/// A pair of stops that the provider has given no way for.
+struct RoadFailure {
+  size_t from = 0;
+  size_t to = 0;
+  uint32_t status = kRouteSuccess;
+  std::string text;  ///< what the provider adds to the status; mostly empty
+};
+
 /// Asks a directions provider how long the ways between the stops of a list are: one pair after the
-/// other, each once, in the direction of the first question.
+/// other, each once, in the direction of the first question. A pair without an answer counts as no
+/// way at all; a provider that has never answered is given up after the third.
 class RoadLengths {
  public:
   /// Called while an answer is waited for, with the number of questions so far. False ends it.
@@ -28,7 +38,7 @@ class RoadLengths {
   RoadLengths(CRouteProvider& provider, uint32_t travelMode, const CRouteOptions& options,
               const CGpsPointArray& list, GoesOn goesOn = {});
 
-  /// Metres, 0 where the provider knows no way. A provider that fails is asked no more.
+  /// Metres, 0 where the provider has given no way.
   uint32_t Between(size_t from, size_t to);
   /// `Between` for an optimiser, which `Stop` ends.
   RoadDistance ForOptimizer();
@@ -37,10 +47,10 @@ class RoadLengths {
   size_t Asked() const { return m_asked; }
   /// Whether it was ended by `GoesOn`.
   bool IsCancelled() const { return m_isCancelled; }
-  /// The status with which the provider failed; kRouteSuccess when it did not.
-  uint32_t Failure() const { return m_failure; }
-  /// What the provider adds to it.
-  const std::string& FailureText() const { return m_failureText; }
+  /// Whether it was ended because the provider does not answer.
+  bool IsGivenUp() const { return m_isGivenUp; }
+  /// The pairs without a way, in the order of the questions.
+  const std::vector<RoadFailure>& Failures() const { return m_failures; }
 
  private:
   uint32_t Ask(size_t from, size_t to);
@@ -54,7 +64,8 @@ class RoadLengths {
   std::map<std::pair<size_t, size_t>, uint32_t> m_known;  ///< by the lower index first
   std::stop_source m_stop;
   size_t m_asked = 0;
+  bool m_hasAnswered = false;
   bool m_isCancelled = false;
-  uint32_t m_failure = kRouteSuccess;
-  std::string m_failureText;
+  bool m_isGivenUp = false;
+  std::vector<RoadFailure> m_failures;
 };

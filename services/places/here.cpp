@@ -6,8 +6,8 @@
 namespace {
 
 std::string WithAccount(std::string url, const ServiceAccess& access) {
-  url += "&app_id=" + access.appId + "&app_code=" + access.key;
-  AppendIfAny(url, "&language=", access.language);
+  url += "&app_id=" + AccountText(access.appId) + "&app_code=" + AccountText(access.key);
+  AppendIfAny(url, "&language=", AccountText(access.language));
   return url;
 }
 

@@ -8,8 +8,8 @@
 namespace {
 
 std::string WithAccount(std::string url, const ServiceAccess& access) {
-  AppendIfAny(url, "&lang=", access.language);
-  return url + "&apiKey=" + access.key;
+  AppendIfAny(url, "&lang=", AccountText(access.language));
+  return url + "&apiKey=" + AccountText(access.key);
 }
 
 // Errors are objects with the HTTP status, or with a word where the key is wrong.

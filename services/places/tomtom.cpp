@@ -39,12 +39,13 @@ uint32_t ReadFirst(std::string_view reply, std::string_view arrayName, PlaceList
 }  // namespace
 
 std::string TomTomGeocodingUrl(const ServiceAccess& access, std::string_view text) {
-  return access.url + "/search/2/geocode/" + UrlEscape(text, "") + ".json?key=" + access.key;
+  return access.url + "/search/2/geocode/" + UrlEscape(text, "") +
+         ".json?key=" + AccountText(access.key);
 }
 
 std::string TomTomReverseUrl(const ServiceAccess& access, const CGpsCoordinate& position) {
   return access.url + "/search/2/reverseGeocode/" + LatLonText(position) +
-         ".json?key=" + access.key;
+         ".json?key=" + AccountText(access.key);
 }
 
 uint32_t ReadTomTomPlaces(std::string_view reply, PlaceList& places) {

@@ -25,7 +25,8 @@ std::string ReadId(const CJsonValue& location) {
 }
 
 std::string WithLanguageAndKey(std::string url, const ServiceAccess& access) {
-  return url.append(kCharsetAndCall) + "&lg=" + access.language + "&authkey=" + access.key;
+  return url.append(kCharsetAndCall) + "&lg=" + AccountText(access.language) +
+         "&authkey=" + AccountText(access.key);
 }
 
 }  // namespace
@@ -40,8 +41,8 @@ std::string ViaMichelinPlaceUrl(const ServiceAccess& access, std::string_view pl
 }
 
 std::string ViaMichelinReverseUrl(const ServiceAccess& access, const CGpsCoordinate& position) {
-  return (access.url + "/apir/1/rgeocode.json").append(kCharsetAndCall) + "&authkey=" + access.key +
-         "&center=" + LonLatText(position, ":");
+  return (access.url + "/apir/1/rgeocode.json").append(kCharsetAndCall) +
+         "&authkey=" + AccountText(access.key) + "&center=" + LonLatText(position, ":");
 }
 
 uint32_t ReadViaMichelinPlaces(std::string_view reply, PlaceList& places,

@@ -392,4 +392,25 @@ TEST_F(ServiceCommands, ListsTheServices) {
                         "closed since 2025-06 (successor: Azure Maps)\n"));
 }
 
+TEST_F(ServiceCommands, TakesAddressesAsTheyAreTyped) {
+  const LoopbackServer server([](const std::string&) { return HttpReply(kColmar); });
+  Set({"service.google.url=HTTP://" + server.Address() + "/Prefix//", "service.google.key=K"});
+  EXPECT_THAT(Run({"--settings"}).output,
+              HasSubstr("service.google.url     text     http://" + server.Address() + "/Prefix "));
+  EXPECT_EQ(Run({"--find", "x", "--provider", "google"}).status, 0);
+  ASSERT_EQ(server.Requests().size(), 1u);
+  EXPECT_THAT(server.Requests()[0], StartsWith("GET /Prefix/maps/api/geocode/json?"));
+}
+
+TEST_F(ServiceCommands, RefusesAddressesThatCannotBeAsked) {
+  for (const char* const url : {"http://host:port/", "http://host:", "http://host:65536",
+                                "http://host:80a", "http://[::1]:80/", "http://h;st/", "http:///x",
+                                "http:host", "host.example", "//", "httpx://host"}) {
+    const ProgramResult result = Run({"--set", std::string("service.google.url=") + url});
+    EXPECT_EQ(result.status, 2) << url;
+    EXPECT_THAT(result.errors, StartsWith("service.google.url: give scheme and host")) << url;
+  }
+  Set({"service.google.url=http://host_1.example:8080/a%20b"});
+}
+
 }  // namespace

@@ -409,8 +409,8 @@ TEST_F(WayCommand, KeepsTheOrderWhenTheProviderFails) {
   std::string letters = folder.Get("b.csv");
   std::erase_if(letters, [](char c) { return c < 'A' || c > 'D'; });
   EXPECT_EQ(letters, "ABCD");
-  // One question of the order, then one for each leg.
-  EXPECT_EQ(server.Requests().size(), 4u);
+  // Three questions of the order, then one for each leg.
+  EXPECT_EQ(server.Requests().size(), 6u);
 }
 
 TEST_F(WayCommand, KeepsTheBestOrderWhenItIsInterrupted) {
@@ -461,6 +461,58 @@ TEST_F(WayCommand, AsksBeforeItAsksTooOften) {
       Run({Path("long.itn"), "ov2", "--optimize", "--directions=straight", "-o", Path("b.ov2")})
           .status,
       0);
+}
+
+// Each way is 1000 m long, but A to C has no answer and B to D takes 1500 m: A, C, B, D costs
+// 0 + 1000 + 1500 instead of 3000 m.
+TEST_F(WayCommand, TellsOfPairsThatItCouldNotAskFor) {
+  folder.Put("four.itn",
+             "700000|4800000|A|4|\r\n700000|4801000|B|0|\r\n700000|4802000|C|0|\r\n"
+             "700000|4803000|D|2|\r\n");
+  const LoopbackServer server([](const std::string& request) {
+    const auto isBetween = [&request](const char* from, const char* to) {
+      return request.find(from) != std::string::npos && request.find(to) != std::string::npos;
+    };
+    if (isBetween("48.000000", "48.020000")) return HttpReply(R"({"code": "NoRoute"})");
+    return HttpReply(std::string(R"({"code": "Ok", "routes": [{"duration": 9, "distance": )") +
+                     (isBetween("48.010000", "48.030000") ? "1500" : "1000") +
+                     R"(, "geometry": ""}], "waypoints": []})");
+  });
+  Set({"service.osrm.url=" + server.Url()});
+  const ProgramResult result =
+      Run({Path("four.itn"), "csv", "--optimize", "--directions=osrm", "-o", Path("b.csv")});
+  // The leg from A to C fails too.
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.errors, StartsWith(Path("four.itn") + ": No way from A to C (status 6): "));
+  std::string letters = folder.Get("b.csv");
+  std::erase_if(letters, [](char c) { return c < 'A' || c > 'D'; });
+  EXPECT_EQ(letters, "ACBD");
+  // Five pairs, three legs.
+  EXPECT_EQ(server.Requests().size(), 8u);
+}
+
+// A to C is the only pair without an answer, and too dear to be part of the way even so.
+TEST_F(WayCommand, FailsWhenAPairOfTheOrderHasNoAnswer) {
+  folder.Put("four.itn",
+             "700000|4800000|A|4|\r\n700000|4801000|B|0|\r\n700000|4802000|C|0|\r\n"
+             "700000|4803000|D|2|\r\n");
+  const LoopbackServer server([](const std::string& request) {
+    const auto isBetween = [&request](const char* from, const char* to) {
+      return request.find(from) != std::string::npos && request.find(to) != std::string::npos;
+    };
+    if (isBetween("48.000000", "48.020000")) return HttpReply("{}");
+    return HttpReply(std::string(R"({"code": "Ok", "routes": [{"duration": 9, "distance": )") +
+                     (isBetween("48.010000", "48.030000") ? "9000" : "1000") +
+                     R"(, "geometry": ""}], "waypoints": []})");
+  });
+  Set({"service.osrm.url=" + server.Url()});
+  const ProgramResult result = Run(
+      {Path("four.itn"), "csv", "--optimize", "--directions=osrm", "--quiet", "-o", Path("b.csv")});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.errors, StartsWith(Path("four.itn") + ": No way from A to C (status 4): "));
+  std::string letters = folder.Get("b.csv");
+  std::erase_if(letters, [](char c) { return c < 'A' || c > 'D'; });
+  EXPECT_EQ(letters, "ABCD");
 }
 
 }  // namespace

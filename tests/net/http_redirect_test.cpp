@@ -165,4 +165,15 @@ TEST(HttpRedirects, OtherStatusWithATargetIsABody) {
   EXPECT_EQ(HttpGet(Wide(server.Url("/"))), "you are being redirected");
 }
 
+TEST(HttpRedirects, BrokenBodyOfOneDoesNotMatter) {
+  for (const std::string body : {"Content-Length: 10\r\n\r\n", "Content-Length: 10\r\n\r\nhalf",
+                                 "Transfer-Encoding: chunked\r\n\r\n"}) {
+    LoopbackServer server([&body](const std::string& request) {
+      return Asked(request) == "GET /end" ? HttpReply("arrived")
+                                          : "HTTP/1.1 302 Found\r\nLocation: /end\r\n" + body;
+    });
+    EXPECT_EQ(HttpGet(Wide(server.Url("/"))), "arrived") << body;
+  }
+}
+
 }  // namespace

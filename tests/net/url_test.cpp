@@ -199,4 +199,35 @@ TEST(Base64, SkipsNoWhiteSpace) {
   EXPECT_EQ(Base64Decode("\nYWJj").substr(0, 3), "\xFD\x85\x89");
 }
 
+TEST(IsHostName, TakesNamesAndNumbers) {
+  for (const char* const host : {"a", "maps.example", "127.0.0.1", "my_host-2", "A.B"})
+    EXPECT_TRUE(IsHostName(host)) << host;
+  for (const char* const host : {"", "a b", "user@host", "host:80", "[::1]", "h\xC3\xA9", "a/b"})
+    EXPECT_FALSE(IsHostName(host)) << host;
+}
+
+// Characters outside the alphabet are not the only odd ones: a group may end anywhere.
+TEST(Base64, TakesSingleCharacters) {
+  EXPECT_EQ(Base64Decode(""), "");
+  // 'Y' is 24: 24 << 2 = 0x60, and nothing stands where b would be.
+  EXPECT_EQ(Base64Decode("Y"), "\x60");
+  EXPECT_EQ(Base64Decode("YQ"), "a");
+  // A "=" on the first two places is like any other foreign character, and the end only behind.
+  EXPECT_EQ(Base64Decode("=A=="), "\xFC");
+}
+
+// The head is lost at the other scheme, but only that of plain HTTP.
+TEST(SplitUrl, LooksForPlainHttpFirst) {
+  const SplitResult kept = Split("http://a:81/b?to=https://c:82/d");
+  EXPECT_EQ(kept.host, "a");
+  EXPECT_EQ(kept.path, "b?to=https://c:82/d");
+  EXPECT_EQ(kept.port, 81);
+  EXPECT_FALSE(kept.secure);
+  const SplitResult lost = Split("mailto:https://c/d");
+  EXPECT_EQ(lost.host, "c");
+  EXPECT_EQ(lost.path, "d");
+  EXPECT_EQ(lost.port, 443);
+  EXPECT_TRUE(lost.secure);
+}
+
 }  // namespace

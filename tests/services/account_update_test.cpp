@@ -91,4 +91,48 @@ TEST_F(AccountUpdate, LeavesEverythingForTextThatCannotBeRead) {
   }
 }
 
+// The straight lines, Google and what is ours have no account at start.
+TEST_F(AccountUpdate, KeepsASelectionThatHasNoAccount) {
+  for (const int32_t selected : {0, 2, 17, 100}) {
+    currentProvider = selected;
+    UpdateServiceRegistry(m_registry, "");
+    EXPECT_EQ(currentProvider, selected);
+    UpdateServiceRegistry(m_registry, R"([{"id":5,"key":"K"},{"id":10,"available":false}])");
+    EXPECT_EQ(currentProvider, selected);
+    EXPECT_FALSE(m_registry.Has(selected));
+  }
+}
+
+TEST_F(AccountUpdate, TakesASelectionAwayThatHasNoAccount) {
+  for (const int32_t selected : {0, 2, 17}) {
+    currentProvider = selected;
+    UpdateServiceRegistry(m_registry,
+                          "[{\"id\":" + std::to_string(selected) + ",\"available\":false}]");
+    EXPECT_EQ(currentProvider, 3) << selected;
+  }
+}
+
+TEST_F(AccountUpdate, TakesTheLastThatThePageSaysOfANumber) {
+  UpdateServiceRegistry(m_registry, R"([{"id":3,"available":false},{"id":3,"key":"K"}])");
+  EXPECT_EQ(m_registry.Get(3)->key, "K");
+  EXPECT_EQ(currentProvider, 3);
+  UpdateServiceRegistry(m_registry, R"([{"id":3,"key":"K"},{"id":3,"available":false}])");
+  EXPECT_FALSE(m_registry.Has(3));
+  EXPECT_EQ(currentProvider, 5);
+}
+
+TEST_F(AccountUpdate, TakesTheLowestNumberWhateverItCanDo) {
+  std::string all = "[";
+  // Those without directions cannot be taken away, so the page's answer does not empty the table.
+  for (const int32_t id : {3, 5, 6, 7, 8, 9, 10, 11, 19})
+    all += "{\"id\":" + std::to_string(id) + ",\"available\":false},";
+  all.back() = ']';
+  UpdateServiceRegistry(m_registry, all);
+  EXPECT_EQ(currentProvider, 7);
+  CServiceRegistry empty;
+  currentProvider = 3;
+  UpdateServiceRegistry(empty, R"([{"id":3,"available":false}])");
+  EXPECT_EQ(currentProvider, 0);
+}
+
 }  // namespace

@@ -75,7 +75,7 @@ TEST_F(RoadLengthsTest, EachPairIsAskedOnce) {
   // In the direction of the first question.
   EXPECT_EQ(Longitudes(server.Requests()[0]), "7.100000 7.000000");
   EXPECT_EQ(lengths.Asked(), 2u);
-  EXPECT_EQ(lengths.Failure(), kRouteSuccess);
+  EXPECT_TRUE(lengths.Failures().empty());
 }
 
 TEST_F(RoadLengthsTest, OptimisesByRoad) {
@@ -107,23 +107,30 @@ TEST_F(RoadLengthsTest, NoWayIsAskedOnceToo) {
       [](const std::string&) { return HttpReply(R"({"code": "NoRoute"})"); });
   const CGpsRoute list = StopsAt({0, 1});
   RoadLengths lengths(ProviderAt(server), kCar, *m_options, list);
-  // What this service calls any error is one that ends the questions.
-  EXPECT_EQ(lengths.Between(0, 1), 0u);
-  EXPECT_EQ(lengths.Failure(), kRouteFailed);
-  EXPECT_TRUE(lengths.Stop().stop_requested());
   EXPECT_EQ(lengths.Between(1, 0), 0u);
+  EXPECT_EQ(lengths.Between(0, 1), 0u);
   EXPECT_EQ(server.Requests().size(), 1u);
+  ASSERT_EQ(lengths.Failures().size(), 1u);
+  EXPECT_EQ(lengths.Failures()[0].from, 1u);
+  EXPECT_EQ(lengths.Failures()[0].to, 0u);
+  EXPECT_EQ(lengths.Failures()[0].status, kRouteFailed);
+  EXPECT_FALSE(lengths.Stop().stop_requested());
 }
 
-TEST_F(RoadLengthsTest, AProviderThatFailsKeepsTheOrder) {
+TEST_F(RoadLengthsTest, AProviderThatNeverAnswersIsGivenUp) {
   const LoopbackServer server([](const std::string&) { return std::string(); });
   const CGpsRoute list = StopsAt({0, 3, 1, 2, 4});
   RoadLengths lengths(ProviderAt(server), kCar, *m_options, list);
   CItineraryOptimizer optimizer(list, lengths.ForOptimizer(), lengths.Stop());
   EXPECT_EQ(optimizer.Optimise(true), (std::vector<size_t>{0, 1, 2, 3, 4}));
-  EXPECT_GE(lengths.Failure(), kRouteTransport);
+  EXPECT_TRUE(lengths.IsGivenUp());
   EXPECT_FALSE(lengths.IsCancelled());
-  EXPECT_EQ(lengths.Asked(), 1u);
+  EXPECT_EQ(lengths.Asked(), 3u);
+  ASSERT_EQ(lengths.Failures().size(), 3u);
+  EXPECT_EQ(lengths.Failures()[2].status, TransportStatus(12030));
+  // It stays so.
+  EXPECT_EQ(lengths.Between(0, 4), 0u);
+  EXPECT_EQ(lengths.Asked(), 3u);
 }
 
 TEST_F(RoadLengthsTest, CanBeCancelledBetweenAndWithinQuestions) {
@@ -143,7 +150,56 @@ TEST_F(RoadLengthsTest, CanBeCancelledBetweenAndWithinQuestions) {
   CItineraryOptimizer optimizer(list, lengths.ForOptimizer(), lengths.Stop());
   EXPECT_EQ(optimizer.Optimise(true), (std::vector<size_t>{0, 1, 2, 3, 4}));
   EXPECT_TRUE(lengths.IsCancelled());
-  EXPECT_EQ(lengths.Failure(), kRouteSuccess);
+  EXPECT_TRUE(lengths.Failures().empty());
+  EXPECT_FALSE(lengths.IsGivenUp());
+  EXPECT_EQ(lengths.Asked(), 2u);
+}
+
+// Stops A to D at 7.0 to 7.3. Each way is 1000 m long, but A to C has no answer and B to D takes
+// 1500 m: A, C, B, D costs 0 + 1000 + 1500 instead of 3000 m.
+TEST_F(RoadLengthsTest, APairWithoutAnAnswerLooksFree) {
+  for (const char* const failure : {"<html>503</html>", R"({"code": "NoRoute"})", ""}) {
+    const LoopbackServer server([failure](const std::string& request) {
+      const std::string pair = Longitudes(request);
+      if (pair == "7.000000 7.200000") return *failure ? HttpReply(failure) : std::string();
+      return OsrmReply(pair == "7.100000 7.300000" ? 1500 : 1000);
+    });
+    const CGpsRoute list = StopsAt({0, 1, 2, 3});
+    RoadLengths lengths(ProviderAt(server), kCar, *m_options, list);
+    CItineraryOptimizer optimizer(list, lengths.ForOptimizer(), lengths.Stop());
+    EXPECT_EQ(optimizer.Optimise(true), (std::vector<size_t>{0, 2, 1, 3})) << failure;
+    // The pair is asked once, however often it is looked at.
+    EXPECT_EQ(server.Requests().size(), 5u) << failure;
+    ASSERT_EQ(lengths.Failures().size(), 1u) << failure;
+    EXPECT_EQ(lengths.Failures()[0].from, 0u);
+    EXPECT_EQ(lengths.Failures()[0].to, 2u);
+    EXPECT_FALSE(lengths.IsGivenUp());
+  }
+}
+
+// Once it has answered, a provider is asked on.
+TEST_F(RoadLengthsTest, AProviderThatHasAnsweredIsNotGivenUp) {
+  const LoopbackServer server([](const std::string& request) {
+    return Longitudes(request) == "7.000000 7.100000" ? OsrmReply(1000) : HttpReply("{}");
+  });
+  const CGpsRoute list = StopsAt({0, 1, 2, 3, 4});
+  RoadLengths lengths(ProviderAt(server), kCar, *m_options, list);
+  CItineraryOptimizer optimizer(list, lengths.ForOptimizer(), lengths.Stop());
+  // 1000 + 0 + 0 + 0 m as it is; 0 m for everything that does not begin with the first two.
+  EXPECT_EQ(optimizer.Optimise(true), (std::vector<size_t>{0, 2, 1, 3, 4}));
+  EXPECT_GT(lengths.Failures().size(), 3u);
+  EXPECT_FALSE(lengths.Stop().stop_requested());
+}
+
+TEST_F(RoadLengthsTest, CannotOutrunTheCancelling) {
+  // Straight lines are there at once.
+  m_provider = MakeRouteProvider(provider::kStraight);
+  const CGpsRoute list = StopsAt({0, 3, 1, 2, 4});
+  RoadLengths lengths(*m_provider, kCar, *m_options, list, [](size_t asked) { return asked < 2; });
+  CItineraryOptimizer optimizer(list, lengths.ForOptimizer(), lengths.Stop());
+  EXPECT_EQ(optimizer.Optimise(true), (std::vector<size_t>{0, 1, 2, 3, 4}));
+  EXPECT_TRUE(lengths.IsCancelled());
+  EXPECT_TRUE(lengths.Stop().stop_requested());
   EXPECT_EQ(lengths.Asked(), 2u);
 }
 
