@@ -186,9 +186,9 @@ void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& 
 void WriteJsonFailure(ByteSink& sink, const WideString& source, const WideString& target,
                       uint32_t status, const std::string& error) {
   sink.Write("{\"source\": ");
-  WriteJsonString(sink, ShownPath(source));
+  WriteJsonString(sink, WideToUtf8Lossy(source));
   sink.Write(", \"target\": ");
-  WriteJsonString(sink, ShownPath(target));
+  WriteJsonString(sink, WideToUtf8Lossy(target));
   sink.Printf(", \"status\": %u, \"error\": ", status);
   WriteJsonString(sink, error);
   sink.Put('}');

@@ -61,8 +61,7 @@ uint32_t ReadKmzFile(CXmlReader& reader, const WideString& path, ConversionConte
 
 uint32_t ParseKmz(CXmlReader& reader, std::string_view archive, ConversionContext& context) {
   const auto entries = OpenZipArchive(archive);
-  const std::optional<size_t> document =
-      entries ? FindDocument(*entries, context) : std::nullopt;
+  const std::optional<size_t> document = entries ? FindDocument(*entries, context) : std::nullopt;
   if (!document || !entries->Open(*document)) return kStatusFailure;
   uint64_t left =
       std::min(kMostUnpacked, kFreeUnpacked + kMostTimesLarger * entries->PackedSize(*document));

@@ -101,15 +101,15 @@ TEST(LossCheck, PrintsJson) {
   folder.Put("a.itn", kMark + "1|2|\u6771|4|\r\n");
   const ProgramResult result = RunConverter({"--json", folder.PathTo("a.itn"), "ov2"});
   EXPECT_EQ(result.errors, "");
-  EXPECT_EQ(result.output,
-            "{\"source\": \"" + folder.PathTo("a.itn") + "\", \"target\": \"" +
-                folder.PathTo("a.ov2") +
-                "\", \"status\": 0, \"checked\": true, \"losses\": true, \"stops\": 1, \"stopsLost\": 0, "
-                "\"stopsAdded\": 0, \"namesChanged\": 1, \"commentsLost\": 0, "
-                "\"altitudesLost\": 0, \"largestShift\": 0.00, \"firstName\": {\"before\": "
-                "\"\u6771\", \"after\": \"?\"}, \"listsMerged\": 0, \"linesPassedOver\": 0, "
-                "\"stopsWithoutWaypoint\": 0, \"pointsWithoutPosition\": 0, "
-                "\"passedOver\": {}, \"doubtfulPositions\": 0, \"remedy\": \"--fit\"}\n");
+  EXPECT_EQ(
+      result.output,
+      "{\"source\": \"" + folder.PathTo("a.itn") + "\", \"target\": \"" + folder.PathTo("a.ov2") +
+          "\", \"status\": 0, \"checked\": true, \"losses\": true, \"stops\": 1, \"stopsLost\": 0, "
+          "\"stopsAdded\": 0, \"namesChanged\": 1, \"commentsLost\": 0, "
+          "\"altitudesLost\": 0, \"largestShift\": 0.00, \"firstName\": {\"before\": "
+          "\"\u6771\", \"after\": \"?\"}, \"listsMerged\": 0, \"linesPassedOver\": 0, "
+          "\"stopsWithoutWaypoint\": 0, \"pointsWithoutPosition\": 0, "
+          "\"passedOver\": {}, \"doubtfulPositions\": 0, \"remedy\": \"--fit\"}\n");
 }
 
 std::string Gpx(const std::string& stops) { return "<gpx><rte>" + stops + "</rte></gpx>"; }
@@ -143,8 +143,7 @@ TEST(ExitStatus, TellsOfStopsThatAreLost) {
   folder.Put("a.gpx", Gpx("<rtept lat=\"0\" lon=\"0\"/><rtept lat=\"1\" lon=\"2\"/>"));
   const ProgramResult result = RunConverter({folder.PathTo("a.gpx"), "csv"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_NE(result.errors.find(": 1 stop of 2 lost, 0 new\n"), std::string::npos)
-      << result.errors;
+  EXPECT_NE(result.errors.find(": 1 stop of 2 lost, 0 new\n"), std::string::npos) << result.errors;
   EXPECT_EQ(RunConverter({folder.PathTo("a.gpx"), "csv", "--tolerant"}).status, 0);
 }
 
@@ -237,15 +236,13 @@ TEST(CheckWhileWriting, FindsWhatIsLost) {
   folder.Put("a.gpx", ManyStops("", 5001));
   const ProgramResult comments =
       RunConverter({folder.PathTo("a.gpx"), "gpx:370", "-o", folder.PathTo("b.gpx")});
-  EXPECT_NE(comments.errors.find(": 5000 comments and 5000 altitudes dropped; "),
-            std::string::npos)
+  EXPECT_NE(comments.errors.find(": 5000 comments and 5000 altitudes dropped; "), std::string::npos)
       << comments.errors;
   folder.Put("c.gpx", ManyStops("<rtept lat=\"0\" lon=\"0\"><name>x</name></rtept>", 4000));
   const ProgramResult stop =
       RunConverter({folder.PathTo("c.gpx"), "kml", "-o", folder.PathTo("d.kml")});
   EXPECT_EQ(stop.status, 3);
-  EXPECT_NE(stop.errors.find(": 1 stop of 5000 lost, 0 new\n"), std::string::npos)
-      << stop.errors;
+  EXPECT_NE(stop.errors.find(": 1 stop of 5000 lost, 0 new\n"), std::string::npos) << stop.errors;
 }
 
 TEST(CheckWhileWriting, EndsWithAWriteThatFails) {

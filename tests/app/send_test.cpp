@@ -55,8 +55,7 @@ TEST_F(Send, WrongUsageIsTold) {
   const ProgramResult unknown = Run({"--send", "zune", Trip()});
   EXPECT_EQ(unknown.status, 2);
   EXPECT_THAT(unknown.errors, HasSubstr("\"zune\""));
-  EXPECT_THAT(unknown.errors,
-              HasSubstr("tomtom-home, navigon-fresh, navgate, mio-more, garmin"));
+  EXPECT_THAT(unknown.errors, HasSubstr("tomtom-home, navigon-fresh, navgate, mio-more, garmin"));
   EXPECT_EQ(Run({"--send", "navgate"}).status, 2);
   EXPECT_EQ(Run({"--send", "navgate", Trip() + ".not"}).status, 2);
   EXPECT_EQ(Run({"--send", "navgate", "--point", "0", Trip()}).status, 2);
@@ -87,7 +86,8 @@ TEST_F(Send, AnItineraryGoesStopByStopWhereTheProgramTakesNone) {
   const ProgramResult result = Run({"--send", "mio-more", "--reverse", Trip()});
   EXPECT_EQ(result.status, 0) << result.errors;
   const auto lines = [&] {
-    const std::string text = m_desktop.Folder().Has("opened") ? m_desktop.Folder().Get("opened") : "";
+    const std::string text =
+        m_desktop.Folder().Has("opened") ? m_desktop.Folder().Get("opened") : "";
     return std::count(text.begin(), text.end(), '\n');
   };
   for (int i = 0; i < 1000 && lines() < 3; ++i)

@@ -201,9 +201,8 @@ TEST(SharedExtension, WaypointFilesGoToPcx5ThenToOzi) {
 }
 
 TEST(SharedExtension, OtherExtensionsHaveOneReaderEach) {
-  for (const auto& [name, reader] : {std::pair{u"a.upt", ReadMagellan},
-                                     {u"a.rt2", ReadOziRouteCe},
-                                     {u"a.plt", ReadOziTrack}}) {
+  for (const auto& [name, reader] :
+       {std::pair{u"a.upt", ReadMagellan}, {u"a.rt2", ReadOziRouteCe}, {u"a.plt", ReadOziTrack}}) {
     const std::vector<Attempt> attempts = Search(name);
     ASSERT_EQ(attempts.size(), 1u);
     EXPECT_EQ(attempts[0].reader, reader);

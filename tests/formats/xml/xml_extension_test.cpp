@@ -38,7 +38,8 @@ TEST(SharedXmlExtension, EachReaderFindsPointsInItsOwnFilesOnly) {
     const std::string bytes = BytesOf(written.writeBody, list);
     for (const XmlFormat& read : kFormats) {
       PointLists lists;
-      EXPECT_EQ(read.parse(bytes, lists, ContextInPlace()), kStatusSuccess) << written.name << read.name;
+      EXPECT_EQ(read.parse(bytes, lists, ContextInPlace()), kStatusSuccess)
+          << written.name << read.name;
       const size_t count = PointsIn(lists);
       if (written.name == read.name) {
         EXPECT_GE(count, 2u) << read.name;

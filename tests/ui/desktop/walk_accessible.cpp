@@ -1,5 +1,6 @@
 // Prints role and name of everything that assistive technology finds in the windows of a program,
-// one a line: walk_accessible PROGRAM. It asks over the bus of the desktop, as a screen reader does.
+// one a line: walk_accessible PROGRAM. It asks over the bus of the desktop, as a screen reader
+// does.
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -74,9 +75,8 @@ class AccessibleBus {
 
   QDBusMessage Call(const Place& place, const char* interface, const char* method,
                     const QVariantList& arguments) const {
-    QDBusMessage question =
-        QDBusMessage::createMethodCall(place.service, place.path, QLatin1String(interface),
-                                       QLatin1String(method));
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        place.service, place.path, QLatin1String(interface), QLatin1String(method));
     question.setArguments(arguments);
     return m_bus.call(question, QDBus::Block, 5000);
   }
