@@ -4,7 +4,7 @@
 #include <thread>
 
 void RequestPace::Await() {
-  std::chrono::steady_clock::time_point turn = std::chrono::steady_clock::now();
+  TimePoint turn = std::chrono::steady_clock::now();
   {
     const std::lock_guard lock(m_mutex);
     if (m_last) turn = std::max(turn, *m_last + m_gap);

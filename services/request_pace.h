@@ -7,13 +7,17 @@
 /// Holds requests to a service apart. Any thread.
 class RequestPace {
  public:
-  explicit RequestPace(std::chrono::milliseconds gap) : m_gap(gap) {}
+  using TimePoint = std::chrono::steady_clock::time_point;
 
-  /// Returns when the gap since the request before is over; at once for the first one.
+  /// The first request goes at once, or a gap after `last`.
+  explicit RequestPace(std::chrono::milliseconds gap, std::optional<TimePoint> last = {})
+      : m_gap(gap), m_last(last) {}
+
+  /// Returns when the gap since the request before is over.
   void Await();
 
  private:
   const std::chrono::milliseconds m_gap;
   std::mutex m_mutex;
-  std::optional<std::chrono::steady_clock::time_point> m_last;  ///< when the last may have left
+  std::optional<TimePoint> m_last;  ///< when the last may have left
 };

@@ -95,7 +95,7 @@ uint32_t CBingRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMo
     AppendPosition(url, *point, AxisOrder::kLatitudeFirst);
   }
   AppendParameter(url, "&key=", access.key);
-  AppendParameter(url, "&c=", access.language);
+  AppendParameterIfAny(url, "&c=", access.language);
   spec.referrer = access.referrer;
   return kRouteSuccess;
 }

@@ -18,6 +18,9 @@ constexpr RoadWord kRoads[] = {{&AvoidanceOptions::motorways, "highways"},
                                {&AvoidanceOptions::tolls, "tolls"},
                                {&AvoidanceOptions::boatFerries, "ferries"}};
 
+// When the last request may have left, that of any object. The program's start counts as one.
+RequestPace pace(std::chrono::milliseconds(100), std::chrono::steady_clock::now());
+
 CRouteMeasure ReadMeasure(const CJsonValue& value) {
   const uint32_t duration = RoundedMember(value.Get("duration"), "value");
   return MakeMeasure(RoundedMember(value.Get("distance"), "value"), duration);
@@ -52,11 +55,10 @@ int32_t CGoogleRouter::GetId() const { return provider::kGoogle; }
 
 uint32_t CGoogleRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMode,
                                      const CRouteOptions& options, CHttpRequestSpec& spec) {
-  static RequestPace pace(std::chrono::milliseconds(100));
   const ServiceAccess access = AccessToProvider(GetId());
   std::string& url = spec.url;
   url = access.url + "/maps/api/directions/json?sensor=false&units=metric";
-  AppendParameter(url, "&language=", access.language);
+  AppendParameterIfAny(url, "&language=", access.language);
   AppendParameter(url, "&key=", access.key);
   url += "&mode=";
   url += WordFor(kModes, travelMode, "driving");
@@ -77,7 +79,11 @@ uint32_t CGoogleRouter::ParseResponse(std::string_view text, uint32_t travelMode
     return GoogleStatus(reply.Get("status").AsString());
   };
   const auto readLegs = [&](const CJsonValue& reply, Legs& read) {
-    for (const auto& leg : reply.Get("routes").AsArray().At(0).Get("legs").AsArray())
+    const CJsonValue& route = reply.Get("routes").AsArray().At(0);
+    // A route without legs is an answer: there is no way.
+    const CJsonValue* const values = route.AsObject().Find("legs");
+    if (!values) return;
+    for (const auto& leg : values->AsArray())
       ReadLeg(*leg, read.emplace_back(MakeLeg(travelMode, options)));
   };
   return ReadReply(text, legs, readStatus, readLegs);

@@ -73,7 +73,7 @@ uint32_t CHereRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMo
         "?metricsystem=metric&representation=overview&routeattributes=shape";
   AppendParameter(url, "&app_id=", access.appId);
   AppendParameter(url, "&app_code=", access.key);
-  AppendParameter(url, "&language=", access.language);
+  AppendParameterIfAny(url, "&language=", access.language);
   url += options.mode == kShortest ? "&mode=shortest" : "&mode=fastest";
   url += WordFor(kVehicles, travelMode);
   url += ";traffic:disabled";

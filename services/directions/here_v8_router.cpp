@@ -138,8 +138,8 @@ uint32_t HereV8Router::BuildRequest(const CGpsPointList& chunk, uint32_t travelM
   url += "&destination=";
   AppendPosition(url, **last, AxisOrder::kLatitudeFirst);
   url += "&return=polyline,summary,actions,instructions";
-  AppendParameter(url, "&lang=", access.language);
-  AppendParameter(url, "&apiKey=", access.key);
+  AppendParameterIfAny(url, "&lang=", access.language);
+  AppendParameterIfAny(url, "&apiKey=", access.key);
   return kRouteSuccess;
 }
 

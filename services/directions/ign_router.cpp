@@ -1,5 +1,6 @@
 #include "services/directions/ign_router.h"
 
+#include <iterator>
 #include <vector>
 
 #include "base/numbers.h"
@@ -28,6 +29,18 @@ void ReadLineString(std::string_view wkt, CGpsPointList& shape) {
   }
 }
 
+// The points between the first and the last of a chunk.
+void AppendMiddlePoints(const CGpsPointList& chunk, std::string& url) {
+  if (chunk.points.size() <= 2) return;
+  std::string_view separator = "&waypoints=";
+  const auto last = std::prev(chunk.points.end());
+  for (auto point = std::next(chunk.points.begin()); point != last; ++point) {
+    url += separator;
+    AppendPosition(url, **point, AxisOrder::kLongitudeFirst);
+    separator = ";";
+  }
+}
+
 uint32_t RoundedText(const CJsonValue& reply, std::string_view key) {
   return RoundedUint32(ParseReal(reply.Get(key).AsString()));
 }
@@ -46,6 +59,7 @@ uint32_t CIgnRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMod
   AppendPosition(url, *chunk.points.front(), AxisOrder::kLongitudeFirst);
   url += "&destination=";
   AppendPosition(url, *chunk.points.back(), AxisOrder::kLongitudeFirst);
+  AppendMiddlePoints(chunk, url);
   url += travelMode == kPedestrian ? "&graphName=Pieton" : "&graphName=Voiture";
   url += options.mode == kShortest ? "&method=DISTANCE" : "&method=TIME";
   for (const std::string_view word : AvoidedWords(options, kRoads)) url += word;

@@ -35,7 +35,7 @@ uint32_t COpenRouteRouter::BuildRequest(const CGpsPointList& chunk, uint32_t tra
   }
   body.append("&routepref=").append(Preference(travelMode, options));
   for (const std::string_view word : AvoidedWords(options, kRoads)) body += word;
-  AppendParameter(body, "&lang=", access.language);
+  AppendParameterIfAny(body, "&lang=", access.language);
   return kRouteSuccess;
 }
 

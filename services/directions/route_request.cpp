@@ -36,7 +36,11 @@ std::vector<std::string_view> AvoidedWords(const CRouteOptions& options,
 
 void AppendParameter(std::string& url, std::string_view name, std::string_view value) {
   // Signs that mean nothing in a query stay, so that keys and codes go out as services gave them.
-  AppendIfAny(url, name, UrlEscape(value, "-_.~"));
+  url.append(name).append(UrlEscape(value, "-_.~"));
+}
+
+void AppendParameterIfAny(std::string& url, std::string_view name, std::string_view value) {
+  if (!value.empty()) AppendParameter(url, name, value);
 }
 
 void AppendPosition(std::string& text, const CGpsCoordinate& position, AxisOrder order,

@@ -36,8 +36,10 @@ struct RoadWord {
 std::vector<std::string_view> AvoidedWords(const CRouteOptions& options,
                                            std::span<const RoadWord> words);
 
-/// Appends `name` (with "&" and "=") and the escaped value; nothing when the value is empty.
+/// Appends `name` (with "&" and "=") and the escaped value, even an empty one.
 void AppendParameter(std::string& url, std::string_view name, std::string_view value);
+/// The same; nothing when the value is empty.
+void AppendParameterIfAny(std::string& url, std::string_view name, std::string_view value);
 
 enum class AxisOrder { kLatitudeFirst, kLongitudeFirst };
 

@@ -27,7 +27,9 @@ void CStraightLineRouter::Calculate(std::unique_ptr<CGpsPointList> points, uint3
   Finish(kRouteSuccess);
 }
 
-uint32_t CStraightLineRouter::Wait(int32_t /*timeoutMs*/) { return Status(); }
+uint32_t CStraightLineRouter::Wait(int32_t /*timeoutMs*/) {
+  return Status() == kRoutePointCount ? kRoutePointCount : kRouteSuccess;
+}
 
 uint32_t CStraightLineRouter::BuildRequest(const CGpsPointList& /*chunk*/, uint32_t /*travelMode*/,
                                            const CRouteOptions& /*options*/,

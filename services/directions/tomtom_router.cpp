@@ -25,6 +25,9 @@ constexpr RoadWord kRoads[] = {{&AvoidanceOptions::motorways, "&avoid=motorways"
 
 constexpr ValueWord kDegrees[] = {{kHigh, "high"}, {kNormal, "normal"}, {kLow, "low"}};
 
+// When the last request may have left, that of any object. The program's start counts as one.
+RequestPace pace(std::chrono::milliseconds(100), std::chrono::steady_clock::now());
+
 void AppendWord(std::string& url, std::string_view name, std::string_view word) {
   if (!word.empty()) url.append(name).append(word);
 }
@@ -39,7 +42,6 @@ void AppendCharacter(std::string& url, const RouteCharacterOptions& character) {
 
 uint32_t CTomTomRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMode,
                                      const CRouteOptions& options, CHttpRequestSpec& spec) {
-  static RequestPace pace(std::chrono::milliseconds(100));
   const ServiceAccess access = AccessToProvider(GetId());
   std::string& url = spec.url;
   url = access.url + "/routing/1/calculateRoute/";
@@ -47,7 +49,7 @@ uint32_t CTomTomRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travel
   url += "/json";
   AppendParameter(url, "?key=", access.key);
   url += "&traffic=false";
-  AppendParameter(url, "&language=", access.language);
+  AppendParameterIfAny(url, "&language=", access.language);
   AppendWord(url, "&travelMode=", WordFor(kModes, travelMode));
   const uint32_t groups = options.Capabilities();
   if (groups & kAvoidances) {

@@ -49,6 +49,7 @@ void ReadSteps(const CJsonArray& rows, CRouteData& leg) {
   uint32_t duration = 0;
   for (const auto& value : rows) {
     const CJsonArray& row = value->AsArray();
+    if (row.Count() == 0) continue;
     const CJsonValue& kind = row.At(kKind);
     if (kind.type != kJsonString || kind.text != "C") continue;
     CGpsRouteStep& step = leg.steps.emplace_back();

@@ -43,7 +43,8 @@ uint32_t CWazeRouter::BuildRequest(const CGpsPointList& chunk, uint32_t travelMo
 uint32_t CWazeRouter::ParseResponse(std::string_view text, uint32_t travelMode,
                                     const CRouteOptions& options, Legs& legs) {
   const auto readStatus = [](const CJsonValue& reply) -> std::optional<uint32_t> {
-    if (reply.AsObject().Find("error")) return kRouteInvalidRequest;
+    const CJsonValue* const error = reply.AsObject().Find("error");
+    if (error && error->type == kJsonObject) return kRouteInvalidRequest;
     return std::nullopt;
   };
   const auto readLegs = [&](const CJsonValue& reply, Legs& read) {

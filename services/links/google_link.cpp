@@ -196,7 +196,8 @@ void ReadClassicQuery(const LinkQuery& query, MapLink& link) {
     if (place.starts_with("loc:")) place.remove_prefix(4);
     link.stops.push_back(StopOf(place));
   } else {
-    link.stops.push_back(StopOf(start));
+    // An empty start has its place among the positions, a missing one has none.
+    if (query.contains("saddr")) link.stops.push_back(StopOf(start));
     AddStops(others, " to:", link.stops);
   }
   ReadGeocode(ValueOf(query, "geocode"), link.stops);
@@ -205,7 +206,6 @@ void ReadClassicQuery(const LinkQuery& query, MapLink& link) {
   if (mode.find('b') != std::string_view::npos) link.travelMode = kBicycle;
   link.avoidsMotorways = mode.find('h') != std::string_view::npos;
   link.avoidsTolls = mode.find('t') != std::string_view::npos;
-  link.isSavedMap = query.find("msid") != query.end();
 }
 
 // Groups of a "data=" block say how many tokens stand in them, groups and theirs included.
@@ -264,6 +264,7 @@ MapLink ParseGoogleLink(std::string_view text) {
   const LinkQuery query = ParseLinkQuery(pieces.query);
   MapLink link;
   link.language = ValueOf(query, "hl");
+  link.isSavedMap = query.contains("msid");
   const size_t directions = pieces.path.find(kDirectionsMark);
   const size_t place = pieces.path.find(kPlaceMark);
   if (directions != std::string_view::npos) {
@@ -292,8 +293,10 @@ std::vector<LinkStop> ParseSavedMap(std::string_view script) {
   const CJsonValue* const markers = Member(overlays, "markers");
   if (!markers || markers->type != kJsonArray) return stops;
   for (const auto& marker : markers->array) {
-    LinkStop stop{TextOf(Member(marker.get(), "name")), TextOf(Member(marker.get(), "description")),
-                  PositionOf(Member(marker.get(), "latlng"))};
+    LinkStop stop{TextOf(Member(marker.get(), "name")),
+                  TextOf(Member(marker.get(), "description")),
+                  PositionOf(Member(marker.get(), "latlng")),
+                  {}};
     if (stop.position) stops.push_back(std::move(stop));
   }
   return stops;

@@ -33,7 +33,7 @@ LinkStop StopOf(std::string_view segment) {
     if (split == std::string::npos && ParseLinkPosition(text)) name.clear();
   }
   // Behind the colon may stand a number of the service's own instead; then the name must do.
-  return {NameOf(name), {}, ParseLinkPosition(position)};
+  return {NameOf(name), {}, ParseLinkPosition(position), {}};
 }
 
 uint32_t TravelModeOf(std::string_view word) {

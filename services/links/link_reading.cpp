@@ -16,6 +16,8 @@
 #include "services/links/link_text.h"
 #include "services/links/mydrive_link.h"
 #include "services/links/viamichelin_link.h"
+#include "services/places/google.h"
+#include "services/places/viamichelin.h"
 #include "services/service_access.h"
 #include "services/service_request.h"
 
@@ -56,19 +58,75 @@ std::vector<LinkStop> FetchSavedMap(std::string_view link, ConversionContext& co
   return {};
 }
 
-std::optional<CGpsCoordinate> LookUp(const std::string& address, ConversionContext& context) {
+// What a service says to a question that only it can be asked, once in a run.
+template <typename ReadReply>
+std::optional<CGpsCoordinate> AskOnce(const std::string& question, const Service& service,
+                                      const std::string& url, ReadReply readReply,
+                                      Lookups& lookups) {
+  if (const auto kept = lookups.answers->Find(question)) return kept->position;
+  LookupAnswer answer;
+  std::string reply;
+  PlaceList places;
+  if (AskService(service, url, reply) == kServiceSuccess &&
+      readReply(reply, places) == kServiceSuccess) {
+    answer.position = places.front();
+  }
+  lookups.answers->Keep(question, answer);
+  return answer.position;
+}
+
+// The place that ViaMichelin has under the id in its links.
+std::optional<CGpsCoordinate> FindById(const std::string& placeId, Lookups& lookups) {
+  const Service& service = ServiceNamed("viamichelin");
+  const auto readReply = [](std::string_view reply, PlaceList& places) {
+    return ReadViaMichelinPlaces(reply, places);
+  };
+  return AskOnce("viamichelin id " + placeId, service,
+                 ViaMichelinPlaceUrl(AccessTo(service), placeId), readReply, lookups);
+}
+
+// Google is asked in the language of the page that the link opens.
+std::optional<CGpsCoordinate> FindInLanguage(const std::string& address,
+                                             const std::string& language, Lookups& lookups) {
+  const Service& service = ServiceNamed("google");
+  ServiceAccess access = AccessTo(service);
+  access.language = LinkValue(language, "-_");
+  return AskOnce("google " + language + " " + address, service, GoogleGeocodingUrl(access, address),
+                 ReadGooglePlaces, lookups);
+}
+
+// The services of the links themselves can tell more, but are asked only where they are the finder
+// in use: nobody else has been chosen to hear of the user's stops.
+std::optional<CGpsCoordinate> Find(const LinkStop& stop, const std::string& language,
+                                   Lookups& lookups) {
+  const bool hasId = !stop.placeId.empty();
+  if (hasId || !language.empty()) {
+    const std::unique_ptr<CGeocoder> finder = lookups.makeFinder();
+    const int32_t id = finder ? finder->GetId() : kNoProviderId;
+    if (hasId && id == provider::kViaMichelin) {
+      if (const auto place = FindById(stop.placeId, lookups)) return place;
+    }
+    if (!language.empty() && id == provider::kGoogle)
+      return FindInLanguage(stop.name, language, lookups);
+  }
+  return stop.name.empty() ? std::nullopt : lookups.FindPlace(stop.name);
+}
+
+std::optional<CGpsCoordinate> LookUp(const LinkStop& stop, const std::string& language,
+                                     ConversionContext& context) {
   if (!context.lookups.HasFinder()) {
     context.Note(ConversionNote::kPlaceNotAsked);
     return std::nullopt;
   }
   context.Note(ConversionNote::kStopLookedUp);
-  const std::optional<CGpsCoordinate> place = context.lookups.FindPlace(address);
+  const std::optional<CGpsCoordinate> place = Find(stop, language, context.lookups);
   if (!place) context.Note(ConversionNote::kStopNotFound);
   return place;
 }
 
-void AddStop(const LinkStop& stop, CGpsRoute& route, ConversionContext& context) {
-  const auto position = stop.position ? stop.position : LookUp(stop.name, context);
+void AddStop(const LinkStop& stop, const std::string& language, CGpsRoute& route,
+             ConversionContext& context) {
+  const auto position = stop.position ? stop.position : LookUp(stop, language, context);
   if (!position) return;
   CGpsPoint point;
   point.latitude = position->latitude;
@@ -85,7 +143,7 @@ uint32_t TakeLink(const LinkKind& kind, std::string_view link, PointLists& lists
     for (LinkStop& stop : FetchSavedMap(link, context)) map.stops.push_back(std::move(stop));
   }
   auto route = std::make_unique<CGpsRoute>();
-  for (const LinkStop& stop : map.stops) AddStop(stop, *route, context);
+  for (const LinkStop& stop : map.stops) AddStop(stop, map.language, *route, context);
   if (route->points.empty()) return kStatusFailure;
   lists.push_back(std::move(route));
   return kStatusSuccess;

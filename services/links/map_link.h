@@ -13,11 +13,13 @@
 /// The points of one link.
 using LinkPoints = std::span<const CGpsNamedPoint* const>;
 
-/// A stop as a link tells it. Without a position `name` is the address to look up.
+/// A stop as a link tells it. Without a position `name` is the address to look up, and `placeId`,
+/// where there is one, what the service itself calls the place.
 struct LinkStop {
   std::string name;  ///< UTF-8; may be empty where there is a position
   std::string comment;
   std::optional<CGpsCoordinate> position;
+  std::string placeId;
 };
 
 /// What a link says.

@@ -15,13 +15,21 @@ namespace {
 constexpr std::string_view kFrenchPath = "/web/Itineraires";
 constexpr std::string_view kPath = "/web/Routes";
 
-void AddStop(std::string_view text, std::vector<LinkStop>& stops) {
+void AddStop(std::string_view text, std::string_view placeId, std::vector<LinkStop>& stops) {
   text = Trim(text, " ");
-  if (text.empty()) return;
+  if (text.empty() && placeId.empty()) return;
   LinkStop stop;
   stop.position = ParseLinkPosition(text);
   if (!stop.position) stop.name = text;
+  stop.placeId = placeId;
   stops.push_back(std::move(stop));
+}
+
+// The first of two keys that has a value.
+std::string_view EitherValueOf(const LinkQuery& query, std::string_view key,
+                               std::string_view otherKey) {
+  const std::string_view value = ValueOf(query, key);
+  return value.empty() ? ValueOf(query, otherKey) : value;
 }
 
 // The number of a vehicle is its travel mode less one.
@@ -50,13 +58,15 @@ MapLink ParseViaMichelinLink(std::string_view text) {
   const LinkPieces pieces = SplitLink(text);
   if (!pieces.path.starts_with(kFrenchPath) && !pieces.path.starts_with(kPath)) return link;
   const LinkQuery query = ParseLinkQuery(pieces.query);
-  AddStop(ValueOf(query, "departure"), link.stops);
+  AddStop(ValueOf(query, "departure"), EitherValueOf(query, "departureId", "strStartLocid"),
+          link.stops);
   for (size_t number = 1;; ++number) {
-    const auto step = query.find("step-" + std::to_string(number));
-    if (step == query.end()) break;
-    AddStop(step->second, link.stops);
+    const std::string key = "step-" + std::to_string(number);
+    const std::string idKey = key + "Id";
+    if (!query.contains(key) && !query.contains(idKey)) break;
+    AddStop(ValueOf(query, key), ValueOf(query, idKey), link.stops);
   }
-  AddStop(ValueOf(query, "arrival"), link.stops);
+  AddStop(ValueOf(query, "arrival"), EitherValueOf(query, "arrivalId", "strDestLocid"), link.stops);
   link.travelMode = TravelModeOf(ValueOf(query, "vehicle"));
   link.avoidsMotorways = ValueOf(query, "motorway") == "false";
   return link;

@@ -22,7 +22,7 @@ uint32_t GetStreetViewLocation(const CGpsCoordinate& position, PlaceList& places
 uint32_t ReadPanorama(std::string_view reply, PlaceList& places) {
   return ReadPlaces(reply, places, [&places](const CJsonValue& document, bool&) {
     const CJsonValue* const location = document.AsObject().Find("Location");
-    if (!location) return kServiceNoResults;
+    if (!location || location->type != kJsonObject) return kServiceNoResults;
     places.push_back(MakePlace(
         ParseReal(location->Get("lat").AsString()), ParseReal(location->Get("lng").AsString()),
         OptionalText(*location, "description"), OptionalText(*location, "region")));

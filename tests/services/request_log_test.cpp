@@ -58,4 +58,13 @@ TEST(RequestLog, HoldsRequestsToPublicHostsASecondApart) {
   EXPECT_GE(steady_clock::now() - start, milliseconds(1000));
 }
 
+TEST(RequestPace, CountsFromATimeThatIsTold) {
+  const steady_clock::time_point start = steady_clock::now();
+  RequestPace pace(milliseconds(40), start);
+  pace.Await();
+  EXPECT_GE(steady_clock::now() - start, milliseconds(40));
+  pace.Await();
+  EXPECT_GE(steady_clock::now() - start, milliseconds(80));
+}
+
 }  // namespace

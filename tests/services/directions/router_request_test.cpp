@@ -32,7 +32,7 @@ TEST(GoogleRequest, AsksForFirstAndLastPointOnly) {
 TEST(GoogleRequest, TellsModeAndAvoidances) {
   const ServiceValuesForTest values({{"google", ValuesOf("", "")}});
   const std::string kHead =
-      "http://server/maps/api/directions/json?sensor=false&units=metric&mode=";
+      "http://server/maps/api/directions/json?sensor=false&units=metric&key=&mode=";
   const std::string kTail = "&origin=48.500000,7.250000&destination=49.000000,-1.123457";
   EXPECT_EQ(AskedOf(provider::kGoogle, Pair(), kPedestrian).url, kHead + "walking" + kTail);
   EXPECT_EQ(AskedOf(provider::kGoogle, Pair(), kBicycle).url, kHead + "bicycling" + kTail);
@@ -72,7 +72,7 @@ TEST(HereRequest, TellsAllPoints) {
 std::string HereMode(uint32_t travelMode, const CRouteOptions& options) {
   const ServiceValuesForTest values({{"here", ValuesOf("", "")}});
   const std::string url = AskedOf(provider::kHere, Pair(), travelMode, options).url;
-  const std::string mode = Behind(url, "routeattributes=shape&mode=");
+  const std::string mode = Behind(url, "routeattributes=shape&app_id=&app_code=&mode=");
   return mode.substr(0, mode.find("&waypoint0"));
 }
 
@@ -208,7 +208,7 @@ TEST(BingRequest, TellsAllPoints) {
 
 TEST(BingRequest, TellsModeTypeAndAvoidances) {
   const ServiceValuesForTest values({{"bing", ValuesOf("", "")}});
-  const std::string kPoints = "&wp.0=48.500000,7.250000&wp.1=49.000000,-1.123457";
+  const std::string kPoints = "&wp.0=48.500000,7.250000&wp.1=49.000000,-1.123457&key=";
   const std::string kWalking =
       "http://server/REST/V1/Routes/Walking?o=json&rpo=Points&du=km&optmz=distance" + kPoints;
   EXPECT_EQ(AskedOf(provider::kBing, Pair(), kPedestrian, OfType(2)).url, kWalking);
@@ -235,11 +235,12 @@ TEST(ViaMichelinRequest, TellsVehicleTypeAndTolls) {
     return Behind(AskedOf(provider::kViaMichelin, Pair(), mode, options).url, ":49.000000");
   };
   for (const uint32_t mode : {1u, 2u, 3u, 4u, 5u})
-    EXPECT_EQ(tail(mode, OfType(0)), "&veht=" + std::to_string(mode - 1) + "&itit=0");
+    EXPECT_EQ(tail(mode, OfType(0)), "&veht=" + std::to_string(mode - 1) + "&itit=0&authkey=");
   for (const uint32_t type : {1u, 2u, 3u, 4u})
-    EXPECT_EQ(tail(kCar, OfType(type)), "&veht=0&itit=" + std::to_string(type));
-  EXPECT_EQ(tail(kCar, Without({})), "&veht=0&itit=0&avoidTolls=false");
-  EXPECT_EQ(tail(kCar, Without({&AvoidanceOptions::tolls})), "&veht=0&itit=0&avoidTolls=true");
+    EXPECT_EQ(tail(kCar, OfType(type)), "&veht=0&itit=" + std::to_string(type) + "&authkey=");
+  EXPECT_EQ(tail(kCar, Without({})), "&veht=0&itit=0&avoidTolls=false&authkey=");
+  EXPECT_EQ(tail(kCar, Without({&AvoidanceOptions::tolls})),
+            "&veht=0&itit=0&avoidTolls=true&authkey=");
 }
 
 TEST(OsrmRequest, TellsAllPointsLongitudeFirst) {

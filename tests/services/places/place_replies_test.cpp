@@ -308,4 +308,18 @@ TEST(TextForModel, IsValidWhateverTheReplyHolds) {
   EXPECT_EQ(TextForModel("\xED\xA0\x80\xFF"), "\xC3\xAD\xC2\xA0\xC2\x80\xC3\xBF");
 }
 
+TEST(PanoramaReply, WithALocationThatIsNoneIsNothingFound) {
+  PlaceList places;
+  EXPECT_EQ(ReadPanorama("{\"Location\":null}", places), 1u);
+  EXPECT_EQ(ReadPanorama("{\"Location\":{}}", places), 4u);
+}
+
+TEST(TomTomReply, TakesTheFirstTwoNumbersOfAPosition) {
+  PlaceList places;
+  const char* const reply =
+      R"({"addresses":[{"address":{"freeformAddress":"Colmar"},"position":"48.08,7.36,190"}]})";
+  ASSERT_EQ(ReadTomTomAddresses(reply, places), 0u);
+  EXPECT_EQ(Shown(places), "48.080000 7.360000 Colmar|;");
+}
+
 }  // namespace
