@@ -20,6 +20,7 @@
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/conversion_context.h"
+#include "conversion/format_search.h"
 #include "planner/hand_off.h"
 #include "planner/tomtom_home.h"
 #include "planner/whole_format_table.h"
@@ -50,11 +51,16 @@ bool KeepsSomething(const Options& options) {
   return keepsLayouts || !options.assignments.empty();
 }
 
-// The key of the hand-off to TomTom HOME makes no file.
-void TakeTomTomHomeKey(Options& options) {
-  if (!options.inspect && options.tokens.size() >= 2 &&
-      ToLowerAscii(options.tokens[1]) == kTomTomHomeKey)
+// Keys that make no file: that of the hand-off to TomTom HOME, and with its option the row that
+// hands over to Navigon Fresh.
+void TakeCompanionKey(const FormatTable& table, Options& options) {
+  if (options.inspect || options.tokens.size() < 2) return;
+  const WideString key = ToLowerAscii(options.tokens[1]);
+  const CItineraryFormat* const row = FindWriter(table, key);
+  if (key == kTomTomHomeKey)
     options.send.target = FindDeviceTarget(kTargetTomTomHome)->name;
+  else if (row && row->facts.option == WriterOption::kHandOff && options.split != 0)
+    options.send.target = FindDeviceTarget(kTargetNavigonFresh)->name;
 }
 
 int Run(Options& options) {
@@ -86,7 +92,7 @@ int Run(Options& options) {
     AllowLookups(options, context.lookups);
     return RunWay(options, table, context);
   }
-  TakeTomTomHomeKey(options);
+  TakeCompanionKey(table, options);
   if (!options.send.target.empty()) {
     AllowLookups(options, context.lookups);
     return RunSend(options, table, context);
