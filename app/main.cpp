@@ -20,6 +20,7 @@
 #include "base/text.h"
 #include "base/text_ids.h"
 #include "conversion/conversion_context.h"
+#include "conversion/format_search.h"
 #include "planner/hand_off.h"
 #include "planner/tomtom_home.h"
 #include "planner/whole_format_table.h"
@@ -64,11 +65,16 @@ int OpenWindow(int argumentCount, char** arguments) {
   return kExitWrongUsage;
 }
 
-// The key of the hand-off to TomTom HOME makes no file.
-void TakeTomTomHomeKey(Options& options) {
-  if (!options.inspect && options.tokens.size() >= 2 &&
-      ToLowerAscii(options.tokens[1]) == kTomTomHomeKey)
+// Keys that make no file: that of the hand-off to TomTom HOME, and with its option the row that
+// hands over to Navigon Fresh.
+void TakeCompanionKey(const FormatTable& table, Options& options) {
+  if (options.inspect || options.tokens.size() < 2) return;
+  const WideString key = ToLowerAscii(options.tokens[1]);
+  const CItineraryFormat* const row = FindWriter(table, key);
+  if (key == kTomTomHomeKey)
     options.send.target = FindDeviceTarget(kTargetTomTomHome)->name;
+  else if (row && row->facts.option == WriterOption::kHandOff && options.split != 0)
+    options.send.target = FindDeviceTarget(kTargetNavigonFresh)->name;
 }
 
 int Run(Options& options, int argumentCount, char** arguments) {
@@ -102,7 +108,7 @@ int Run(Options& options, int argumentCount, char** arguments) {
     AllowLookups(options, context.lookups);
     return RunWay(options, table, context);
   }
-  TakeTomTomHomeKey(options);
+  TakeCompanionKey(table, options);
   if (!options.send.target.empty()) {
     AllowLookups(options, context.lookups);
     return RunSend(options, table, context);

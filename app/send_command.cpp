@@ -97,6 +97,10 @@ int RunSend(const Options& options, const FormatTable& table, ConversionContext&
   const CGpsPointArray& list = driver.current;
   const uint32_t stop = options.send.stop;
   if (stop > list.Count()) return Fail(FormatText(kTextNoSuchStop, stop, list.Count()));
+  if (options.check) {
+    if (!options.quiet) Complain(FormatText(kTextOnlyWritten, std::string(target->name)));
+    return kExitConverted;
+  }
   const uint32_t status = stop == 0 ? SendItinerary(*target, list, source, options.split)
                                     : SendPointToTarget(target->number, list.points[stop - 1]);
   if (status != kStatusSuccess) return Fail(DescribeStatus(status));

@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::string_view kSignalScheme = "signal:";
 constexpr std::string_view kScriptScheme = "javascript:";
+constexpr std::string_view kAfterScheme = "://";
 constexpr std::string_view kBlankPage = "about:blank";
 
 // What a link of the page may open; everything else could reach files and programs.
@@ -23,6 +24,15 @@ bool MayOpenOutside(std::string_view url) {
          std::end(kOutsideSchemes);
 }
 
+// Browsers put a slash behind an address without a path.
+bool IsPage(std::string_view url, std::string_view page) {
+  if (url == page) return true;
+  const size_t scheme = page.find(kAfterScheme);
+  const bool hasPath = scheme == std::string_view::npos ||
+                       page.find_first_of("/?#", scheme + kAfterScheme.size()) != page.npos;
+  return !hasPath && url.size() == page.size() + 1 && url.starts_with(page) && url.ends_with('/');
+}
+
 }  // namespace
 
 NavigationDecision FilterNavigation(std::string_view url, std::string_view plannerPage) {
@@ -34,7 +44,7 @@ NavigationDecision FilterNavigation(std::string_view url, std::string_view plann
         colon == std::string_view::npos ? std::string_view() : rest.substr(colon + 1);
     return {Navigation::kSignal, std::string(rest.substr(0, colon)), UrlUnescape(payload)};
   }
-  if (url == kBlankPage || url.starts_with(kScriptScheme) || url == plannerPage)
+  if (url == kBlankPage || url.starts_with(kScriptScheme) || IsPage(url, plannerPage))
     return {Navigation::kLetThrough, {}, {}};
   return {MayOpenOutside(url) ? Navigation::kOpenOutside : Navigation::kDrop, {}, {}};
 }

@@ -29,14 +29,19 @@ void CPointListView::CalculateFrom(int64_t index) {
     return;
   }
   if (index < 1 || static_cast<uint64_t>(index) >= list->Count() || m_isCalculating) return;
+  const auto to = static_cast<size_t>(index);
+  const uint64_t edits = m_editCount;
   m_isCalculating = true;
-  const LegResult result = CalculateLeg(static_cast<size_t>(index) - 1, static_cast<size_t>(index));
+  const LegResult result = CalculateLeg(to - 1, to);
   m_isCalculating = false;
-  if (std::exchange(m_afterEditWaits, false)) {
-    AfterEdit();
-  } else if (result == LegResult::kCalculated) {
+  if (std::exchange(m_afterEditWaits, false)) return AfterEdit();
+  if (edits != m_editCount) return;
+  if (result != LegResult::kCalculated) ShowMessage({});
+  if (result != LegResult::kEnded) {
     UpdateTotals();
     SelectRow(index);
+  } else if (statusField && !list->points[to].GetRouteLeg()) {
+    statusField->ShowTotals({});
   }
 }
 
@@ -75,12 +80,13 @@ void CPointListView::RunCalculation(bool showProgress) {
   }
 
   m_showsProgress = false;
-  if (showProgress) progress->Close();
-  if (edits != m_editCount) return;
-  if (!ended)
+  const bool isOvertaken = edits != m_editCount;
+  if (!ended && !isOvertaken)
     UpdateTotals();
-  else if (statusField)
+  else if (statusField && !isOvertaken)
     statusField->ShowTotals({});
+  if (showProgress) progress->Close();
+  if (isOvertaken) return;
   // A run that was ended, or had a leg that failed, is no success.
   if (last != 0)
     ShowMessage(calculated == last ? NamesText(kTextDirectionsRetrieved, from, to) : std::string());
@@ -103,8 +109,11 @@ CPointListView::LegResult CPointListView::CalculateLeg(size_t from, size_t to,
     return LegResult::kCalculated;
   }
   if (!statusField) return LegResult::kFailed;
-  list->points[to].ClearRouteLeg();
+  CGpsPoint& point = list->points[to];
+  const bool hadLeg = point.GetRouteLeg() != nullptr;
+  point.ClearRouteLeg();
   m_rows.RefreshRows(to, to);
+  if (hadLeg) RefreshPins(to);
   if (passesFailuresOver && *passesFailuresOver) return LegResult::kFailed;
   const std::string failure = NamesText(kTextNoDirections, points.front(), points.back());
   constexpr uint32_t kStyle = kBoxOkCancel | kBoxWarningIcon;

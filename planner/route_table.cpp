@@ -17,6 +17,12 @@ constexpr uint32_t kTravelModeTexts[] = {
     kTextCar, kTextTruck, kTextOnFoot, kTextCycle, kTextMotorcycle, kTextVan, kTextBus,
 };
 
+// A leg without a measure is as good as none.
+const CRouteLeg* MeasuredLeg(const CGpsPoint& point) {
+  const CRouteLeg* const leg = point.GetRouteLeg();
+  return leg && leg->Measure().flag != 0 ? leg : nullptr;
+}
+
 // A total of 0 is unknown, unless the way there has no length either.
 bool IsKnown(uint32_t total, uint32_t ofLeg) { return total != 0 || ofLeg == 0; }
 
@@ -49,9 +55,9 @@ std::string RouteTableText(const CGpsPointArray& list, size_t index, RouteColumn
     case RouteColumn::kName:
       return point.name;
     case RouteColumn::kDistance:
-      return DistanceText(leg, settings.distMiles);
+      return DistanceText(MeasuredLeg(point), settings.distMiles);
     case RouteColumn::kDuration:
-      return DurationText(leg);
+      return DurationText(MeasuredLeg(point));
     case RouteColumn::kPosition:
       return PositionText(point, static_cast<CoordinateFormat>(settings.coordinates));
     case RouteColumn::kComment:

@@ -39,7 +39,7 @@ std::string StartJson(const CSettings& settings, const MapSources& maps,
   if (settings.defaultMap) {
     json.Key("map").BeginObject();
     json.Key("flag").Text(settings.defaultMap->name);
-    json.Key("type").Number(settings.defaultMap->kind);
+    json.Key("type").Number(static_cast<int32_t>(settings.defaultMap->kind));
     json.End();
   }
   json.Key("maps").BeginArray();

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -106,6 +107,24 @@ std::vector<std::string> SplitCommand(std::string_view line) {
   return arguments;
 }
 
+// A piece of a command line with `target` where the address or file goes, and no other codes.
+std::string ReplaceCodes(std::string_view piece, std::string_view target) {
+  constexpr std::string_view kPlaces = "uUfF";
+  std::string text;
+  for (size_t i = 0; i < piece.size(); ++i) {
+    if (piece[i] != '%' || i + 1 == piece.size()) {
+      text += piece[i];
+      continue;
+    }
+    const char code = piece[++i];
+    if (kPlaces.find(code) != std::string_view::npos)
+      text += target;
+    else if (code == '%')
+      text += code;
+  }
+  return text;
+}
+
 // What a program's desktop file says.
 struct DesktopEntry {
   std::string command;
@@ -130,13 +149,17 @@ std::string CommandOf(const fs::path& file) {
   return entry.hidden ? std::string() : entry.command;
 }
 
-// The command of a program that a list of choices names, by the file's name.
+// The command of the first program there is of those that a list of choices names by their files.
 std::string ChosenCommand(std::string_view names, const std::vector<fs::path>& dataFolders) {
-  const std::string name(names.substr(0, names.find(';')));
-  if (name.empty() || name.find('/') != std::string::npos) return {};
-  for (const fs::path& folder : dataFolders) {
-    std::string command = CommandOf(folder / kApplications / name);
-    if (!command.empty()) return command;
+  while (!names.empty()) {
+    const size_t end = names.find(';');
+    const std::string_view name = names.substr(0, end);
+    names.remove_prefix(end == std::string_view::npos ? names.size() : end + 1);
+    if (name.empty() || name.find('/') != std::string_view::npos) continue;
+    for (const fs::path& folder : dataFolders) {
+      std::string command = CommandOf(folder / kApplications / name);
+      if (!command.empty()) return command;
+    }
   }
   return {};
 }
@@ -185,10 +208,8 @@ std::vector<std::string> HandlerArguments(const std::vector<std::string>& comman
                                           const std::string& target) {
   std::vector<std::string> arguments;
   for (const std::string& piece : command) {
-    if (piece == "%u" || piece == "%U" || piece == "%f" || piece == "%F")
-      arguments.push_back(target);
-    else if (piece.size() != 2 || piece.front() != '%')
-      arguments.push_back(piece);
+    std::string argument = ReplaceCodes(piece, target);
+    if (!argument.empty() || piece.empty()) arguments.push_back(std::move(argument));
   }
   return arguments;
 }

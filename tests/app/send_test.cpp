@@ -161,4 +161,47 @@ TEST_F(Send, TheRowOfTomTomHomeIsListedWhereTheProgramIs) {
   EXPECT_THAT(Run({"--formats"}).output, HasSubstr("TomTom Home"));
 }
 
+// The option of Navigon Fresh's row hands over instead of writing a file.
+TEST_F(Send, TheOptionOfNavigonsRowHandsOver) {
+  const ProgramResult missing = Run({"--split", "1", Trip(), "freshroute"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_THAT(missing.errors, HasSubstr("navigon-fresh is not installed"));
+  InstallAll();
+  for (const char* const key : {"freshroute", "FreshRoute:245"}) {
+    const ProgramResult result = Run({"--split", "1", Trip(), key});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.errors, "Stops handed over: 3\n");
+    EXPECT_EQ(m_desktop.Opened(), m_desktop.Folder().PathTo("tmp/corvane.freshroute"));
+    EXPECT_THAT(m_desktop.Folder().Get("tmp/corvane.freshroute"), HasSubstr("<Name>Halt</Name>"));
+  }
+  EXPECT_FALSE(m_desktop.Folder().Has("trip.freshroute"));
+  EXPECT_EQ(Run({"--quiet", Trip(), "freshroute"}).status, 0);
+  EXPECT_TRUE(m_desktop.Folder().Has("trip.freshroute"));
+  EXPECT_FALSE(m_desktop.HasOpened());
+}
+
+TEST_F(Send, OneStopForNavigonIsAContact) {
+  InstallAll();
+  EXPECT_EQ(Run({"--quiet", "--send", "navigon-fresh", "--point", "2", Trip()}).status, 0);
+  EXPECT_EQ(m_desktop.Opened(), m_desktop.Folder().PathTo("tmp/corvane.freshcontact"));
+  const std::string bytes = m_desktop.Folder().Get("tmp/corvane.freshcontact");
+  EXPECT_EQ(bytes.substr(0, 8), std::string("C\0o\0r\0v\0", 8));
+  EXPECT_EQ(bytes.size(),
+            2 * std::string("Corvane Map 1.21|Halt||-|-|-|-|8.000000|49.000000").size());
+}
+
+TEST_F(Send, ACheckHandsNothingOver) {
+  InstallAll();
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"--check", "--send", "navgate", Trip()},
+        {"--check", Trip(), "tth"},
+        {"--check", "--split", "1", Trip(), "freshroute"}}) {
+    const ProgramResult result = Run(arguments);
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_THAT(result.errors, HasSubstr("cannot be checked"));
+  }
+  EXPECT_FALSE(m_desktop.HasOpened());
+  EXPECT_FALSE(m_desktop.Folder().Has("tmp/corvane.freshroute"));
+}
+
 }  // namespace

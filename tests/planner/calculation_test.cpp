@@ -34,7 +34,7 @@ TEST_F(Calculation, AsksLegByLegInOrder) {
                           "progress step", "progress Get directions from B to C...",
                           "message Get directions from B to C...", "ask B C", "AddRoute(0, 2)",
                           "message Fastest directions from B to C was successfully retrieved.",
-                          "progress step", "progress close", "totals Distance: 2.0km (00:02)",
+                          "progress step", "totals Distance: 2.0km (00:02)", "progress close",
                           "message Fastest directions from A to C was successfully retrieved."));
 }
 
@@ -60,7 +60,7 @@ TEST_F(Calculation, OnePointCalculatesNothingAndAnnouncesNothing) {
   view.CalculateAll(true);
   EXPECT_THAT(log, ElementsAre("CloseInfoWindow()",
                                "progress open Get directions from A to A... provider 3 steps 0",
-                               "progress close", "totals Distance: 0m"));
+                               "totals Distance: 0m", "progress close"));
 }
 
 TEST_F(Calculation, CancelKeepsTheLegsSoFar) {

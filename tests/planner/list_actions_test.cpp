@@ -333,4 +333,70 @@ TEST_F(ListActions, RebuildShowsEverythingAnewAndForgetsTheSteps) {
                                "totals Distance: 3.0km (00:03)"));
 }
 
+TEST_F(ListActions, InsertRowStepsTheBarOfALoopOnly) {
+  list.points.push_back(MakePoint(1, 2, "X"));
+  progress.cancelled = true;
+  EXPECT_TRUE(view.InsertRow(5));
+  EXPECT_EQ(progress.steps, 0u);
+  view.batch = true;
+  list.points.push_back(MakePoint(1, 2, "Y"));
+  EXPECT_FALSE(view.InsertRow(6));
+  progress.cancelled = false;
+  list.points.push_back(MakePoint(1, 2, "Z"));
+  EXPECT_TRUE(view.InsertRow(7));
+  EXPECT_EQ(progress.steps, 2u);
+  EXPECT_EQ(rows.count, 8u);
+  EXPECT_THAT(PageCalls(),
+              ElementsAre("InsertPushPin(0, 5)", "InsertPushPin(0, 6)", "InsertPushPin(0, 7)"));
+}
+
+TEST_F(ListActions, TheRowInFrontOfANewOneIsRefreshedToo) {
+  view.InsertPoint(2, MakePoint(1, 2, "X"));
+  EXPECT_THAT(rows.refreshed.front(), Pair(1, 5));
+  EXPECT_THAT(rows.selected, ElementsAre(2));
+  rows.refreshed.clear();
+  view.InsertPoint(0, MakePoint(1, 2, "Y"));
+  EXPECT_THAT(rows.refreshed.front(), Pair(0, 6));
+}
+
+TEST_F(ListActions, ADragRefreshesTheRowsBetweenItsEnds) {
+  view.MoveRow(1, 3);
+  EXPECT_THAT(rows.refreshed.front(), Pair(1, 4));  // E has another stop in front of it
+  rows.refreshed.clear();
+  view.MoveRow(4, 3);
+  EXPECT_THAT(rows.refreshed.front(), Pair(3, 4));
+}
+
+TEST_F(ListActions, TheNewFirstPointHasNoLeg) {
+  AddLegs();
+  view.RemoveRows(0);
+  EXPECT_EQ(NamesOf(list), "BCDE");
+  EXPECT_EQ(LegsOf(list), ".CDE");
+}
+
+TEST_F(ListActions, ClearRouteNeedsNeitherPageNorFields) {
+  AddLegs();
+  view.planner = nullptr;
+  view.statusField = nullptr;
+  view.ClearRoute();
+  EXPECT_EQ(LegsOf(list), ".....");
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(ListActions, RemovingAllCalculatesNothing) {
+  AddLegs();
+  settings.autoCalc = true;
+  view.RemoveAll();
+  EXPECT_THAT(log, ElementsAre("message ", "totals ", "CloseInfoWindow()", "ClearRoutes(0)",
+                               "ClearPushPins(0)"));
+}
+
+TEST_F(ListActions, ReversingCalculatesTheOtherWay) {
+  settings.autoCalc = true;
+  view.ReverseAll();
+  EXPECT_EQ(LegsOf(list), ".DCBA");
+  EXPECT_THAT(log, testing::Contains("ask E D"));
+  EXPECT_THAT(log, testing::Contains("ask B A"));
+}
+
 }  // namespace

@@ -264,4 +264,20 @@ TEST_F(RealPage, StaysInStepThroughRandomActions) {
   }
 }
 
+// A leg that cannot be had again is on the map no more than in the list.
+TEST_F(RealPage, LosesTheWayOfALegThatFails) {
+  view().CalculateAll(false);
+  EXPECT_EQ(Text("ways(0)"), ".BC");
+  services.directions.statuses = {5};
+  window.answers = {kAnswerOk};
+  view().CalculateAll(false);
+  EXPECT_EQ(LegsOf(lists[0]), "..C");
+  ExpectSame();
+  services.directions.statuses = {1};
+  window.answers = {kAnswerCancel};
+  view().CalculateFrom(2);
+  EXPECT_EQ(LegsOf(lists[0]), "...");
+  ExpectSame();
+}
+
 }  // namespace

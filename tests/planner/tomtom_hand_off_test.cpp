@@ -109,4 +109,16 @@ TEST_F(TomTomHandOff, TheRowIsListedWhenTheProgramIsThere) {
   EXPECT_EQ(TomTomRow(table).textId, 118u);
 }
 
+TEST_F(TomTomHandOff, NamesWithOtherLettersAreFetchedByTheirEscapes) {
+  ASSERT_EQ(WriteTomTomHome(u"Z\u00FCrich & Genf.itn", m_list, 0, true), 0u);
+  EXPECT_EQ(m_desktop.Opened(),
+            "tomtomhome:contentitem:http://127.0.0.1:8099/Z%C3%BCrich%20%26%20Genf.xml");
+  const std::string description = Fetch(kServer + std::string("Z%C3%BCrich%20%26%20Genf.xml"));
+  EXPECT_NE(description.find(">http://127.0.0.1:8099/Z%C3%BCrich%20%26%20Genf.zip</url>"),
+            std::string::npos);
+  const std::string archive = Fetch(kServer + std::string("Z%C3%BCrich%20%26%20Genf.zip"));
+  EXPECT_NE(archive.find("ITN/Z\u00FCrich & Genf.itn"), std::string::npos);
+  EXPECT_TRUE(WaitUntilTomTomHasFetched(std::chrono::seconds(10)));
+}
+
 }  // namespace
