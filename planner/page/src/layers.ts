@@ -39,9 +39,9 @@ export class Layers {
     this.showCredit();
   }
 
-  /** The rows of `GetMaps`: what can be switched on. */
+  /** The rows of `GetMaps`: what can be switched on, and is not until the user does so. */
   rows(): { name: string; map: boolean }[] {
-    return this.servers.map(({ name }) => ({ name, map: true }));
+    return this.servers.map(({ name }) => ({ name, map: false }));
   }
 
   /** The names that the user's settings allow. */
