@@ -7,6 +7,8 @@
 #include "base/format_text.h"
 #include "base/text_ids.h"
 #include "conversion/list_choice.h"
+#include "platform/interruption.h"
+#include "platform/terminal.h"
 
 namespace {
 
@@ -18,8 +20,13 @@ bool BeginsLike(const std::string& answer, std::string_view word) {
 }  // namespace
 
 void ConsoleFront::ShowMessage(MessageIcon, uint32_t textId, const FailureReason& reason) {
-  if (textId == kTextUnknownFormat && (!m_reportsUnknown || m_declined)) return;
-  Complain(m_subject, std::string(LoadTextUtf8(textId)) + DescribeFailure(reason, m_subject));
+  // What fails now fails because of the user, who knows.
+  if (InterruptionScope::IsPending()) return;
+  if (textId == kTextUnknownFormat && m_declined) return;
+  const auto describe = textId == kTextCannotBeWritten ? DescribeFailure : DescribeReadFailure;
+  m_message = std::string(LoadTextUtf8(textId)) + describe(reason, m_subject);
+  if (textId == kTextUnknownFormat && !m_reportsUnknown) return;
+  Complain(m_subject, m_message);
 }
 
 bool ConsoleFront::AskYesNo(MessageIcon, uint32_t textId) {
@@ -28,8 +35,7 @@ bool ConsoleFront::AskYesNo(MessageIcon, uint32_t textId) {
   const std::string_view no = LoadTextUtf8(kTextNo);
   const std::string question(LoadTextUtf8(textId));
   if (!IsInteractive()) {
-    Complain(m_subject, question);
-    Complain(FormatText(kTextNoTerminal, yes));
+    Complain(m_subject, fmt::format("{} {}", question, yes));
     return true;
   }
   for (;;) {

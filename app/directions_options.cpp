@@ -21,7 +21,6 @@ constexpr OptionHelp kHelp[] = {
     {"    --hilliness H", kTextHelpHilliness},
     {"    --windingness W", kTextHelpWindingness},
     {"    --tractor", kTextHelpTractor},
-    {"    --force", kTextHelpForce},
     {"    --roads ...", kTextHelpRoads},
 };
 
@@ -98,7 +97,6 @@ void AddDirectionsOptions(CLI::App& parser, DirectionsOptions& options) {
   parser.add_option("--hilliness", typed.hilliness);
   parser.add_option("--windingness", typed.windingness);
   parser.add_flag("--tractor", options.tractor);
-  parser.add_flag("--force", options.force);
   parser.add_flag("--roads", options.roads);
 }
 

@@ -30,7 +30,6 @@ struct DirectionsOptions {
   bool withWay = false;
   bool roads = false;
   bool tractor = false;
-  bool force = false;  ///< also where that takes very many requests
 
   // What the typed texts say.
   std::optional<WideString> way;        ///< the file whose way is asked for

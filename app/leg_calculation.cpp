@@ -15,14 +15,12 @@ constexpr std::string_view kClearLine = "\r\x1B[K";
 
 bool LegCalculation::ShowsProgress() const { return !m_options.quiet && IsErrorTerminal(); }
 
-bool LegCalculation::MayOrderByRoad(const WideString& source, size_t stops) const {
+std::string LegCalculation::WhyNotOrderByRoad(const WideString& source, size_t stops) const {
   constexpr size_t kMostRequests = 500;
   const size_t pairs = stops * (stops - 1) / 2;
   const Service& service = *m_choice.service.provider;
-  if (stops < 2 || pairs <= kMostRequests || m_options.directions.force || IsOnThisMachine(service))
-    return true;
-  Complain(FormatText(kTextManyRequests, ShownPath(source), pairs, service.name));
-  return false;
+  if (stops < 2 || pairs <= kMostRequests || m_options.force || IsOnThisMachine(service)) return {};
+  return FormatText(kTextManyRequests, ShownPath(source), pairs, service.name);
 }
 
 RoadOrder LegCalculation::Roads() const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "app/directions_choice.h"
 #include "app/options.h"
 #include "app/stop_order.h"
@@ -13,8 +15,8 @@ class LegCalculation {
   LegCalculation(const Options& options, DirectionsChoice choice)
       : m_options(options), m_choice(std::move(choice)) {}
 
-  /// Whether the best order of so many stops may be asked for; if not, the user has been told.
-  bool MayOrderByRoad(const WideString& source, size_t stops) const;
+  /// Why the best order of so many stops may not be asked for; empty when it may.
+  std::string WhyNotOrderByRoad(const WideString& source, size_t stops) const;
 
   /// How stops are ordered by the ways between them. It lives no longer than this.
   RoadOrder Roads() const;

@@ -94,6 +94,8 @@ int Run(Options& options, int argumentCount, char** arguments) {
   DropLanguageTokens(options.tokens);
   ConversionContext context;
   context.csvLayouts.forReading = options.csvRead;
+  context.csvLayouts.findsForReading = options.findsCsvColumns;
+  context.encoding = options.encoding;
   context.csvLayouts.forWriting = options.csvWrite;
   context.lookups.lastForRun = true;
   if (options.directions.way && options.tokens.empty()) {

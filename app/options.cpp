@@ -12,6 +12,7 @@
 #include "base/format_text.h"
 #include "base/text.h"
 #include "base/text_ids.h"
+#include "conversion/text_encoding.h"
 #include "platform/folder.h"
 #include "platform/path_text.h"
 #include "settings/csv_layout_text.h"
@@ -29,6 +30,27 @@ constexpr NamedChoice kNamedChoices[] = {
     {"pois", ListChoice::Which::kPois},
 };
 
+/// Why the arguments cannot be understood.
+struct WrongUsage {
+  std::string message;
+};
+
+// What the parser has to say, in the user's language. Its own words name the option.
+std::string DescribeFailure(const CLI::ParseError& failure) {
+  const std::string words = failure.what();
+  const size_t start = std::min(words.find("--"), words.size());
+  const std::string option = words.substr(start, words.find_first_of(" :=,", start) - start);
+  const size_t equals = words.find(" = ");
+  const std::string value = equals == std::string::npos ? "" : "=" + words.substr(equals + 3);
+  const bool lacksValue = dynamic_cast<const CLI::ArgumentMismatch*>(&failure) != nullptr;
+  return FormatText(lacksValue ? kTextOptionNeedsValue : kTextOptionValueWrong, option + value);
+}
+
+void RefuseEmpty(const CLI::Option& option, const std::string& value) {
+  if (option.count() > 0 && value.empty())
+    throw WrongUsage{FormatText(kTextOptionNeedsValue, option.get_name())};
+}
+
 // The tokens among what the parser made of no option. It is not asked for them itself because it
 // would take a name in square brackets for a list.
 std::vector<WideString> TakeTokens(const std::vector<std::string>& remaining) {
@@ -41,11 +63,14 @@ std::vector<WideString> TakeTokens(const std::vector<std::string>& remaining) {
     }
     const bool isOption =
         argument.size() > 1 && argument[0] == '-' && (argument[1] < '0' || argument[1] > '9');
-    if (isOption && !onlyTokens) throw CLI::ExtrasError({argument});
+    if (isOption && !onlyTokens) throw WrongUsage{FormatText(kTextUnknownOption, argument)};
     tokens.push_back(WidePath(argument));
   }
   return tokens;
 }
+
+// The value of --csv-read that lets the reader find the columns.
+constexpr std::string_view kFindsColumns = "auto";
 
 bool ParseNumbers(std::string_view text, std::vector<size_t>& numbers) {
   std::vector<std::string_view> fields;
@@ -111,7 +136,7 @@ class OperationOptions {
   static ListOperation::Kind KindOfSearch(const std::string& value) {
     if (value == kPlainSearch) return ListOperation::Kind::kOptimize;
     if (value == "best") return ListOperation::Kind::kOptimizeBest;
-    throw CLI::ArgumentMismatch("--optimize=" + value);
+    throw WrongUsage{FormatText(kTextOptionValueWrong, "--optimize=" + value)};
   }
 
   // What the parser makes of a flag without a value.
@@ -130,8 +155,12 @@ constexpr OptionHelp kOptionHelp[] = {
     {"SOURCE", kTextHelpSource},
     {"KEY", kTextHelpKey},
     {"-o, --output PATH", kTextHelpOutput},
+    {"    --merge", kTextHelpMerge},
+    {"    --recursive", kTextHelpRecursive},
+    {"    --from KEY", kTextHelpFrom},
     {"    --list WHICH", kTextHelpList},
     {"    --split N", kTextHelpSplit},
+    {"    --option WORD", kTextHelpOption},
     {"    --reverse", kTextHelpReverse},
     {"    --sort", kTextHelpSort},
     {"    --unique", kTextHelpUnique},
@@ -139,9 +168,15 @@ constexpr OptionHelp kOptionHelp[] = {
     {"    --optimize[=best]", kTextHelpOptimize},
     {"    --check", kTextHelpCheck},
     {"    --strict", kTextHelpStrict},
+    {"    --force", kTextHelpForce},
+    {"    --no-sync", kTextHelpNoSync},
+    {"    --tolerant", kTextHelpTolerant},
+    {"    --fit", kTextHelpFit},
+    {"    --encoding NAME", kTextHelpEncoding},
     {"    --quiet", kTextHelpQuiet},
     {"    --formats", kTextHelpFormats},
     {"    --inspect FILE", kTextHelpInspect},
+    {"    --summary", kTextHelpSummary},
     {"    --json", kTextHelpJson},
     {"    --csv-read LAYOUT", kTextHelpCsvRead},
     {"    --csv-write LAYOUT", kTextHelpCsvWrite},
@@ -193,10 +228,21 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
   parser.add_flag("--json", options.json);
   parser.add_flag("--quiet", options.quiet);
   parser.add_flag("--check", options.check);
-  parser.add_flag("--strict", options.strict);
+  CLI::Option* const strict = parser.add_flag("--strict", options.strict);
+  parser.add_flag("--tolerant", options.tolerant)->excludes(strict);
+  parser.add_flag("--fit", options.fit);
+  const CLI::Option* encodingOption = parser.add_option("--encoding", options.encoding);
+  parser.add_flag("--force", options.force);
+  parser.add_flag("--no-sync", options.noSync);
+  parser.add_flag("--merge", options.merge);
+  parser.add_flag("--recursive", options.recursive);
+  std::string from;
+  const CLI::Option* fromOption = parser.add_option("--from", from);
   const CLI::Option* outputOption = parser.add_option("-o,--output", output);
   const CLI::Option* listOption = parser.add_option("--list", lists);
   parser.add_option("--split", options.split);
+  const CLI::Option* wordOption = parser.add_option("--option", options.option);
+  parser.add_flag("--summary", options.summary);
   const OperationOptions operationOptions(parser);
   std::string csvRead;
   std::string csvWrite;
@@ -213,14 +259,22 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
     parser.parse(argumentCount, arguments);
     options.tokens = TakeTokens(parser.remaining());
     options.operations = operationOptions.Take();
-    if (outputOption->count() > 0 && output.empty()) throw CLI::ArgumentMismatch("--output \"\"");
+    RefuseEmpty(*outputOption, output);
+    RefuseEmpty(*fromOption, from);
+    RefuseEmpty(*wordOption, options.option);
+  } catch (const WrongUsage& wrong) {
+    error = wrong.message;
   } catch (const CLI::ParseError& failure) {
-    error = FormatText(kTextWrongUsage, std::string(failure.what())) + "\n" +
-            FormatText(kTextUsage) + DashHint(argumentCount, arguments);
+    error = DescribeFailure(failure);
+  }
+  if (!error.empty()) {
+    error = FormatText(kTextWrongUsage, error) + "\n" + FormatText(kTextUsage) +
+            DashHint(argumentCount, arguments);
     return std::nullopt;
   }
 
   options.output = WidePath(output);
+  options.from = ToLowerAscii(WidePath(from));
   if (listOption->count() > 0) {
     const std::optional<ListChoice> choice = ParseListChoice(lists);
     if (!choice) {
@@ -229,7 +283,17 @@ std::optional<Options> ParseOptions(int argumentCount, char** arguments, std::st
     }
     options.lists = *choice;
   }
-  if (!TakeCsvLayout(*csvReadOption, csvRead, options.csvRead, error) ||
+  if (encodingOption->count() > 0 && !IsFileEncoding(options.encoding)) {
+    error = FormatText(kTextUnknownEncoding, options.encoding);
+    return std::nullopt;
+  }
+  options.findsCsvColumns = ToLowerAscii(csvRead) == kFindsColumns;
+  if (options.findsCsvColumns && options.remember) {
+    error = FormatText(kTextAutoNotRemembered);
+    return std::nullopt;
+  }
+  if ((!options.findsCsvColumns &&
+       !TakeCsvLayout(*csvReadOption, csvRead, options.csvRead, error)) ||
       !TakeCsvLayout(*csvWriteOption, csvWrite, options.csvWrite, error) ||
       !TakeServiceOptions(options.services, error) ||
       !TakeDirectionsOptions(options.directions, error)) {

@@ -32,13 +32,24 @@ struct Options {
   bool quiet = false;
   bool check = false;
   bool strict = false;
+  bool tolerant = false;
+  bool fit = false;
+  std::string encoding;
+  bool force = false;
+  bool noSync = false;
+  bool merge = false;
+  bool recursive = false;
+  WideString from;  ///< key of the source's format; empty for that of its extension
   WideString output;
   ListChoice lists;
   uint32_t split = 0;
+  std::string option;  ///< of the writer, as a word
+  bool summary = false;
   std::vector<ListOperation> operations;  ///< in the order given
   bool settings = false;
   std::vector<std::string> assignments;  ///< KEY=VALUE
   std::optional<CCsvLayout> csvRead;
+  bool findsCsvColumns = false;  ///< those of each file that is read
   std::optional<CCsvLayout> csvWrite;
   bool remember = false;  ///< store the CSV layouts
   ServiceOptions services;

@@ -75,7 +75,8 @@ void WriteMode(ByteSink& sink, uint32_t mode, const CTravelModeInfo& info) {
   sink.Put('}');
 }
 
-// The travel modes and the most points of a request; nothing and null without directions.
+// The travel modes and the most points of a request; no modes without directions, and null where
+// there is no limit.
 void WriteDirections(ByteSink& sink, const Service& service) {
   const auto provider = service.abilities & kCanDirections
                             ? CServiceRegistry::Instance().CreateRouteProvider(service.id)
@@ -88,7 +89,8 @@ void WriteDirections(ByteSink& sink, const Service& service) {
   }
   modes.End();
   sink.Write(", \"maxPoints\": ");
-  sink.Write(provider ? std::to_string(provider->GetMaxPoints()) : std::string("null"));
+  const size_t most = provider ? provider->GetMaxPoints() : kAllPoints;
+  sink.Write(most == kAllPoints ? std::string("null") : std::to_string(most));
 }
 
 void WriteJson(ByteSink& sink, const Service& service) {

@@ -11,6 +11,7 @@
 #include "base/status.h"
 #include "base/text_ids.h"
 #include "conversion/conversion_driver.h"
+#include "conversion/read_trip.h"
 #include "net/http_server.h"
 #include "planner/hand_off.h"
 #include "planner/tomtom_home.h"
@@ -75,6 +76,8 @@ int RunSend(const Options& options, const FormatTable& table, ConversionContext&
   const DeviceTarget* const target = FindDeviceTarget(options.send.target);
   if (!target) return Misused(FormatText(kTextUnknownTarget, options.send.target, TargetNames()));
   if (options.tokens.empty()) return Misused(FormatText(kTextUsage));
+  if (!options.from.empty() && !FindReader(table, options.from))
+    return Misused(FormatText(kTextNothingReads, ShownPath(options.from)));
   const WideString& source = options.tokens.front();
   if (FileAttributes(source) == kNoAttributes)
     return Misused(FormatText(kTextNoSource, ShownPath(source)));
@@ -84,7 +87,8 @@ int RunSend(const Options& options, const FormatTable& table, ConversionContext&
   ConsoleFront front(options);
   front.SetSubject(source);
   ConversionDriver driver(table, front, context, ChangeTracking::kOff);
-  const uint32_t read = driver.OpenFile(source, false, true);
+  const uint32_t read =
+      driver.Open(source, false, {.silent = true, .key = options.from, .byContent = true});
   if (read != kStatusSuccess && front.Declined())
     return Fail(FormatText(kTextNoSuchList, options.lists.text, ShownPath(source)));
   if (read != kStatusSuccess) return kExitFailed;
@@ -93,9 +97,8 @@ int RunSend(const Options& options, const FormatTable& table, ConversionContext&
   const CGpsPointArray& list = driver.current;
   const uint32_t stop = options.send.stop;
   if (stop > list.Count()) return Fail(FormatText(kTextNoSuchStop, stop, list.Count()));
-  const uint32_t status = stop == 0
-                              ? SendItinerary(*target, list, source, options.split)
-                              : SendPointToTarget(target->number, list.points[stop - 1]);
+  const uint32_t status = stop == 0 ? SendItinerary(*target, list, source, options.split)
+                                    : SendPointToTarget(target->number, list.points[stop - 1]);
   if (status != kStatusSuccess) return Fail(DescribeStatus(status));
   if (target->number == kTargetTomTomHome && stop == 0 && !WaitForTomTom(options))
     return Fail(std::string(LoadTextUtf8(kTextTomTomHasNotFetched)));

@@ -26,7 +26,7 @@ constexpr std::chrono::seconds kTimeToImprove{2};
 std::string ShownLength(uint64_t metres) {
   const uint64_t shown = std::min<uint64_t>(metres, std::numeric_limits<uint32_t>::max());
   LoadUserSettings();
-  return FormatDistance(static_cast<uint32_t>(shown), CSettings::Instance().distMiles);
+  return LocalNumber(FormatDistance(static_cast<uint32_t>(shown), CSettings::Instance().distMiles));
 }
 
 std::vector<size_t> ListOrder(const CGpsPointArray& list) {

@@ -1,333 +1,215 @@
 #include "app/unattended_conversion.h"
 
 #include <algorithm>
-#include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
-#include "app/console_front.h"
 #include "app/console_text.h"
-#include "app/conversion_services.h"
-#include "app/leg_calculation.h"
-#include "app/link_output.h"
-#include "app/list_operations.h"
-#include "conversion/loss_description.h"
-#include "app/output_sink.h"
-#include "app/settings_command.h"
+#include "app/conversion_run.h"
+#include "app/conversion_sources.h"
+#include "app/directions_choice.h"
+#include "app/service_outcome.h"
+#include "app/writer_option.h"
 #include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "base/text_ids.h"
-#include "conversion/conversion_driver.h"
 #include "conversion/format_search.h"
 #include "conversion/read_trip.h"
 #include "platform/folder.h"
-#include "services/links/link_writing.h"
-#include "settings/settings.h"
+#include "platform/interruption.h"
+#include "platform/scratch_folder.h"
 
 namespace {
 
-enum class Outcome { kConverted, kWithLosses, kNotRecognised, kFailed };
-
-bool IsSearchForOrder(const ListOperation& operation) {
-  return operation.kind == ListOperation::Kind::kOptimize ||
-         operation.kind == ListOperation::Kind::kOptimizeBest;
-}
-
-/// One run over a file or a folder.
-class Conversion {
- public:
-  Conversion(const Options& options, const FormatTable& table, const CItineraryFormat& row,
-             ConversionContext& context)
-      : m_options(options),
-        m_row(row),
-        m_context(context),
-        m_front(options),
-        m_driver(table, m_front, context, ChangeTracking::kOff) {}
-
-  /// Has legs asked for before each itinerary is written.
-  void SetDirections(DirectionsChoice choice) { m_legs.emplace(m_options, std::move(choice)); }
-
-  int ConvertFile(const WideString& source);
-  int ConvertFolder(const WideString& folder);
-
- private:
-  Outcome Convert(const WideString& source, const WideString& target);
-  bool Prepare(const WideString& source, const WideString& target);
-  Outcome Write(const WideString& source, const WideString& target);
-  Outcome WriteLinks(const WideString& source, const WideString& target);
-  void TellLookups(const WideString& source) const;
-  void Tell(const WideString& source, const WideString& target, const LossCheck& check);
-  int ExitStatus(size_t converted, size_t withLosses, size_t failed) const;
-  WideString TargetBeside(const WideString& source) const;
-  void ShowProgress(size_t done, size_t count) const;
-
-  const Options& m_options;
-  const CItineraryFormat& m_row;
-  ConversionContext& m_context;
-  ConsoleFront m_front;
-  ConversionDriver m_driver;
-  std::optional<LegCalculation> m_legs;
-  bool m_inFolder = false;
-  bool m_outputFailed = false;
+/// What is converted into what.
+struct Request {
+  std::vector<WideString> sources;
+  const CItineraryFormat* row = nullptr;
 };
 
-// The source's path up to its last dot, and the key's extension. A path without a dot stays whole.
-// What comes out of a link goes into the current folder.
-WideString Conversion::TargetBeside(const WideString& source) const {
-  if (IsWebAddress(source)) return LoadText(kTextItinerary) + u"." + m_row.extension;
-  const size_t dot = source.rfind(u'.');
-  return source.substr(0, dot == WideString::npos ? dot : dot + 1) + m_row.extension;
+bool IsFolder(const WideString& path) {
+  return path != kStream && FileAttributes(path) == kAttributeDirectory;
 }
 
-int Conversion::ConvertFile(const WideString& source) {
-  WideString target = TargetBeside(source);
-  if (FileAttributes(m_options.output) == kAttributeDirectory) {
-    target = JoinedPath(m_options.output, NameIn(target));
-  } else if (!m_options.output.empty()) {
-    target = m_options.output;
-  }
-  const Outcome outcome = Convert(source, target);
-  const bool withLosses = outcome == Outcome::kWithLosses;
-  return ExitStatus(withLosses || outcome == Outcome::kConverted ? 1 : 0, withLosses ? 1 : 0, 0);
+bool IsCsv(std::u16string_view key) {
+  return EqualsIgnoringCase(key.substr(0, key.find(u':')), u"csv");
 }
 
-int Conversion::ExitStatus(size_t converted, size_t withLosses, size_t failed) const {
-  const bool hasFailedLegs = m_legs && m_legs->HasFailures();
-  if (failed > 0 || converted == 0 || m_outputFailed || hasFailedLegs) return kExitFailed;
-  return m_options.strict && withLosses > 0 ? kExitLosses : kExitConverted;
+int Refuse(const std::string& message) {
+  Complain(message);
+  return kExitWrongUsage;
 }
 
-int Conversion::ConvertFolder(const WideString& folder) {
-  std::vector<WideString> names;
-  if (const uint32_t error = ListFolder(folder, names)) {
-    // That it is a folder is no reason here.
-    Complain(folder,
-             std::string(LoadTextUtf8(kTextCannotBeRead)) + DescribeReason(error, WideString()));
-    return kExitFailed;
+// A key that comes second has one source in front of it, as it always had, and whatever comes
+// behind does not count. Else the last token is the key and all before it are sources.
+int Understand(const Options& options, const FormatTable& table, Request& request) {
+  const std::vector<WideString>& tokens = options.tokens;
+  const bool isPlain = tokens.size() == 2 || FindWriter(table, ToLowerAscii(tokens[1]));
+  const size_t count = isPlain ? 1 : tokens.size() - 1;
+  const WideString& key = tokens[count];
+  request.row = FindWriter(table, ToLowerAscii(key));
+  if (!request.row) {
+    const bool isRead = FindReader(table, ToLowerAscii(key)) != nullptr;
+    return Refuse(FormatText(isRead ? kTextReadOnlyFormat : kTextUnknownKey, ShownPath(key)));
   }
-  const uint32_t error = m_options.output.empty() ? 0 : CreateFolders(m_options.output);
-  if (error != kStatusSuccess) {
-    std::string reason = DescribeReason(error, m_options.output);
-    if (FileAttributes(m_options.output) == kAttributeNormal)
-      reason = " " + FormatText(kTextReason, LoadTextUtf8(kTextReasonFile));
-    Complain(m_options.output, std::string(LoadTextUtf8(kTextCannotBeWritten)) + reason);
-    return kExitFailed;
+  if (isPlain && tokens.size() > 2 && !options.quiet) {
+    std::string ignored;
+    for (size_t i = 2; i < tokens.size(); ++i) ignored += (i > 2 ? " " : "") + ShownPath(tokens[i]);
+    Complain(FormatText(kTextTokensIgnored, ignored));
   }
+  request.sources.assign(tokens.begin(), tokens.begin() + static_cast<ptrdiff_t>(count));
+  return kExitConverted;
+}
 
-  m_front.SetReportsUnknown(!m_options.quiet);
-  m_inFolder = true;
-  size_t converted = 0;
-  size_t withLosses = 0;
-  size_t unknown = 0;
-  size_t failed = 0;
-  // Trips of several formats may have one name, which then leads them to one target.
-  std::set<WideString> taken;
-  for (const WideString& name : names) taken.insert(JoinedPath(folder, name));
-  for (size_t i = 0; i < names.size(); ++i) {
-    ShowProgress(i + 1, names.size());
-    const WideString source = JoinedPath(folder, names[i]);
-    WideString target = TargetBeside(source);
-    if (!m_options.output.empty()) target = JoinedPath(m_options.output, NameIn(target));
-    const Outcome outcome = Convert(source, target);
-    const bool isConverted = outcome == Outcome::kConverted || outcome == Outcome::kWithLosses;
-    const bool isFile = m_row.facts.isFile || !m_options.output.empty();
-    if (isConverted && isFile && target != source && !taken.insert(target).second &&
-        !m_options.quiet)
-      Complain(FormatText(kTextReplacedInFolder, ShownPath(target), ShownPath(source)));
-    switch (outcome) {
-      case Outcome::kWithLosses:
-        ++withLosses;
-        [[fallthrough]];
-      case Outcome::kConverted:
-        ++converted;
-        break;
-      case Outcome::kNotRecognised:
-        ++unknown;
-        break;
-      case Outcome::kFailed:
-        ++failed;
-        break;
+// Whether the sources are there. 0, or the exit status.
+int CheckSources(const std::vector<WideString>& sources) {
+  for (const WideString& source : sources) {
+    uint32_t error = kStatusSuccess;
+    if (source != kStream && !IsWebAddress(source) &&
+        FileAttributes(source, &error) == kNoAttributes && error == kStatusFileNotFound) {
+      return Refuse(FormatText(kTextNoSource, ShownPath(source)));
     }
   }
-  ShowProgress(0, 0);
-  if (!m_options.quiet) {
-    Complain(FormatText(kTextSummary, converted, unknown, failed));
-    if (withLosses > 0) Complain(FormatText(kTextFilesWithLosses, withLosses));
-  }
-  return ExitStatus(converted, withLosses, failed);
+  return kExitConverted;
 }
 
-Outcome Conversion::Convert(const WideString& source, const WideString& target) {
-  m_front.SetSubject(source);
-  const uint32_t status = m_driver.OpenFile(source, false, true);
-  if (!m_options.quiet) TellLookups(source);
-  if (status != kStatusSuccess && m_front.Declined()) {
-    Complain(FormatText(kTextNoSuchList, m_options.lists.text, ShownPath(source)));
-    return Outcome::kFailed;
-  }
-  if (status == kStatusBadFormat) return Outcome::kNotRecognised;
-  if (status != kStatusSuccess) return Outcome::kFailed;
-  if (!Prepare(source, target)) return Outcome::kFailed;
-  return m_row.facts.isFile ? Write(source, target) : WriteLinks(source, target);
+// What does not go together with streams. 0, or the exit status.
+int CheckStreams(const Options& options, const Request& request) {
+  const auto& sources = request.sources;
+  const auto inputs = std::count(sources.begin(), sources.end(), kStream);
+  const bool isOne = sources.size() == 1 || options.merge;
+  if (inputs > 1 || (inputs == 1 && !isOne)) return Refuse(FormatText(kTextOneFileFromInput));
+  const bool toOutput =
+      options.output == kStream || (options.output.empty() && sources.front() == kStream);
+  const RowFacts& facts = request.row->facts;
+  const bool isSplit = options.split != 0 && facts.option == WriterOption::kSplit && facts.isFile;
+  const bool isMany = !isOne || isSplit || std::any_of(sources.begin(), sources.end(), IsFolder);
+  if (toOutput && (isMany || (options.json && !options.check)))
+    return Refuse(FormatText(kTextOneFileToOutput));
+  return kExitConverted;
 }
 
-void Conversion::TellLookups(const WideString& source) const {
-  const auto count = [this](ConversionNote note) { return m_driver.readNotes.Count(note); };
-  if (const uint64_t lookedUp = count(ConversionNote::kStopLookedUp)) {
-    Complain(FormatText(kTextStopsLookedUp, ShownPath(source), lookedUp,
-                        count(ConversionNote::kStopNotFound)));
-  }
-  if (count(ConversionNote::kStopNotAsked) > 0) Complain(PositionRemedy(m_options));
-  if (const uint64_t left = count(ConversionNote::kPlaceNotAsked)) {
-    Complain(FormatText(kTextPlacesNotAsked, ShownPath(source), left));
-    Complain(PlaceRemedy(m_options));
-  }
-  if (count(ConversionNote::kPageNotFetched) > 0)
-    Complain(FormatText(kTextSavedMapNotFetched, ShownPath(source)));
-}
-
-// Does with the itinerary what the options want, up to the way in its place. False when nothing is
-// left to be written, and the user has been told.
-bool Conversion::Prepare(const WideString& source, const WideString& target) {
-  const bool becomesWay = m_options.directions.asTrack;
-  const auto isOfWay = [becomesWay](const ListOperation& operation) {
-    return becomesWay && operation.kind == ListOperation::Kind::kSimplify;
+// Options that would do nothing here. 0, or the exit status.
+int CheckEffects(const Options& options, const Request& request) {
+  const auto& sources = request.sources;
+  const bool hasFolder = std::any_of(sources.begin(), sources.end(), IsFolder);
+  const bool isOneFile = sources.size() == 1 && !hasFolder;
+  const std::u16string_view format =
+      options.from.empty() ? ExtensionOfPath(sources.front()) : options.from;
+  const bool fromCsv = !isOneFile || format.empty() || IsCsv(format);
+  const bool readsCsv = options.csvRead || options.findsCsvColumns;
+  const bool writesNothing = options.check;
+  const DirectionsOptions::Typed& typed = options.directions.typed;
+  // Links tell planners what to ask for.
+  const bool asksNoWay = !options.directions.directions && request.row->facts.isFile;
+  const struct {
+    const char* name;
+    bool isIdle;
+  } kinds[] = {
+      {"--merge", options.merge && isOneFile},
+      {"--recursive", options.recursive && !hasFolder},
+      {"--summary", options.summary},
+      {"--csv-read", readsCsv && !options.remember && !fromCsv},
+      {"--csv-write", options.csvWrite && !options.remember && !IsCsv(request.row->extension)},
+      {"--remember", options.remember && !options.csvRead && !options.csvWrite},
+      {"--fit", options.fit && !request.row->facts.isFile},
+      {"--mode", typed.mode && asksNoWay},
+      {"--type", typed.type && asksNoWay},
+      {"--avoid", typed.avoid && asksNoWay},
+      {"--hilliness", typed.hilliness && asksNoWay},
+      {"--windingness", typed.windingness && asksNoWay},
+      {"--tractor", options.directions.tractor && asksNoWay},
+      {"--point", options.send.stop != 0},
+      {"--near", options.services.typed.near.has_value()},
+      {"--radius", options.services.typed.radius.has_value()},
+      {"--force", options.force && writesNothing},
+      {"--no-sync", options.noSync && writesNothing},
   };
-  // A way is thinned when it is there; all else is done with its stops.
-  std::vector<ListOperation> ofStops;
-  std::vector<ListOperation> ofWay;
-  for (const ListOperation& operation : m_options.operations)
-    (isOfWay(operation) ? ofWay : ofStops).push_back(operation);
-
-  CGpsRoute& itinerary = m_driver.current;
-  if (!m_legs) {
-    ApplyListOperations(ofStops, source, m_options.quiet, itinerary);
-    return true;
+  for (const auto& kind : kinds) {
+    if (kind.isIdle) return Refuse(FormatText(kTextOptionWithoutEffect, kind.name));
   }
-  const RoadOrder roads = m_legs->Roads();
-  if (std::ranges::any_of(ofStops, IsSearchForOrder) &&
-      !m_legs->MayOrderByRoad(source, itinerary.Count()))
-    return false;
-  ApplyListOperations(ofStops, source, m_options.quiet, itinerary, &roads);
-  if (becomesWay && !m_options.check && IsSameFile(source, target)) {
-    Complain(FormatText(kTextTargetIsSource, ShownPath(source)));
-    return false;
-  }
-  const bool hasWay = m_legs->Calculate(source, itinerary);
-  if (!becomesWay) return true;
-  ReplaceStopsByWay(itinerary);
-  ApplyListOperations(ofWay, source, m_options.quiet, itinerary);
-  if (!hasWay || itinerary.points.empty())
-    Complain(FormatText(kTextNoWayToWrite, ShownPath(source)));
-  return hasWay && !itinerary.points.empty();
+  return kExitConverted;
 }
 
-Outcome Conversion::Write(const WideString& source, const WideString& target) {
-  WriteOptions options;
-  options.option = m_options.split;
-  options.silent = true;
-  options.checks = !m_options.quiet || m_options.strict || m_options.check;
-  options.keepsNothing = m_options.check;
-  m_front.SetSubject(target);
-  const TripWrite trip = m_driver.Export(target, m_row, options);
-  if (trip.refusal == WriteRefusal::kSourceHoldsMore)
-    Complain(FormatText(kTextTargetIsSource, ShownPath(source)));
-  const uint64_t countries = trip.notes.Count(ConversionNote::kCountryNotFound);
-  if (countries > 0 && !m_options.quiet) {
-    Complain(FormatText(kTextCountriesNotFound, ShownPath(target), countries));
-    if (const std::string remedy = CountryRemedy(m_options); !remedy.empty()) Complain(remedy);
+// The files of the sources. 0, or the exit status; what cannot be listed was told then.
+int ListAll(const Options& options, const std::vector<WideString>& given,
+            std::vector<ConversionSource>& sources) {
+  for (const WideString& source : given) {
+    if (!IsFolder(source)) {
+      sources.push_back({source});
+    } else if (const uint32_t error = ListSources(source, options.recursive, sources)) {
+      // That it is a folder is no reason here.
+      Complain(source,
+               std::string(LoadTextUtf8(kTextCannotBeRead)) + DescribeReason(error, WideString()));
+      return kExitFailed;
+    }
   }
-  if (trip.status != kStatusSuccess) return Outcome::kFailed;
-  if (!trip.check) return Outcome::kConverted;
-  Tell(source, target, *trip.check);
-  return trip.check->HasLosses() ? Outcome::kWithLosses : Outcome::kConverted;
+  return kExitConverted;
 }
 
-// Targets that are no file get links, which are shown unless a file is asked for.
-Outcome Conversion::WriteLinks(const WideString& source, const WideString& target) {
-  std::vector<std::string> links;
-  m_context.takeLink = [&links](const std::string& link) {
-    links.push_back(link);
-    return uint32_t{kStatusSuccess};
-  };
-  LoadUserSettings();
-  m_context.linkOptions = LinkOptionsFor(m_options.directions.wishes, CSettings::Instance());
-  WriteOptions options;
-  options.option = m_options.split;
-  options.silent = true;
-  m_front.SetSubject(source);
-  const TripWrite trip = m_driver.Export(target, m_row, options);
-  m_context.takeLink = {};
-  if (trip.status != kStatusSuccess) return Outcome::kFailed;
-  if (m_options.check) {
-    if (!m_options.quiet) Complain(FormatText(kTextOnlyWritten, FormatLabel(m_row)));
-    return Outcome::kConverted;
-  }
-  if (!m_options.output.empty()) {
-    const uint32_t error = SaveLinks(target, links);
-    if (error == kStatusSuccess) return Outcome::kConverted;
-    Complain(target,
-             std::string(LoadTextUtf8(kTextCannotBeWritten)) + DescribeReason(error, target));
-    return Outcome::kFailed;
-  }
-  m_outputFailed = !PrintLinks(links) || m_outputFailed;
-  // Of a folder they would be too many.
-  if (!m_inFolder && OpenLinks(links) != kStatusSuccess && !m_options.quiet)
-    Complain(FormatText(kTextLinksNotOpened));
-  return Outcome::kConverted;
+// The folder for the targets of several sources. 0, or the exit status.
+int MakeOutputFolder(const Options& options) {
+  if (options.output.empty()) return kExitConverted;
+  const uint32_t error = CreateFolders(options.output);
+  if (error == kStatusSuccess) return kExitConverted;
+  std::string reason = DescribeReason(error, options.output);
+  if (FileAttributes(options.output) == kAttributeNormal)
+    reason = " " + FormatText(kTextReason, LoadTextUtf8(kTextReasonFile));
+  Complain(options.output, std::string(LoadTextUtf8(kTextCannotBeWritten)) + reason);
+  return kExitFailed;
 }
 
-void Conversion::Tell(const WideString& source, const WideString& target, const LossCheck& check) {
-  if (m_options.json) {
-    OutputSink sink;
-    WriteJsonCheck(sink, source, target, check);
-    sink.Put('\n');
-    m_outputFailed = !sink.Finish() || m_outputFailed;
-  } else if (!m_options.quiet && (!m_inFolder || check.HasLosses())) {
-    WriteError(DescribeCheck(source, target, check));
-  }
-}
-
-void Conversion::ShowProgress(size_t done, size_t count) const {
-  if (m_options.quiet || !IsErrorTerminal()) return;
-  WriteError(count == 0 ? std::string("\r\x1B[K") : fmt::format("\r\x1B[K{}/{}\r", done, count));
-}
-
-}  // namespace
-
-int RunConversion(const Options& options, const FormatTable& table, ConversionContext& context) {
-  const WideString& source = options.tokens[0];
-  const WideString& key = options.tokens[1];
-  const CItineraryFormat* row = FindWriter(table, ToLowerAscii(key));
-  if (!row) {
-    Complain(FormatText(kTextUnknownKey, ShownPath(key)));
-    return kExitWrongUsage;
-  }
-  uint32_t error = kStatusSuccess;
-  const uint32_t attributes = FileAttributes(source, &error);
-  if (!IsWebAddress(source) && attributes == kNoAttributes && error == kStatusFileNotFound) {
-    Complain(FormatText(kTextNoSource, ShownPath(source)));
-    return kExitWrongUsage;
-  }
-  if (options.directions.withWay && !row->facts.takesWay) {
-    Complain(FormatText(kTextWithWayRows));
-    return kExitWrongUsage;
-  }
-  // Never destroyed: to free a million points one by one takes longer than to end the process.
-  static auto* const conversion = new Conversion(options, table, *row, context);
-  const bool isFolder = attributes == kAttributeDirectory;
-  if (!options.directions.directions)
-    return isFolder ? conversion->ConvertFolder(source) : conversion->ConvertFile(source);
-
-  PrepareServices();
+// Has legs asked for, where the options want them. 0, or the exit status.
+int TakeDirections(const Options& options, ConversionContext& context, ConversionRun& run) {
   const DirectionsOptions& directions = options.directions;
+  if (!directions.directions) return kExitConverted;
+  PrepareServices();
   DirectionsChoice choice = ChooseDirections(
       options, directions.provider ? directions.provider : options.services.typed.provider);
   if (!choice.IsToBeAsked()) {
     Complain(choice.service.message);
     return choice.service.exitStatus;
   }
-  conversion->SetDirections(std::move(choice));
+  run.SetDirections(std::move(choice));
   context.writesWay = directions.withWay;
-  return isFolder ? conversion->ConvertFolder(source) : conversion->ConvertFile(source);
+  return kExitConverted;
+}
+
+int Convert(const Options& options, const Request& request, ConversionRun& run) {
+  const std::vector<WideString>& given = request.sources;
+  const bool hasFolder = std::any_of(given.begin(), given.end(), IsFolder);
+  if (given.size() == 1 && !hasFolder) return run.ConvertOne(given.front());
+  std::vector<ConversionSource> sources;
+  if (const int status = ListAll(options, given, sources)) return status;
+  if (options.merge) return run.Merge(sources);
+  if (const int status = options.check ? 0 : MakeOutputFolder(options)) return status;
+  return run.ConvertEach(sources);
+}
+
+}  // namespace
+
+int RunConversion(const Options& options, const FormatTable& table, ConversionContext& context) {
+  Request request;
+  if (const int status = Understand(options, table, request)) return status;
+  if (!options.from.empty() && !FindReader(table, options.from))
+    return Refuse(FormatText(kTextNothingReads, ShownPath(options.from)));
+  if (const int status = CheckSources(request.sources)) return status;
+  if (options.directions.withWay && !request.row->facts.takesWay)
+    return Refuse(FormatText(kTextWithWayRows));
+  if (const int status = CheckStreams(options, request)) return status;
+  if (const int status = CheckEffects(options, request)) return status;
+  uint32_t option = 0;
+  std::string error;
+  if (!TakeWriterOption(options, *request.row, option, error)) return Refuse(error);
+  const std::string effect = DescribeSwitch(options, *request.row);
+  if (!effect.empty() && !options.quiet) Complain(effect);
+
+  ScratchFolder::ClearLeftBehind();
+  context.progress = [](const ConversionProgress&) { return !InterruptionScope::IsPending(); };
+  // Never destroyed: to free a million points one by one takes longer than to end the process.
+  static auto* const run = new ConversionRun(options, table, *request.row, option, context);
+  if (const int status = TakeDirections(options, context, *run)) return status;
+  return Convert(options, request, *run);
 }

@@ -86,7 +86,7 @@ std::string WithoutTags(std::string_view text) {
 }
 
 std::string ShownDistance(uint32_t metres) {
-  return FormatDistance(metres, CSettings::Instance().distMiles);
+  return LocalNumber(FormatDistance(metres, CSettings::Instance().distMiles));
 }
 
 uint32_t Narrowed(uint64_t value) {

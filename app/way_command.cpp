@@ -30,12 +30,18 @@ std::unique_ptr<CGpsPointList> PointsOf(const CGpsPointArray& list) {
 int ReadStops(const Options& options, ConsoleFront& front, ConversionDriver& driver) {
   const WideString& source = *options.directions.way;
   uint32_t error = kStatusSuccess;
-  if (!IsWebAddress(source) && FileAttributes(source, &error) == kNoAttributes && error == kStatusFileNotFound) {
+  if (!IsWebAddress(source) && FileAttributes(source, &error) == kNoAttributes &&
+      error == kStatusFileNotFound) {
     Complain(FormatText(kTextNoSource, ShownPath(source)));
     return kExitWrongUsage;
   }
+  if (!options.from.empty() && !FindReader(driver.table, options.from)) {
+    Complain(FormatText(kTextNothingReads, ShownPath(options.from)));
+    return kExitWrongUsage;
+  }
   front.SetSubject(source);
-  const uint32_t status = driver.OpenFile(source, false, true);
+  const uint32_t status =
+      driver.Open(source, false, {.silent = true, .key = options.from, .byContent = true});
   if (status != kStatusSuccess && front.Declined())
     Complain(FormatText(kTextNoSuchList, options.lists.text, ShownPath(source)));
   if (status != kStatusSuccess) return kExitFailed;

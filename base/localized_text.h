@@ -20,7 +20,3 @@ std::string_view LoadTextUtf8(uint32_t id);
 
 /// The same as wide text.
 WideString LoadText(uint32_t id);
-
-/// A number of things, such as "1 track" or "2,412 tracks". `textId` is the text for one of them
-/// and the number behind it that for several; "%s" in both is the number.
-std::string CountText(uint32_t textId, uint64_t count);

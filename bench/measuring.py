@@ -39,6 +39,10 @@ class Tools:
                 sys.exit(f"{needed} is missing: cmake --preset release && "
                          "cmake --build --preset release")
 
+        # One of another day may know no such thing.
+        told = subprocess.run([self.program, "--help"], check=True, capture_output=True).stdout
+        self.syncs = b"--no-sync" in told
+
     def formats(self):
         """The rows of the format table that are files, as the program lists them."""
         listed = subprocess.run([self.program, "--formats", "--json"], check=True,
@@ -52,9 +56,10 @@ class Tools:
         if made.returncode != 0:
             raise Failure(made.stderr.strip())
 
-    def convert(self, source, key, target):
-        """The command that converts one file."""
-        return [self.program, str(source), key, "--output", str(target), "--quiet"]
+    def convert(self, source, key, target, synced=False):
+        """The command that converts one file, and waits for the disk or not."""
+        waiting = [] if synced or not self.syncs else ["--no-sync"]
+        return [self.program, str(source), key, "--output", str(target), "--quiet", *waiting]
 
     def once(self, command, timeout=None):
         """Runs a command and returns its seconds and its peak memory in bytes."""

@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
   ConversionContext context;
   const FormatTable table = DefaultFormatTable();
   // Left to the end of the process, as the converter does with what it has read.
-  const TripRead& trip = *new TripRead(ReadTrip(table, WidePath(argv[1]), context, true));
+  const TripRead& trip = *new TripRead(ReadTrip(table, WidePath(argv[1]), context, {.silent = true}));
   if (trip.status != kStatusSuccess) {
     std::fprintf(stderr, "read_only: %s cannot be read (status %u)\n", argv[1], trip.status);
     return 1;

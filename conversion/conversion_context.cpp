@@ -16,6 +16,10 @@ void ConversionContext::Renew() {
   notes = {};
   failure = {};
   writtenFiles.clear();
+  csvLayouts.found.reset();
+  csvLayouts.contradicting.reset();
+  csvLayouts.isNotFound = false;
+  m_isUnicode = false;
   m_isCancelled = false;
 }
 
@@ -36,6 +40,7 @@ bool ConversionContext::Look(uint64_t bytesDone) {
 ConversionContext ConversionContext::ForReadingBack() const {
   ConversionContext context;
   context.csvLayouts.forReading = csvLayouts.written;
+  context.encoding = encoding;
   context.lookups.isOffline = true;
   if (progress) {
     context.progress = [tell = progress](ConversionProgress told) {

@@ -61,28 +61,44 @@ ConversionDriver::ConversionDriver(FormatTable formats, ConversionFront& front,
     : table(std::move(formats)), m_front(front), m_context(context), m_tracking(tracking) {}
 
 uint32_t ConversionDriver::OpenFile(const WideString& path, bool append, bool silent) {
-  FailureReason reason;
-  const uint32_t status = Read(path, append, silent, reason);
-  return Report(status, reason, path, append);
+  ReadOptions options;
+  options.silent = silent;
+  return Open(path, append, options);
 }
 
-uint32_t ConversionDriver::Read(const WideString& path, bool append, bool silent,
-                                FailureReason& reason) {
-  const BusyScope busy(m_front);
+uint32_t ConversionDriver::Open(const WideString& path, bool append, const ReadOptions& options) {
+  return Read(path, append, options, [this, &path](const ReadOptions& next) {
+    return ReadTrip(table, path, m_context, next);
+  });
+}
+
+uint32_t ConversionDriver::OpenBytes(std::string_view bytes, bool append,
+                                     const ReadOptions& options) {
+  return Read(WideString(), append, options, [this, bytes](const ReadOptions& next) {
+    return ReadTripBytes(table, bytes, m_context, next);
+  });
+}
+
+// Where the user wants none of a reader's lists, the next one may see others in the file.
+template <typename ReadNext>
+uint32_t ConversionDriver::Read(const WideString& path, bool append, ReadOptions options,
+                                ReadNext readNext) {
   readNotes = {};
   uint32_t status = kStatusBadFormat;
-  const CItineraryFormat* last = nullptr;
-  // Where the user wants none of a reader's lists, the next one may see others in the file.
-  do {
-    TripRead trip;
-    m_front.Run([&] { trip = ReadTrip(table, path, m_context, silent, last); });
-    if (last && !trip.row) break;
-    last = trip.row;
-    status = trip.status == kStatusSuccess ? MergeLists(trip, path, append) : trip.status;
-    readNotes.Add(trip.notes);
-    reason = std::move(trip.reason);
-  } while (status == kStatusDeclined && last);
-  return status;
+  FailureReason reason;
+  {
+    const BusyScope busy(m_front);
+    do {
+      TripRead trip;
+      m_front.Run([&] { trip = readNext(options); });
+      if (options.after && !trip.row) break;
+      options.after = trip.row;
+      status = trip.status == kStatusSuccess ? MergeLists(trip, path, append) : trip.status;
+      readNotes.Add(trip.notes);
+      reason = std::move(trip.reason);
+    } while (status == kStatusDeclined && options.after);
+  }
+  return Report(status, reason, path, append);
 }
 
 uint32_t ConversionDriver::MergeLists(TripRead& trip, const WideString& path, bool append) {
@@ -93,7 +109,7 @@ uint32_t ConversionDriver::MergeLists(TripRead& trip, const WideString& path, bo
     sourcePath.clear();
     m_source = {};
   }
-  m_source.path = path;
+  if (!path.empty()) m_source.paths.push_back(path);
   m_source.listsFound += trip.lists.size();
   m_source.listsTaken += chosen.size();
   m_source.notes.Add(trip.notes);
@@ -120,8 +136,10 @@ uint32_t ConversionDriver::ReportSuccess(const WideString& path, bool append) {
     m_front.ShowMessage(MessageIcon::kWarning, kTextNoItinerary, {});
     return kStatusFailure;
   }
-  if (current.Count() > kManyPoints && !m_front.AskYesNo(MessageIcon::kWarning, kTextManyPoints))
+  if (current.Count() > kManyPoints && m_front.HasEditor() &&
+      !m_front.AskYesNo(MessageIcon::kWarning, kTextManyPoints)) {
     return kStatusDeclined;
+  }
   if (!append) {
     sourcePath = path;
     if (current.name.empty()) current.name = WideToUtf8Lossy(FileTitleOfPath(path));
@@ -147,9 +165,22 @@ TripWrite ConversionDriver::Export(const WideString& path, const CItineraryForma
   if (trip.status == kStatusSuccess) {
     RememberState();
   } else if (trip.refusal == WriteRefusal::kNone) {
-    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, trip.reason);
+    TellFailure(trip);
   }
   return trip;
+}
+
+TripWrite ConversionDriver::Stream(ByteSink& sink, const CItineraryFormat& row,
+                                   const WriteOptions& options) {
+  const BusyScope busy(m_front);
+  TripWrite trip = WriteTripTo(sink, row, current, m_source, options, m_context);
+  if (trip.status != kStatusSuccess) TellFailure(trip);
+  return trip;
+}
+
+void ConversionDriver::TellFailure(const TripWrite& trip) {
+  if (trip.status != kStatusCancelled)
+    m_front.ShowMessage(MessageIcon::kError, kTextCannotBeWritten, trip.reason);
 }
 
 void ConversionDriver::OpenCommand() {

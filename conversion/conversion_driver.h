@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string_view>
 #include <vector>
 
 #include "base/wide_string.h"
@@ -33,11 +34,17 @@ class ConversionDriver {
   /// the user. Returns the status: 0, kStatusDeclined, or what the message was about.
   uint32_t OpenFile(const WideString& path, bool append, bool silent);
 
+  /// The same with more to say. `bytes`: those of a file that has no path, such as standard input.
+  uint32_t Open(const WideString& path, bool append, const ReadOptions& options);
+  uint32_t OpenBytes(std::string_view bytes, bool append, const ReadOptions& options);
+
   /// Writes `current` with a row's writer and reports a failure. Returns the status.
   uint32_t ExportTo(const WideString& path, const CItineraryFormat& row, bool silent);
   /// The same with more to say and to tell. A refusal is for the caller to report.
   TripWrite Export(const WideString& path, const CItineraryFormat& row,
                    const WriteOptions& options);
+  /// The same to a stream instead of a file.
+  TripWrite Stream(ByteSink& sink, const CItineraryFormat& row, const WriteOptions& options);
 
   /// Lets the user open a file, after a question when changes would be lost.
   void OpenCommand();
@@ -70,8 +77,10 @@ class ConversionDriver {
       exported;
 
  private:
-  uint32_t Read(const WideString& path, bool append, bool silent, FailureReason& reason);
+  template <typename ReadNext>
+  uint32_t Read(const WideString& path, bool append, ReadOptions options, ReadNext readNext);
   uint32_t MergeLists(TripRead& trip, const WideString& path, bool append);
+  void TellFailure(const TripWrite& trip);
   void NameFromField();
   WideString DefaultExportName() const;
   void ExportFromCommand(const WideString& path, const CItineraryFormat& row);
@@ -83,5 +92,5 @@ class ConversionDriver {
   ConversionFront& m_front;
   ConversionContext& m_context;
   const ChangeTracking m_tracking;
-  TripSource m_source;  ///< of `current`; without a path for a link
+  TripSource m_source;  ///< of `current`
 };

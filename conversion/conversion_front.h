@@ -36,6 +36,8 @@ class ConversionFront {
 
   /// `reason` is what is known of the cause of a failure.
   virtual void ShowMessage(MessageIcon icon, uint32_t textId, const FailureReason& reason) = 0;
+  /// False where no editor opens, so that nobody is asked whether it should.
+  virtual bool HasEditor() const { return true; }
   /// True for Yes.
   virtual bool AskYesNo(MessageIcon icon, uint32_t textId) = 0;
   /// The indices of the lists that become the itinerary, in their order; none when the user

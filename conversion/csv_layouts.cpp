@@ -3,6 +3,7 @@
 #include "base/status.h"
 
 uint32_t CsvLayouts::Choose(CsvUse use, bool silent, CCsvLayout& layout) {
+  if (use == CsvUse::kRead && findsForReading) return kStatusSuccess;
   if (const auto& told = use == CsvUse::kRead ? forReading : forWriting) {
     layout = *told;
   } else {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include "base/status.h"
 
@@ -10,7 +9,7 @@ struct FailureReason {
   uint32_t platformError = kStatusSuccess;  ///< of the last file operation that failed
   uint64_t line = 0;          ///< of a text or of an XML document, from 1; 0 when it is not known
   uint64_t column = 0;        ///< of an XML document, from 1; 0 when it is not known
-  std::string detail;         ///< what was wrong there, in English; empty when it is not known
+  uint32_t detailTextId = 0;  ///< a text that says what is wrong there; 0 when it is not known
   uint32_t adviceTextId = 0;  ///< a text that says what the user can do; 0 for none
 
   bool operator==(const FailureReason&) const = default;

@@ -8,6 +8,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/text_ids.h"
+#include "conversion/format_aliases.h"
 
 namespace {
 
@@ -27,7 +28,8 @@ std::string FormatPatterns(const CItineraryFormat& row) {
   return std::string(text.substr(start + 1, text.find('|', start + 1) - start - 1));
 }
 
-const CItineraryFormat* FindWriter(const FormatTable& table, std::u16string_view key) {
+const CItineraryFormat* FindWriter(const FormatTable& table, std::u16string_view name) {
+  const std::u16string_view key = KeyForWriting(name);
   const size_t colon = key.find(u':');
   const std::u16string_view extension = key.substr(0, colon);
   for (const CItineraryFormat& row : table) {

@@ -17,8 +17,8 @@ std::string FormatPatterns(const CItineraryFormat& row);
 inline bool IsPseudoFormat(const CItineraryFormat& row) { return !row.facts.isFile; }
 
 /// The first row with a writer for a key: an extension without regard to case, or
-/// "extension:textId" for one particular row. Null when there is none.
-const CItineraryFormat* FindWriter(const FormatTable& table, std::u16string_view key);
+/// "extension:textId" for one particular row, or one of `FormatAliases`. Null when there is none.
+const CItineraryFormat* FindWriter(const FormatTable& table, std::u16string_view name);
 
 /// The key that leads `FindWriter` to this row of the table: the bare extension where that is
 /// enough.

@@ -38,6 +38,26 @@ enum class WriterOption {
   kPrintable,      ///< other than 0: the printable version of the page
 };
 
+/// What the texts of a format's files are made of.
+enum class TextForm {
+  kUnicode,
+  kNarrow,  ///< bytes of an encoding that the file does not tell; when writing U+00FF at most
+  kLatin1,  ///< the same, and the file tells that it is so
+};
+
+/// As much as a format can hold, of texts in bytes of the file, in Unicode in UTF-16 units.
+inline constexpr size_t kNoLimit = static_cast<size_t>(-1);
+
+/// What a written file can hold.
+struct WriterLimits {
+  /// Characters that mean something else inside a text.
+  std::string_view separators = {};
+  size_t longestName = kNoLimit;     ///< 0: no names are written
+  size_t longestComment = kNoLimit;  ///< 0: no comments are written
+  size_t mostPoints = kNoLimit;      ///< in one file, for the devices that it is for
+  bool writesListName = true;
+};
+
 /// What else is known of a row.
 struct RowFacts {
   FormatParseFn parse = nullptr;  ///< the inner function of `read`
@@ -48,6 +68,9 @@ struct RowFacts {
   bool readsBack = true;            ///< false: no reader of the table understands what is written
   bool findsByName = false;  ///< stops are found again by their names, which should be unique
   bool takesWay = false;     ///< the writer can write the way between the stops
+  TextForm text = TextForm::kUnicode;
+  WriterLimits limits = {};
+  bool handsPointsOn = false;  ///< `read` takes its file piece by piece and hands every point on
 };
 
 /// One row of the format table.

@@ -1,25 +1,14 @@
 #include "conversion/loss_check.h"
 
+#include <algorithm>
+
 #include "base/status.h"
 #include "base/text.h"
 #include "conversion/list_choice.h"
 #include "conversion/read_trip.h"
+#include "platform/folder.h"
 
 namespace {
-
-// The rows whose readers may understand what `row` writes, its own first.
-std::vector<const CItineraryFormat*> ReadersOf(const FormatTable& table,
-                                               const CItineraryFormat& row) {
-  if (!row.facts.readsBack) return {};
-  std::vector<const CItineraryFormat*> readers;
-  if (row.read) readers.push_back(&row);
-  for (const CItineraryFormat& other : table) {
-    const bool isKin = EqualsIgnoringCase(other.extension, row.extension) ||
-                       (row.textId != 0 && other.textId == row.textId);
-    if (other.read && isKin) readers.push_back(&other);
-  }
-  return readers;
-}
 
 // The lists of the first reader that understands the file; none when there is no such reader.
 PointLists ListsOf(const std::vector<const CItineraryFormat*>& readers, const WideString& file,
@@ -48,20 +37,62 @@ bool ReadBack(const std::vector<const CItineraryFormat*>& readers, const WideStr
 
 }  // namespace
 
+std::vector<const CItineraryFormat*> ReadersOf(const FormatTable& table,
+                                               const CItineraryFormat& row) {
+  if (!row.facts.readsBack) return {};
+  std::vector<const CItineraryFormat*> readers;
+  if (row.read) readers.push_back(&row);
+  for (const CItineraryFormat& other : table) {
+    const bool isKin = EqualsIgnoringCase(other.extension, row.extension) ||
+                       (row.textId != 0 && other.textId == row.textId);
+    if (other.read && isKin) readers.push_back(&other);
+  }
+  return readers;
+}
+
 bool LossCheck::HasLosses() const {
   return outcome == Outcome::kNotReadable || losses.HasLosses() || listsMerged > 0 ||
-         notes.HasLosses();
+         notes.HasLosses() || fit.HasLosses();
+}
+
+bool LossCheck::HasGraveLosses() const {
+  return outcome == Outcome::kNotReadable || losses.HasGraveLosses() ||
+         StopsWithoutWaypoint() > 0 || StopsNotLookedUp() > 0 ||
+         notes.Count(ConversionNote::kStopNotAsked) > 0;
+}
+
+bool LossCheck::MayBeFitted() const {
+  return outcome == Outcome::kNotReadable || losses.HasGraveLosses() || losses.stopsAdded > 0 ||
+         losses.namesChanged > 0 || losses.commentsChanged > 0;
+}
+
+LossCheck CheckStream(const CGpsPointArray& list, const TripSource& source) {
+  LossCheck check;
+  check.outcome = LossCheck::Outcome::kNoFile;
+  check.listsMerged = source.listsTaken > 1 ? source.listsTaken : 0;
+  check.listsLeft = source.listsFound - source.listsTaken;
+  check.notes = source.notes;
+  check.doubtfulPositions = CountDoubtfulPositions(list);
+  return check;
 }
 
 LossCheck CheckWrittenFiles(const FormatTable& table, const CItineraryFormat& row,
                             const std::vector<WideString>& files, const CGpsPointArray& list,
-                            const TripSource& source, const ConversionContext& context) {
-  LossCheck check;
-  check.listsMerged = source.listsTaken > 1 ? source.listsTaken : 0;
-  check.notes = source.notes;
+                            const std::optional<LossReport>& known, const TripSource& source,
+                            const ConversionContext& context) {
+  LossCheck check = CheckStream(list, source);
+  check.outcome = LossCheck::Outcome::kChecked;
   const std::vector<const CItineraryFormat*> readers = ReadersOf(table, row);
   if (readers.empty()) {
     check.outcome = LossCheck::Outcome::kOnlyWritten;
+    return check;
+  }
+  if (!std::all_of(files.begin(), files.end(), IsRegularFile)) {
+    check.outcome = LossCheck::Outcome::kNoFile;
+    return check;
+  }
+  if (known && files.size() == 1) {
+    check.losses = *known;
     return check;
   }
   ConversionContext readingBack = context.ForReadingBack();

@@ -7,8 +7,7 @@
 
 namespace {
 
-// What a reader can pass over: the text for one, behind which that for several stands, and the name
-// in JSON where it has not one of its own outside.
+// What a reader can pass over, and its name in JSON where it has not one of its own outside.
 struct PassedOverKind {
   ConversionNote note;
   uint32_t text;
@@ -16,27 +15,71 @@ struct PassedOverKind {
 };
 
 constexpr PassedOverKind kPassedOverKinds[] = {
-    {ConversionNote::kLinePassedOver, kTextOneLine, nullptr},
-    {ConversionNote::kStopWithoutWaypoint, kTextOneStopWithoutWaypoint, nullptr},
-    {ConversionNote::kPointWithoutPosition, kTextOnePointWithoutPosition, nullptr},
-    {ConversionNote::kTime, kTextOneTime, "times"},
-    {ConversionNote::kSymbol, kTextOneSymbol, "symbols"},
-    {ConversionNote::kMeasurement, kTextOneMeasurement, "measurements"},
-    {ConversionNote::kLink, kTextOneLink, "links"},
-    {ConversionNote::kDescription, kTextOneDescription, "descriptions"},
-    {ConversionNote::kDetail, kTextOneDetail, "details"},
-    {ConversionNote::kShapingPoint, kTextOneShapingPoint, "shapingPoints"},
-    {ConversionNote::kSegmentBreak, kTextOneSegmentBreak, "segmentBreaks"},
-    {ConversionNote::kExtension, kTextOneExtension, "extensions"},
-    {ConversionNote::kArea, kTextOneArea, "areas"},
-    {ConversionNote::kOverlay, kTextOneOverlay, "overlays"},
-    {ConversionNote::kDocument, kTextOneDocument, "documents"},
-    {ConversionNote::kRelation, kTextOneRelation, "relations"},
+    {ConversionNote::kLinePassedOver, kTextLineCount, nullptr},
+    {ConversionNote::kStopWithoutWaypoint, kTextStopsWithoutWaypoint, nullptr},
+    {ConversionNote::kPointWithoutPosition, kTextPointsWithoutPosition, nullptr},
+    {ConversionNote::kTime, kTextTimeCount, "times"},
+    {ConversionNote::kSymbol, kTextSymbolCount, "symbols"},
+    {ConversionNote::kMeasurement, kTextMeasurementCount, "measurements"},
+    {ConversionNote::kLink, kTextLinkCount, "links"},
+    {ConversionNote::kDescription, kTextDescriptionCount, "descriptions"},
+    {ConversionNote::kDetail, kTextDetailCount, "details"},
+    {ConversionNote::kShapingPoint, kTextShapingPointCount, "shapingPoints"},
+    {ConversionNote::kSegmentBreak, kTextSegmentBreakCount, "segmentBreaks"},
+    {ConversionNote::kExtension, kTextExtensionCount, "extensions"},
+    {ConversionNote::kArea, kTextAreaCount, "areas"},
+    {ConversionNote::kOverlay, kTextOverlayCount, "overlays"},
+    {ConversionNote::kDocument, kTextDocumentCount, "documents"},
+    {ConversionNote::kRelation, kTextRelationCount, "relations"},
 };
 
 uint64_t CountOf(const LossCheck& check, ConversionNote note) {
   return note == ConversionNote::kPointWithoutPosition ? check.PointsWithoutPosition()
                                                        : check.notes.Count(note);
+}
+
+// What fitting has done, and its name in JSON.
+struct FitKind {
+  size_t FitReport::*count;
+  uint32_t text;
+  const char* name;
+};
+
+constexpr FitKind kFitKinds[] = {
+    {&FitReport::namesGiven, kTextNamesGiven, "namesGiven"},
+    {&FitReport::namesMadeUnique, kTextNamesMadeUnique, "namesMadeUnique"},
+    {&FitReport::textsSpelled, kTextTextsSpelled, "textsSpelled"},
+    {&FitReport::separatorsReplaced, kTextSeparatorsReplaced, "separatorsReplaced"},
+    {&FitReport::textsCut, kTextTextsCut, "textsCut"},
+};
+
+void AppendItem(std::string& list, const std::string& item) {
+  if (!list.empty()) list += ", ";
+  list += item;
+}
+
+std::string DescribeFit(const WideString& target, const FitReport& fit) {
+  std::string done;
+  for (const FitKind& kind : kFitKinds) {
+    if (fit.*kind.count > 0) AppendItem(done, FormatText(kind.text, fit.*kind.count));
+  }
+  if (fit.mostPoints > 0) AppendItem(done, FormatText(kTextSplitToFit, fit.mostPoints));
+  std::string text;
+  if (!done.empty()) text += FormatText(kTextFitted, WideToUtf8Lossy(target), done) + "\n";
+  if (fit.lacksSpeller) text += FormatText(kTextNoSpeller, WideToUtf8Lossy(target)) + "\n";
+  return text;
+}
+
+void WriteJsonFit(ByteSink& sink, const FitReport& fit) {
+  sink.Write(", \"fit\": {");
+  const char* separator = "";
+  for (const FitKind& kind : kFitKinds) {
+    if (fit.*kind.count == 0) continue;
+    sink.Printf("%s\"%s\": %d", separator, kind.name, fit.*kind.count);
+    separator = ", ";
+  }
+  if (fit.mostPoints > 0) sink.Printf("%s\"mostPoints\": %d", separator, fit.mostPoints);
+  sink.Put('}');
 }
 
 // All kinds with their numbers, parted by commas.
@@ -45,8 +88,7 @@ std::string PassedOver(const LossCheck& check) {
   for (const PassedOverKind& kind : kPassedOverKinds) {
     const uint64_t count = CountOf(check, kind.note);
     if (count == 0) continue;
-    if (!text.empty()) text += ", ";
-    text += CountText(kind.text, count);
+    AppendItem(text, FormatText(kind.text, count));
   }
   return text;
 }
@@ -69,16 +111,20 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
                           const LossCheck& check) {
   const std::string shown = WideToUtf8Lossy(target);
   const LossReport& losses = check.losses;
-  std::string text;
+  std::string text = DescribeFit(target, check.fit);
   const auto tell = [&text](const std::string& line) { text += line + "\n"; };
 
   if (check.outcome == LossCheck::Outcome::kOnlyWritten) {
     tell(FormatText(kTextOnlyWritten, shown));
   } else if (check.outcome == LossCheck::Outcome::kNotReadable) {
     tell(FormatText(kTextNotReadBack, shown));
+  } else if (check.outcome == LossCheck::Outcome::kNoFile) {
+    // There is nothing to say about what nobody can look at.
   } else if (!losses.HasLosses()) {
-    tell(FormatText(check.notes.HasLosses() ? kTextAllThatWasRead : kTextNothingLost, shown,
-                    losses.stops, losses.largestShift));
+    const uint32_t all = !check.IsComplete()     ? kTextAllThatWasRead
+                         : check.fit.HasLosses() ? kTextAllAsAdapted
+                                                 : kTextNothingLost;
+    tell(FormatText(all, shown, losses.stops, losses.largestShift));
   } else {
     if (losses.stopsLost > 0 || losses.stopsAdded > 0)
       tell(FormatText(kTextStopsLost, shown, losses.stopsLost, losses.stops, losses.stopsAdded));
@@ -92,9 +138,12 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
                       losses.largestShift));
     }
   }
+  if (check.fitHelps) tell(FormatText(kTextFitRemedy, shown));
   if (check.listsMerged > 0) tell(FormatText(kTextListsMerged, shown, check.listsMerged));
-  if (check.notes.HasLosses())
-    tell(FormatText(kTextPassedOver, WideToUtf8Lossy(source), PassedOver(check)));
+  const std::string passedOver = PassedOver(check);
+  if (!passedOver.empty()) tell(FormatText(kTextPassedOver, WideToUtf8Lossy(source), passedOver));
+  if (check.doubtfulPositions > 0)
+    tell(FormatText(kTextDoubtfulPositions, WideToUtf8Lossy(source), check.doubtfulPositions));
   return text;
 }
 
@@ -105,7 +154,7 @@ void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& 
   sink.Write(", \"target\": ");
   WriteJsonString(sink, WideToUtf8Lossy(target));
   const bool isChecked = check.outcome == LossCheck::Outcome::kChecked;
-  sink.Printf(", \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
+  sink.Printf(", \"status\": 0, \"checked\": %s, \"losses\": %s", isChecked ? "true" : "false",
               check.HasLosses() ? "true" : "false");
   if (isChecked) {
     const LossReport& losses = check.losses;
@@ -128,5 +177,8 @@ void WriteJsonCheck(ByteSink& sink, const WideString& source, const WideString& 
       check.listsMerged, check.LinesPassedOver(), check.StopsWithoutWaypoint(),
       check.PointsWithoutPosition());
   WriteJsonPassedOver(sink, check);
+  sink.Printf(", \"doubtfulPositions\": %d", check.doubtfulPositions);
+  if (check.fit.HasDone()) WriteJsonFit(sink, check.fit);
+  if (check.fitHelps) sink.Write(", \"remedy\": \"--fit\"");
   sink.Put('}');
 }

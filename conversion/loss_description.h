@@ -6,7 +6,7 @@
 #include "conversion/loss_check.h"
 #include "io/byte_sink.h"
 
-/// One to five lines for the user, about a conversion from `source` to `target`.
+/// One line or several for the user, about a conversion from `source` to `target`.
 std::string DescribeCheck(const WideString& source, const WideString& target,
                           const LossCheck& check);
 

@@ -51,6 +51,23 @@ bool LossReport::HasLosses() const {
          altitudesChanged > 0 || largestShift > kReceiverAccuracy;
 }
 
+StopComparison::StopComparison(const CGpsPointArray& before)
+    : m_next(before.points.begin()), m_end(before.points.end()) {
+  m_report.stops = before.Count();
+}
+
+void StopComparison::Take(const CGpsPoint& after) {
+  ++m_count;
+  if (m_next != m_end) CompareStop(*m_next++, after, m_report);
+}
+
+size_t CountDoubtfulPositions(const CGpsPointArray& list) {
+  const auto isDoubtful = [](const CGpsPoint& point) {
+    return !(std::abs(point.latitude) <= 90.0 && std::abs(point.longitude) <= 180.0);
+  };
+  return static_cast<size_t>(std::count_if(list.points.begin(), list.points.end(), isDoubtful));
+}
+
 LossReport CompareLists(const CGpsPointArray& before, const CGpsPointArray& after) {
   LossReport report;
   report.stops = before.Count();

@@ -24,17 +24,34 @@ struct TripRead {
 /// True for a path that is no file but a link: "http://" or "https://" and more.
 bool IsWebAddress(std::u16string_view path);
 
+/// How a file is read.
+struct ReadOptions {
+  bool silent = false;  ///< no question is asked
+  /// Names the format: an extension, "extension:textId" for one row, or one of `FormatAliases`.
+  /// Empty: the path's extension does.
+  WideString key = {};
+  /// The content decides where neither key nor extension do.
+  bool byContent = false;
+  /// Begins behind this row, when the lists of its reader were not wanted and the next one may see
+  /// others in the file. The result's row is null then when no reader is left.
+  const CItineraryFormat* after = nullptr;
+};
+
 /// Tries the readers of the path's extension ("kml" for "kmz") in table order until one ends with
 /// success, with a file that is locked, or with the user's cancelling; gives the last result. A web
 /// address goes to the readers of the extension "url". A file that no reader knows has the status
-/// kStatusBadFormat, and so has one without points. `silent`: no question is asked. Any thread may
-/// call this; nothing leaves it as an exception.
-///
-/// `after`: begins behind this row, when the lists of its reader were not wanted and the next one
-/// may see others in the file. `row` is null then when no reader is left.
+/// kStatusBadFormat, and so has one without points. Any thread may call this; nothing leaves it as
+/// an exception.
 TripRead ReadTrip(const FormatTable& table, const WideString& path, ConversionContext& context,
-                  bool silent, const CItineraryFormat* after = nullptr);
+                  const ReadOptions& options);
+
+/// The same for the bytes of a file, whose format the key names or the content decides.
+TripRead ReadTripBytes(const FormatTable& table, std::string_view bytes, ConversionContext& context,
+                       const ReadOptions& options);
 
 /// The same with the reader of one row, which must have one.
 TripRead ReadTripWith(const CItineraryFormat& row, const WideString& path,
                       ConversionContext& context, bool silent);
+
+/// The first row with a reader for a key, as in ReadOptions; null when there is none.
+const CItineraryFormat* FindReader(const FormatTable& table, std::u16string_view key);

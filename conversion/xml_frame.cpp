@@ -1,8 +1,7 @@
 #include "conversion/xml_frame.h"
 
-#include <utility>
-
 #include "base/status.h"
+#include "conversion/xml_fault_text.h"
 #include "platform/debug_log.h"
 #include "platform/sequential_file.h"
 
@@ -16,11 +15,12 @@ bool ParseWatched(CXmlReader& reader, ConversionContext& context, Parse&& parse)
   try {
     return parse();
   } catch (const XML_Error error) {
-    XmlFault fault = reader.FaultOf(error);
+    const XmlFault fault = reader.FaultOf(error);
     DebugLog(reader.DescribeError(error));
+    if (error == XML_ERROR_NO_MEMORY) context.Keep(kStatusOutOfMemory);
     context.failure.line = fault.line;
     context.failure.column = fault.column;
-    context.failure.detail = std::move(fault.text);
+    context.failure.detailTextId = XmlFaultText(error);
     return false;
   }
 }
@@ -46,6 +46,7 @@ uint32_t ParseXmlSource(CXmlReader& reader, ConversionContext& context, const Xm
 }
 
 uint32_t ReadXmlFile(CXmlReader& reader, const WideString& path, ConversionContext& context) {
+  if (context.incoming) return ParseXmlSource(reader, context, context.incoming);
   SequentialFile file;
   if (context.Keep(file.Open(path))) return kStatusFailure;
   context.Begin(ConversionProgress::Stage::kReading, file.Size());

@@ -16,7 +16,8 @@ uint32_t ParseXmlBytes(CXmlReader& reader, std::string_view bytes, ConversionCon
 /// The same for bytes from anywhere; 1 also when they cannot be read to their end.
 uint32_t ParseXmlSource(CXmlReader& reader, ConversionContext& context, const XmlSource& source);
 
-/// The same for the file at `path`; 1 also when it cannot be opened.
+/// The same for the file at `path`, or for what comes in its place; 1 also when it cannot be
+/// opened.
 uint32_t ReadXmlFile(CXmlReader& reader, const WideString& path, ConversionContext& context);
 
 /// The reader and the inner function of a format that `Reader` reads: a CXmlReader that is made

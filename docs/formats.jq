@@ -23,7 +23,8 @@ def letters:
 
 def section:
   "## \(.label)\n\n"
-  + "Key `\(.key)`; "
+  + "Key `\(.key)`"
+  + (if .aliases == null then "" else ", also " + (.aliases | map("`\(.)`") | join(", ")) end) + "; "
   + (if .reads and .writes then "read and written" elif .reads then "read" else "written" end)
   + ". For \(.users).\n\n"
   + (if .writes then "- holds when written: \(.written | holds)\n" else "" end)
@@ -46,4 +47,6 @@ def section:
   + "What each format holds, how precisely, and what is lost in it. `docs/update` makes this page of\n"
   + "the program's own table and of `docs/format_facts.tsv`; tests hold the facts against what the\n"
   + "writers and readers do.\n\n"
+  + "Texts of 8-bit formats are bytes of ISO 8859-1, or of the encoding that `--encoding NAME` tells. What\n"
+  + "a format cannot hold, `--fit` spells, replaces, cuts or splits.\n\n"
   + (map(section) | join("\n"))

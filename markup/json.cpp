@@ -22,12 +22,18 @@ CJsonValue& AddMember(CJsonObject& object, std::string_view key) {
   return added;
 }
 
+// A position of two members, the most frequent object, costs the heap no second request.
+constexpr size_t kUsualValues = 2;
+
 }  // namespace
 
 JsonValues::~JsonValues() { Clear(); }
 
 CJsonValue* JsonValues::Append(OwnedValue value) {
-  if (!m_values) m_values = std::make_unique<std::vector<OwnedValue>>();
+  if (!m_values) {
+    m_values = std::make_unique<std::vector<OwnedValue>>();
+    m_values->reserve(kUsualValues);
+  }
   return m_values->emplace_back(std::move(value)).get();
 }
 

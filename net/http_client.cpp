@@ -272,6 +272,6 @@ uint64_t HttpFetch(ByteSink& sink, const WideString& url, const std::string& pos
   CHttpClient client(options);
   client.Start(sink, UrlEscapeOnce(WideToUtf8Lossy(url)), postData, referrer, hostHeader,
                extraHeaders);
-  client.Wait(kWaitForever);
+  if (!client.Wait(options.waitMs)) throw CInternetException(kInternetTimeout);
   return client.Request().TotalRead();
 }

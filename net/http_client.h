@@ -28,6 +28,7 @@ struct HttpOptions {
   uint64_t bodyLimit = kServiceBodyLimit;  ///< bytes; 0: none
   uint32_t connectTimeoutMs = 30'000;
   uint32_t idleTimeoutMs = 60'000;  ///< without a byte in either direction
+  int32_t waitMs = kWaitForever;    ///< the calls that wait do so this long; then 12002
 };
 
 /// The connections of one client, kept for its next request. Nothing happens before the first.

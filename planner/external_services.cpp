@@ -1,5 +1,7 @@
 // What the page asks of the network.
 
+#include <chrono>
+
 #include "base/text.h"
 #include "planner/dispatch_call.h"
 #include "planner/dispatch_point.h"
@@ -58,7 +60,11 @@ ScriptValue RouteOrNull(const DirectionsAnswer& answer) {
 
 constexpr uint32_t kTooFewPoints = 8;
 
-bool Always() { return true; }
+// Whether to wait on: for so many milliseconds from now.
+std::function<bool()> GoesOnFor(int32_t milliseconds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+  return [end] { return std::chrono::steady_clock::now() < end; };
+}
 
 }  // namespace
 
@@ -120,7 +126,8 @@ ScriptValue PlannerExternal::GetRoadLocation(const ExternalArguments& arguments)
   const CGpsPoint position = arguments.Position(0);
   RoadDirections* const directions = m_parts.services.Directions();
   if (!directions) return {};
-  const DirectionsAnswer answer = directions->Ask({position, position}, Always);
+  const DirectionsAnswer answer =
+      directions->Ask({position, position}, GoesOnFor(m_parts.services.WaitMs()));
   if (answer.status != 0 || answer.legs.empty()) return {};
   const CRouteData& leg = answer.legs.front();
   const auto& line = leg.shape.points.points.empty() ? leg.path.points : leg.shape.points.points;
@@ -140,7 +147,10 @@ ScriptValue PlannerExternal::GetRoutePreview(const ExternalArguments& arguments)
 
   const std::vector<CGpsPoint> points = view.PreviewPoints(index, position, moved);
   RoadDirections* const directions = points.empty() ? nullptr : m_parts.services.Directions();
-  if (!callback) return directions ? RouteOrNull(directions->Ask(points, Always)) : ScriptValue();
+  if (!callback) {
+    if (!directions) return {};
+    return RouteOrNull(directions->Ask(points, GoesOnFor(m_parts.services.WaitMs())));
+  }
   const auto answered = [callback](const DirectionsAnswer& answer) {
     CDispatchCall(callback).Push(answer.status).Push(RouteOrNull(answer)).Invoke();
   };

@@ -14,7 +14,9 @@
 
 std::string OnlineServices::Get(const std::string& url, const std::string& referrer,
                                 const std::string& host) {
-  return HttpGet(Utf8ToWideLossy(url), referrer, host);
+  HttpOptions options;
+  options.waitMs = waitMs;
+  return HttpGet(Utf8ToWideLossy(url), referrer, host, options);
 }
 
 WideString OnlineServices::Download(const std::string& url, const std::string& referrer,
@@ -33,27 +35,28 @@ std::optional<CGpsNamedPoint> OnlineServices::FindAddress(const CGpsCoordinate& 
   if (service && !IsUsable(*service)) return std::nullopt;
   const std::unique_ptr<CReverseGeocoder> geocoder =
       CServiceRegistry::Instance().CreateReverseGeocoder(m_settings.findProvider);
-  if (!geocoder || geocoder->Search(position) != 0 || geocoder->GetResults().empty())
-    return std::nullopt;
+  if (!geocoder) return std::nullopt;
+  geocoder->SetWait(waitMs);
+  if (geocoder->Search(position) != 0 || geocoder->GetResults().empty()) return std::nullopt;
   return geocoder->GetResults().front();
 }
 
 std::optional<CGpsNamedPoint> OnlineServices::FindPanorama(const CGpsCoordinate& position) {
   PlaceList places;
-  if (GetStreetViewLocation(position, places) != 0 || places.empty()) return std::nullopt;
+  if (GetStreetViewLocation(position, places, waitMs) != 0 || places.empty()) return std::nullopt;
   return places.front();
 }
 
 std::optional<CGpsNamedPoint> OnlineServices::FindElevation(const CGpsCoordinate& position) {
   CGpsPoint point;
-  if (GetElevation(position, point) != 0) return std::nullopt;
+  if (GetElevation(position, point, waitMs) != 0) return std::nullopt;
   return point;
 }
 
 std::optional<UserCountry> OnlineServices::FindCountry() {
   CCountryInfo country;
   CGpsCoordinate position;
-  if (GetCountry(country, position) != 0) return std::nullopt;
+  if (GetCountry(country, position, waitMs) != 0) return std::nullopt;
   return UserCountry{country.countryCode, position.latitude, position.longitude};
 }
 

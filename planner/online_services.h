@@ -14,6 +14,8 @@ class OnlineServices : public PageServices {
   OnlineServices(CSettings& settings, PostBox& posts)
       : m_settings(settings), m_posts(posts), m_directions(settings, posts) {}
 
+  int32_t WaitMs() const override { return waitMs; }
+
   std::string Get(const std::string& url, const std::string& referrer,
                   const std::string& host) override;
   WideString Download(const std::string& url, const std::string& referrer,
@@ -26,6 +28,8 @@ class OnlineServices : public PageServices {
   RoadDirections* Directions() override { return &m_directions; }
   std::optional<UserCountry> FindCountry() override;
   void UpdateProviders(const std::string& json) override;
+
+  int32_t waitMs = PageServices::WaitMs();  ///< to be set before the first question
 
  private:
   CSettings& m_settings;

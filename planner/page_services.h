@@ -22,6 +22,10 @@ class PageServices {
  public:
   virtual ~PageServices() = default;
 
+  /// The page waits for most answers, and the window with it: one that takes longer than so many
+  /// milliseconds is none.
+  virtual int32_t WaitMs() const { return 10'000; }
+
   /// The body of a reply. Waits.
   virtual std::string Get(const std::string& url, const std::string& referrer,
                           const std::string& host) = 0;

@@ -97,7 +97,7 @@ CPointListView::LegResult CPointListView::CalculateLeg(size_t from, size_t to,
 
   const std::optional<DirectionsAnswer> answer = AskForLeg(points);
   if (!answer) return LegResult::kEnded;
-  if (answer->status == 0) {
+  if (answer->status == 0 && !answer->legs.empty()) {
     LegArrived(to, *answer);
     ShowMessage(NamesText(kTextDirectionsRetrieved, points.front(), points.back()));
     return LegResult::kCalculated;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -7,15 +8,12 @@
 /// closed pipe become error codes of the write instead of ending the process.
 void PrepareConsoleProcess();
 
-/// True when somebody sits in front of standard input and standard error.
-bool IsInteractive();
-
-/// True when standard error is a terminal.
+/// True when standard error is a terminal that understands escape codes.
 bool IsErrorTerminal();
 
 /// Writes to standard output or standard error at once. False when that failed.
 bool WriteOutput(std::string_view text);
 bool WriteError(std::string_view text);
 
-/// Reads one line of standard input without its end. False at the end of the input.
-bool ReadInputLine(std::string& line);
+/// Reads standard input to its end. Returns 0 or the platform's error code.
+uint32_t ReadInput(std::string& bytes);

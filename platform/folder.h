@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -28,13 +29,37 @@ WideString JoinedPath(const WideString& folder, std::u16string_view name);
 /// What stands behind the folder in a path, whole: two names may differ in front of a backslash.
 std::u16string_view NameIn(std::u16string_view path);
 
+/// The folder in a path without the last separator; empty for none.
+WideString FolderOf(const WideString& path);
+
 /// kAttributeDirectory, kAttributeNormal, or kNoAttributes, whose cause, the platform's error code,
 /// is put into `error` then. Links are followed.
 uint32_t FileAttributes(const WideString& path, uint32_t* error = nullptr);
 
+/// True for a file whose content stays in it, unlike that of a pipe or a device. Links are
+/// followed.
+bool IsRegularFile(const WideString& path);
+
+/// What tells one existing file or folder from every other, whatever paths lead to it.
+struct FileIdentity {
+  uint64_t device = 0;
+  uint64_t number = 0;
+
+  bool operator==(const FileIdentity&) const = default;
+  bool operator<(const FileIdentity& other) const {
+    return device != other.device ? device < other.device : number < other.number;
+  }
+};
+
+/// The identity of what `path` leads to; nothing where that does not exist.
+std::optional<FileIdentity> IdentityOf(const WideString& path);
+
 /// The names in a folder in byte order, without "." and "..". Returns 0 or the platform's error
 /// code; what was listed before a failure stays in `names`.
 uint32_t ListFolder(const WideString& path, std::vector<WideString>& names);
+
+/// True for a folder itself, not for a link to one.
+bool IsPlainFolder(const WideString& path);
 
 /// True when both paths lead to the same existing file or folder.
 bool IsSameFile(const WideString& first, const WideString& second);

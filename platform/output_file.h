@@ -6,13 +6,30 @@
 
 #include "base/wide_string.h"
 
+/// When a file and its name have reached the disk.
+enum class Durability {
+  kSynced,          ///< before `Commit` says that it is written
+  kSyncedTogether,  ///< a file that takes another's place before it does; a new one, and the names,
+                    ///< with `SyncFileSystem`, which the caller asks for once, behind the last
+  kLeftToTheSystem,
+};
+
+/// Waits until everything that was written to the file system of `path` has reached the disk; empty
+/// stands for the working folder.
+/// Returns 0 or the platform's error code.
+uint32_t SyncFileSystem(const WideString& path);
+
+/// Removes the temporary files in a folder that killed processes of this user have left. Those of
+/// living ones stay.
+void ClearUnfinishedFiles(const WideString& folder);
+
 /// A file that appears whole or not at all: everything goes to a temporary file in the target's
 /// folder, which takes the target's name in `Commit`. Links are followed and permissions kept.
 /// Where the folder is not writable but the target is, the target is written in place at the end.
 class OutputFile {
  public:
   /// Opens the temporary file; `Status` tells whether that worked.
-  explicit OutputFile(const WideString& path);
+  explicit OutputFile(const WideString& path, Durability durability = Durability::kSynced);
   /// Without a successful `Commit` the target stays what it was.
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
@@ -34,8 +51,12 @@ class OutputFile {
   void OverwriteTarget();
   void Discard();
   void WriteBehind();
+  bool NeedsSync() const;
+  bool SyncFile(int file) const;
+  bool SyncFolder() const;
 
   std::string m_target;
+  const Durability m_durability;
   Mode m_mode = Mode::kReplace;
   std::string m_temporary;  ///< in the mode kReplace: the name of that file
   std::string m_content;    ///< in the mode kInPlace: all that was written

@@ -6,6 +6,9 @@
 class ScratchFolder {
  public:
   ScratchFolder();
+
+  /// Removes those that killed processes of this user have left behind.
+  static void ClearLeftBehind();
   ~ScratchFolder();
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
@@ -18,4 +21,5 @@ class ScratchFolder {
  private:
   WideString m_path;
   uint32_t m_status = 0;
+  int m_lock = -1;  ///< tells other processes that this one is alive
 };

@@ -28,10 +28,11 @@ bool IsError(const CJsonValue& document) {
 
 }  // namespace
 
-uint32_t GetCountry(CCountryInfo& country, CGpsCoordinate& position) {
+uint32_t GetCountry(CCountryInfo& country, CGpsCoordinate& position, int32_t waitMs) {
   const Service& service = ServiceNamed("geoip");
   std::string reply;
-  const uint32_t status = AskService(service, AccessTo(service).url + "/country.php", reply);
+  const uint32_t status =
+      AskService(service, AccessTo(service).url + "/country.php", reply, waitMs);
   return status == kServiceSuccess ? ReadMachineCountry(reply, country, position) : status;
 }
 

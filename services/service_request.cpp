@@ -18,11 +18,14 @@ HttpOptions HttpOptionsFor(const Service& service) {
   return options;
 }
 
-uint32_t AskService(const Service& service, const std::string& url, std::string& reply) {
+uint32_t AskService(const Service& service, const std::string& url, std::string& reply,
+                    int32_t waitMs) {
   reply.clear();
+  HttpOptions options = HttpOptionsFor(service);
+  options.waitMs = waitMs;
   try {
     BeforeRequest(service, url);
-    reply = HttpGet(Utf8ToWideLossy(url), AccessTo(service).referrer, {}, HttpOptionsFor(service));
+    reply = HttpGet(Utf8ToWideLossy(url), AccessTo(service).referrer, {}, options);
     return kServiceSuccess;
   } catch (const CInternetException& failure) {
     return kServiceTransport + failure.code;

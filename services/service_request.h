@@ -10,6 +10,7 @@
 /// what they have always been told.
 HttpOptions HttpOptionsFor(const Service& service);
 
-/// Gets `url` from a service, with the referrer of its account, and waits. Returns 0, or 100 + the
-/// number of the transport's failure.
-uint32_t AskService(const Service& service, const std::string& url, std::string& reply);
+/// Gets `url` from a service, with the referrer of its account, and waits, at most so many
+/// milliseconds. Returns 0, or 100 + the number of the transport's failure.
+uint32_t AskService(const Service& service, const std::string& url, std::string& reply,
+                    int32_t waitMs = kWaitForever);

@@ -141,6 +141,13 @@ class Parser {
     if (column.empty()) column = decimal.find(',') == std::string::npos ? "," : ";";
     if (decimal.find_first_of(column) != std::string::npos)
       return {std::nullopt, FormatText(kTextCsvSameSeparators)};
+    if (m_layout.latitudeColumn == 0 || m_layout.longitudeColumn == 0)
+      return {std::nullopt, FormatText(kTextCsvNoPosition)};
+    auto columns = m_layout.Columns();
+    std::sort(columns.begin(), columns.end());
+    auto* const first = std::upper_bound(columns.begin(), columns.end(), 0u);
+    const auto* const twice = std::adjacent_find(first, columns.end());
+    if (twice != columns.end()) return {std::nullopt, FormatText(kTextCsvColumnTwice, *twice)};
     return {m_layout, std::string()};
   }
 
@@ -164,4 +171,25 @@ CsvLayoutText ParseCsvLayoutText(std::string_view text) {
       std::nullopt,
       FormatText(kTextUnknownCsvLayout, std::string(text),
                  Joined(named, [](const CsvPreset& preset) { return std::string(preset.name); }))};
+}
+
+std::string CsvLayoutAsText(const CCsvLayout& layout) {
+  std::string text;
+  const auto append = [&text](std::string_view name, std::string_view value) {
+    if (!text.empty()) text += ',';
+    text.append(name).append("=").append(value);
+  };
+  for (const Field& field : kFields) {
+    if (const auto* column = std::get_if<uint32_t CCsvLayout::*>(&field.target)) {
+      if (const uint32_t number = layout.*(*column)) append(field.name, std::to_string(number));
+    } else if (const auto* target = std::get_if<std::string CCsvLayout::*>(&field.target)) {
+      const std::string& value = layout.*(*target);
+      const auto* const named =
+          std::find_if(std::begin(kSeparatorWords), std::end(kSeparatorWords),
+                       [&value](const auto& word) { return word.second == value; });
+      const bool isPlain = named == std::end(kSeparatorWords) || value == "." || value == ";";
+      append(field.name, isPlain ? WidenToUtf8(value) : std::string(named->first));
+    }
+  }
+  return text;
 }

@@ -23,4 +23,8 @@ struct CsvLayoutText {
 /// four characters, or one of the words comma, semicolon, tab, space and point. A comma may also
 /// stand for itself, at the end or before the next field's own comma: "decimal=,,separator=;".
 /// `locale=1` takes both from the user's regional settings instead.
+/// The columns of latitude and longitude are needed, and no column may hold two things.
 CsvLayoutText ParseCsvLayoutText(std::string_view text);
+
+/// A layout in the same words, without the columns that it lacks.
+std::string CsvLayoutAsText(const CCsvLayout& layout);

@@ -88,9 +88,8 @@ void FavoritesPage::Import() {
   const auto chosen = m_work.front.AskOpenFile(dialog);
   if (!chosen) return;
   TripRead trip;
-  m_work.front.Run([&] {
-    trip = ReadTrip(m_work.driver.table, chosen->path, m_work.Context(), /*silent=*/false);
-  });
+  m_work.front.Run(
+      [&] { trip = ReadTrip(m_work.driver.table, chosen->path, m_work.Context(), {}); });
   if (trip.status != kStatusSuccess) {
     if (trip.status != kStatusCancelled)
       m_work.front.ShowMessage(MessageIcon::kError, kTextCannotBeRead, trip.reason);

@@ -109,7 +109,9 @@ void Recovery::Restore() {
   Workspace& work = m_window.Work();
   ConversionContext context;
   context.lookups.isOffline = true;
-  const TripRead trip = ReadTrip(work.driver.table, ToPath(m_leftOver), context, /*silent=*/true);
+  ReadOptions options;
+  options.silent = true;
+  const TripRead trip = ReadTrip(work.driver.table, ToPath(m_leftOver), context, options);
   if (trip.status != kStatusSuccess) {
     work.front.SetSubject(ToPath(m_leftOver));
     work.front.ShowMessage(MessageIcon::kError, kTextCannotBeRead, trip.reason);

@@ -51,7 +51,10 @@ bool WindowFront::AskLayout(CsvUse use, CCsvLayout& layout) {
 
 void WindowFront::ShowMessage(MessageIcon icon, uint32_t textId, const FailureReason& reason) {
   QString text = Text(textId);
-  const QString why = FromUtf8(DescribeFailure(reason, m_subject)).trimmed();
+  const QString why =
+      FromUtf8(textId == kTextCannotBeWritten ? DescribeFailure(reason, m_subject)
+                                              : DescribeReadFailure(reason, m_subject))
+          .trimmed();
   if (!why.isEmpty()) text += QStringLiteral("\n\n") + why;
   ShowMessageBox(&m_window, text, kBoxOk | StyleOf(icon));
 }

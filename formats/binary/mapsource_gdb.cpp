@@ -54,6 +54,7 @@ class GdbReader final : public MapSourceReader {
  private:
   uint32_t TakeVersion(uint8_t letter) override {
     m_version = letter - kVersionZero;
+    if (m_version >= kFirstVersionInUtf8) Context().TellEncoding(kEncodingUtf8);
     return kStatusSuccess;
   }
 

@@ -117,6 +117,7 @@ void WriteWideBody(ByteSink& sink, const CGpsPointArray& list, const WideDialect
 uint32_t ParseCoPilot6(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   const std::string text = DecodeTextFileToUtf8(bytes);
+  context.TellEncoding(DetectEncoding(bytes).encoding);
 
   ConversionLines lines(text, context);
   bool inStop = false;

@@ -12,6 +12,8 @@
 #include "base/text_ids.h"
 #include "conversion/conversion_lines.h"
 #include "conversion/format_frame.h"
+#include "formats/text/csv_columns.h"
+#include "platform/text_encoder.h"
 
 namespace {
 
@@ -222,8 +224,14 @@ class LineWriter {
   }
 
   // The labels stand in UTF-8 in a file whose other texts are 8-bit: programs know them like this.
-  void WriteHeader() {
-    WriteLine([this](CsvContent content) { m_sink.Write(LoadTextUtf8(kLabelTexts[content])); });
+  // With an encoding told for the run they are in that.
+  void WriteHeader(const std::string& encoding) {
+    TextEncoder encoder;
+    const bool isEncoded = !encoding.empty() && encoder.Open(encoding);
+    WriteLine([&](CsvContent content) {
+      const std::string_view label = LoadTextUtf8(kLabelTexts[content]);
+      m_sink.Write(isEncoded ? encoder.Encode(label) : label);
+    });
   }
 
   void WritePoint(const CGpsPoint& point) {
@@ -268,6 +276,20 @@ class LineWriter {
   std::vector<CsvContent> m_cells;
 };
 
+// The layout of a text that is UTF-8 or 8-bit: the one given, unless it is to be found. What its
+// header tells otherwise is kept for the report. False when none is found.
+bool ChooseLayout(std::string_view text, CCsvLayout& layout, CsvLayouts& layouts) {
+  if (!layouts.findsForReading) {
+    const std::optional<CCsvLayout> told = CsvLayoutOfHeader(text);
+    if (told && Contradicts(*told, layout)) layouts.contradicting = told;
+    return true;
+  }
+  layouts.found = FindCsvLayout(text);
+  layouts.isNotFound = !layouts.found;
+  if (layouts.found) layout = *layouts.found;
+  return !layouts.isNotFound;
+}
+
 }  // namespace
 
 uint32_t ReadCsv(const WideString& path, PointLists& lists, bool silent) {
@@ -290,13 +312,16 @@ uint32_t ParseCsv(std::string_view bytes, PointLists& lists, ConversionContext& 
 uint32_t ParseCsvTable(std::string_view bytes, PointLists& lists, const CCsvLayout& layout,
                        ConversionContext& context) {
   const DetectedEncoding detected = DetectEncoding(bytes);
+  context.TellEncoding(detected.encoding);
   std::string decoded;
   std::string_view text = bytes.substr(detected.skipped);
   if (detected.encoding != kEncodingNarrow && detected.encoding != kEncodingUtf8) {
     decoded = DecodeTextFileToUtf8(bytes);
     text = decoded;
   }
-  LineReader reader(layout, detected.encoding != kEncodingNarrow, AddList<CGpsRoute>(lists),
+  CCsvLayout chosen = layout;
+  if (!ChooseLayout(text, chosen, context.csvLayouts)) return kStatusBadFormat;
+  LineReader reader(chosen, detected.encoding != kEncodingNarrow, AddList<CGpsRoute>(lists),
                     context);
   ConversionLines lines(text, context);
   for (std::string_view line; lines.Next(line);) reader.Read(line);
@@ -310,19 +335,25 @@ uint32_t WriteCsv(const WideString& path, const CGpsPointArray& list, uint32_t, 
     return status;
   if (!CanWrite(layout)) return kStatusInvalidParameter;
   return WriteFileWith(
-      path, context, [&](ByteSink& sink) { WriteCsvBody(sink, list, layout); }, TellPlatformError);
+      path, context, [&](ByteSink& sink) { WriteCsvTable(sink, list, layout, context->encoding); },
+      TellPlatformError);
 }
 
 uint32_t EmitCsv(ByteSink& sink, const CGpsPointArray& list, uint32_t, ConversionContext& context) {
   CCsvLayout layout;
   context.csvLayouts.Choose(CsvUse::kWrite, /*silent=*/true, layout);
   if (!CanWrite(layout)) return kStatusInvalidParameter;
-  WriteCsvBody(sink, list, layout);
+  WriteCsvTable(sink, list, layout, context.encoding);
   return kStatusSuccess;
 }
 
 void WriteCsvBody(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout) {
+  WriteCsvTable(sink, list, layout, std::string());
+}
+
+void WriteCsvTable(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout,
+                   const std::string& encoding) {
   LineWriter writer(sink, layout);
-  writer.WriteHeader();
+  writer.WriteHeader(encoding);
   for (const CGpsPoint& point : list.points) writer.WritePoint(point);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "base/wide_string.h"
@@ -16,8 +17,8 @@
 /// the platform's error code for a file that cannot be opened.
 uint32_t ReadCsv(const WideString& path, PointLists& lists, bool silent);
 
-/// As `ReadCsv`, in the layout told or stored. Always 0; bytes that are no table give an empty
-/// route.
+/// As `ReadCsv`, in the layout told or stored. 0, or kStatusBadFormat when the layout was to be
+/// found and is not; other bytes that are no table give an empty route.
 uint32_t ParseCsv(std::string_view bytes, PointLists& lists, ConversionContext& context);
 /// The same in a layout of the caller's.
 uint32_t ParseCsvTable(std::string_view bytes, PointLists& lists, const CCsvLayout& layout,
@@ -33,3 +34,6 @@ uint32_t EmitCsv(ByteSink& sink, const CGpsPointArray& list, uint32_t splitLimit
 
 /// The header line and the lines of the points. `layout` has at most kMostCsvColumns columns.
 void WriteCsvBody(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout = {});
+/// The same with a header in an encoding; UTF-8 when that is empty.
+void WriteCsvTable(ByteSink& sink, const CGpsPointArray& list, const CCsvLayout& layout,
+                   const std::string& encoding);

@@ -53,6 +53,7 @@ void WritePois(ByteSink& sink, const CGpsPointArray& list, const LineFrame& fram
 uint32_t ParseUpoi(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   const std::string text = DecodeTextFileToUtf8(bytes);
+  context.TellEncoding(DetectEncoding(bytes).encoding);
   ConversionLines lines(text, context);
   std::vector<std::string_view> fields;
   for (std::string_view line; lines.Next(line);) {

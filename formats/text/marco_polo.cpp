@@ -69,6 +69,7 @@ void WriteStationKey(ByteSink& sink, size_t number) {
 
 uint32_t ParseBcr(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   const ProfileFile profile(bytes, ProfileText::kNarrow);
+  context.TellEncoding(DetectEncoding(bytes).encoding);
   const ProfileSection client = profile.Section(kClient);
   if (client.GetText(kRequest) == kProfileError) return kStatusFileNotFound;
 

@@ -66,6 +66,7 @@ WideString WithFileNameStart(const WideString& path) {
 uint32_t ParseMireo(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   auto& route = AddList<CGpsRoute>(lists);
   const DetectedEncoding detected = DetectEncoding(bytes);
+  if (detected.encoding == kEncodingUtf8) context.TellEncoding(detected.encoding);
   const auto toUtf8 = [&detected](std::string_view text) {
     return detected.encoding == kEncodingUtf8 ? std::string(text) : WidenToUtf8(text);
   };

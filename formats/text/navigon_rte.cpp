@@ -108,6 +108,7 @@ uint32_t ParseNavigonRte(std::string_view bytes, PointLists& lists, ConversionCo
   auto& route = AddList<CGpsRoute>(lists);
   const DetectedEncoding detected = DetectEncoding(bytes);
   const bool isUtf8 = detected.encoding == kEncodingUtf8;
+  if (isUtf8) context.TellEncoding(detected.encoding);
 
   ConversionLines lines(bytes.substr(detected.skipped), context);
   Fields fields;

@@ -41,6 +41,7 @@ WideString PartPath(const WideString& path, uint32_t part) {
 uint32_t ParseItn(std::string_view bytes, PointLists& lists, ConversionContext& context) {
   const DetectedEncoding detected = DetectEncoding(bytes);
   const bool isUtf8 = detected.encoding == kEncodingUtf8;
+  if (isUtf8) context.TellEncoding(detected.encoding);
   auto& route = AddList<CGpsRoute>(lists);
 
   ConversionLines lines(bytes.substr(detected.skipped), context);

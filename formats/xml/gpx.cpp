@@ -142,7 +142,8 @@ void CGpxReader::StartPoint(const XML_Char** attributes) {
 }
 
 void CGpxReader::EndPoint() {
-  if (m_current) m_current->points.push_back(std::move(m_point));
+  if (m_current && !m_context.WatcherTakes(*m_current, m_point))
+    m_current->points.push_back(std::move(m_point));
   m_point.Reset();
   m_inPoint = false;
 }

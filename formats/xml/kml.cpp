@@ -78,18 +78,6 @@ std::string_view TakeWord(std::string_view& text) {
   return word;
 }
 
-// A position at exactly 0, 0 is none.
-void AppendTrackPoint(CGpsPointArray& track, ConversionContext& context, std::string_view longitude,
-                      std::string_view latitude, std::string_view altitude) {
-  CGpsPoint& point = track.points.emplace_back();
-  point.longitude = ParseReal(longitude);
-  point.latitude = ParseReal(latitude);
-  point.altitude = ParseReal(altitude);
-  if (!point.IsNull()) return;
-  track.points.pop_back();
-  context.Note(ConversionNote::kPointWithoutPosition);
-}
-
 // Calls `take` with the tuple of every piece of `text` between blanks and line feeds that is not
 // empty.
 template <typename Take>
@@ -109,8 +97,8 @@ void ForEachTuple(std::string_view text, Take take) {
 uint32_t ReadKml(const WideString& path, PointLists& lists, bool) {
   ContextInPlace context;
   CKmlReader reader(lists, *context);
-  return IsKmzFile(path) ? ReadKmzFile(reader, path, *context)
-                         : ReadXmlFile(reader, path, *context);
+  return !context->incoming && IsKmzFile(path) ? ReadKmzFile(reader, path, *context)
+                                               : ReadXmlFile(reader, path, *context);
 }
 
 void CKmlReader::StartElement(const XML_Char* name, const XML_Char**) {
@@ -217,7 +205,7 @@ void CKmlReader::AddLine() {
   auto track = std::make_unique<CGpsTrack>();
   ForEachTuple(m_text, [this, &track](const Tuple& tuple) {
     if (tuple.count == 3) {
-      AppendTrackPoint(*track, m_context, tuple.parts[0], tuple.parts[1], tuple.parts[2]);
+      AppendTrackPoint(*track, tuple.parts[0], tuple.parts[1], tuple.parts[2]);
     } else if (tuple.count > 1 || !Trim(tuple.parts[0], kWhiteSpace).empty()) {
       m_context.Note(ConversionNote::kLinePassedOver);
     }
@@ -235,10 +223,23 @@ void CKmlReader::EndInRecordedTrack(const XML_Char* name) {
     if (latitude.empty())
       m_context.Note(ConversionNote::kLinePassedOver);
     else
-      AppendTrackPoint(*m_recordedTrack, m_context, longitude, latitude, TakeWord(rest));
+      AppendTrackPoint(*m_recordedTrack, longitude, latitude, TakeWord(rest));
   } else if (IsRecordedTrack(name)) {
     AddTrack(std::move(m_recordedTrack));
   }
+}
+
+// A position at exactly 0, 0 is none.
+void CKmlReader::AppendTrackPoint(CGpsPointArray& track, std::string_view longitude,
+                                  std::string_view latitude, std::string_view altitude) {
+  CGpsPoint point;
+  point.longitude = ParseReal(longitude);
+  point.latitude = ParseReal(latitude);
+  point.altitude = ParseReal(altitude);
+  if (point.IsNull())
+    m_context.Note(ConversionNote::kPointWithoutPosition);
+  else if (!m_context.WatcherTakes(track, point))
+    track.points.push_back(std::move(point));
 }
 
 // The track's name is that of its placemark, if that has been told by now and may be repeated.
@@ -298,7 +299,9 @@ void CKmlReader::AppendPlacemark() {
 void CKmlReader::AppendPoint() {
   Container& container = m_stack.back();
   if (!container.list) container.list = NewList(container.element);
-  container.list->points.push_back(std::move(m_point));
+  // Without a position it goes again when the container ends.
+  if (m_point.IsNull() || !m_context.WatcherTakes(*container.list, m_point))
+    container.list->points.push_back(std::move(m_point));
   m_point.Reset();
 }
 

@@ -47,6 +47,8 @@ class CKmlReader final : public CXmlReader {
   void AppendPoint();
   void AppendPlacemark();
   void AddLine();
+  void AppendTrackPoint(CGpsPointArray& track, std::string_view longitude,
+                        std::string_view latitude, std::string_view altitude);
   void AddTrack(std::unique_ptr<CGpsPointArray> track);
   void TakePosition();
 

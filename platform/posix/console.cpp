@@ -2,9 +2,11 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 
 #include <unistd.h>
 
+#include "platform/posix/errors.h"
 #include "platform/posix/file_descriptor.h"
 
 void PrepareConsoleProcess() {
@@ -12,9 +14,10 @@ void PrepareConsoleProcess() {
   std::signal(SIGPIPE, SIG_IGN);
 }
 
-bool IsInteractive() { return isatty(STDIN_FILENO) && isatty(STDERR_FILENO); }
-
-bool IsErrorTerminal() { return isatty(STDERR_FILENO); }
+bool IsErrorTerminal() {
+  const char* const kind = std::getenv("TERM");
+  return isatty(STDERR_FILENO) && kind && *kind && std::string_view(kind) != "dumb";
+}
 
 bool WriteOutput(std::string_view text) {
   return WriteFully(STDOUT_FILENO, text) || errno == EPIPE;
@@ -22,12 +25,15 @@ bool WriteOutput(std::string_view text) {
 
 bool WriteError(std::string_view text) { return WriteFully(STDERR_FILENO, text); }
 
-bool ReadInputLine(std::string& line) {
-  line.clear();
-  char byte = 0;
-  while (read(STDIN_FILENO, &byte, 1) == 1) {
-    if (byte == '\n') return true;
-    line.push_back(byte);
+uint32_t ReadInput(std::string& bytes) {
+  char piece[65536];
+  for (;;) {
+    const ssize_t count = read(STDIN_FILENO, piece, sizeof piece);
+    if (count == 0) return 0;
+    if (count > 0) {
+      bytes.append(piece, static_cast<size_t>(count));
+    } else if (errno != EINTR) {
+      return FailWithErrno();
+    }
   }
-  return !line.empty();
 }

@@ -24,6 +24,11 @@ std::u16string_view NameIn(std::u16string_view path) {
   return path.substr(path.find_last_of(kPathSeparators) + 1);
 }
 
+WideString FolderOf(const WideString& path) {
+  const size_t size = path.size() - NameIn(path).size();
+  return path.substr(0, size > 1 ? size - 1 : size);
+}
+
 uint32_t FileAttributes(const WideString& path, uint32_t* error) {
   struct stat details {};
   if (stat(PathBytes(path).c_str(), &details) != 0) {
@@ -31,6 +36,22 @@ uint32_t FileAttributes(const WideString& path, uint32_t* error) {
     return kNoAttributes;
   }
   return S_ISDIR(details.st_mode) ? kAttributeDirectory : kAttributeNormal;
+}
+
+bool IsRegularFile(const WideString& path) {
+  struct stat details {};
+  return stat(PathBytes(path).c_str(), &details) == 0 && S_ISREG(details.st_mode);
+}
+
+bool IsPlainFolder(const WideString& path) {
+  struct stat details {};
+  return lstat(PathBytes(path).c_str(), &details) == 0 && S_ISDIR(details.st_mode);
+}
+
+std::optional<FileIdentity> IdentityOf(const WideString& path) {
+  struct stat details {};
+  if (stat(PathBytes(path).c_str(), &details) != 0) return std::nullopt;
+  return FileIdentity{details.st_dev, details.st_ino};
 }
 
 uint32_t ListFolder(const WideString& path, std::vector<WideString>& names) {
@@ -51,11 +72,8 @@ uint32_t ListFolder(const WideString& path, std::vector<WideString>& names) {
 }
 
 bool IsSameFile(const WideString& first, const WideString& second) {
-  struct stat left {};
-  struct stat right {};
-  return stat(PathBytes(first).c_str(), &left) == 0 &&
-         stat(PathBytes(second).c_str(), &right) == 0 && left.st_dev == right.st_dev &&
-         left.st_ino == right.st_ino;
+  const std::optional<FileIdentity> identity = IdentityOf(first);
+  return identity && identity == IdentityOf(second);
 }
 
 bool IsInsideFolder(const WideString& path, const WideString& folder) {

@@ -4,14 +4,17 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <new>
 #include <utility>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/interruption.h"
 #include "platform/path_text.h"
 #include "platform/posix/errors.h"
 #include "platform/posix/file_descriptor.h"
@@ -107,9 +110,53 @@ bool Append(std::string& content, std::string_view bytes) {
   }
 }
 
+// Whether the user has interrupted the program, which may have been while it waited for the disk.
+bool IsInterrupted() {
+  if (!InterruptionScope::IsPending()) return false;
+  errno = EINTR;
+  return true;
+}
+
+// Whether a call that syncs has done it. Some file systems know no such thing.
+bool IsSynced(int result) { return result == 0 || errno == EINVAL || errno == ENOTSUP; }
+
+// ".trip.gpx.corvane-tmp", or further ones with a process and a number behind.
+bool IsTemporaryName(std::string_view name) {
+  const size_t suffix = name.rfind(kTemporarySuffix);
+  return suffix != std::string_view::npos && name.starts_with('.') &&
+         name.find_first_not_of("0123456789-", suffix + kTemporarySuffix.size()) ==
+             std::string_view::npos;
+}
+
+// Removes a temporary file that no process has locked. Whoever creates it right now looks whether
+// it still stands under its name once the lock is there.
+void RemoveUnfinished(int folder, const char* name) {
+  const FileDescriptor file(openat(folder, name, O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+  struct stat details {};
+  if (!file || fstat(file.Get(), &details) != 0 || !IsOursAlone(details)) return;
+  if (flock(file.Get(), LOCK_EX | LOCK_NB) == 0) unlinkat(folder, name, 0);
+}
+
 }  // namespace
 
-OutputFile::OutputFile(const WideString& path) : m_target(PathBytes(path)) {
+uint32_t SyncFileSystem(const WideString& path) {
+  const std::string name = path.empty() ? "." : PathBytes(path);
+  const FileDescriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  return file && IsSynced(syncfs(file.Get())) ? 0 : FailWithErrno();
+}
+
+void ClearUnfinishedFiles(const WideString& folder) {
+  const std::string path = PathBytes(folder);
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(path.empty() ? "." : path.c_str()),
+                                                    closedir);
+  if (!entries) return;
+  while (const dirent* entry = readdir(entries.get())) {
+    if (IsTemporaryName(entry->d_name)) RemoveUnfinished(dirfd(entries.get()), entry->d_name);
+  }
+}
+
+OutputFile::OutputFile(const WideString& path, Durability durability)
+    : m_target(PathBytes(path)), m_durability(durability) {
   struct stat existing {};
   const bool exists = stat(m_target.c_str(), &existing) == 0;
   // Links in a circle, or a file in place of a folder on the way.
@@ -136,6 +183,7 @@ OutputFile::OutputFile(const WideString& path) : m_target(PathBytes(path)) {
   OpenReplacement();
   if (m_file < 0 && exists && (errno == EACCES || errno == EROFS || errno == EPERM)) {
     m_mode = Mode::kInPlace;
+    m_replacesFile = true;
   } else if (m_file < 0) {
     m_status = FailWithErrno();
   } else if (exists) {
@@ -179,12 +227,12 @@ void OutputFile::Write(std::string_view bytes) {
   }
 }
 
-// A file that takes another's place goes to the disk before it gets the name, so that a power cut
-// leaves one of the two. What the disk has begun with early need not be waited for then.
+// A file goes to the disk before it gets its name, so that a power cut leaves the old one or the
+// new one. What the disk has begun with early need not be waited for then.
 void OutputFile::WriteBehind() {
 #ifdef SYNC_FILE_RANGE_WRITE
   constexpr uint64_t kStep = uint64_t{1} << 20;
-  if (!m_replacesFile || m_size - m_begunSize < kStep) return;
+  if (!NeedsSync() || m_size - m_begunSize < kStep) return;
   // Only a hint: errors come up when the file is closed.
   sync_file_range(m_file, static_cast<off64_t>(m_begunSize),
                   static_cast<off64_t>(m_size - m_begunSize), SYNC_FILE_RANGE_WRITE);
@@ -204,7 +252,7 @@ uint32_t OutputFile::Commit() {
   // The lock goes with the descriptor, so the name is changed first. Network folders tell of a
   // write that failed only when a descriptor is closed: a second one is, before the old file goes.
   const int second = dup(m_file);
-  if (second < 0 || close(second) != 0) {
+  if (second < 0 || close(second) != 0 || !SyncFile(m_file) || IsInterrupted()) {
     m_status = FailWithErrno();
     Discard();
     return m_status;
@@ -215,9 +263,26 @@ uint32_t OutputFile::Commit() {
     Discard();
     return m_status;
   }
+  if (!SyncFolder()) m_status = FailWithErrno();
   if (close(m_file) != 0) m_status = FailWithErrno();
   m_file = -1;
   return m_status;
+}
+
+bool OutputFile::NeedsSync() const {
+  return m_durability == Durability::kSynced ||
+         (m_durability == Durability::kSyncedTogether && m_replacesFile);
+}
+
+bool OutputFile::SyncFile(int file) const {
+  return !NeedsSync() || m_mode == Mode::kDirect || IsSynced(fsync(file));
+}
+
+// The name is a matter of the folder. One that may be written but not read cannot be synced.
+bool OutputFile::SyncFolder() const {
+  if (m_durability != Durability::kSynced || m_mode != Mode::kReplace) return true;
+  const FileDescriptor folder(openat(m_folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return !folder || IsSynced(fsync(folder.Get()));
 }
 
 // There is no room for a second file here. The former content is kept in memory and put back when
@@ -236,9 +301,9 @@ void OutputFile::OverwriteTarget() {
     m_status = FailWithErrno();
     return;
   }
-  const auto overwrite = [&file](const std::string& content) {
+  const auto overwrite = [this, &file](const std::string& content) {
     return lseek(file.Get(), 0, SEEK_SET) == 0 && WriteFully(file.Get(), content) &&
-           ftruncate(file.Get(), static_cast<off_t>(content.size())) == 0;
+           ftruncate(file.Get(), static_cast<off_t>(content.size())) == 0 && SyncFile(file.Get());
   };
   if (count < 0 || !overwrite(m_content)) {
     m_status = FailWithErrno();

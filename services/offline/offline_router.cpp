@@ -13,6 +13,7 @@
 #include "platform/scratch_folder.h"
 #include "services/directions/route_options.h"
 #include "services/directions/route_reply.h"
+#include "services/offline/offline_places.h"
 #include "services/offline/road_profile.h"
 #include "services/request_text.h"
 #include "services/service_table.h"
@@ -41,6 +42,16 @@ class ProfileFile {
 std::string Described(const CGpsNamedPoint& point) {
   const std::string position = LatLonText(point, ", ");
   return point.name.empty() ? position : point.name + " (" + position + ")";
+}
+
+// That no database holds a stop, and which extract would help: the one of the region or country of
+// the nearest town, unless that is too far away to lie in the same one.
+std::string DescribeMissingDatabase(const CGpsNamedPoint& point) {
+  constexpr uint32_t kNearby = 100'000;  // metres
+  const std::optional<OfflinePlace> town = OfflinePlaces().Nearest(point);
+  if (!town || town->position.DistanceTo(point) > kNearby)
+    return FormatText(kTextNoRoadsHold, Described(point));
+  return FormatText(kTextNoRoadsHoldNear, Described(point), town->Label());
 }
 
 RoadPosition PositionOf(const CGpsCoordinate& point) { return {point.latitude, point.longitude}; }
@@ -222,7 +233,7 @@ uint32_t OfflineRouter::ExplainNoDatabase(const std::vector<RoadDatabase>& datab
     }
     if (hasRoad) continue;
     if (isHeld) return Fail(kRouteNotFound, FormatText(kTextNoRoadNear, Described(*point)));
-    return Fail(kRouteNothingFound, FormatText(kTextNoRoadsHold, Described(*point)));
+    return Fail(kRouteNothingFound, DescribeMissingDatabase(*point));
   }
   // Each has roads nearby, in different databases or not for this vehicle.
   const bool isOneDatabase = databases.size() < 2;

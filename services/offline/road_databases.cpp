@@ -11,6 +11,7 @@
 #include "platform/child_process.h"
 #include "platform/folder.h"
 #include "platform/input_file.h"
+#include "platform/interruption.h"
 #include "platform/known_folders.h"
 #include "platform/output_file.h"
 #include "platform/path_text.h"
@@ -250,6 +251,8 @@ RoadsChange AddRoadDatabase(std::string_view name, const WideString& extract,
   if (!IsExtract(extract)) return RoadsChange::kNoExtract;
   const WideString parent = RoadsFolder();
   if (parent.empty()) return RoadsChange::kNotWritable;
+  // What goes on between and behind the programs must not end half-way either.
+  const InterruptionWatch watch;
   const UnfinishedFolder making(HiddenFolder(kUnfinished, name));
   RemoveLeftovers(name);
   if (CreateFolders(making.Path()) != kStatusSuccess) return RoadsChange::kNotWritable;
@@ -263,6 +266,7 @@ RoadsChange AddRoadDatabase(std::string_view name, const WideString& extract,
         fmt::format("{} {} {} {}\n", bounds->south, bounds->west, bounds->north, bounds->east);
     if (!WriteFile(making.Path() + u"/" + kBoundsFile, text)) return RoadsChange::kNotWritable;
   }
+  if (watch.IsInterrupted()) return RoadsChange::kInterrupted;
   const bool isInPlace = making.PutInPlaceOf(FolderOf(name), HiddenFolder(kReplaced, name));
   return isInPlace ? RoadsChange::kDone : RoadsChange::kNotWritable;
 }

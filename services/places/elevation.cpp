@@ -6,14 +6,14 @@
 #include "services/service_access.h"
 #include "services/service_request.h"
 
-uint32_t GetElevation(const CGpsCoordinate& position, CGpsPoint& point) {
+uint32_t GetElevation(const CGpsCoordinate& position, CGpsPoint& point, int32_t waitMs) {
   const Service& service = ServiceNamed("google");
   std::string reply;
   const uint32_t status =
       AskService(service,
                  AccessTo(service).url +
                      "/maps/api/elevation/json?sensor=false&locations=" + LatLonText(position),
-                 reply);
+                 reply, waitMs);
   return status == kServiceSuccess ? ReadElevation(reply, point) : status;
 }
 

@@ -103,7 +103,7 @@ class HttpReverseGeocoder final : public CReverseGeocoder {
     m_results.clear();
     const Service& service = ServiceNamed(m_kind.service);
     std::string reply;
-    m_status = AskService(service, m_kind.buildUrl(AccessTo(service), position), reply);
+    m_status = AskService(service, m_kind.buildUrl(AccessTo(service), position), reply, m_waitMs);
     if (m_status == kServiceSuccess) m_status = m_kind.read(reply, position, m_results);
     return m_status;
   }

@@ -7,7 +7,7 @@
 #include "services/service_access.h"
 #include "services/service_request.h"
 
-uint32_t GetStreetViewLocation(const CGpsCoordinate& position, PlaceList& places) {
+uint32_t GetStreetViewLocation(const CGpsCoordinate& position, PlaceList& places, int32_t waitMs) {
   places.clear();
   const Service& service = ServiceNamed("google-panorama");
   std::string reply;
@@ -15,7 +15,7 @@ uint32_t GetStreetViewLocation(const CGpsCoordinate& position, PlaceList& places
       AskService(service,
                  AccessTo(service).url +
                      "/cbk?output=json&oe=utf-8&cb_client=apiv3&ll=" + LatLonText(position),
-                 reply);
+                 reply, waitMs);
   return status == kServiceSuccess ? ReadPanorama(reply, places) : status;
 }
 

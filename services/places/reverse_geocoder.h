@@ -5,6 +5,7 @@
 
 #include "conversion/geocoder.h"
 #include "model/point.h"
+#include "net/manual_reset_event.h"
 
 /// Turns a position into addresses, one request an object.
 class CReverseGeocoder {
@@ -24,7 +25,12 @@ class CReverseGeocoder {
   /// The places that the last search has found, the best first, named by their address.
   virtual const std::vector<CGpsNamedPoint>& GetResults() const { return m_results; }
 
+  /// For those who cannot wait for long: a search ends after so many milliseconds, with the status
+  /// 100 + 12002.
+  void SetWait(int32_t milliseconds) { m_waitMs = milliseconds; }
+
  protected:
+  int32_t m_waitMs = kWaitForever;
   std::vector<CGpsNamedPoint> m_results;
   uint32_t m_status = kServiceInvalid;
 };

@@ -63,7 +63,7 @@ TEST(Access, AFolderTellsOfEveryFileThatCannotBeWritten) {
   folder.Put("in/b.itn", kItinerary);
   folder.Put("in/b.ov2", "old");
   const Permissions readOnly(folder.PathTo("in"), kReadOnlyFolder);
-  const ProgramResult result = RunAsUser({folder.PathTo("in"), "ov2"});
+  const ProgramResult result = RunAsUser({folder.PathTo("in"), "ov2", "--force"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.errors, folder.PathTo("in/a.ov2") + ": The file cannot be write. " +
                                kAccessDenied + folder.PathTo("in/b.ov2") +

@@ -40,7 +40,7 @@ TEST(Disk, WithoutRoomKeepsTheOldTarget) {
   EXPECT_EQ(one.errors, folder.PathTo("a.ov2") + kFull);
   EXPECT_EQ(folder.Content(), before);
   const ProgramResult all =
-      RunWithFailingCall({folder.Path().string(), "ov2"}, FailingWrite(ENOSPC));
+      RunWithFailingCall({folder.Path().string(), "ov2", "--force"}, FailingWrite(ENOSPC));
   EXPECT_EQ(all.status, 1);
   EXPECT_EQ(all.errors, folder.PathTo("a.ov2") + kFull + folder.PathTo("b.ov2") + kFull +
                             folder.PathTo("b.ov2") + kFull +

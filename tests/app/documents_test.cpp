@@ -171,6 +171,18 @@ TEST(Completions, OfferTheKeysOfBash) {
   EXPECT_EQ(complete("--list all trip.gpx itn LANG_F"), "LANG_FRENCH\n");
   EXPECT_EQ(complete("trip.gpx axg"), "\n");  // only read
   EXPECT_EQ(complete("--inspect trip.gpx i"), "\n");
+  EXPECT_EQ(complete("trip.gpx zum"), "zumo\n");
+  EXPECT_EQ(complete("a.gpx b.gpx ov"), "ov2\n");  // one more source or the key
+  // Options take their values along.
+  EXPECT_EQ(complete("--near 48,2 trip.gpx ov"), "ov2\n");
+  EXPECT_EQ(complete("--csv-read lat = 1 , lon = 2 trip.csv ov"), "ov2\n");
+  EXPECT_EQ(complete("--csv-read Des"), "Destinator\n");
+  EXPECT_EQ(complete("--csv-write Pio"), "Pioneer\\ Navgate\n");
+  EXPECT_EQ(complete("--set AVOID_T"), "AVOID_TOLLS=\n");
+  EXPECT_EQ(complete("--set Converter"), "\n");  // bytes cannot be set
+  EXPECT_EQ(complete("--option no"), "no-commas\n");
+  EXPECT_EQ(complete("--from tomt"), "tomtom\n");
+  EXPECT_EQ(complete("--provider str"), "straight\n");
 }
 
 }  // namespace

@@ -23,12 +23,12 @@ TEST(FaultPlace, OfADocumentIsALineAndAColumn) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.errors, path +
                                  ": The file cannot be read. The error is in line 3, column 9: "
-                                 "mismatched tag.\n");
+                                 "an end tag does not match its start tag.\n");
   }
   EXPECT_EQ(RunConverter({path, "itn", "LANG_GERMAN"}).errors,
             path +
                 ": Die Datei kann nicht gelesen werden. Der Fehler steht in Zeile 3, Spalte 9: "
-                "mismatched tag.\n");
+                "ein schließendes Tag passt nicht zum öffnenden.\n");
 }
 
 // A grid of metres, which the reader does not know; no other reader of the extension finds a point.

@@ -191,7 +191,7 @@ struct ReadAgain {
 ReadAgain Read(const FormatTable& table, const std::string& path) {
   ReadAgain result;
   ConversionContext context;
-  const TripRead trip = ReadTrip(table, WidePath(path), context, true);
+  const TripRead trip = ReadTrip(table, WidePath(path), context, {.silent = true});
   if (trip.status != kStatusSuccess) return result;
   const CGpsPointArray& list = *trip.lists[SelectLists(trip.lists, ListChoice()).front()];
   result.row = static_cast<size_t>(trip.row - table.data());

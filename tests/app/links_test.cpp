@@ -105,7 +105,10 @@ TEST_F(LinksOnTheConsole, TheFinderInUseIsAsked) {
                     HasSubstr("The service google was not asked because of --offline.\n")));
   EXPECT_EQ(server.Requests().size(), 1u);
   const ProgramResult here = Run({link, "itn", "-o", "out.itn", "--provider", "offline-places"});
-  EXPECT_EQ(here.status, 0);
+  // Two stops of three are lost.
+  EXPECT_EQ(offline.status, 3);
+  EXPECT_EQ(here.status, 3);
+  EXPECT_THAT(here.errors, HasSubstr(": passed over: 2 points without a position\n"));
   EXPECT_EQ(server.Requests().size(), 1u);
 }
 
@@ -193,6 +196,30 @@ TEST_F(LinksOnTheConsole, SplitAsksForMoreLinks) {
             "https://www.here.com/directions/drive/A:48.100000,7.200000/B:48.200000,7.300000\n"
             "https://www.here.com/directions/drive/B:48.200000,7.300000/C:48.300000,7.400000\n");
   EXPECT_EQ(Run({"three.itn", "here", "--split", "1"}).status, 1);
+}
+
+constexpr const char* kHereLink =
+    "https://www.here.com/directions/drive/Colmar:48.100000,7.200000/Metz:49.100000,6.200000";
+
+TEST_F(LinksOnTheConsole, OtherProgramsGetAnObject) {
+  const std::string object = "{\"source\": \"trip.itn\", \"target\": \"";
+  const std::string rest = "\", \"status\": 0, \"links\": [\"" + std::string(kHereLink) + "\"]}\n";
+  EXPECT_EQ(Run({"trip.itn", "here", "--json"}).output, object + rest);
+  EXPECT_EQ(Run({"trip.itn", "here", "--json", "-o", "l.txt"}).output, object + "l.txt" + rest);
+  EXPECT_EQ(m_folder.Get("l.txt"), kHereLink + std::string("\n"));
+  EXPECT_EQ(Run({"trip.itn", "here", "-o", "-"}).output, kHereLink + std::string("\n"));
+}
+
+TEST_F(LinksOnTheConsole, LinksReplaceNoSource) {
+  const std::string before = m_folder.Get("trip.itn");
+  const ProgramResult result = Run({"trip.itn", "here", "-o", "trip.itn"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors,
+            "trip.itn: the target is the source itself, and something of it would be lost; nothing "
+            "was written. Give another target with --output, or --force.\n");
+  EXPECT_EQ(m_folder.Get("trip.itn"), before);
+  EXPECT_EQ(Run({"trip.itn", "here", "-o", "trip.itn", "--force"}).status, 0);
+  EXPECT_EQ(m_folder.Get("trip.itn"), kHereLink + std::string("\n"));
 }
 
 TEST_F(LinksOnTheConsole, LinksGoIntoAFile) {

@@ -103,7 +103,9 @@ TEST_F(ListOperations, WorkOnEveryFileOfAFolder) {
 TEST_F(ListOperations, WrongValuesAreRefused) {
   Convert(kZigzag, {"--optimize=most"});
   EXPECT_EQ(result.status, 2);
-  EXPECT_TRUE(result.errors.starts_with("Wrong usage: --optimize=most\n")) << result.errors;
+  EXPECT_TRUE(
+      result.errors.starts_with("Wrong usage: the value of --optimize=most is not understood\n"))
+      << result.errors;
   for (const char* metres : {"--simplify=-5", "--simplify=far", "--simplify"}) {
     Convert(kZigzag, {metres});
     EXPECT_EQ(result.status, 2) << metres;

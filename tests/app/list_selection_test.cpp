@@ -45,7 +45,7 @@ TEST(SelectLists, TakesKindsAndNumbers) {
 
 TEST(DescribeList, NamesKindNameAndCount) {
   EXPECT_EQ(DescribeList(MakeList<CGpsTrack>("Day 1", MakePoint(1, 1))),
-            "track \"Day 1\" (1 points)");
+            "track \"Day 1\" (1 point)");
   EXPECT_EQ(DescribeList(CGpsPoiList()), "points of interest (0 points)");
 }
 

@@ -118,7 +118,7 @@ TEST(OddName, ThatLooksLikeAnOption) {
     const ProgramResult asOption = RunShell(inFolder + name + " ov2");
     EXPECT_EQ(asOption.status, 2);
     EXPECT_EQ(asOption.errors,
-              "Wrong usage: The following argument was not expected: " + name +
+              "Wrong usage: there is no option " + name +
                   "\nUsage: corvanemap SOURCE KEY "
                   "[LANG_FRENCH|LANG_ENGLISH|LANG_DUTCH|LANG_GERMAN]\n"
                   "A name that begins with \"-\" is given with its folder in front: ./" +

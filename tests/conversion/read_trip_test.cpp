@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text_ids.h"
 #include "tests/list_builder.h"
 
 namespace {
@@ -41,14 +42,14 @@ uint32_t FailingReader(const WideString&, PointLists&, bool) {
   ContextInPlace context;
   context->Keep(5);
   context->failure.line = 7;
-  context->failure.detail = "torn";
+  context->failure.detailTextId = kTextXmlTagMismatch;
   return kStatusFailure;
 }
 
 uint32_t Search(const FormatTable& table, const WideString& path) {
   calls.clear();
   ConversionContext context;
-  const TripRead trip = ReadTrip(table, path, context, true);
+  const TripRead trip = ReadTrip(table, path, context, {.silent = true});
   EXPECT_EQ(trip.lists.empty(), trip.status != kStatusSuccess);
   for (const auto& list : trip.lists) EXPECT_FALSE(list->points.empty());
   return trip.status;
@@ -93,16 +94,16 @@ TEST(ReadTrip, BeginsBehindARowWhoseListsWereNotWanted) {
   const FormatTable table{Row(u"gpx", Reader<'a', 0, 1>), Row(u"rte", Reader<'b', 0, 1>),
                           Row(u"gpx", Reader<'c', 11, 1>)};
   ConversionContext context;
-  const TripRead first = ReadTrip(table, u"a.gpx", context, true);
+  const TripRead first = ReadTrip(table, u"a.gpx", context, {.silent = true});
   EXPECT_EQ(first.row, &table[0]);
   EXPECT_EQ(first.lists.size(), 1u);
   calls.clear();
-  const TripRead second = ReadTrip(table, u"a.gpx", context, true, first.row);
+  const TripRead second = ReadTrip(table, u"a.gpx", context, {.silent = true, .after = first.row});
   EXPECT_EQ(calls, "c");
   EXPECT_EQ(second.row, &table[2]);
   EXPECT_EQ(second.status, kStatusBadFormat);
   EXPECT_TRUE(second.lists.empty());
-  EXPECT_EQ(ReadTrip(table, u"a.gpx", context, true, second.row).row, nullptr);
+  EXPECT_EQ(ReadTrip(table, u"a.gpx", context, {.silent = true, .after = second.row}).row, nullptr);
 }
 
 TEST(ReadTrip, ForgetsTheNotesOfReadersThatTheFileWasNotFor) {
@@ -110,7 +111,7 @@ TEST(ReadTrip, ForgetsTheNotesOfReadersThatTheFileWasNotFor) {
                           Row(u"x", NotingReader<'c', 0, 1>)};
   calls.clear();
   ConversionContext context;
-  const TripRead trip = ReadTrip(table, u"f.x", context, true);
+  const TripRead trip = ReadTrip(table, u"f.x", context, {.silent = true});
   EXPECT_EQ(trip.status, 0u);
   EXPECT_EQ(calls, "abc");
   EXPECT_EQ(trip.notes.Count(ConversionNote::kLinePassedOver), 1u);
@@ -120,11 +121,11 @@ TEST(ReadTrip, ForgetsTheNotesOfReadersThatTheFileWasNotFor) {
 TEST(ReadTrip, TellsTheReasonOfAFailureOnly) {
   const FormatTable table{Row(u"x", FailingReader), Row(u"x", Reader<'b', 0, 1>)};
   ConversionContext context;
-  EXPECT_EQ(ReadTrip(table, u"f.x", context, true).reason, FailureReason());
+  EXPECT_EQ(ReadTrip(table, u"f.x", context, {.silent = true}).reason, FailureReason());
   const FormatTable failing{Row(u"x", FailingReader)};
-  const TripRead trip = ReadTrip(failing, u"f.x", context, true);
+  const TripRead trip = ReadTrip(failing, u"f.x", context, {.silent = true});
   EXPECT_EQ(trip.status, kStatusFailure);
-  EXPECT_EQ(trip.reason, (FailureReason{5, 7, 0, "torn"}));
+  EXPECT_EQ(trip.reason, (FailureReason{5, 7, 0, kTextXmlTagMismatch}));
 }
 
 TEST(ReadTrip, KnowsNoFileWithoutAnExtensionOfTheTable) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "base/text_ids.h"
 #include "tests/temporary_folder.h"
 
 namespace {
@@ -27,7 +28,7 @@ TEST(XmlFrame, ReadsFiles) {
   EXPECT_EQ(ReadXmlFile(reader, folder.WidePathTo("none.xml"), context), kStatusFailure);
   EXPECT_EQ(context.failure.platformError, kStatusFileNotFound);
   EXPECT_EQ(ReadXmlFile(reader, folder.Put("empty.xml", ""), context), kStatusFailure);
-  EXPECT_EQ(context.failure.detail, "no element found");
+  EXPECT_EQ(context.failure.detailTextId, kTextXmlEndsEarly);
 }
 
 TEST(XmlFrame, TellsWhereAndWhyAndTheDebugLogToo) {
@@ -38,7 +39,7 @@ TEST(XmlFrame, TellsWhereAndWhyAndTheDebugLogToo) {
   EXPECT_EQ(ParseXmlBytes(reader, "<a>\n</b>", context), kStatusFailure);
   unsetenv("CORVANE_DEBUG");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "line 2, column 2: mismatched tag\n");
-  EXPECT_EQ(context.failure, (FailureReason{0, 2, 3, "mismatched tag"}));
+  EXPECT_EQ(context.failure, (FailureReason{0, 2, 3, kTextXmlTagMismatch}));
 }
 
 TEST(XmlFrame, EndsWhenItIsCancelled) {

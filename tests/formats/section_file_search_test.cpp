@@ -18,7 +18,7 @@ constexpr std::string_view kBcrWithoutRequest =
 
 TripRead Search(const FormatTable& table, const WideString& path) {
   ConversionContext context;
-  return ReadTrip(table, path, context, true);
+  return ReadTrip(table, path, context, {.silent = true});
 }
 
 uint32_t ReadAnything(const WideString&, PointLists& lists, bool) {

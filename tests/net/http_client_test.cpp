@@ -172,6 +172,18 @@ TEST(HttpClient, WaitGivesUpAfterItsTime) {
   EXPECT_FALSE(client.Wait(20));
 }
 
+TEST(HttpClient, CallsThatWaitDoSoForTheirTime) {
+  LoopbackServer server(kHalf);
+  HttpOptions options;
+  options.waitMs = 20;
+  try {
+    HttpGet(Wide(server.Url("/")), {}, {}, options);
+    FAIL();
+  } catch (const CInternetException& failure) {
+    EXPECT_EQ(failure.code, 12002u);
+  }
+}
+
 TEST(HttpClient, CancelInFlightIsNoException) {
   LoopbackServer server(kHalf);
   StringSink sink;

@@ -9,6 +9,7 @@ class PlayedServices : public PageServices {
  public:
   explicit PlayedServices(CallLog& callLog) : directions(callLog), m_log(callLog) {}
 
+  int32_t WaitMs() const override { return waitMs; }
   std::string Get(const std::string& url, const std::string& referrer,
                   const std::string& host) override {
     m_log.push_back(fmt::format("get {} [{}] [{}]", url, referrer, host));
@@ -34,6 +35,7 @@ class PlayedServices : public PageServices {
   }
   void UpdateProviders(const std::string& json) override { m_log.push_back("providers " + json); }
 
+  int32_t waitMs = PageServices::WaitMs();
   std::string body;
   std::optional<CGpsNamedPoint> address;
   std::optional<UserCountry> country;

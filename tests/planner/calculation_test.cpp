@@ -180,6 +180,15 @@ TEST_F(Calculation, AFailedSingleLegSelectsNothing) {
   EXPECT_THAT(PageCalls(), IsEmpty());
 }
 
+TEST_F(Calculation, OfSeveralLegsTheFirstIsTheStops) {
+  directions.moreLegs = 2;
+  view.CalculateAll(false);
+  EXPECT_EQ(LegsOf(list), ".BC");
+  EXPECT_EQ(list.points[1].GetRouteLeg()->Measure().distance, 1000u);
+  EXPECT_EQ(list.points[2].GetRouteLeg()->Measure().distance, 1000u);
+  EXPECT_EQ(status.totals, "Distance: 2.0km (00:02)");
+}
+
 TEST_F(Calculation, EveryEditCalculatesWithAutoCalc) {
   settings.autoCalc = true;
   view.MoveRow(0, 1);

@@ -378,6 +378,13 @@ TEST_F(External, GetRoutePreviewJoinsTheLegs) {
   EXPECT_TRUE(Call("GetRoutePreview", {0, 9, Position(1, 2), true}).IsNull());
 }
 
+TEST_F(External, DirectionsThatComeTooLateAreNone) {
+  services.waitMs = 0;
+  EXPECT_TRUE(Call("GetRoadLocation", {Position(1, 2)}).IsNull());
+  EXPECT_TRUE(Call("GetRoutePreview", {0, 1, Position(1, 2), false}).IsNull());
+  EXPECT_THAT(log, ElementsAre("ask 1,2 1,2", "ask A 1,2 B"));
+}
+
 TEST_F(External, GetRoutePreviewCallsBack) {
   const auto callback = std::make_shared<PlayedFunction>(log);
   EXPECT_TRUE(Call("GetRoutePreview", {0, 1, Position(1, 2), true, callback}).IsNull());

@@ -254,8 +254,8 @@ class PlayedDirections : public RoadDirections {
       answer.status = statuses.front();
       statuses.pop_front();
     }
-    for (size_t i = 1; answer.status == 0 && i < points.size(); ++i)
-      answer.legs.push_back(MakeRoute(1000, 60));
+    for (size_t i = 1; answer.status == 0 && i < points.size() + moreLegs; ++i)
+      answer.legs.push_back(MakeRoute(i < points.size() ? 1000 : 5000, 60));
     return answer;
   }
   void AskLater(const std::vector<CGpsPoint>& points,
@@ -265,6 +265,7 @@ class PlayedDirections : public RoadDirections {
   int32_t Provider() const override { return 10; }
 
   std::deque<uint32_t> statuses;
+  size_t moreLegs = 0;  ///< than there are pairs of points, of five kilometres each
 
  private:
   CallLog& m_log;

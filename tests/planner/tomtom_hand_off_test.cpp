@@ -38,8 +38,7 @@ constexpr char kServer[] = "http://127.0.0.1:8099/";
 
 TEST_F(TomTomHandOff, OffersTheBundleAndCallsTheProgram) {
   ASSERT_EQ(WriteTomTomHome(u"/trips/My trip.itn", m_list, 0, true), 0u);
-  EXPECT_EQ(m_desktop.Opened(),
-            "tomtomhome:contentitem:http://127.0.0.1:8099/My%20trip.xml");
+  EXPECT_EQ(m_desktop.Opened(), "tomtomhome:contentitem:http://127.0.0.1:8099/My%20trip.xml");
   EXPECT_FALSE(WaitUntilTomTomHasFetched(std::chrono::milliseconds(10)));
   const std::string description = Fetch(kServer + std::string("My%20trip.xml"));
   EXPECT_NE(description.find("<url location=\"main\">http://127.0.0.1:8099/My%20trip.zip</url>"),
@@ -80,8 +79,8 @@ TEST_F(TomTomHandOff, TheRowIsWrittenWithoutAFile) {
   const FormatTable table = WholeFormatTable();
   ConversionContext context;
   const std::string target = m_desktop.Folder().PathTo("Trip.tth");
-  const TripWrite trip = WriteTrip(table, TomTomRow(table), WideString(target.begin(), target.end()),
-                                   m_list, {}, {}, context);
+  const TripWrite trip = WriteTrip(
+      table, TomTomRow(table), WideString(target.begin(), target.end()), m_list, {}, {}, context);
   EXPECT_EQ(trip.status, 0u);
   EXPECT_FALSE(m_desktop.Folder().Has("Trip.tth"));
   EXPECT_EQ(m_desktop.Opened(), "tomtomhome:contentitem:http://127.0.0.1:8099/Trip.xml");

@@ -4,6 +4,8 @@
 
 #include "base/localized_text.h"
 #include "services/service_registry.h"
+#include "services/service_table.h"
+#include "tests/services/directions/router_asked.h"
 
 namespace {
 
@@ -34,6 +36,22 @@ TEST_F(AccountUpdate, EmptiesWhatThePageLeavesOut) {
   UpdateServiceRegistry(m_registry, R"([{"id":11,"key":"K"}])");
   EXPECT_EQ(m_registry.Get(11)->language, "");
   EXPECT_EQ(m_registry.Get(11)->referrer, "");
+}
+
+TEST_F(AccountUpdate, ServicesAreToldNoLanguageThatThePageLeavesOut) {
+  CServiceRegistry& registry = CServiceRegistry::Instance();
+  registry.Clear();
+  FillServiceRegistry(registry);
+  const CGpsPointList points = PointsOf({{48.5, 7.25}, {49, -1}});
+  const auto asked = [&points] {
+    CHttpRequestSpec spec;
+    EXPECT_EQ(RouterOf(provider::kTomTom)->BuildRequest(points, kCar, {}, spec), 0u);
+    return spec.url;
+  };
+  EXPECT_NE(asked().find("&language=en&"), std::string::npos);
+  UpdateServiceRegistry(registry, R"([{"id":5,"key":"K"}])");
+  EXPECT_TRUE(asked().ends_with("/json?key=K&traffic=false&travelMode=car")) << asked();
+  registry.Clear();
 }
 
 TEST_F(AccountUpdate, RemovesTheSelectedProviderAndTakesTheLowest) {

@@ -50,7 +50,9 @@ class LinkReading : public testing::Test {
   void FindTowns() {
     m_context.lookups.makeFinder = [this] { return std::make_unique<OneTown>(m_asked); };
   }
-  TripRead Read(const WideString& path) { return ReadTrip(m_table, path, m_context, true); }
+  TripRead Read(const WideString& path) {
+    return ReadTrip(m_table, path, m_context, {.silent = true});
+  }
   TripRead ReadShortcut(std::string_view bytes) { return Read(m_folder.Put("trip.url", bytes)); }
 
   // "name@latitude,longitude" of all points, between bars.

@@ -44,7 +44,8 @@ class LinkWriting : public testing::Test {
   }
   // The positions that our own readers find in a link.
   std::vector<std::string> PositionsIn(const std::string& link) {
-    const TripRead trip = ReadTrip(m_table, WideString(link.begin(), link.end()), m_context, true);
+    const TripRead trip =
+        ReadTrip(m_table, WideString(link.begin(), link.end()), m_context, {.silent = true});
     std::vector<std::string> positions;
     for (const auto& list : trip.lists) {
       for (const CGpsPoint& point : list->points) positions.push_back(LinkPosition(point));

@@ -103,6 +103,30 @@ TEST(CsvLayoutText, RefusesAFieldGivenTwice) {
   ExpectRefusal("lat=1,lat=1", "The field lat of the CSV layout is given twice.");
 }
 
+TEST(CsvLayoutText, RefusesAColumnUsedTwice) {
+  ExpectRefusal("lat=3,lon=3", "The CSV layout uses column 3 twice.");
+  ExpectRefusal("lat=1,lon=2,name=4,comment=4", "The CSV layout uses column 4 twice.");
+  ExpectLayout("lat=1,lon=2,name=0,comment=0", WithSeparators(".", ","));
+}
+
+TEST(CsvLayoutText, RefusesALayoutWithoutPositions) {
+  const std::string refusal =
+      "The CSV layout has no column for the latitude or the longitude. Both are needed: "
+      "lat=1,lon=2.";
+  ExpectRefusal("lat=1", refusal);
+  ExpectRefusal("lon=1,name=2", refusal);
+  ExpectRefusal("lat=0,lon=0,name=1", refusal);
+}
+
+TEST(CsvLayoutText, IsWrittenInTheSameWords) {
+  EXPECT_EQ(CsvLayoutAsText({4, 2, 1, 0, 3, 5, false, ".", ","}),
+            "lat=2,lon=1,name=3,comment=5,decimal=.,separator=comma");
+  for (const CCsvLayout& layout :
+       {WithSeparators(",", ";"), WithSeparators(".", "\t"), WithSeparators(".", "\xA7")}) {
+    EXPECT_EQ(ParseCsvLayoutText(CsvLayoutAsText(layout)).layout, layout);
+  }
+}
+
 TEST(CsvLayoutText, RefusesColumnsThatAreNone) {
   for (const char* const value : {"", "-1", "1001", "1.5", "x", " 1", "99999999999"}) {
     ExpectRefusal("lon=1,lat=" + std::string(value),

@@ -12,6 +12,8 @@ const kTownFont = '12px system-ui, sans-serif';
 const kLargeTownFont = '500 13px system-ui, sans-serif';
 const kCountryFont = '600 12px system-ui, sans-serif';
 const kLastCountryZoom = 6;
+/** How wide a country must be beside its name: most are longer in some direction than in others. */
+const kCountryRoom = 0.7;
 /** Of the inhabitants, in thousands, from which a town is large. */
 const kLargeTown = 500;
 /** Least population in thousands of a town that is shown, by zoom. */
@@ -37,7 +39,7 @@ export class GroundLabels {
     for (const country of this.countries) {
       const name = this.nameOf(country.code).toLocaleUpperCase(language());
       const width = frame.context.measureText(name).width;
-      if (country.size * pixelsPerDegree < width * 0.9) continue;
+      if (country.size * pixelsPerDegree < width * kCountryRoom) continue;
       const x = (country.x + copy) * frame.scale - frame.left;
       const y = country.y * frame.scale - frame.top;
       if (!isSeen(frame, x, y)) continue;
@@ -56,13 +58,16 @@ export class GroundLabels {
       if (!isSeen(frame, x, y)) continue;
       context.font = town.population >= kLargeTown ? kLargeTownFont : kTownFont;
       const width = context.measureText(town.name).width;
-      const box = { left: x - 5, right: x + 9 + width, top: y - 9, bottom: y + 9 };
-      if (!room.take(box)) continue;
+      // To the right of its dot, or where there is no room to the left.
+      const left = [x + 6, x - 6 - width].find((each) => room.take({
+        left: Math.min(x - 5, each - 3), right: Math.max(x + 5, each + width + 3), top: y - 9, bottom: y + 9,
+      }));
+      if (left === undefined) continue;
       context.beginPath();
       context.arc(x, y, 2.5, 0, 2 * Math.PI);
       context.fillStyle = palette.label;
       context.fill();
-      paintLabel(context, town.name, x + 6, y, palette.label);
+      paintLabel(context, town.name, left, y, palette.label);
     }
   }
 

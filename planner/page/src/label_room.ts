@@ -1,4 +1,5 @@
-// Keeps labels from covering each other: a box of the screen is given away once.
+// Keeps labels from covering each other: a box of the screen is given away once, and none that the
+// map's edge would cut.
 
 const kCell = 64;
 
@@ -12,9 +13,12 @@ export interface Rectangle {
 export class LabelRoom {
   private readonly cells = new Map<number, Rectangle[]>();
 
+  /** `map`: what of the drawing is seen now. */
+  constructor(private readonly map: Rectangle | null = null) {}
+
   /** Takes the box when it is free. */
   take(box: Rectangle): boolean {
-    if (!this.isFree(box)) return false;
+    if (this.isCut(box) || !this.isFree(box)) return false;
     this.occupy(box);
     return true;
   }
@@ -34,6 +38,15 @@ export class LabelRoom {
       (this.cells.get(cell) ?? []).every((other) =>
         box.right <= other.left || box.left >= other.right ||
         box.bottom <= other.top || box.top >= other.bottom));
+  }
+
+  /** What lies beyond the map whole comes into sight when the map is moved. */
+  private isCut({ left, top, right, bottom }: Rectangle): boolean {
+    if (!this.map) return false;
+    const isInside = left >= this.map.left && right <= this.map.right &&
+      top >= this.map.top && bottom <= this.map.bottom;
+    return !isInside && left < this.map.right && right > this.map.left &&
+      top < this.map.bottom && bottom > this.map.top;
   }
 
   private forEachCell(box: Rectangle, visit: (cell: number) => boolean): boolean {

@@ -39,7 +39,7 @@ export class Layers {
     this.showCredit();
   }
 
-  /** The rows of `GetMaps`: what can be switched on, and is not until the user does so. */
+  /** The rows of `GetMaps`: what can be switched on. No server is asked before the user allows it. */
   rows(): { name: string; map: boolean }[] {
     return this.servers.map(({ name }) => ({ name, map: false }));
   }

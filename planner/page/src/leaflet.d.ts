@@ -4,6 +4,7 @@ declare module 'leaflet' {
     x: number;
     y: number;
     subtract(other: Point): Point;
+    multiplyBy(factor: number): Point;
     add(other: Point): Point;
     distanceTo(other: Point): number;
   }
@@ -71,6 +72,7 @@ declare module 'leaflet' {
     unproject(point: Point, zoom: number): LatLng;
     getPixelBounds(): { min: Point; max: Point };
     getZoomScale(to: number, from: number): number;
+    getPixelOrigin(): Point;
     latLngToContainerPoint(point: LatLngLike): Point;
     containerPointToLatLng(point: Point | [number, number]): LatLng;
     containerPointToLayerPoint(point: Point | [number, number]): Point;

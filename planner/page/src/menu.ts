@@ -19,7 +19,11 @@ export class Menu {
     this.box.addEventListener('focusout', (event) => {
       if (!this.box.contains(event.relatedTarget as Node | null)) this.box.hidden = true;
     });
-    this.box.addEventListener('contextmenu', (event) => event.preventDefault());
+    // The key that has opened it asks once more when it is let go.
+    this.box.addEventListener('contextmenu', (event) => {
+      event.preventDefault();
+      event.stopPropagation();
+    });
     for (const kind of ['pointerdown', 'mousedown', 'dblclick', 'wheel']) {
       this.box.addEventListener(kind, (event) => event.stopPropagation());
     }

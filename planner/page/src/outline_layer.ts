@@ -5,8 +5,9 @@ import { Outline, World } from './outline_data';
 import { palette } from './palette';
 
 const kTileSize = 256;
-/** Borders are distracting when whole continents are on the screen. */
-const kFirstBorderZoom = 3;
+/** Borders are distracting when whole continents are on the screen: there they are thin lines. */
+const kFirstBorderZoom = 2;
+const kFirstBrokenBorderZoom = 4;
 
 export class OutlineLayer extends L.GridLayer {
   constructor(private readonly world: World) {
@@ -55,8 +56,10 @@ export class OutlineLayer extends L.GridLayer {
     fill(this.world.lakes, palette.sea);
     if (coords.z < kFirstBorderZoom) return;
     context.strokeStyle = palette.border;
-    context.lineWidth = (1.2 * size) / kTileSize / scale;
-    context.setLineDash([(6 * size) / kTileSize / scale, (3 * size) / kTileSize / scale]);
+    const pixel = size / kTileSize / scale;
+    const isBroken = coords.z >= kFirstBrokenBorderZoom;
+    context.lineWidth = (isBroken ? 1.2 : 0.6) * pixel;
+    context.setLineDash(isBroken ? [6 * pixel, 3 * pixel] : []);
     forEach(this.world.borders, (border) => context.stroke(border.path));
   }
 }

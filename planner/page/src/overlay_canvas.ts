@@ -2,6 +2,7 @@
 // anew only when the map has come to rest or has left it.
 
 import * as L from 'leaflet';
+import type { Rectangle } from './label_room';
 import type { Box } from './way';
 
 /** How much of the map's size the canvas is larger at each side. */
@@ -18,6 +19,24 @@ export interface Frame {
   height: number;
   /** The same on the world square. */
   view: Box;
+  /** What of it is the map itself, in pixels of the canvas. */
+  map: Rectangle;
+}
+
+// Each canvas is drawn in a frame of its own, so that none of the frames takes long.
+const waiting = new Set<() => void>();
+
+function drawInTurn(draw: () => void): void {
+  if (waiting.size === 0) requestAnimationFrame(drawNext);
+  waiting.add(draw);
+}
+
+function drawNext(): void {
+  const [draw] = waiting;
+  if (!draw) return;
+  waiting.delete(draw);
+  if (waiting.size > 0) requestAnimationFrame(drawNext);
+  draw();
 }
 
 export class OverlayCanvas {
@@ -25,23 +44,29 @@ export class OverlayCanvas {
   private readonly context = this.canvas.getContext('2d')!;
   private corner = L.point(0, 0);
   private zoom = 0;
-  private isScheduled = false;
+  private readonly redraw = (): void => this.draw();
 
   constructor(private readonly map: L.Map, className: string,
               private readonly paint: (frame: Frame) => void) {
     this.canvas.className = `overlay leaflet-zoom-animated ${className}`;
     this.canvas.setAttribute('aria-hidden', 'true');
     map.getPanes().overlayPane.append(this.canvas);
-    map.on('moveend resize viewreset', () => this.draw());
+    map.on('moveend resize viewreset', () => this.rest());
     map.on('move', () => this.drawWhenLeft());
     map.on('zoomanim', (event: L.ZoomAnimation) => this.animate(event));
   }
 
   /** Draws at the next frame. */
   invalidate(): void {
-    if (this.isScheduled) return;
-    this.isScheduled = true;
-    requestAnimationFrame(() => this.draw());
+    drawInTurn(this.redraw);
+  }
+
+  // Until its turn the old picture stands where it belongs.
+  private rest(): void {
+    const growth = this.map.getZoomScale(this.map.getZoom(), this.zoom);
+    const place = this.corner.multiplyBy(growth).subtract(this.map.getPixelOrigin());
+    L.DomUtil.setTransform(this.canvas, place, growth);
+    this.invalidate();
   }
 
   private drawWhenLeft(): void {
@@ -53,7 +78,6 @@ export class OverlayCanvas {
   }
 
   private draw(): void {
-    this.isScheduled = false;
     const size = this.map.getSize();
     if (size.x === 0 || size.y === 0) return;
     const pad = L.point(Math.round(size.x * kPadding), Math.round(size.y * kPadding));
@@ -78,6 +102,7 @@ export class OverlayCanvas {
       context: this.context, zoom: this.zoom, scale, left, top, width, height,
       view: { left: left / scale, top: top / scale, right: (left + width) / scale,
               bottom: (top + height) / scale },
+      map: { left: pad.x, top: pad.y, right: pad.x + size.x, bottom: pad.y + size.y },
     });
   }
 

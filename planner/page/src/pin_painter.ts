@@ -120,48 +120,75 @@ function paintDot(context: CanvasRenderingContext2D, x: number, y: number, colou
 
 function paintMark(context: CanvasRenderingContext2D, list: number, place: PlacedPin,
                    style: PinStyle, hasShadow: boolean): void {
+  const stamp = stampOf(list, place.isSelected, hasShadow, context.getTransform().a);
+  context.drawImage(stamp, place.x - kStampReach, place.y - kStampReach, 2 * kStampReach, 2 * kStampReach);
+  if (list === kItinerary) paintNumber(context, place, style);
+}
+
+/** Half the size of a stamp: a disc, the ring of the selected one, and the shadow. */
+const kStampReach = kDiscRadius + 8;
+
+const stamps = new Map<string, HTMLCanvasElement>();
+
+// The shape of a mark, drawn once: shadows of three hundred discs take longer than a frame may.
+function stampOf(list: number, isSelected: boolean, hasShadow: boolean, ratio: number): HTMLCanvasElement {
+  const key = [list, isSelected, hasShadow, ratio, colourOf(list), palette.panel].join(' ');
+  let stamp = stamps.get(key);
+  if (!stamp) {
+    stamp = document.createElement('canvas');
+    stamp.width = stamp.height = Math.ceil(2 * kStampReach * ratio);
+    const context = stamp.getContext('2d')!;
+    context.scale(stamp.width / (2 * kStampReach), stamp.height / (2 * kStampReach));
+    paintShape(context, list, isSelected, hasShadow);
+    stamps.set(key, stamp);
+  }
+  return stamp;
+}
+
+function paintShape(context: CanvasRenderingContext2D, list: number, isSelected: boolean,
+                    hasShadow: boolean): void {
+  context.translate(kStampReach, kStampReach);
   context.save();
   if (hasShadow) {
     context.shadowColor = 'rgba(0, 0, 0, 0.35)';
     context.shadowBlur = 4;
     context.shadowOffsetY = 1;
   }
-  tracePath(context, list, place);
+  tracePath(context, list);
   const colour = colourOf(list);
-  context.fillStyle = place.isSelected ? colour : palette.panel;
+  context.fillStyle = isSelected ? colour : palette.panel;
   context.fill();
   context.restore();
   context.lineWidth = 2;
-  context.strokeStyle = place.isSelected ? palette.panel : colour;
+  context.strokeStyle = isSelected ? palette.panel : colour;
   context.stroke();
-  if (place.isSelected) {
+  if (isSelected) {
     context.lineWidth = 1.5;
     context.strokeStyle = colour;
     context.beginPath();
-    context.arc(place.x, place.y, kDiscRadius + 2.5, 0, 2 * Math.PI);
+    context.arc(0, 0, kDiscRadius + 2.5, 0, 2 * Math.PI);
     context.stroke();
+  } else if (list === kSearchResults) {
+    paintDot(context, 0, 0, colour);
   }
-  if (list === kItinerary) paintNumber(context, place, style);
-  else if (list === kSearchResults && !place.isSelected) paintDot(context, place.x, place.y, colour);
 }
 
-function tracePath(context: CanvasRenderingContext2D, list: number, place: PlacedPin): void {
-  const { x, y } = place;
+function tracePath(context: CanvasRenderingContext2D, list: number): void {
   context.beginPath();
   if (list === kItinerary || list === kSearchResults) {
-    context.arc(x, y, list === kItinerary ? kDiscRadius : kDiscRadius - 3, 0, 2 * Math.PI);
+    context.arc(0, 0, list === kItinerary ? kDiscRadius : kDiscRadius - 3, 0, 2 * Math.PI);
   } else if (list === kFavourites) {
     for (let corner = 0; corner < 10; corner++) {
       const radius = corner % 2 === 0 ? kDiscRadius : kDiscRadius * 0.48;
       const angle = (Math.PI * corner) / 5 - Math.PI / 2;
-      context.lineTo(x + radius * Math.cos(angle), y + radius * Math.sin(angle));
+      context.lineTo(radius * Math.cos(angle), radius * Math.sin(angle));
     }
   } else {
     const reach = kDiscRadius - 1;
-    context.moveTo(x, y - reach);
-    context.lineTo(x + reach, y);
-    context.lineTo(x, y + reach);
-    context.lineTo(x - reach, y);
+    context.moveTo(0, -reach);
+    context.lineTo(reach, 0);
+    context.lineTo(0, reach);
+    context.lineTo(-reach, 0);
   }
   context.closePath();
 }

@@ -2,7 +2,8 @@
 
 import type * as L from 'leaflet';
 import { GroundLabels } from './ground_labels';
-import { LabelRoom } from './label_room';
+import { paintLabelsOfFrame } from './label_painter';
+import { LabelRoom, Rectangle } from './label_room';
 import type { Lists } from './lists';
 import { Frame, OverlayCanvas, worldCopies } from './overlay_canvas';
 import { palette } from './palette';
@@ -12,7 +13,7 @@ import { Box, kDetailZooms, Way } from './way';
 
 /** More points of ways on one screen are drawn with less detail, though not by more than so many
     zooms: ways keep their shape. */
-const kMostPoints = 20000;
+const kMostPoints = 8000;
 const kCoarsest = 6;
 /** More ways on one screen lie so close that casings would cover them. */
 const kMostCased = 1000;
@@ -21,24 +22,45 @@ export class Scene {
   readonly style: PinStyle = { showsNumbers: true };
   /** False when map tiles with names of their own cover the outline. */
   showsGroundLabels = true;
-  private readonly canvas: OverlayCanvas;
+  private readonly ways: OverlayCanvas;
+  private readonly marks: OverlayCanvas;
 
-  constructor(map: L.Map, private readonly lists: Lists, private readonly labels: GroundLabels) {
-    this.canvas = new OverlayCanvas(map, 'scene', (frame) => this.paint(frame));
+  constructor(private readonly map: L.Map, private readonly lists: Lists,
+              private readonly labels: GroundLabels) {
+    this.ways = new OverlayCanvas(map, 'ways', (frame) => {
+      for (const list of this.lists.all()) paintWays(frame, list);
+    });
+    this.marks = new OverlayCanvas(map, 'marks', (frame) => this.paintMarks(frame));
   }
 
   invalidate(): void {
-    this.canvas.invalidate();
+    this.marks.invalidate();
+    this.ways.invalidate();
   }
 
-  private paint(frame: Frame): void {
-    const room = new LabelRoom();
+  private paintMarks(frame: Frame): void {
+    const room = new LabelRoom(frame.map);
+    for (const box of this.controls(frame)) room.occupy(box);
     const lists = this.lists.all();
-    for (const list of lists) paintWays(frame, list);
     // All marks keep free of names; the names of the itinerary have the first choice.
     const marks = lists.map((list) => paintMarks(frame, this.lists, list, this.style, room));
-    for (const placed of marks.reverse()) paintNames(frame, placed, room);
-    if (this.showsGroundLabels) this.labels.paint(frame, room);
+    const isUnfinished = paintLabelsOfFrame(() => {
+      for (const placed of marks.reverse()) paintNames(frame, placed, room);
+      if (this.showsGroundLabels) this.labels.paint(frame, room);
+    });
+    if (isUnfinished) this.marks.invalidate();
+  }
+
+  /** What always lies over the map: names below it could not be read. */
+  private controls(frame: Frame): Rectangle[] {
+    const map = this.map.getContainer().getBoundingClientRect();
+    return [...document.querySelectorAll('.buttons, .credit, .hint, .update')]
+      .map((control) => control.getBoundingClientRect())
+      .filter(({ width }) => width > 0)
+      .map(({ left, top, right, bottom }) => ({
+        left: left - map.left + frame.map.left - 4, right: right - map.left + frame.map.left + 4,
+        top: top - map.top + frame.map.top - 4, bottom: bottom - map.top + frame.map.top + 4,
+      }));
   }
 }
 

@@ -36,6 +36,8 @@ export class Way {
   private readonly xs: Float64Array;
   private readonly ys: Float64Array;
   private readonly ranks: Uint8Array;
+  /** How many points each level has. */
+  private readonly counts = new Uint32Array(kDetailZooms + 1);
   private readonly levels: (Level | undefined)[] = [];
 
   constructor(leg: Leg) {
@@ -85,11 +87,12 @@ export class Way {
         lastX[z] = x;
         lastY[z] = y;
       }
+      for (let z = zoom; z <= kDetailZooms; z++) this.counts[z]!++;
     }
   }
 
   private level(zoom: number): Level {
-    const rank = Math.max(0, Math.min(kDetailZooms, Math.ceil(zoom)));
+    const rank = rankAt(zoom);
     return (this.levels[rank] ??= this.makeLevel(rank));
   }
 
@@ -118,8 +121,9 @@ export class Way {
 
   /** About how many points are drawn at `zoom` of what a box may see. */
   pointsIn(zoom: number, view: Box): number {
-    const { points, boxes } = this.level(zoom);
-    if (points.length <= kBlock) return points.length;
+    const all = this.counts[rankAt(zoom)]!;
+    if (all <= kBlock) return all;
+    const { boxes } = this.level(zoom);
     let count = 0;
     for (let at = 0; at < boxes.length; at += 4) if (isBlockSeen(boxes, at, view)) count += kBlock;
     return count;
@@ -159,6 +163,10 @@ export class Way {
     });
     return best;
   }
+}
+
+function rankAt(zoom: number): number {
+  return Math.max(0, Math.min(kDetailZooms, Math.ceil(zoom)));
 }
 
 function isBlockSeen(boxes: Float64Array, at: number, view: Box): boolean {

@@ -310,6 +310,8 @@ pageTest('all can be done with the keyboard', () => fixture.openVillages(), asyn
   await page.key('ContextMenu');
   await page.until('!document.querySelector(".menu").hidden');
   await page.key('ArrowDown');
+  await page.evaluate(`document.activeElement.dispatchEvent(
+    new MouseEvent('contextmenu', { bubbles: true, cancelable: true, clientX: 300, clientY: 300 }))`);
   assert.equal(await page.evaluate('document.activeElement.textContent'), 'What is here?');
   await page.key('Enter');
   await page.until('document.querySelector(".note")');

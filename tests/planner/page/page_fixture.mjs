@@ -22,6 +22,16 @@ export function texts(language) {
     .map(([number, name]) => [name[5].toLowerCase() + name.slice(6), words.get(number)]));
 }
 
+/** One of the program's texts by its number. */
+export function text(language, number) {
+  return table(`${language}.tsv`).find(([each]) => each === String(number))[1];
+}
+
+/** The labels of companion programs that have a button in the window of a pin. */
+export function companions(language) {
+  return { tthome: text(language, 222), miomore: text(language, 248) };
+}
+
 /** Thirteen villages of the Alsace wine road, with a way to each but the seventh. */
 export const kVillages = [
   ['Marlenheim', 48.62, 7.492], ['Molsheim', 48.54, 7.493], ['Obernai', 48.462, 7.481],

@@ -54,7 +54,7 @@ pageTest('asks no address but its own', () => fixture.openVillages(), async (pag
                    ['/', '/favicon.ico', '/leaflet.css', '/page.css', '/page.js']);
 });
 
-pageTest('answers with its maps and no providers', async () => {
+pageTest('answers with its maps, all switched off, and no providers', async () => {
   fixture.server.tileServers = [{ name: 'Streets', url: `${fixture.server.address}/tiles/{z}/{x}/{y}.png`,
                                   credit: '© somebody', minZoom: 0, maxZoom: 18 }];
   const page = await fixture.open();

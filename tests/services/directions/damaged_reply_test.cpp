@@ -2,12 +2,18 @@
 
 #include <string_view>
 
+#include "base/text.h"
 #include "tests/services/directions/router_asked.h"
 #include "tests/services/directions/sample_replies.h"
 
 namespace {
 
 using Legs = CRouteProvider::Legs;
+
+void ExpectSoundText(const std::string& text, const std::string& reply) {
+  EXPECT_TRUE(IsValidUtf8(text)) << reply;
+  EXPECT_EQ(text.find('\0'), std::string::npos) << reply;
+}
 
 TEST(DamagedReplies, EndWithAStatusWhereverTheyAreCut) {
   for (const SampleReply& sample : SampleReplies()) {
@@ -43,6 +49,26 @@ TEST(DamagedReplies, EndWithAStatusWhateverTheirNumbersAre) {
     for (const char* const number : {"", "x", "-1", "1e999", "99999999999999999999", "null", "[]",
                                      "{}", "\"1\"", "4294967296"})
       ExpectStatusWithNumbers(sample, number);
+  }
+}
+
+// Whatever a service puts into a text, the stops and instructions that come of it can be shown and
+// stored.
+TEST(DamagedReplies, LeaveValidTextInTheLegs) {
+  for (const SampleReply& sample : SampleReplies()) {
+    const auto router = RouterOf(sample.id);
+    for (const char* const bytes : {"\xC3", "\xED\xA0\x80", "\\u0000", "\\u00e9"}) {
+      for (size_t position = 0; position < sample.text.size(); ++position) {
+        std::string reply = sample.text;
+        Legs legs;
+        static_cast<void>(router->ParseResponse(reply.insert(position, bytes), kCar, {}, legs));
+        for (const CRouteData& leg : legs) {
+          for (const auto& point : leg.path.points) ExpectSoundText(point->name, reply);
+          for (const CGpsRouteStep& step : leg.steps)
+            ExpectSoundText(step.name + step.comment + step.instruction, reply);
+        }
+      }
+    }
   }
 }
 

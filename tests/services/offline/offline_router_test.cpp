@@ -211,11 +211,21 @@ TEST_F(OfflineRoads, TellWhenAStopLiesOffAllRoads) {
 TEST_F(OfflineRoads, TellWhichExtractWouldHelp) {
   CRouteProvider& router = Ask({{48.0, 7.0}, {48.01, 7.01}}, kCar, OptionsOf(kFastest));
   EXPECT_EQ(router.Status(), 1u);
-  EXPECT_TRUE(router.FailureText().starts_with("No road database holds 48.000000, 7.000000."));
+  EXPECT_TRUE(
+      router.FailureText().starts_with("No road database holds 48.000000, 7.000000, near "));
   AddTown();
-  Ask({{48.0, 7.0}, {45.0, 5.0}}, kCar, OptionsOf(kFastest));
+  // The middle of Colmar.
+  Ask({{48.0, 7.0}, {48.08, 7.36}}, kCar, OptionsOf(kFastest));
   EXPECT_EQ(router.Status(), 1u);
-  EXPECT_TRUE(router.FailureText().starts_with("No road database holds 45.000000, 5.000000."));
+  EXPECT_EQ(router.FailureText(),
+            "No road database holds 48.080000, 7.360000, near Colmar, Grand Est, France. Add an "
+            "OpenStreetMap extract of that region or country: corvanemap --roads add NAME FILE");
+  // The nearest town in the middle of the Atlantic would help nobody.
+  Ask({{48.0, 7.0}, {30.0, -40.0}}, kCar, OptionsOf(kFastest));
+  EXPECT_EQ(router.Status(), 1u);
+  EXPECT_EQ(router.FailureText(),
+            "No road database holds 30.000000, -40.000000. Add an OpenStreetMap extract of the "
+            "region around it: corvanemap --roads add NAME FILE");
 }
 
 TEST_F(OfflineRoads, RefuseOneStopAndCalculateAgain) {

@@ -1,5 +1,5 @@
 // Makes the pictures of the window for the documents: make_pictures FOLDER LOOK LANGUAGE, such as
-// "make_pictures docs/pictures dark de".
+// "make_pictures docs/pictures dark de". It needs a screen, on which the map draws itself.
 
 #include <QAction>
 #include <QApplication>
@@ -57,9 +57,7 @@ constexpr Place kPlaces[] = {{"Marlenheim", 48.6206, 7.4905},
 
 constexpr QSize kWindowSize(1280, 800);
 constexpr int kPatience = 60'000;  // milliseconds
-constexpr int kMapTime = 2000;     // for the map to load
-constexpr int kFrames = 12;
-constexpr int kFrameTime = 150;
+constexpr int kMapTime = 5000;     // for the map to draw itself
 
 Language LanguageOf(const QString& code) {
   if (code == QLatin1String("fr")) return Language::kFrench;
@@ -77,11 +75,6 @@ class Photographer {
   void Take(QWidget& widget, const char* name) const {
     const QString file =
         QStringLiteral("%1/%2-%3.png").arg(m_folder, QLatin1String(name), m_suffix);
-    // Off the screen, the map draws its next frame when somebody looks at the one before.
-    for (int frame = 0; frame < kFrames; ++frame) {
-      widget.grab();
-      QTest::qWait(kFrameTime);
-    }
     if (!widget.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
   }
 
@@ -152,7 +145,6 @@ int main(int argc, char** argv) {
   for (const char* const variable :
        {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
     qputenv(variable, home.path().toLocal8Bit());
-  qputenv("QT_QPA_PLATFORM", "offscreen");
   const Look wanted = look == QLatin1String("dark") ? Look::kDark : Look::kLight;
   Q_INIT_RESOURCE(window);
   PrepareLook(wanted);
