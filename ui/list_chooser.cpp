@@ -17,6 +17,7 @@
 namespace {
 
 constexpr int kIndexRole = Qt::UserRole;
+constexpr int kRowHeight = 26;
 
 struct Group {
   uint32_t textId;
@@ -55,6 +56,7 @@ class ListTree : public QTreeWidget {
         group->setIcon(0, icon);
       }
       auto* const item = new QTreeWidgetItem(group, {LabelOf(*lists[i])});
+      item->setSizeHint(0, {0, kRowHeight});
       item->setData(0, kIndexRole, QVariant::fromValue(static_cast<qulonglong>(i)));
       if (!currentItem()) setCurrentItem(item);
     }

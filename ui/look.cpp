@@ -87,11 +87,13 @@ QTableView { border: 1px solid @edge; border-radius: 4px; selection-background-c
              selection-color: @text; outline: 0; }
 QTableView:focus { border-color: @accent; }
 QTreeView { border: 1px solid @edge; border-radius: 4px; outline: 0; }
-QTreeView::item { padding: 4px; }
-QLineEdit, QPlainTextEdit { border: 1px solid @edge; border-radius: 4px; padding: 3px 6px;
-                            background: @panel; selection-background-color: @accent; }
+QTreeView::item:selected { background: @hover; color: @text; }
+QLineEdit { min-height: 20px; padding: 2px 6px; }
+QPlainTextEdit { padding: 2px; }
+QLineEdit, QPlainTextEdit { border: 1px solid @edge; border-radius: 4px; background: @panel;
+                            selection-background-color: @accent; }
 QLineEdit:focus, QPlainTextEdit:focus { border-color: @accent; }
-QComboBox, QAbstractSpinBox { min-height: 24px; }
+QComboBox, QAbstractSpinBox { min-height: 20px; }
 QPushButton { min-height: 22px; padding: 0 12px; }
 QHeaderView::section { background: @ground; color: @muted; border: 0;
                        border-bottom: 1px solid @edge; padding: 4px 8px; }

@@ -32,6 +32,7 @@
 namespace {
 
 constexpr QSize kTableSize(560, 300);
+constexpr int kRowHeight = 28;
 
 void LookUp(PastedLine& line, int32_t finder, ConversionContext& context) {
   if (const auto position = ReadPastedPosition(line.text)) {
@@ -102,6 +103,7 @@ std::vector<size_t> Review(MainWindow& window, const std::vector<PastedLine>& li
     const bool isThere = line.quality != PasteQuality::kNotFound;
     item->setCheckState(0, isThere ? Qt::Checked : Qt::Unchecked);
     item->setDisabled(!isThere);
+    item->setSizeHint(0, {0, kRowHeight});
   }
   table->header()->setSectionResizeMode(QHeaderView::Stretch);
   auto* const layout = new QVBoxLayout(&dialog);

@@ -18,6 +18,7 @@ export class Lists {
   private readonly lists = new Map<number, PinList>();
   private readonly indexes = new Map<number, GridIndex>();
   private isLoadingWays = false;
+  private readonly channel = new MessageChannel();
 
   constructor(private readonly changed: () => void) {}
 
@@ -60,6 +61,12 @@ export class Lists {
     this.loadWays();
   }
 
+  // Timers would wait longer the more of them follow each other.
+  private later(work: () => void): void {
+    this.channel.port1.onmessage = work;
+    this.channel.port2.postMessage(null);
+  }
+
   // Ways that nobody has told about, as after a file was opened, are asked for bit by bit.
   private loadWays(): void {
     if (this.isLoadingWays) return;
@@ -73,9 +80,9 @@ export class Lists {
         this.changed();
       }
       this.isLoadingWays = !isDone;
-      if (!isDone) setTimeout(loadSome, 0);
+      if (!isDone) this.later(loadSome);
     };
-    setTimeout(loadSome, 0);
+    loadSome();
   }
 }
 

@@ -1,6 +1,6 @@
 // One numbered list of the program as the page keeps it: pins, and the ways that lead to them.
 
-import { ask, PinRow, Position, program } from './external';
+import { ask, Leg, PinRow, Position, program } from './external';
 import { isOnMap, worldX, worldY } from './mercator';
 import { Way } from './way';
 
@@ -79,8 +79,8 @@ export class PinList {
   /** Asks for the way that leads to a pin. */
   loadWay(index: number): void {
     if (index < 0 || index >= this.pins.length) return;
-    const leg = ask(() => program.GetPoint(this.id, index).route, null);
-    this.ways[index] = leg && Array.isArray(leg.points) && leg.points.length > 1 ? new Way(leg) : null;
+    const leg = ask(() => copyOf(program.GetPoint(this.id, index).route), null);
+    this.ways[index] = leg && leg.points.length > 1 ? new Way(leg) : null;
   }
 
   clearWays(): void {
@@ -90,6 +90,13 @@ export class PinList {
   private dropWay(index: number): void {
     if (index < this.ways.length) this.ways[index] = null;
   }
+}
+
+/** Each look at a property of the program's object asks it. */
+function copyOf(leg: Leg | null): Leg | null {
+  if (!leg) return null;
+  const { distance, duration, driving, points, color } = leg;
+  return { distance, duration, driving, points: Array.isArray(points) ? points : [], color };
 }
 
 function toPin(row: Position & { address?: string }): Pin {

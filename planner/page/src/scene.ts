@@ -123,8 +123,8 @@ function traceWays(frame: Frame, ways: Way[], detail: number, copy: number): voi
     const px = (x + copy) * scale - left;
     const py = y * scale - top;
     if (!start) context.lineTo(px, py);
-    else if (Math.abs(px - lastX) > 1 || Math.abs(py - lastY) > 1) context.moveTo(px, py);
-    else return;
+    else if (Math.abs(px - lastX) <= 1 && Math.abs(py - lastY) <= 1) return;
+    else context.moveTo(px, py);
     lastX = px;
     lastY = py;
   };

@@ -150,6 +150,18 @@ pageTest('adds a way that was calculated, and clears them all', () => fixture.op
   assert.equal(await page.evaluate(facts), 0);
 });
 
+pageTest('draws a way of two points from its beginning', () => fixture.open(), async (page) => {
+  await page.evaluate(`for (const lng of [7, 8]) {
+      player.lists[0].push({ lat: 48, lng, alt: 0, address: '', snippet: '', route: null });
+    }
+    player.lists[0][1].route = player.leg([player.lists[0][0], player.lists[0][1]]);
+    RefreshPushPins(0, 0); AutoViewMap()`);
+  await page.until('document.querySelector(".hint").hidden');
+  await new Promise((resolve) => setTimeout(resolve, 300));
+  await page.frame();
+  assert.deepEqual(await pixels(page, [{ x: 500, y: 340 }]), ['10,127,134']);
+});
+
 pageTest('empties a list', () => fixture.openVillages(), async (page) => {
   await page.evaluate('player.lists[0].length = 0; ClearPushPins(0)');
   await page.until('!document.querySelector(".hint").hidden');

@@ -1,5 +1,5 @@
 // Makes the pictures of the window for the documents: make_pictures FOLDER LOOK LANGUAGE, such as
-// "make_pictures docs/pictures dark de".
+// "make_pictures docs/pictures dark de". It needs a screen, on which the map draws itself.
 
 #include <QAction>
 #include <QApplication>
@@ -57,7 +57,7 @@ constexpr Place kPlaces[] = {{"Marlenheim", 48.6206, 7.4905},
 
 constexpr QSize kWindowSize(1280, 800);
 constexpr int kPatience = 60'000;  // milliseconds
-constexpr int kMapTime = 10'000;   // for the map to draw itself
+constexpr int kMapTime = 5000;     // for the map to draw itself
 
 Language LanguageOf(const QString& code) {
   if (code == QLatin1String("fr")) return Language::kFrench;
@@ -145,7 +145,6 @@ int main(int argc, char** argv) {
   for (const char* const variable :
        {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
     qputenv(variable, home.path().toLocal8Bit());
-  qputenv("QT_QPA_PLATFORM", "offscreen");
   const Look wanted = look == QLatin1String("dark") ? Look::kDark : Look::kLight;
   Q_INIT_RESOURCE(window);
   PrepareLook(wanted);
