@@ -29,7 +29,7 @@ struct ShorterOrder {
   std::vector<size_t> order;
   uint64_t before = 0;  ///< metres
   uint64_t after = 0;
-  uint32_t failure = kRouteSuccess;  ///< with which the provider ended it
+  uint32_t failure = kRouteSuccess;  ///< of a provider that does not answer
 };
 
 ShorterOrder FindOrder(const CGpsPointArray& list, RoadLengths* roads, std::stop_token stop) {
@@ -42,7 +42,7 @@ ShorterOrder FindOrder(const CGpsPointArray& list, RoadLengths* roads, std::stop
   std::iota(former.begin(), former.end(), size_t{0});
   found.before = optimizer.Length(former, byRoad);
   found.after = optimizer.Length(found.order, byRoad);
-  if (byRoad) found.failure = roads->Failure();
+  if (byRoad && roads->IsGivenUp()) found.failure = roads->Failures().back().status;
   return found;
 }
 

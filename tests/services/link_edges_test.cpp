@@ -71,7 +71,9 @@ class LookupsOfLinks : public testing::Test {
   void FindWith(int32_t id) {
     m_context.lookups.makeFinder = [id] { return CServiceRegistry::Instance().CreateGeocoder(id); };
   }
-  TripRead Read(const WideString& link) { return ReadTrip(m_table, link, m_context, true); }
+  TripRead Read(const WideString& link) {
+    return ReadTrip(m_table, link, m_context, {.silent = true});
+  }
 
   FormatTable m_table = {{u"url", 159, nullptr, nullptr, 0}};
   ConversionContext m_context;
