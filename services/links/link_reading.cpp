@@ -90,7 +90,7 @@ std::optional<CGpsCoordinate> FindInLanguage(const std::string& address,
                                              const std::string& language, Lookups& lookups) {
   const Service& service = ServiceNamed("google");
   ServiceAccess access = AccessTo(service);
-  access.language = LinkValue(language, "-_");
+  access.language = language;
   return AskOnce("google " + language + " " + address, service, GoogleGeocodingUrl(access, address),
                  ReadGooglePlaces, lookups);
 }
