@@ -58,6 +58,7 @@ constexpr Place kPlaces[] = {{"Marlenheim", 48.6206, 7.4905},
 constexpr QSize kWindowSize(1280, 800);
 constexpr int kPatience = 60'000;  // milliseconds
 constexpr int kMapTime = 5000;     // for the map to draw itself
+constexpr int kWaysTime = 15'000;  // for the ways to come
 
 Language LanguageOf(const QString& code) {
   if (code == QLatin1String("fr")) return Language::kFrench;
@@ -175,7 +176,7 @@ int main(int argc, char** argv) {
   view.CalculateAll(/*showProgress=*/false);
   view.SelectRow(2);
   view.planner->AutoViewMap();
-  QTest::qWait(kMapTime);
+  QTest::qWait(kWaysTime);
   photographer.Take(window, "window");
   photographer.TakeDialog("point", [&] {
     CGpsNamedPoint point = window.Work().driver.current.At(2);
