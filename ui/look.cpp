@@ -95,6 +95,7 @@ QLineEdit, QPlainTextEdit { border: 1px solid @edge; border-radius: 4px; backgro
 QLineEdit:focus, QPlainTextEdit:focus { border-color: @accent; }
 QComboBox, QAbstractSpinBox { min-height: 20px; }
 QPushButton { min-height: 22px; padding: 0 12px; }
+QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
 QHeaderView::section { background: @ground; color: @muted; border: 0;
                        border-bottom: 1px solid @edge; padding: 4px 8px; }
 QSplitter::handle { background: @edge; }
