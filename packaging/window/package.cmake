@@ -32,8 +32,9 @@ set(CPACK_COMPONENTS_ALL Unspecified window)
 set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_NAME corvane-map)
 set(CPACK_DEBIAN_WINDOW_PACKAGE_NAME corvane-map-window)
 set(CPACK_DEBIAN_WINDOW_PACKAGE_DEPENDS "corvane-map (= ${PROJECT_VERSION}-1)")
+# The summary above them is one for both.
+set(CPACK_DEBIAN_UNSPECIFIED_DESCRIPTION "${CPACK_PACKAGE_DESCRIPTION}")
 set(CPACK_DEBIAN_WINDOW_DESCRIPTION
-"itinerary planner with a map for navigation devices
- Shows an itinerary as a list and on a map, lets it be changed in both, has the
- way calculated by the service that the user chooses, and saves it in the format
- that a navigation device or route planner expects.")
+"The window: it shows an itinerary as a list and on a map, lets it be changed
+in both, has the way calculated by the service that the user chooses, and
+saves it in the format that a navigation device or route planner expects.")
