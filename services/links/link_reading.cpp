@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/localized_text.h"
@@ -44,13 +45,26 @@ const LinkKind* KindOf(std::string_view link) {
   return nullptr;
 }
 
+// Appends a part of a link to the address of another host. What looks like a further address within
+// it is escaped: it must not decide who is asked.
+void AppendOwnPart(std::string& url, std::string_view part) {
+  constexpr std::string_view kMark = "://";
+  for (size_t mark = part.find(kMark); mark != std::string_view::npos; mark = part.find(kMark)) {
+    url.append(part.substr(0, mark)).append("%3A//");
+    part.remove_prefix(mark + kMark.size());
+  }
+  url.append(part);
+}
+
 // The stops of a map that its owner has saved, from the page script that the site has for it.
 std::vector<LinkStop> FetchSavedMap(std::string_view link, ConversionContext& context) {
   if (context.lookups.MayFetch()) {
     const Service& site = ServiceNamed("google-site");
     const LinkPieces pieces = SplitLink(link);
     std::string url = AccessTo(site).url;
-    url.append(pieces.path).append("?").append(pieces.query).append("&output=js");
+    AppendOwnPart(url, pieces.path);
+    AppendOwnPart(url.append("?"), pieces.query);
+    url.append("&output=js");
     std::string script;
     if (AskService(site, url, script) == kServiceSuccess) return ParseSavedMap(script);
   }

@@ -176,6 +176,22 @@ TEST_F(LinkReading, ASavedMapIsFetchedFromTheSite) {
               StartsWith("GET /maps/ms?msid=2134.0004a&hl=fr&output=js HTTP/1.1\r\n"));
 }
 
+// An address inside a link has no say in who is asked.
+TEST_F(LinkReading, ASavedMapIsNotFetchedFromAnAddressInsideTheLink) {
+  const LoopbackServer server([](const std::string&) { return HttpReply(kScript); });
+  ServiceValues site;
+  site.url = server.Url();
+  SetServiceValues({{"google-site", site}});
+  m_context.lookups.mayFetch = true;
+  EXPECT_EQ(
+      Said(Read(u"https://maps.google.fr/maps/ms?msid=2134&q=http://a.example/http://b.example")),
+      "Colmar@48.100000,7.200000|Metz@49.100000,6.200000");
+  ASSERT_EQ(server.Requests().size(), 1u);
+  EXPECT_THAT(server.Requests()[0],
+              StartsWith("GET /maps/ms?msid=2134&q=http%3A//a.example/http%3A//b.example"
+                         "&output=js HTTP/1.1\r\n"));
+}
+
 TEST_F(LinkReading, ASavedMapThatCannotBeHadLeavesTheOtherStops) {
   const LoopbackServer server([](const std::string&) { return std::string(); });
   ServiceValues site;
