@@ -15,7 +15,7 @@ std::string GeonamesUrl(std::string_view path) {
   const ServiceAccess access = AccessTo(Geonames());
   std::string url = access.url;
   url.append(path).append("?type=JSON&username=").append(AccountText(access.key));
-  AppendIfAny(url, "&lang=", AccountText(access.language));
+  AppendParameterIfAny(url, "&lang=", access.language);
   return url;
 }
 

@@ -21,6 +21,10 @@ std::string LonLatText(const CGpsCoordinate& position, std::string_view separato
 
 std::string AccountText(std::string_view value) { return UrlEscape(value, "-_.~"); }
 
-void AppendIfAny(std::string& url, std::string_view parameter, std::string_view value) {
-  if (!value.empty()) url.append(parameter).append(value);
+void AppendParameter(std::string& url, std::string_view name, std::string_view value) {
+  url.append(name).append(AccountText(value));
+}
+
+void AppendParameterIfAny(std::string& url, std::string_view name, std::string_view value) {
+  if (!value.empty()) AppendParameter(url, name, value);
 }

@@ -20,5 +20,7 @@ std::string LonLatText(const CGpsCoordinate& position, std::string_view separato
 /// there, so that keys and codes go out as the services gave them.
 std::string AccountText(std::string_view value);
 
-/// Appends a parameter ("&lang=") and its value, unless the value is empty.
-void AppendIfAny(std::string& url, std::string_view parameter, std::string_view value);
+/// Appends `name` (with "&" and "=") and the value as `AccountText` has it, even an empty one.
+void AppendParameter(std::string& url, std::string_view name, std::string_view value);
+/// The same; nothing when the value is empty.
+void AppendParameterIfAny(std::string& url, std::string_view name, std::string_view value);

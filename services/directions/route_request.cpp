@@ -5,7 +5,6 @@
 #include <fmt/format.h>
 
 #include "markup/json.h"
-#include "net/url.h"
 #include "services/request_text.h"
 #include "services/service_table.h"
 
@@ -32,15 +31,6 @@ std::vector<std::string_view> AvoidedWords(const CRouteOptions& options,
     if (!(avoidances->*row.mayBeUsed)) avoided.push_back(row.word);
   }
   return avoided;
-}
-
-void AppendParameter(std::string& url, std::string_view name, std::string_view value) {
-  // Signs that mean nothing in a query stay, so that keys and codes go out as services gave them.
-  url.append(name).append(UrlEscape(value, "-_.~"));
-}
-
-void AppendParameterIfAny(std::string& url, std::string_view name, std::string_view value) {
-  if (!value.empty()) AppendParameter(url, name, value);
 }
 
 void AppendPosition(std::string& text, const CGpsCoordinate& position, AxisOrder order,

@@ -8,6 +8,7 @@
 
 #include "model/point_list.h"
 #include "services/directions/route_options.h"
+#include "services/request_text.h"
 #include "services/service_access.h"
 
 // How requests to directions services are put together. What users have written is escaped when it
@@ -35,11 +36,6 @@ struct RoadWord {
 /// The words of all kinds that are not to be used, in the order of `words`.
 std::vector<std::string_view> AvoidedWords(const CRouteOptions& options,
                                            std::span<const RoadWord> words);
-
-/// Appends `name` (with "&" and "=") and the escaped value, even an empty one.
-void AppendParameter(std::string& url, std::string_view name, std::string_view value);
-/// The same; nothing when the value is empty.
-void AppendParameterIfAny(std::string& url, std::string_view name, std::string_view value);
 
 enum class AxisOrder { kLatitudeFirst, kLongitudeFirst };
 

@@ -11,15 +11,15 @@ constexpr double kHttpOk = 200;
 
 std::string BingGeocodingUrl(const ServiceAccess& access, std::string_view text) {
   std::string url = access.url + "/REST/v1/Locations?o=json&query=" + UrlEscape(text, "");
-  url += "&key=" + AccountText(access.key);
-  AppendIfAny(url, "&c=", AccountText(access.language));
+  AppendParameter(url, "&key=", access.key);
+  AppendParameterIfAny(url, "&c=", access.language);
   return url;
 }
 
 std::string BingReverseUrl(const ServiceAccess& access, const CGpsCoordinate& position) {
   std::string url = access.url + "/REST/v1/Locations/" + LatLonText(position) + "?o=json";
-  url += "&key=" + AccountText(access.key);
-  AppendIfAny(url, "&c=", AccountText(access.language));
+  AppendParameter(url, "&key=", access.key);
+  AppendParameterIfAny(url, "&c=", access.language);
   return url;
 }
 

@@ -8,7 +8,7 @@
 namespace {
 
 std::string WithLanguageAndKey(std::string url, const ServiceAccess& access) {
-  AppendIfAny(url, "&language=", AccountText(access.language));
+  AppendParameterIfAny(url, "&language=", access.language);
   return url + "&key=" + AccountText(access.key);
 }
 
@@ -35,8 +35,8 @@ std::string GoogleSearchUrl(const ServiceAccess& access, std::string_view text,
                             const CGpsCoordinate& position, uint32_t radius) {
   std::string url = fmt::format("{}/maps/api/place/textsearch/json?query={}&location={}&radius={}",
                                 access.url, UrlEscape(text, ""), LatLonText(position), radius);
-  url += "&key=" + AccountText(access.key);
-  AppendIfAny(url, "&language=", AccountText(access.language));
+  AppendParameter(url, "&key=", access.key);
+  AppendParameterIfAny(url, "&language=", access.language);
   return url;
 }
 

@@ -7,7 +7,7 @@ namespace {
 
 std::string WithAccount(std::string url, const ServiceAccess& access) {
   url += "&app_id=" + AccountText(access.appId) + "&app_code=" + AccountText(access.key);
-  AppendIfAny(url, "&language=", AccountText(access.language));
+  AppendParameterIfAny(url, "&language=", access.language);
   return url;
 }
 

@@ -8,7 +8,7 @@
 namespace {
 
 std::string WithAccount(std::string url, const ServiceAccess& access) {
-  AppendIfAny(url, "&lang=", AccountText(access.language));
+  AppendParameterIfAny(url, "&lang=", access.language);
   return url + "&apiKey=" + AccountText(access.key);
 }
 

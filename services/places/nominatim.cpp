@@ -21,14 +21,14 @@ uint32_t ErrorStatus(const CJsonValue& error) {
 
 std::string NominatimGeocodingUrl(const ServiceAccess& access, std::string_view text) {
   std::string url = access.url + "/search?q=" + UrlEscape(text, "") + "&format=jsonv2&limit=10";
-  AppendIfAny(url, "&accept-language=", AccountText(access.language));
+  AppendParameterIfAny(url, "&accept-language=", access.language);
   return url;
 }
 
 std::string NominatimReverseUrl(const ServiceAccess& access, const CGpsCoordinate& position) {
   std::string url = access.url + "/reverse?lat=" + CoordinateText(position.latitude) +
                     "&lon=" + CoordinateText(position.longitude) + "&format=jsonv2";
-  AppendIfAny(url, "&accept-language=", AccountText(access.language));
+  AppendParameterIfAny(url, "&accept-language=", access.language);
   return url;
 }
 

@@ -26,14 +26,14 @@ std::string ReadAddress(const CJsonValue& properties) {
 
 std::string PhotonGeocodingUrl(const ServiceAccess& access, std::string_view text) {
   std::string url = access.url + "/api/?q=" + UrlEscape(text, "") + "&limit=10";
-  AppendIfAny(url, "&lang=", AccountText(access.language));
+  AppendParameterIfAny(url, "&lang=", access.language);
   return url;
 }
 
 std::string PhotonReverseUrl(const ServiceAccess& access, const CGpsCoordinate& position) {
   std::string url = access.url + "/reverse?lon=" + CoordinateText(position.longitude) +
                     "&lat=" + CoordinateText(position.latitude);
-  AppendIfAny(url, "&lang=", AccountText(access.language));
+  AppendParameterIfAny(url, "&lang=", access.language);
   return url;
 }
 

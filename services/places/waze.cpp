@@ -14,7 +14,7 @@ constexpr std::string_view kStreetParts[] = {"street", "city", "country"};
 
 std::string WazeGeocodingUrl(const ServiceAccess& access, std::string_view text) {
   std::string url = access.url + "/mozi?lon=0&lat=0&q=" + UrlEscape(text, "");
-  AppendIfAny(url, "&lang=", AccountText(access.language));
+  AppendParameterIfAny(url, "&lang=", access.language);
   return url;
 }
 
