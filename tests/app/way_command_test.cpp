@@ -370,11 +370,23 @@ TEST_F(WayCommand, CalculatesForEveryFileOfAFolder) {
   EXPECT_EQ(server.Requests().size(), 3u);
 }
 
+// Four stops on one meridian, and the same where B lies behind D.
+constexpr const char* kFourInLine =
+    "700000|4800000|A|4|\r\n700000|4801000|B|0|\r\n700000|4802000|C|0|\r\n"
+    "700000|4803000|D|2|\r\n";
+constexpr const char* kFourWithADetour =
+    "700000|4800000|A|4|\r\n700000|4803000|B|0|\r\n700000|4801000|C|0|\r\n"
+    "700000|4802000|D|2|\r\n";
+
+// The stops of a file in their order.
+std::string OrderIn(std::string text) {
+  std::erase_if(text, [](char c) { return c < 'A' || c > 'D'; });
+  return text;
+}
+
 // Stops at 0, 1, 2 and 3 hundredths of a degree. By road, the second is near the last only.
 TEST_F(WayCommand, OrdersTheStopsByRoad) {
-  folder.Put("four.itn",
-             "700000|4800000|A|4|\r\n700000|4801000|B|0|\r\n700000|4802000|C|0|\r\n"
-             "700000|4803000|D|2|\r\n");
+  folder.Put("four.itn", kFourInLine);
   const LoopbackServer server([](const std::string& request) {
     const bool isFar = request.find("48.000000") != std::string::npos &&
                        request.find("48.010000") != std::string::npos;
@@ -387,18 +399,14 @@ TEST_F(WayCommand, OrdersTheStopsByRoad) {
     arguments.insert(arguments.end(), options.begin(), options.end());
     const ProgramResult result = Run(arguments);
     EXPECT_EQ(result.status, 0) << result.errors;
-    std::string letters = folder.Get("b.csv");
-    std::erase_if(letters, [](char c) { return c < 'A' || c > 'D'; });
-    return letters;
+    return OrderIn(folder.Get("b.csv"));
   };
   EXPECT_EQ(names({"--optimize"}), "ABCD");
   EXPECT_EQ(names({"--optimize", "--directions=osrm"}), "ACBD");
 }
 
 TEST_F(WayCommand, KeepsTheOrderWhenTheProviderFails) {
-  folder.Put("four.itn",
-             "700000|4800000|A|4|\r\n700000|4803000|B|0|\r\n700000|4801000|C|0|\r\n"
-             "700000|4802000|D|2|\r\n");
+  folder.Put("four.itn", kFourWithADetour);
   const LoopbackServer server([](const std::string&) { return HttpReply("{}", "503 Down"); });
   Set({"service.osrm.url=" + server.Url()});
   const ProgramResult result =
@@ -406,17 +414,13 @@ TEST_F(WayCommand, KeepsTheOrderWhenTheProviderFails) {
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.errors, HasSubstr("osrm could not be asked on (status 4); the best order so "
                                        "far is kept.\n"));
-  std::string letters = folder.Get("b.csv");
-  std::erase_if(letters, [](char c) { return c < 'A' || c > 'D'; });
-  EXPECT_EQ(letters, "ABCD");
+  EXPECT_EQ(OrderIn(folder.Get("b.csv")), "ABCD");
   // Three questions of the order, then one for each leg.
   EXPECT_EQ(server.Requests().size(), 6u);
 }
 
 TEST_F(WayCommand, KeepsTheBestOrderWhenItIsInterrupted) {
-  folder.Put("four.itn",
-             "700000|4800000|A|4|\r\n700000|4803000|B|0|\r\n700000|4801000|C|0|\r\n"
-             "700000|4802000|D|2|\r\n");
+  folder.Put("four.itn", kFourWithADetour);
   std::atomic<int> asked = 0;
   const LoopbackServer server(LoopbackServer::Talk([&](LoopbackConnection& connection) {
     if (connection.ReadRequest().empty()) return;
@@ -466,9 +470,7 @@ TEST_F(WayCommand, AsksBeforeItAsksTooOften) {
 // Each way is 1000 m long, but A to C has no answer and B to D takes 1500 m: A, C, B, D costs
 // 0 + 1000 + 1500 instead of 3000 m.
 TEST_F(WayCommand, TellsOfPairsThatItCouldNotAskFor) {
-  folder.Put("four.itn",
-             "700000|4800000|A|4|\r\n700000|4801000|B|0|\r\n700000|4802000|C|0|\r\n"
-             "700000|4803000|D|2|\r\n");
+  folder.Put("four.itn", kFourInLine);
   const LoopbackServer server([](const std::string& request) {
     const auto isBetween = [&request](const char* from, const char* to) {
       return request.find(from) != std::string::npos && request.find(to) != std::string::npos;
@@ -484,18 +486,14 @@ TEST_F(WayCommand, TellsOfPairsThatItCouldNotAskFor) {
   // The leg from A to C fails too.
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.errors, StartsWith(Path("four.itn") + ": No way from A to C (status 6): "));
-  std::string letters = folder.Get("b.csv");
-  std::erase_if(letters, [](char c) { return c < 'A' || c > 'D'; });
-  EXPECT_EQ(letters, "ACBD");
+  EXPECT_EQ(OrderIn(folder.Get("b.csv")), "ACBD");
   // Five pairs, three legs.
   EXPECT_EQ(server.Requests().size(), 8u);
 }
 
 // A to C is the only pair without an answer, and too dear to be part of the way even so.
 TEST_F(WayCommand, FailsWhenAPairOfTheOrderHasNoAnswer) {
-  folder.Put("four.itn",
-             "700000|4800000|A|4|\r\n700000|4801000|B|0|\r\n700000|4802000|C|0|\r\n"
-             "700000|4803000|D|2|\r\n");
+  folder.Put("four.itn", kFourInLine);
   const LoopbackServer server([](const std::string& request) {
     const auto isBetween = [&request](const char* from, const char* to) {
       return request.find(from) != std::string::npos && request.find(to) != std::string::npos;
@@ -510,9 +508,7 @@ TEST_F(WayCommand, FailsWhenAPairOfTheOrderHasNoAnswer) {
       {Path("four.itn"), "csv", "--optimize", "--directions=osrm", "--quiet", "-o", Path("b.csv")});
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.errors, StartsWith(Path("four.itn") + ": No way from A to C (status 4): "));
-  std::string letters = folder.Get("b.csv");
-  std::erase_if(letters, [](char c) { return c < 'A' || c > 'D'; });
-  EXPECT_EQ(letters, "ABCD");
+  EXPECT_EQ(OrderIn(folder.Get("b.csv")), "ABCD");
 }
 
 }  // namespace
