@@ -134,6 +134,17 @@ class Page {
       'new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(() => done(0))))');
   }
 
+  /** Waits until the picture comes to rest: animations, tiles and names are where they stay. */
+  async rest() {
+    let before = null;
+    let now = await this.picture();
+    while (!before?.equals(now)) {
+      await new Promise((resolve) => setTimeout(resolve, 150));
+      before = now;
+      now = await this.picture();
+    }
+  }
+
   mouse(type, x, y, extra = {}) {
     return this.send('Input.dispatchMouseEvent',
                      { type, x, y, button: 'left', clickCount: type === 'mouseMoved' ? 0 : 1, ...extra });

@@ -25,8 +25,10 @@ const kView = { lat: (48.62 + 47.807) / 2, lng: (7.103 + 7.493) / 2, zoom: 9 };
 const kColmar = placeOf(48.079, 7.358, kView);
 const kMarlenheim = placeOf(48.62, 7.492, kView);
 
+/** The calls of one function so far, when what the program answers later has reached the page. */
 const calls = (page, name) =>
-  page.evaluate(`player.calls.filter(([call]) => call === ${JSON.stringify(name)})`);
+  page.evaluate(`new Promise((done) => setTimeout(() =>
+    done(player.calls.filter(([call]) => call === ${JSON.stringify(name)})), 0))`);
 
 /** A pixel of `kView` is 204 metres. */
 function near(position, lat, lng, metres = 600) {
@@ -323,7 +325,7 @@ pageTest('all can be done with the keyboard', () => fixture.openVillages(), asyn
 pageTest('zooms by its buttons and keys', () => fixture.openVillages(), async (page) => {
   await page.evaluate('ViewPushPin(0, 8)');
   await page.evaluate('document.querySelector(\'[aria-label="Zoom in"]\').click()');
-  await new Promise((resolve) => setTimeout(resolve, 500));
+  await page.rest();
   const view = { lat: 48.079, lng: 7.358, zoom: 10 };
   const eguisheim = placeOf(48.043, 7.306, view);
   await page.click(eguisheim.x, eguisheim.y);

@@ -26,12 +26,12 @@ for (const dark of [false, true]) {
   const look = dark ? 'dark' : 'light';
   test(`the world and an itinerary, ${look}`, async () => {
     const page = await fixture.open({ dark, width: 1200, height: 720 });
-    await new Promise((resolve) => setTimeout(resolve, 400));
+    await page.rest();
     await keep(page, `map-world-${look}`);
     await page.close();
     const trip = await fixture.openVillages({ dark, width: 1200, height: 720, start: { tthome: text('en', 222) } });
     await trip.evaluate(kOthers);
-    await new Promise((resolve) => setTimeout(resolve, 400));
+    await trip.rest();
     await keep(trip, `map-trip-${look}`);
     await trip.evaluate('ViewPushPin(0, 8)');
     await trip.click(600, 360);
@@ -74,7 +74,7 @@ test('goes over to dark while it is open', async () => {
   const page = await fixture.openVillages();
   const [light] = await pixels(page, [{ x: 150, y: 500 }]);
   await page.setDark(true);
-  await new Promise((resolve) => setTimeout(resolve, 600));
+  await page.rest();
   const [dark] = await pixels(page, [{ x: 150, y: 500 }]);
   assert.deepEqual([light, dark], ['247,244,236', '34,44,48']);
   await page.close();
@@ -120,7 +120,7 @@ test('no name lies under a control or is cut off by the edge', async () => {
     if (move) await page.evaluate(move);
     else await page.drag({ x: 500, y: 340 }, { x: 611, y: 293 }, 60);
     await page.until('names.length > 0');
-    await new Promise((resolve) => setTimeout(resolve, 300));
+    await page.rest();
     await page.evaluate('names.length = 0; SettingsChanged()');
     await page.until('names.length > 0');
     const { names, controls } = await page.evaluate(`({ names, controls:
@@ -146,7 +146,7 @@ test('ten thousand pins stay dots where they would cover each other', async () =
     lng: 2 + Math.floor(i / 100) * 0.06, alt: 0, address: 'Stop ' + (i + 1), snippet: '', route: null });
     RefreshPushPins(0, 0); AutoViewMap()`);
   await page.until('document.querySelector(".hint").hidden');
-  await new Promise((resolve) => setTimeout(resolve, 500));
+  await page.rest();
   await keep(page, 'map-ten-thousand');
   await page.evaluate('ViewPushPin(0, 5050)');
   await page.frame();

@@ -90,8 +90,7 @@ export class Fixture {
     const page = await this.open(options);
     await page.evaluate(`${kFillVillages}; RefreshPushPins(0, 0); AutoViewMap()`);
     await page.until('document.querySelector(".hint").hidden');
-    await new Promise((resolve) => setTimeout(resolve, 150));
-    await page.frame();
+    await page.rest();
     return page;
   }
 }

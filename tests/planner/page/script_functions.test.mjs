@@ -157,8 +157,7 @@ pageTest('draws a way of two points from its beginning', () => fixture.open(), a
     player.lists[0][1].route = player.leg([player.lists[0][0], player.lists[0][1]]);
     RefreshPushPins(0, 0); AutoViewMap()`);
   await page.until('document.querySelector(".hint").hidden');
-  await new Promise((resolve) => setTimeout(resolve, 300));
-  await page.frame();
+  await page.rest();
   assert.deepEqual(await pixels(page, [{ x: 500, y: 340 }]), ['10,127,134']);
 });
 
