@@ -33,11 +33,13 @@ TEST(IncomingLinesTest, SplitsAsTextIsSplitWhereverItIsCut) {
 }
 
 TEST(IncomingLinesTest, ShowsTheStartWithoutTakingIt) {
-  IncomingLines lines = Arriving("\xEF\xBB\xBF"
-                                 "a\nb",
-                                 2);
-  EXPECT_EQ(lines.Peek(4).substr(0, 4), "\xEF\xBB\xBF"
-                                        "a");
+  IncomingLines lines = Arriving(
+      "\xEF\xBB\xBF"
+      "a\nb",
+      2);
+  EXPECT_EQ(lines.Peek(4).substr(0, 4),
+            "\xEF\xBB\xBF"
+            "a");
   lines.Skip(3);
   EXPECT_EQ(LinesOf(std::move(lines)), "|a|b");
   EXPECT_EQ(Arriving("ab", 1).Peek(4), "ab");

@@ -220,8 +220,9 @@ class Seeing final : public PointWatcher {
 };
 
 TEST(ItnReader, HandsOnTheStopsOfAFileThatArrivesPieceByPiece) {
-  std::string_view rest = "\xEF\xBB\xBF"
-                          "700000|4810000|A\u010d|4|\r\n\r\nbroken\n1|2|B|0|\n1|3|C";
+  std::string_view rest =
+      "\xEF\xBB\xBF"
+      "700000|4810000|A\u010d|4|\r\n\r\nbroken\n1|2|B|0|\n1|3|C";
   Seeing seeing;
   ConversionContext context;
   context.watcher = &seeing;
