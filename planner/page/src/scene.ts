@@ -15,8 +15,10 @@ import { Box, kDetailZooms, Way } from './way';
     zooms: ways keep their shape. */
 const kMostPoints = 8000;
 const kCoarsest = 6;
-/** More ways on one screen lie so close that casings would cover them. */
+/** More ways on one screen lie so close that casings would cover them; and with more points than
+    so many, casings take longer to draw than the map may stand still. */
 const kMostCased = 1000;
+const kMostCasedPoints = 4000;
 
 export class Scene {
   readonly style: PinStyle = { showsNumbers: true };
@@ -39,7 +41,7 @@ export class Scene {
   }
 
   private paintMarks(frame: Frame): void {
-    const room = new LabelRoom(frame.map);
+    const room = new LabelRoom(frame.map, frame);
     for (const box of this.controls(frame)) room.occupy(box);
     const lists = this.lists.all();
     // All marks keep free of names; the names of the itinerary have the first choice.
@@ -77,8 +79,8 @@ function paintWays(frame: Frame, list: PinList): void {
       else byColour.set(colour, [way]);
     }
     const ways = [...byColour.values()].flat();
-    const detail = detailFor(frame, ways, copy);
-    const isCrowd = ways.length > kMostCased;
+    const { detail, points } = detailFor(frame, ways, copy);
+    const isCrowd = ways.length > kMostCased || points > kMostCasedPoints;
     const passes = isCrowd ? [[1, 3]] : [[0, 7], [1, 4]];
     context.lineJoin = isCrowd ? 'bevel' : 'round';
     context.lineCap = isCrowd ? 'butt' : 'round';
@@ -99,13 +101,15 @@ function isSeen(frame: Frame, way: Way, copy: number): boolean {
     way.box.top <= frame.view.bottom && way.box.bottom >= frame.view.top;
 }
 
-/** The zoom whose detail is enough for so many ways on one screen. */
-function detailFor(frame: Frame, ways: Way[], copy: number): number {
+/** The zoom whose detail is enough for so many ways on one screen, and about how many points these
+    then have. */
+function detailFor(frame: Frame, ways: Way[], copy: number): { detail: number; points: number } {
   const view = shiftedView(frame, copy);
+  const pointsAt = (zoom: number): number => ways.reduce((sum, way) => sum + way.pointsIn(zoom, view), 0);
   let detail = Math.min(Math.ceil(frame.zoom), kDetailZooms);
-  const points = (): number => ways.reduce((sum, way) => sum + way.pointsIn(detail, view), 0);
-  while (detail > 0 && detail > frame.zoom - kCoarsest && points() > kMostPoints) detail--;
-  return detail;
+  let points = pointsAt(detail);
+  while (detail > 0 && detail > frame.zoom - kCoarsest && points > kMostPoints) points = pointsAt(--detail);
+  return { detail, points };
 }
 
 function shiftedView(frame: Frame, copy: number): Box {
