@@ -6,7 +6,7 @@ import { Frame, worldCopies } from './overlay_canvas';
 import type { Lists } from './lists';
 import { DiscRoom } from './disc_room';
 import { LabelRoom, Rectangle } from './label_room';
-import { paintLabel } from './label_painter';
+import { labelBreak, paintLabel } from './label_painter';
 import { palette } from './palette';
 
 /** Radius of a stop's disc, in pixels. */
@@ -20,6 +20,9 @@ const kNumberFonts = ['600 12px system-ui, sans-serif', '600 12px system-ui, san
 const kCrowd = 300;
 /** More dots on the screen are small squares. */
 const kMostRoundDots = 1000;
+/** So many are drawn in one frame. */
+const kDotsInStep = 4000;
+const kDiscsInStep = 200;
 /** Names are shown up to so many pins on the screen. */
 const kMostNames = 400;
 
@@ -37,8 +40,8 @@ export interface PinStyle {
 }
 
 /** Draws the pins of a list and takes what they cover from `room`; gives those that may be named. */
-export function paintMarks(frame: Frame, lists: Lists, list: PinList, style: PinStyle,
-                           room: LabelRoom): PlacedPin[] {
+export function* paintMarks(frame: Frame, lists: Lists, list: PinList, style: PinStyle,
+                            room: LabelRoom): Generator<void, PlacedPin[]> {
   const selected = lists.selected?.list === list.id ? lists.selected.index : -1;
   const seen = seenPins(frame, lists, list);
   const count = seen.reduce((sum, { indices }) => sum + indices.length, 0);
@@ -63,19 +66,23 @@ export function paintMarks(frame: Frame, lists: Lists, list: PinList, style: Pin
   for (const { copy, indices } of seen) {
     for (const index of indices) if (index !== selected) place(index, copy);
   }
-  paintDots(frame.context, dots, colourOf(list.id));
+  yield* paintDots(frame.context, dots, colourOf(list.id));
   const hasShadows = count <= kCrowd;
-  for (const place of [...discs].reverse()) {
-    paintMark(frame.context, list.id, place, style, hasShadows);
-    room.occupy(boxAround(place, kDiscRadius + 2));
+  for (let i = discs.length - 1; i >= 0; i--) {
+    paintMark(frame.context, list.id, discs[i]!, style, hasShadows);
+    room.occupy(boxAround(discs[i]!, kDiscRadius + 2));
+    if (i > 0 && i % kDiscsInStep === 0) yield;
   }
   return discs;
 }
 
 /** Writes the names of pins as far as there is room for them, and not where there are too many. */
-export function paintNames(frame: Frame, placed: PlacedPin[], room: LabelRoom): void {
+export function* paintNames(frame: Frame, placed: PlacedPin[], room: LabelRoom): Generator<void> {
   if (placed.length > kMostNames) return;
-  for (const place of placed) paintName(frame.context, place, room);
+  for (const place of placed) {
+    paintName(frame.context, place, room);
+    yield* labelBreak();
+  }
 }
 
 /** The pins that a frame may show, in their order, for each copy of the world. */
@@ -100,7 +107,7 @@ function colourOf(list: number): string {
 }
 
 // Discs of many thousand dots would take longer to draw than the map may stand still.
-function paintDots(context: CanvasRenderingContext2D, dots: number[], colour: string): void {
+function* paintDots(context: CanvasRenderingContext2D, dots: number[], colour: string): Generator<void> {
   if (dots.length <= 2 * kMostRoundDots) {
     for (let i = 0; i < dots.length; i += 2) paintDot(context, dots[i]!, dots[i + 1]!, colour);
     return;
@@ -109,7 +116,9 @@ function paintDots(context: CanvasRenderingContext2D, dots: number[], colour: st
   // On whole pixels, whose edges need not be smoothed.
   for (let i = 0; i < dots.length; i += 2) {
     context.fillRect(Math.round(dots[i]!) - 2, Math.round(dots[i + 1]!) - 2, 4, 4);
+    if (i > 0 && i % (2 * kDotsInStep) === 0) yield;
   }
+  yield;
 }
 
 function paintDot(context: CanvasRenderingContext2D, x: number, y: number, colour: string): void {
