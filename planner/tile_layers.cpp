@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/format_text.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "base/text_ids.h"
@@ -83,6 +84,11 @@ uint32_t FaultOfLayer(const MapLayer& layer) {
   return 0;
 }
 
+std::string DescribeLayerFault(uint32_t fault) {
+  if (fault != kTextMapLayerAddress) return std::string(LoadTextUtf8(fault));
+  return FormatText(fault, "{z}", "{x}", "{y}", kExampleTileAddress);
+}
+
 std::vector<std::string> TileOrigins(std::string_view address) {
   const auto scheme = std::ranges::find_if(kSchemes, [address](const Scheme& each) {
     return ToLowerAscii(address.substr(0, each.prefix.size())) == each.prefix;
@@ -119,8 +125,7 @@ PageLayers LayersForPage(std::span<const MapLayer> layers, const MapSources& map
 PageLayers LoadPageLayers(const storage::Storage& storage) {
   MapLayers layers;
   MapSources maps;
-  if (LoadMapLayers(storage, layers) != kStatusSuccess ||
-      LoadMaps(storage, maps) != kStatusSuccess)
+  if (LoadMapLayers(storage, layers) != kStatusSuccess || LoadMaps(storage, maps) != kStatusSuccess)
     return {};
   return LayersForPage(layers, maps);
 }

@@ -19,6 +19,11 @@ inline constexpr char kSuggestedLayerRules[] = "operations.osmfoundation.org/pol
 
 /// The number of the text that says what is wrong with a layer; 0 when nothing is.
 uint32_t FaultOfLayer(const MapLayer& layer);
+/// That text, filled.
+std::string DescribeLayerFault(uint32_t fault);
+
+/// An address as an example.
+inline constexpr char kExampleTileAddress[] = "https://tile.example.org/{z}/{x}/{y}.png";
 
 /// Which servers tiles of an address come from, each as "https://host" or "https://host:port" in
 /// small letters; none when tiles cannot be asked for there.

@@ -15,16 +15,15 @@ TEST(TileLayers, TheirServersAreKnownFromTheirAddresses) {
               ElementsAre("https://tile.openstreetmap.org"));
   EXPECT_THAT(TileOrigins("HTTP://LocalHost:8080/{z}/{x}/{y}"),
               ElementsAre("http://localhost:8080"));
-  EXPECT_THAT(TileOrigins("https://{s}.tile.example/{z}/{x}/{y}.png?key=1;2"),
-              ElementsAre("https://a.tile.example", "https://b.tile.example",
-                          "https://c.tile.example"));
+  EXPECT_THAT(
+      TileOrigins("https://{s}.tile.example/{z}/{x}/{y}.png?key=1;2"),
+      ElementsAre("https://a.tile.example", "https://b.tile.example", "https://c.tile.example"));
   EXPECT_THAT(TileOrigins("https://tile.example/{s}/wmts?row={y}&column={x}&matrix={z}"),
               ElementsAre("https://tile.example"));
   // A port that goes without saying is not said by who asks.
   EXPECT_THAT(TileOrigins("https://a.example:443/{z}/{x}/{y}"), ElementsAre("https://a.example"));
   EXPECT_THAT(TileOrigins("http://a.example:80/{z}/{x}/{y}"), ElementsAre("http://a.example"));
-  EXPECT_THAT(TileOrigins("http://a.example:443/{z}/{x}/{y}"),
-              ElementsAre("http://a.example:443"));
+  EXPECT_THAT(TileOrigins("http://a.example:443/{z}/{x}/{y}"), ElementsAre("http://a.example:443"));
 }
 
 TEST(TileLayers, WhatCannotBeAskedHasNone) {
@@ -81,6 +80,15 @@ TEST(TileLayers, AFaultIsNamed) {
   EXPECT_EQ(FaultOfLayer(layer), kTextMapLayerZooms);
 }
 
+TEST(TileLayers, AFaultIsToldInWords) {
+  EXPECT_EQ(
+      DescribeLayerFault(kTextMapLayerAddress),
+      "The address of a map layer begins with https:// or http:// and a host, and behind them "
+      "it has {z}, {x} and {y}, as in https://tile.example.org/{z}/{x}/{y}.png.");
+  EXPECT_EQ(DescribeLayerFault(kTextMapLayerName),
+            "A map layer needs a name that no other layer has.");
+}
+
 TEST(TileLayers, ThePageMayAskOnlyTheServersOfAllowedLayers) {
   const MapLayers layers{
       {"Allowed", "https://a.example/{z}/{x}/{y}", "", 0, 19},
@@ -90,8 +98,8 @@ TEST(TileLayers, ThePageMayAskOnlyTheServersOfAllowedLayers) {
       {"Never seen", "https://d.example/{z}/{x}/{y}", "", 0, 19},
       {"Broken", "https://e.example/{z}/{x}", "", 0, 19},
   };
-  const MapSources maps{{"Allowed", 0x11}, {"Same server", 0x11}, {"Switched off", 0x01},
-                        {"Not offered", 0x10}, {"Broken", 0x11}, {"Of another page", 0x11}};
+  const MapSources maps{{"Allowed", 0x11},     {"Same server", 0x11}, {"Switched off", 0x01},
+                        {"Not offered", 0x10}, {"Broken", 0x11},      {"Of another page", 0x11}};
   const PageLayers page = LayersForPage(layers, maps);
   EXPECT_THAT(page.origins, ElementsAre("https://a.example"));
   ASSERT_EQ(page.layers.size(), 5u);
