@@ -18,6 +18,7 @@
 #include "base/text_ids.h"
 #include "conversion/format_search.h"
 #include "conversion/loss_description.h"
+#include "planner/tile_layers.h"
 #include "platform/debug_log.h"
 #include "platform/open_link.h"
 #include "settings/map_sources.h"
@@ -388,15 +389,17 @@ void MainWindow::ItineraryLoaded() {
 }
 
 void MainWindow::ChangeSettings() {
-  MapSources before;
-  LoadMaps(storage::OpenUserStorage(), before);
+  const auto maps = [] {
+    MapSources stored;
+    LoadMaps(storage::OpenUserStorage(), stored);
+    return std::pair(stored, LoadPageLayers(storage::OpenUserStorage()));
+  };
+  const auto before = maps();
   if (!ShowSettingsWindow(this, m_settings, *m_work->bridge)) return;
   m_actions[Command::kRoad].setChecked(m_settings.forceRoad);
   m_work->bridge->SettingsChanged();
-  MapSources after;
-  LoadMaps(storage::OpenUserStorage(), after);
   // The page learns its maps when it starts.
-  if (after != before) m_map->Reload();
+  if (maps() != before) m_map->Reload();
 }
 
 void MainWindow::NameFieldLeft() {
