@@ -241,6 +241,7 @@ void CPointListView::RenamePoint(size_t index, std::string_view name) {
   point.name = name;
   change.after = CGpsPoint(static_cast<const CGpsNamedPoint&>(point));
   m_history.Add({std::move(change)});
+  ++m_renameCount;
   m_rows.RefreshRows(index, index);
   RefreshPins(index);
 }
