@@ -11,8 +11,8 @@
 namespace {
 
 constexpr char kPageScheme[] = "corvane";
-const QString kHost = QStringLiteral("planner");
-const QString kIndex = QStringLiteral("/index.html");
+constexpr QLatin1String kHost("planner");
+constexpr QLatin1String kIndex("/index.html");
 
 QByteArray TypeOf(const QString& path) {
   if (path.endsWith(QLatin1String(".html"))) return "text/html";
@@ -50,12 +50,10 @@ QByteArray WithTileServers(const QByteArray& index) {
 
 }  // namespace
 
-const std::vector<TileServer>& TileServers() {
-  static const std::vector<TileServer> servers{
-      {QStringLiteral("OpenStreetMap"),
-       QStringLiteral("https://tile.openstreetmap.org/{z}/{x}/{y}.png"),
-       QStringLiteral("© OpenStreetMap contributors"), 0, 19}};
-  return servers;
+std::vector<TileServer> TileServers() {
+  return {{QStringLiteral("OpenStreetMap"),
+           QStringLiteral("https://tile.openstreetmap.org/{z}/{x}/{y}.png"),
+           QStringLiteral("© OpenStreetMap contributors"), 0, 19}};
 }
 
 QUrl OwnPlannerPage() {

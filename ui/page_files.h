@@ -15,7 +15,7 @@ struct TileServer {
 };
 
 /// Those that the program comes with.
-const std::vector<TileServer>& TileServers();
+std::vector<TileServer> TileServers();
 
 /// The address of our own planner page.
 QUrl OwnPlannerPage();
