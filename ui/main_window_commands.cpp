@@ -21,6 +21,7 @@
 #include "ui/recovery.h"
 #include "ui/settings_window.h"
 #include "ui/status_line.h"
+#include "ui/stop_menu.h"
 #include "ui/text.h"
 #include "ui/workspace.h"
 
@@ -35,6 +36,16 @@ void MainWindow::ConnectList() {
   stops.opened = [this](size_t row) { EditPoint(row); };
   stops.renamed = [&view](size_t row, const QString& name) { view.RenamePoint(row, ToUtf8(name)); };
   stops.moved = [&view](size_t from, size_t to) { view.MoveRow(from, to); };
+  stops.menuWanted = [this](size_t row, const QPoint& place) {
+    OpenStopMenu(*this, {Command::kEdit, Command::kFavorite, Command::kCopy, Command::kRemove},
+                 m_work->driver.current.At(row), static_cast<int32_t>(row) + 1, place);
+  };
+  m_results->menuWanted = [this](size_t row, const QPoint& place) {
+    OpenStopMenu(*this, {}, m_work->results.At(row), static_cast<int32_t>(row) + 1, place);
+  };
+  m_favorites->menuWanted = [this](size_t row, const QPoint& place) {
+    OpenStopMenu(*this, {}, m_work->favorites.At(row), static_cast<int32_t>(row) + 1, place);
+  };
   m_results->selected = [this](int64_t row) { m_work->ViewOnMap(m_work->resultsView, row); };
   m_results->opened = [this](size_t row) { m_work->AddToItinerary(m_work->results, {row}); };
   connect(&m_pane->NameField(), &QLineEdit::editingFinished, this, [this] { NameFieldLeft(); });
