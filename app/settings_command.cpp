@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/console_text.h"
+#include "app/layer_settings.h"
 #include "app/output_sink.h"
 #include "app/service_settings.h"
 #include "app/unattended_conversion.h"
@@ -26,7 +28,7 @@ void TellOfTheFile() {
 
 void WriteListing(ByteSink& sink, const SettingListing& setting, bool asJson) {
   if (!asJson) {
-    sink.Write(fmt::format("{:<22} {:<8} {:<12} {:<8} {}\n", setting.key, setting.kind,
+    sink.Write(fmt::format("{:<22} {:<8} {:<12} {:<8} {}\n", Printable(setting.key), setting.kind,
                            Printable(setting.value), setting.defaultValue, setting.meaning));
     return;
   }
@@ -51,6 +53,9 @@ bool WriteListings(const CSettings& settings, bool asJson) {
   const char* separator = asJson ? "[" : "";
   std::vector<SettingListing> listings = ListSettings(settings);
   std::ranges::move(ListServiceSettings(UserServiceValues()), std::back_inserter(listings));
+  LayerSettings ofLayers;
+  if (LoadLayerSettings(storage::OpenUserStorage(), ofLayers) != kStatusSuccess) TellOfTheFile();
+  std::ranges::move(ListLayerSettings(ofLayers), std::back_inserter(listings));
   for (const SettingListing& setting : listings) {
     sink.Write(separator);
     WriteListing(sink, setting, asJson);
@@ -92,20 +97,30 @@ int ChangeSettings(const Options& options) {
   LoadUserSettings();
   CSettings& settings = CSettings::Instance();
   std::vector<ServiceAssignment> ofServices;
+  std::optional<LayerSettings> ofLayers;
+  uint32_t status = kStatusSuccess;
+  std::string error;
   for (const std::string& assignment : options.assignments) {
     if (IsServiceAssignment(assignment)) {
-      std::string error;
-      if (ParseServiceAssignment(assignment, ofServices.emplace_back(), error)) continue;
-      Complain(error);
-      return kExitWrongUsage;
+      if (!ParseServiceAssignment(assignment, ofServices.emplace_back(), error)) break;
+    } else if (IsLayerAssignment(assignment)) {
+      if (!ofLayers) status = LoadLayerSettings(storage::OpenUserStorage(), ofLayers.emplace());
+      if (status != kStatusSuccess) break;
+      if (!ChangeLayer(*ofLayers, assignment, error)) break;
+    } else {
+      error = DescribeRefusal(SetSetting(settings, assignment));
+      if (!error.empty()) break;
     }
-    const SettingResult result = SetSetting(settings, assignment);
-    if (result.outcome == SettingOutcome::kChanged) continue;
-    Complain(DescribeRefusal(result));
+  }
+  if (error.empty() && ofLayers) CheckLayers(*ofLayers, error);
+  if (!error.empty()) {
+    Complain(error);
     return kExitWrongUsage;
   }
-  uint32_t status = settings.Save();
+  // Layers that could not be read must not be replaced by fewer.
+  if (status == 0) status = settings.Save();
   if (status == 0) status = StoreServiceValues(storage::OpenUserStorage(), ofServices);
+  if (status == 0 && ofLayers) status = StoreLayerSettings(storage::OpenUserStorage(), *ofLayers);
   TellOfTheFile();
   if (status == 0) return kExitConverted;
   Complain(FormatText(kTextSettingsNotStored));

@@ -47,6 +47,7 @@ std::pair<size_t, size_t> AskedRange(const ExternalArguments& arguments,
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): one of the table of functions.
 ScriptValue PlannerExternal::Trace(const ExternalArguments& arguments) const {
   const CalendarTime now = LocalNow();
   DebugLog(fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02} page: {}", now.year, now.month, now.day,

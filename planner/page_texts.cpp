@@ -54,6 +54,7 @@ constexpr PageText kPageTexts[] = {
     {"wayFailed", kTextOnMapWayFailed},
     {"tilesFailed", kTextOnMapTilesFailed},
     {"calculate", kTextOnMapCalculate},
+    {"refused", kTextOnMapRefused},
 };
 
 }  // namespace

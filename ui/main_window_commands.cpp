@@ -4,6 +4,7 @@
 #include <QTimer>
 
 #include "base/text_ids.h"
+#include "planner/tile_layers.h"
 #include "settings/map_sources.h"
 #include "settings/settings.h"
 #include "ui/about_window.h"
@@ -135,15 +136,17 @@ void MainWindow::NameFieldLeft() {
 }
 
 void MainWindow::ChangeSettings() {
-  MapSources before;
-  LoadMaps(storage::OpenUserStorage(), before);
+  const auto maps = [] {
+    MapSources stored;
+    LoadMaps(storage::OpenUserStorage(), stored);
+    return std::pair(stored, LoadPageLayers(storage::OpenUserStorage()));
+  };
+  const auto before = maps();
   if (!ShowSettingsWindow(this, m_settings, *m_work->bridge)) return;
   m_actions[Command::kRoad].setChecked(m_settings.forceRoad);
   m_work->bridge->SettingsChanged();
-  MapSources after;
-  LoadMaps(storage::OpenUserStorage(), after);
   // The page learns its maps when it starts.
-  if (after != before) m_map->Reload();
+  if (maps() != before) m_map->Reload();
 }
 
 void MainWindow::UpdateCommandsSoon() {

@@ -9,11 +9,13 @@
 #include <QWebEngineProfile>
 #include <QWebEngineUrlRequestInterceptor>
 #include <QWebEngineView>
+#include <algorithm>
 
 #include "base/product.h"
 #include "base/text_ids.h"
 #include "planner/external.h"
 #include "planner/planner_bridge.h"
+#include "planner/tile_layers.h"
 #include "ui/page_engine.h"
 #include "ui/page_files.h"
 #include "ui/planner_page.h"
@@ -23,26 +25,32 @@
 class MapRequests : public QWebEngineUrlRequestInterceptor {
  public:
   bool isOwnPage = true;
+  /// The servers of tiles that the user allows.
+  std::vector<std::string> origins;
 
   void interceptRequest(QWebEngineUrlRequestInfo& request) override {
     const QUrl address = request.requestUrl();
     const QString scheme = address.scheme();
     const bool isInside = scheme == OwnPlannerPage().scheme() || scheme == QLatin1String("data") ||
                           scheme == QLatin1String("blob") || scheme == QLatin1String("signal");
-    if (isInside || (isOwnPage ? IsTile(address) : IsWeb(scheme))) return;
-    request.block(true);
+    if (isInside || (!isOwnPage && IsWeb(scheme))) return;
+    if (!isOwnPage || !IsTile(address)) {
+      request.block(true);
+      return;
+    }
+    // Tile servers want to know who asks, and the engine tells them nothing of a page with a scheme
+    // of its own. The page's referrer policy must allow it: otherwise the request is cancelled.
+    request.setHttpHeader("Referer", QByteArray::fromStdString(std::string(kProductSite)));
   }
 
  private:
   static bool IsWeb(const QString& scheme) {
     return scheme == QLatin1String("http") || scheme == QLatin1String("https");
   }
-  static bool IsTile(const QUrl& address) {
-    for (const TileServer& server : TileServers()) {
-      const QUrl known(server.address);
-      if (known.scheme() == address.scheme() && known.host() == address.host()) return true;
-    }
-    return false;
+  bool IsTile(const QUrl& address) const {
+    const QUrl origin = address.adjusted(QUrl::RemoveUserInfo | QUrl::RemovePath |
+                                         QUrl::RemoveQuery | QUrl::RemoveFragment);
+    return std::ranges::find(origins, ToUtf8(origin.toString())) != origins.end();
   }
 };
 
@@ -133,6 +141,8 @@ void MapView::Load(const QUrl& address) {
 
 void MapView::Reload() {
   if (!m_bridge) return;
+  m_files->layers = LoadPageLayers(storage::OpenUserStorage());
+  m_requests->origins = m_files->layers.origins;
   m_bridge->SetEngine(m_engine.get());
   m_engine->BeginLoad(m_address);
   m_layout->setCurrentWidget(m_view);

@@ -2,11 +2,10 @@
 
 #include <QBuffer>
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QWebEngineUrlRequestJob>
 #include <QWebEngineUrlScheme>
+
+#include "ui/text.h"
 
 namespace {
 
@@ -21,40 +20,18 @@ QByteArray TypeOf(const QString& path) {
   return "application/octet-stream";
 }
 
-// What the page may fetch pictures from, as its security policy names it.
-QString TileHosts() {
-  QStringList hosts;
-  for (const TileServer& server : TileServers())
-    hosts.append(QStringLiteral("https://") + QUrl(server.address).host());
-  return hosts.join(QLatin1Char(' '));
-}
-
-QString TileServersText() {
-  QJsonArray rows;
-  for (const TileServer& server : TileServers()) {
-    rows.append(QJsonObject{{QStringLiteral("name"), server.name},
-                            {QStringLiteral("url"), server.address},
-                            {QStringLiteral("credit"), server.credit},
-                            {QStringLiteral("minZoom"), server.minZoom},
-                            {QStringLiteral("maxZoom"), server.maxZoom}});
-  }
-  return QString::fromUtf8(QJsonDocument(rows).toJson(QJsonDocument::Compact)).toHtmlEscaped();
-}
-
-QByteArray WithTileServers(const QByteArray& index) {
+// Writes into the page what its security policy lets it fetch pictures from, and the layers.
+QByteArray WithLayers(const QByteArray& index, const PageLayers& layers) {
+  QStringList origins;
+  for (const std::string& origin : layers.origins) origins.append(FromUtf8(origin));
   QString text = QString::fromUtf8(index);
-  text.replace(QLatin1String("@TILE_HOSTS@"), TileHosts());
-  text.replace(QLatin1String("@TILE_SERVERS@"), TileServersText());
+  text.replace(QLatin1String("@TILE_HOSTS@"), origins.join(QLatin1Char(' ')).toHtmlEscaped());
+  text.replace(QLatin1String("@TILE_SERVERS@"),
+               FromUtf8(PageLayersJson(layers.layers)).toHtmlEscaped());
   return text.toUtf8();
 }
 
 }  // namespace
-
-std::vector<TileServer> TileServers() {
-  return {{QStringLiteral("OpenStreetMap"),
-           QStringLiteral("https://tile.openstreetmap.org/{z}/{x}/{y}.png"),
-           QStringLiteral("© OpenStreetMap contributors"), 0, 19}};
-}
 
 QUrl OwnPlannerPage() {
   return QUrl(QLatin1String(kPageScheme) + QStringLiteral("://") + kHost + kIndex);
@@ -77,6 +54,6 @@ void PageFiles::requestStarted(QWebEngineUrlRequestJob* job) {
     return;
   }
   auto* const content = new QBuffer(job);
-  content->setData(path == kIndex ? WithTileServers(file.readAll()) : file.readAll());
+  content->setData(path == kIndex ? WithLayers(file.readAll(), layers) : file.readAll());
   job->reply(TypeOf(path), content);
 }

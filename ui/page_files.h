@@ -1,21 +1,9 @@
 #pragma once
 
-#include <QString>
 #include <QUrl>
 #include <QWebEngineUrlSchemeHandler>
-#include <vector>
 
-/// A server of map tiles that the user may switch on.
-struct TileServer {
-  QString name;
-  QString address;  ///< with {z}, {x} and {y}
-  QString credit;
-  int minZoom = 0;
-  int maxZoom = 19;
-};
-
-/// Those that the program comes with.
-std::vector<TileServer> TileServers();
+#include "planner/tile_layers.h"
 
 /// The address of our own planner page.
 QUrl OwnPlannerPage();
@@ -27,5 +15,8 @@ void RegisterPageSchemes();
 /// Serves the planner page and its parts out of the program.
 class PageFiles : public QWebEngineUrlSchemeHandler {
  public:
+  /// The layers that the page is served with.
+  PageLayers layers;
+
   void requestStarted(QWebEngineUrlRequestJob* job) override;
 };

@@ -10,5 +10,5 @@ class WindowStore;
 
 SettingsPage* MakeDisplayPage(CSettings& settings);
 SettingsPage* MakeItineraryPage(CSettings& settings);
-SettingsPage* MakeMapPage(const PlannerBridge& bridge);
+SettingsPage* MakeMapPage(CSettings& settings, const PlannerBridge& bridge);
 SettingsPage* MakeServicesPage(CSettings& settings);

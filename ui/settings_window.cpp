@@ -60,7 +60,7 @@ bool ShowSettingsWindow(QWidget* parent, CSettings& settings, const PlannerBridg
   SettingsWindow window(parent);
   window.Add(kTextDisplayOptions, MakeDisplayPage(settings));
   window.Add(kTextItineraryOptions, MakeItineraryPage(settings));
-  window.Add(kTextMapOptions, MakeMapPage(bridge));
+  window.Add(kTextMapOptions, MakeMapPage(settings, bridge));
   window.Add(kTextServicesGroup, MakeServicesPage(settings));
   if (window.exec() != QDialog::Accepted) return false;
   if (settings.Save() != 0)

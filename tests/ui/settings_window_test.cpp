@@ -7,7 +7,6 @@
 #include <QPushButton>
 #include <QTabWidget>
 
-#include "settings/map_sources.h"
 #include "tests/ui/window_fixture.h"
 #include "ui/workspace.h"
 
@@ -55,20 +54,6 @@ TEST_F(SettingsWindowTest, OkSavesWhatWasChanged) {
   EXPECT_TRUE(stored.distMiles);
   EXPECT_TRUE(stored.autoCalc);
   EXPECT_EQ(stored.coordinates, 2);
-}
-
-TEST_F(SettingsWindowTest, NoMapServerIsAskedUntilItIsAllowed) {
-  ASSERT_TRUE(WaitUntil([this] { return m_window->Work().itineraryView.planner != nullptr; }));
-  WhenDialogOpens([](QWidget& dialog) {
-    dialog.findChild<QTabWidget*>()->setCurrentIndex(2);
-    EXPECT_FALSE(Box(dialog, "OpenStreetMap").isChecked());
-    Box(dialog, "OpenStreetMap").setChecked(true);
-    Press(dialog, QDialogButtonBox::Ok);
-  });
-  EXPECT_TRUE(Show());
-  MapSources stored;
-  EXPECT_EQ(LoadMaps(storage::OpenUserStorage(), stored), 0u);
-  EXPECT_EQ(stored["OpenStreetMap"], 0x11u);
 }
 
 TEST_F(SettingsWindowTest, CancelChangesNothing) {

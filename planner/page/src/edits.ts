@@ -1,6 +1,7 @@
 // New places for stops: on the nearest road where the settings say so, named by their address.
 
 import { ask, Position, program } from './external';
+import { order } from './orders';
 import { kItinerary } from './pin_list';
 
 /** Where a stop goes that was put down here. */
@@ -16,16 +17,19 @@ function nameAt(position: Position): string {
 
 export function addStop(position: Position): void {
   const { lat, lng } = stopPlace(position);
-  ask(() => program.AddPoint(kItinerary, { lat, lng, address: nameAt({ lat, lng }) }), undefined);
+  const address = nameAt({ lat, lng });
+  order(() => program.AddPoint(kItinerary, { lat, lng, address }));
 }
 
 /** A new stop in front of the one at `index`. */
 export function insertStop(index: number, position: Position): void {
   const at = stopPlace(position);
-  ask(() => program.InsertPoint(kItinerary, index, at, nameAt(at), ''), undefined);
+  const name = nameAt(at);
+  order(() => program.InsertPoint(kItinerary, index, at, name, ''));
 }
 
-export function moveStop(list: number, index: number, position: Position): void {
+/** False when the program does not move it. */
+export function moveStop(list: number, index: number, position: Position): boolean {
   const at = list === kItinerary ? stopPlace(position) : position;
-  ask(() => program.MovePoint(list, index, at), undefined);
+  return order(() => program.MovePoint(list, index, at));
 }

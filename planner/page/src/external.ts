@@ -54,6 +54,7 @@ export type PreviewCallback = (status: number, route: Leg | null) => void;
 export interface Program {
   readonly Settings: Settings;
   Trace(text: string): void;
+  MessageBox(text: string, style: number): number;
   GetPoint(list: number, index: number): ListPoint;
   SelectPoint(list: number, index: number): void;
   DeletePoint(list: number, index: number): void;
@@ -82,10 +83,11 @@ export interface Program {
 export const program = window.external as unknown as Program;
 
 /** Asks the program; what it refuses is traced, and `fallback` is the answer. */
-export function ask<T>(question: () => T, fallback: T): T {
+export function ask<T>(question: () => T, fallback: T, refused?: (refusal: unknown) => void): T {
   try {
     return question();
   } catch (refusal) {
+    refused?.(refusal);
     try {
       program.Trace(String(refusal));
     } catch {

@@ -46,9 +46,12 @@ export class Gestures {
     container.addEventListener('pointerup', (event) => this.release(event));
     container.addEventListener('pointercancel', () => this.cancel());
     container.addEventListener('pointerleave', () => this.hideHandle());
+    // Before the other keys of the map, for which Escape has a meaning of its own.
     container.addEventListener('keydown', (event) => {
-      if (event.key === 'Escape' && this.grip) this.cancel();
-    });
+      if (event.key !== 'Escape' || !this.grip) return;
+      this.cancel();
+      event.stopImmediatePropagation();
+    }, true);
     map.on('movestart zoomstart', () => this.hideHandle());
     map.on('click', (event: L.MouseEventLike) => this.click(event));
     map.on('contextmenu', (event: L.MouseEventLike) => this.menu(event.containerPoint));
@@ -218,7 +221,7 @@ export class Gestures {
 }
 
 function isControl(target: EventTarget | null): boolean {
-  return target instanceof Element && target.closest('.control') !== null;
+  return target instanceof Element && target.closest('.control, .credit') !== null;
 }
 
 function addsStops(): boolean {

@@ -1,7 +1,7 @@
 // Names of countries and towns on the outline map, as many as there is room for.
 
 import { Frame, worldCopies } from './overlay_canvas';
-import { paintLabel } from './label_painter';
+import { labelBreak, paintLabel } from './label_painter';
 import type { LabelRoom } from './label_room';
 import type { Country } from './outline_data';
 import { palette } from './palette';
@@ -25,14 +25,14 @@ export class GroundLabels {
 
   constructor(private readonly countries: Country[], private readonly towns: Town[]) {}
 
-  paint(frame: Frame, room: LabelRoom): void {
+  *paint(frame: Frame, room: LabelRoom): Generator<void> {
     for (const copy of worldCopies(frame.view)) {
-      this.paintCountries(frame, copy, room);
-      this.paintTowns(frame, copy, room);
+      yield* this.paintCountries(frame, copy, room);
+      yield* this.paintTowns(frame, copy, room);
     }
   }
 
-  private paintCountries(frame: Frame, copy: number, room: LabelRoom): void {
+  private *paintCountries(frame: Frame, copy: number, room: LabelRoom): Generator<void> {
     if (frame.zoom > kLastCountryZoom || frame.zoom < 2) return;
     frame.context.font = kCountryFont;
     const pixelsPerDegree = frame.scale / 360;
@@ -45,10 +45,11 @@ export class GroundLabels {
       if (!isSeen(frame, x, y)) continue;
       const box = { left: x - width / 2 - 6, right: x + width / 2 + 6, top: y - 9, bottom: y + 9 };
       if (room.take(box)) paintLabel(frame.context, name, x - width / 2, y, palette.country);
+      yield* labelBreak();
     }
   }
 
-  private paintTowns(frame: Frame, copy: number, room: LabelRoom): void {
+  private *paintTowns(frame: Frame, copy: number, room: LabelRoom): Generator<void> {
     const least = kLeastPopulation[Math.min(Math.floor(frame.zoom), kLeastPopulation.length - 1)]!;
     const { context } = frame;
     for (const town of this.towns) {
@@ -68,6 +69,7 @@ export class GroundLabels {
       context.fillStyle = palette.label;
       context.fill();
       paintLabel(context, town.name, left, y, palette.label);
+      yield* labelBreak();
     }
   }
 

@@ -2,8 +2,9 @@
 
 import type * as L from 'leaflet';
 import { moveStop } from './edits';
-import { ask, Position, program } from './external';
+import { Position, program } from './external';
 import type { Lists, PinRef } from './lists';
+import { order } from './orders';
 import { kItinerary } from './pin_list';
 import { Sketch } from './sketch';
 import { text } from './texts';
@@ -54,7 +55,7 @@ export class Keyboard {
         return true;
       case 'Delete':
         if (!selected || !this.lists.get(selected.list)?.isEditable) return false;
-        ask(() => program.DeletePoint(selected.list, selected.index), undefined);
+        order(() => program.DeletePoint(selected.list, selected.index));
         return true;
       case 'm': return this.startMove();
       case 'd':
@@ -114,8 +115,8 @@ export class Keyboard {
     if (key !== 'Enter' && key !== 'Escape') return key.length === 1 && key !== '+' && key !== '-';
     this.moving = null;
     this.sketch.clear();
-    if (key === 'Enter') moveStop(ref.list, ref.index, position);
-    this.actions.announce(text(key === 'Enter' ? 'moved' : 'notMoved'));
+    const isMoved = key === 'Enter' && moveStop(ref.list, ref.index, position);
+    this.actions.announce(text(isMoved ? 'moved' : 'notMoved'));
     return true;
   }
 }

@@ -1,5 +1,5 @@
 // Texts with a halo. Drawn once each and kept: the halo is the most expensive thing on the map. So
-// only some new ones are drawn in one frame; the others wait for the next.
+// only some new ones are drawn in one frame.
 
 import { palette } from './palette';
 
@@ -13,33 +13,30 @@ const kHalo = 2;
 const kHeight = 20;
 /** More pictures than any screen shows; then all are forgotten. */
 const kMostPictures = 1000;
-const kMostNewInFrame = 16;
+const kNewInStep = 16;
 
 const pictures = new Map<string, Picture>();
-let newInFrame = 0;
+let newInStep = 0;
 
-/** Paints the labels of one frame; true when some are left for the next one. */
-export function paintLabelsOfFrame(paint: () => void): boolean {
-  newInFrame = 0;
-  paint();
-  return newInFrame > kMostNewInFrame;
+/** Between labels: leaves the others to the next frame when enough new ones have been drawn. */
+export function* labelBreak(): Generator<void> {
+  if (newInStep < kNewInStep) return;
+  yield;
+  newInStep = 0;
 }
 
 /** Draws a text in the context's font. It begins at `left` and has its middle at `middle`. */
 export function paintLabel(context: CanvasRenderingContext2D, label: string, left: number,
                            middle: number, colour: string): void {
-  const picture = pictureOf(context.font, label, colour, context.getTransform().a);
-  if (!picture) return;
-  const { canvas, width } = picture;
+  const { canvas, width } = pictureOf(context.font, label, colour, context.getTransform().a);
   context.drawImage(canvas, Math.round(left - kHalo), Math.round(middle - kHeight / 2), width, kHeight);
 }
 
-function pictureOf(font: string, label: string, colour: string, ratio: number): Picture | null {
+function pictureOf(font: string, label: string, colour: string, ratio: number): Picture {
   const key = [font, label, colour, palette.halo, ratio].join('\n');
   const kept = pictures.get(key);
   if (kept) return kept;
-  newInFrame++;
-  if (newInFrame > kMostNewInFrame) return null;
+  newInStep++;
   if (pictures.size >= kMostPictures) pictures.clear();
   const picture = draw(font, label, colour, ratio);
   pictures.set(key, picture);

@@ -1,11 +1,11 @@
-// The outline map, and the tile servers that the user allows.
+// The outline map, and the layers of tiles that the user allows.
 
 import * as L from 'leaflet';
 import { element } from './dom';
 import { ask, program } from './external';
 import { text } from './texts';
 
-/** A tile server, as the program writes it into the page. */
+/** A layer of tiles, as the program writes it into the page. */
 export interface TileServer {
   name: string;
   url: string;
@@ -21,11 +21,11 @@ export class Layers {
   private readonly servers: TileServer[] = readServers();
   private readonly allowed = new Set<string>();
   private readonly box = element('fieldset', 'layer-box control');
-  private current: { name: string; layer: L.TileLayer } | null = null;
+  private current: { server: TileServer; layer: L.TileLayer; hasTiles: boolean } | null = null;
 
   constructor(private readonly map: L.Map, private readonly credit: HTMLElement,
               private readonly outlineCredit: string,
-              private readonly changed: (hasTiles: boolean) => void,
+              private readonly changed: (showsTiles: boolean) => void,
               private readonly announce: (message: string) => void) {
     this.box.hidden = true;
     this.box.addEventListener('keydown', (event) => {
@@ -36,6 +36,7 @@ export class Layers {
       this.box.addEventListener(kind, (event) => event.stopPropagation());
     }
     map.getContainer().append(this.box);
+    map.on('zoomend', () => this.tellShown());
     this.showCredit();
   }
 
@@ -48,11 +49,12 @@ export class Layers {
   allow(names: string[]): void {
     this.allowed.clear();
     for (const name of names) this.allowed.add(name);
-    if (this.current && !this.allowed.has(this.current.name)) this.show('', false);
+    if (this.current && !this.allowed.has(this.current.server.name)) this.show('', false);
     this.fill();
   }
 
-  /** Shows a tile server over the outline; an unknown or empty name shows the outline alone. */
+  /** Shows a layer over the outline; an unknown or empty name shows the outline alone. Beyond its
+   * zooms nothing is asked for: nearer, its last tiles are enlarged; farther, the outline shows. */
   show(name: string, tellsProgram: boolean): void {
     this.current?.layer.remove();
     this.current = null;
@@ -67,13 +69,25 @@ export class Layers {
         this.announce(text('tilesFailed', name));
       };
       layer.on('tileerror', tell);
+      const current = { server, layer, hasTiles: false };
+      layer.on('tileload', () => {
+        if (current.hasTiles) return;
+        current.hasTiles = true;
+        this.tellShown();
+      });
+      this.current = current;
       layer.addTo(this.map);
-      this.current = { name, layer };
     }
     if (tellsProgram) ask(() => program.SetCurrentMap(server?.name ?? '', kMapKind), undefined);
     this.showCredit();
     this.fill();
-    this.changed(server !== undefined);
+    this.tellShown();
+  }
+
+  // Until a tile is there, the outline's own names are all that can be read.
+  private tellShown(): void {
+    this.changed(this.current !== null && this.current.hasTiles &&
+                 this.map.getZoom() >= this.current.server.minZoom);
   }
 
   toggle(isShown = this.box.hidden): void {
@@ -96,15 +110,23 @@ export class Layers {
     const input = element('input', '');
     input.type = 'radio';
     input.name = 'layer';
-    input.checked = name === (this.current?.name ?? '');
+    input.checked = name === (this.current?.server.name ?? '');
     input.addEventListener('change', () => this.show(name, true));
     return element('label', '', input, element('span', '', name || text('outline')));
   }
 
   private showCredit(): void {
-    const server = this.servers.find(({ name }) => name === this.current?.name);
-    this.credit.textContent = server ? server.credit : this.outlineCredit;
+    this.credit.replaceChildren(this.current ? creditOf(this.current.server) : this.outlineCredit);
   }
+}
+
+/** A credit that ends in an address is a link to it, which the program opens outside. */
+function creditOf({ credit }: TileServer): HTMLElement | string {
+  const [, words, address] = /^(.*\S)\s+(https?:\/\/\S+)$/.exec(credit) ?? [];
+  if (!words || !address) return credit;
+  const link = element('a', '', words);
+  link.href = address;
+  return link;
 }
 
 function readServers(): TileServer[] {

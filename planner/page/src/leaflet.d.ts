@@ -98,7 +98,7 @@ declare module 'leaflet' {
     constructor(options?: Record<string, unknown>);
     getTileSize(): Point;
     redraw(): this;
-    protected createTile(coords: Coords): HTMLElement;
+    protected createTile(coords: Coords, done: (error: Error | null, tile: HTMLElement) => void): HTMLElement;
   }
   export class TileLayer extends GridLayer {
     constructor(template: string, options?: Record<string, unknown>);

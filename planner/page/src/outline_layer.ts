@@ -9,18 +9,38 @@ const kTileSize = 256;
 const kFirstBorderZoom = 2;
 const kFirstBrokenBorderZoom = 4;
 
+/** How long tiles are drawn in one frame, in milliseconds. */
+const kDrawTime = 4;
+
 export class OutlineLayer extends L.GridLayer {
+  private readonly waiting: (() => void)[] = [];
+
   constructor(private readonly world: World) {
     super({ noWrap: false, updateWhenZooming: false, keepBuffer: 3, className: 'outline' });
   }
 
-  protected override createTile(coords: L.Coords): HTMLElement {
+  protected override createTile(coords: L.Coords, done: (error: Error | null, tile: HTMLElement) => void): HTMLElement {
     const tile = document.createElement('canvas');
     const ratio = Math.max(1, window.devicePixelRatio || 1);
     tile.width = tile.height = Math.round(kTileSize * ratio);
-    const context = tile.getContext('2d', { alpha: false });
-    if (context) this.draw(context, coords, tile.width);
+    this.waiting.push(() => {
+      // It may have left the map again.
+      if (!tile.isConnected) return;
+      const context = tile.getContext('2d', { alpha: false });
+      if (context) this.draw(context, coords, tile.width);
+      done(null, tile);
+    });
+    if (this.waiting.length === 1) requestAnimationFrame(() => this.drawWaiting());
     return tile;
+  }
+
+  // A row of tiles drawn at once would hold up the map.
+  private drawWaiting(): void {
+    const end = performance.now() + kDrawTime;
+    let drawn = 0;
+    while (drawn < this.waiting.length && (drawn === 0 || performance.now() < end)) this.waiting[drawn++]!();
+    this.waiting.splice(0, drawn);
+    if (this.waiting.length > 0) requestAnimationFrame(() => this.drawWaiting());
   }
 
   private draw(context: CanvasRenderingContext2D, coords: L.Coords, size: number): void {

@@ -4,8 +4,9 @@
 import { Pin, PinList, kFavourites, kItinerary, kSearchResults } from './pin_list';
 import { Frame, worldCopies } from './overlay_canvas';
 import type { Lists } from './lists';
+import { DiscRoom } from './disc_room';
 import { LabelRoom, Rectangle } from './label_room';
-import { paintLabel } from './label_painter';
+import { labelBreak, paintLabel } from './label_painter';
 import { palette } from './palette';
 
 /** Radius of a stop's disc, in pixels. */
@@ -19,6 +20,9 @@ const kNumberFonts = ['600 12px system-ui, sans-serif', '600 12px system-ui, san
 const kCrowd = 300;
 /** More dots on the screen are small squares. */
 const kMostRoundDots = 1000;
+/** So many are drawn in one frame. */
+const kDotsInStep = 4000;
+const kDiscsInStep = 200;
 /** Names are shown up to so many pins on the screen. */
 const kMostNames = 400;
 
@@ -36,56 +40,60 @@ export interface PinStyle {
 }
 
 /** Draws the pins of a list and takes what they cover from `room`; gives those that may be named. */
-export function paintMarks(frame: Frame, lists: Lists, list: PinList, style: PinStyle,
-                           room: LabelRoom): PlacedPin[] {
-  const placed = placedPins(frame, lists, list);
+export function* paintMarks(frame: Frame, lists: Lists, list: PinList, style: PinStyle,
+                            room: LabelRoom): Generator<void, PlacedPin[]> {
+  const selected = lists.selected?.list === list.id ? lists.selected.index : -1;
+  const seen = seenPins(frame, lists, list);
+  const count = seen.reduce((sum, { indices }) => sum + indices.length, 0);
   const discs: PlacedPin[] = [];
-  // Where discs would cover each other, the first of them stands for all; the others are dots.
-  const crowd = new LabelRoom();
-  const dots: PlacedPin[] = [];
-  for (const place of placed) {
-    const reach = placed.length > kCrowd ? kDiscRadius * 2 : kDiscRadius * 0.8;
-    if (place.isSelected || crowd.take(boxAround(place, reach))) {
-      discs.push(place);
+  // Where discs would cover each other, the first of them stands for all; the others are dots. They
+  // may be many thousands: no object is made for each of them.
+  const crowd = new DiscRoom(2 * kDiscRadius * (count > kCrowd ? 2 : 0.8), frame);
+  const dots: number[] = [];
+  const place = (index: number, copy: number): void => {
+    const pin = list.pins[index]!;
+    const isSelected = index === selected;
+    const x = (pin.x + copy) * frame.scale - frame.left;
+    const y = pin.y * frame.scale - frame.top;
+    if (crowd.take(x, y) || isSelected) {
+      discs.push({ pin, index, x, y, isSelected });
     } else {
-      dots.push(place);
-      room.occupy(boxAround(place, kDotRadius));
+      dots.push(x, y);
+      room.occupyDot(x, y);
     }
+  };
+  for (const { copy, indices } of seen) if (indices.includes(selected)) place(selected, copy);
+  for (const { copy, indices } of seen) {
+    for (const index of indices) if (index !== selected) place(index, copy);
   }
-  paintDots(frame.context, dots, colourOf(list.id));
-  const hasShadows = placed.length <= kCrowd;
-  for (const place of [...discs].reverse()) {
-    paintMark(frame.context, list.id, place, style, hasShadows);
-    room.occupy(boxAround(place, kDiscRadius + 2));
+  yield* paintDots(frame.context, dots, colourOf(list.id));
+  const hasShadows = count <= kCrowd;
+  for (let i = discs.length - 1; i >= 0; i--) {
+    paintMark(frame.context, list.id, discs[i]!, style, hasShadows);
+    room.occupy(boxAround(discs[i]!, kDiscRadius + 2));
+    if (i > 0 && i % kDiscsInStep === 0) yield;
   }
   return discs;
 }
 
 /** Writes the names of pins as far as there is room for them, and not where there are too many. */
-export function paintNames(frame: Frame, placed: PlacedPin[], room: LabelRoom): void {
+export function* paintNames(frame: Frame, placed: PlacedPin[], room: LabelRoom): Generator<void> {
   if (placed.length > kMostNames) return;
-  for (const place of placed) paintName(frame.context, place, room);
+  for (const place of placed) {
+    paintName(frame.context, place, room);
+    yield* labelBreak();
+  }
 }
 
-function placedPins(frame: Frame, lists: Lists, list: PinList): PlacedPin[] {
-  const placed: PlacedPin[] = [];
-  const selected = lists.selected?.list === list.id ? lists.selected.index : -1;
-  for (const copy of worldCopies(frame.view)) {
+/** The pins that a frame may show, in their order, for each copy of the world. */
+function seenPins(frame: Frame, lists: Lists, list: PinList): { copy: number; indices: Uint32Array }[] {
+  return worldCopies(frame.view).map((copy) => {
     const box = { ...frame.view, left: frame.view.left - copy, right: frame.view.right - copy };
     const indices: number[] = [];
     lists.visitPins(list, box, (index) => indices.push(index));
     // Numbers of their own kind are sorted many times faster than objects.
-    for (const index of Uint32Array.from(indices).sort()) {
-      const pin = list.pins[index]!;
-      const place = {
-        pin, index, isSelected: index === selected,
-        x: (pin.x + copy) * frame.scale - frame.left, y: pin.y * frame.scale - frame.top,
-      };
-      if (place.isSelected) placed.unshift(place);
-      else placed.push(place);
-    }
-  }
-  return placed;
+    return { copy, indices: Uint32Array.from(indices).sort() };
+  });
 }
 
 function boxAround(place: PlacedPin, reach: number): Rectangle {
@@ -99,13 +107,18 @@ function colourOf(list: number): string {
 }
 
 // Discs of many thousand dots would take longer to draw than the map may stand still.
-function paintDots(context: CanvasRenderingContext2D, dots: PlacedPin[], colour: string): void {
-  if (dots.length <= kMostRoundDots) {
-    for (const { x, y } of dots) paintDot(context, x, y, colour);
+function* paintDots(context: CanvasRenderingContext2D, dots: number[], colour: string): Generator<void> {
+  if (dots.length <= 2 * kMostRoundDots) {
+    for (let i = 0; i < dots.length; i += 2) paintDot(context, dots[i]!, dots[i + 1]!, colour);
     return;
   }
   context.fillStyle = colour;
-  for (const { x, y } of dots) context.fillRect(x - 2, y - 2, 4, 4);
+  // On whole pixels, whose edges need not be smoothed.
+  for (let i = 0; i < dots.length; i += 2) {
+    context.fillRect(Math.round(dots[i]!) - 2, Math.round(dots[i + 1]!) - 2, 4, 4);
+    if (i > 0 && i % (2 * kDotsInStep) === 0) yield;
+  }
+  yield;
 }
 
 function paintDot(context: CanvasRenderingContext2D, x: number, y: number, colour: string): void {

@@ -5,6 +5,7 @@ import type * as L from 'leaflet';
 import { element, icon, iconButton, textButton } from './dom';
 import { ask, ListPoint, program } from './external';
 import type { Lists, PinRef } from './lists';
+import { order } from './orders';
 import { kFavourites, kItinerary } from './pin_list';
 import { Way } from './way';
 import { distanceText, durationText, text } from './texts';
@@ -87,7 +88,7 @@ export class PinWindow {
     name.setAttribute('aria-label', text('name'));
     name.readOnly = !this.lists.get(ref.list)?.isEditable;
     name.addEventListener('change', () => {
-      ask(() => program.RenamePoint(ref.list, ref.index, name.value), undefined);
+      if (!order(() => program.RenamePoint(ref.list, ref.index, name.value))) name.value = point.address;
     });
     name.addEventListener('keydown', (event) => {
       if (event.key === 'Enter') name.blur();
@@ -117,7 +118,7 @@ export class PinWindow {
     }
     if (!(last instanceof Way)) {
       facts.append(textButton('insert', text('calculate'), () => {
-        ask(() => program.Calculate(kItinerary), undefined);
+        order(() => program.Calculate(kItinerary));
       }));
     }
     return [facts];
@@ -127,25 +128,25 @@ export class PinWindow {
     const bar = element('div', 'pin-actions');
     if (ref.list !== kFavourites) {
       bar.append(textButton('star', text('addFavourite'), () => {
-        ask(() => program.AddFavorite(point), undefined);
-        this.announce(text('favouriteAdded', point.address));
+        const isAdded = order(() => program.AddFavorite(point));
+        if (isAdded) this.announce(text('favouriteAdded', point.address));
       }));
     }
     if (ref.list !== kItinerary) {
       bar.append(textButton('plus', text('addStop'), () => {
-        ask(() => program.AddPoint(kItinerary, point), undefined);
+        order(() => program.AddPoint(kItinerary, point));
       }));
     }
     bar.append(textButton('street', text('streetView'), () => this.streetView(point)));
     for (const { target, label } of this.sendTargets) {
       bar.append(textButton('send', label, () => {
-        ask(() => program.SendToGps(target, ref.list, ref.index), undefined);
+        order(() => program.SendToGps(target, ref.list, ref.index));
       }));
     }
     if (this.lists.get(ref.list)?.isEditable) {
       bar.append(textButton('remove', text('removeStop'), () => {
         this.close(true);
-        ask(() => program.DeletePoint(ref.list, ref.index), undefined);
+        order(() => program.DeletePoint(ref.list, ref.index));
       }));
     }
     return bar;

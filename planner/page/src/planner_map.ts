@@ -44,6 +44,8 @@ export class PlannerMap {
     this.map = new L.Map(container, {
       zoomControl: false, attributionControl: false, worldCopyJump: true, minZoom: 1, maxZoom: 20,
       maxBounds: [[-88, -Infinity], [88, Infinity]], maxBoundsViscosity: 1, tap: false,
+      // A notch of a wheel, which is 100 to 120 pixels, is one zoom.
+      wheelPxPerZoomLevel: 120,
     });
     this.map.setView(kFirstView.center, kFirstView.zoom, { animate: false });
     const outline = new OutlineLayer(world);
@@ -59,8 +61,9 @@ export class PlannerMap {
     this.pinWindow = new PinWindow(this.map, this.lists, announce);
     this.menu = new Menu(this.map);
     this.measure = new Measure(this.map, sketch);
-    this.layers = new Layers(this.map, credit, 'Natural Earth · GeoNames', (hasTiles) => {
-      this.scene.showsGroundLabels = !hasTiles;
+    this.layers = new Layers(this.map, credit, 'Natural Earth · GeoNames', (showsTiles) => {
+      if (this.scene.showsGroundLabels === !showsTiles) return;
+      this.scene.showsGroundLabels = !showsTiles;
       this.scene.invalidate();
     }, announce);
     new Gestures(this.map, this.lists, new Hits(this.map, this.lists), sketch, {

@@ -2,7 +2,6 @@
 
 import type * as L from 'leaflet';
 import { GroundLabels } from './ground_labels';
-import { paintLabelsOfFrame } from './label_painter';
 import { LabelRoom, Rectangle } from './label_room';
 import type { Lists } from './lists';
 import { Frame, OverlayCanvas, worldCopies } from './overlay_canvas';
@@ -15,8 +14,13 @@ import { Box, kDetailZooms, Way } from './way';
     zooms: ways keep their shape. */
 const kMostPoints = 8000;
 const kCoarsest = 6;
-/** More ways on one screen lie so close that casings would cover them. */
+/** More ways on one screen lie so close that casings would cover them; and with more points than
+    so many, casings take longer to draw than the map may stand still. */
 const kMostCased = 1000;
+const kMostCasedPoints = 4000;
+/** Of ways, and of broken lines: so much is drawn in one frame. */
+const kPointsInStep = 2000;
+const kMissingInStep = 400;
 
 export class Scene {
   readonly style: PinStyle = { showsNumbers: true };
@@ -27,9 +31,7 @@ export class Scene {
 
   constructor(private readonly map: L.Map, private readonly lists: Lists,
               private readonly labels: GroundLabels) {
-    this.ways = new OverlayCanvas(map, 'ways', (frame) => {
-      for (const list of this.lists.all()) paintWays(frame, list);
-    });
+    this.ways = new OverlayCanvas(map, 'ways', (frame) => paintAllWays(frame, this.lists));
     this.marks = new OverlayCanvas(map, 'marks', (frame) => this.paintMarks(frame));
   }
 
@@ -38,17 +40,15 @@ export class Scene {
     this.ways.invalidate();
   }
 
-  private paintMarks(frame: Frame): void {
-    const room = new LabelRoom(frame.map);
+  private *paintMarks(frame: Frame): Generator<void> {
+    const room = new LabelRoom(frame.map, frame);
     for (const box of this.controls(frame)) room.occupy(box);
     const lists = this.lists.all();
     // All marks keep free of names; the names of the itinerary have the first choice.
-    const marks = lists.map((list) => paintMarks(frame, this.lists, list, this.style, room));
-    const isUnfinished = paintLabelsOfFrame(() => {
-      for (const placed of marks.reverse()) paintNames(frame, placed, room);
-      if (this.showsGroundLabels) this.labels.paint(frame, room);
-    });
-    if (isUnfinished) this.marks.invalidate();
+    const marks = [];
+    for (const list of lists) marks.push(yield* paintMarks(frame, this.lists, list, this.style, room));
+    for (const placed of marks.reverse()) yield* paintNames(frame, placed, room);
+    if (this.showsGroundLabels) yield* this.labels.paint(frame, room);
   }
 
   /** What always lies over the map: names below it could not be read. */
@@ -64,10 +64,14 @@ export class Scene {
   }
 }
 
-function paintWays(frame: Frame, list: PinList): void {
+function* paintAllWays(frame: Frame, lists: Lists): Generator<void> {
+  for (const list of lists.all()) yield* paintWays(frame, list);
+}
+
+function* paintWays(frame: Frame, list: PinList): Generator<void> {
   const { context } = frame;
   for (const copy of worldCopies(frame.view)) {
-    if (list.id === kItinerary) paintMissing(frame, list, copy);
+    if (list.id === kItinerary) yield* paintMissing(frame, list, copy);
     const byColour = new Map<string, Way[]>();
     for (const way of list.ways) {
       if (!(way instanceof Way) || !isSeen(frame, way, copy)) continue;
@@ -77,21 +81,44 @@ function paintWays(frame: Frame, list: PinList): void {
       else byColour.set(colour, [way]);
     }
     const ways = [...byColour.values()].flat();
-    const detail = detailFor(frame, ways, copy);
-    const isCrowd = ways.length > kMostCased;
+    const { detail, points } = detailFor(frame, ways, copy);
+    const isCrowd = ways.length > kMostCased || points > kMostCasedPoints;
     const passes = isCrowd ? [[1, 3]] : [[0, 7], [1, 4]];
     context.lineJoin = isCrowd ? 'bevel' : 'round';
     context.lineCap = isCrowd ? 'butt' : 'round';
+    let drawn = 0;
     for (const [pass, width] of passes) {
       for (const [colour, same] of byColour) {
-        context.beginPath();
-        traceWays(frame, same, detail, copy);
-        context.strokeStyle = pass === 0 ? palette.wayCasing : colour;
-        context.lineWidth = width!;
-        context.stroke();
+        for (const portion of portionsOf(same, detail, shiftedView(frame, copy))) {
+          context.beginPath();
+          traceWays(frame, portion.ways, detail, copy);
+          context.strokeStyle = pass === 0 ? palette.wayCasing : colour;
+          context.lineWidth = width!;
+          context.stroke();
+          drawn += portion.points;
+          if (drawn < kPointsInStep) continue;
+          drawn = 0;
+          yield;
+        }
       }
     }
   }
+}
+
+/** The ways in portions that can be drawn in one frame. */
+function portionsOf(ways: Way[], detail: number, view: Box): { ways: Way[]; points: number }[] {
+  const portions: { ways: Way[]; points: number }[] = [];
+  let points = kPointsInStep;
+  for (const way of ways) {
+    if (points >= kPointsInStep) {
+      portions.push({ ways: [], points: 0 });
+      points = 0;
+    }
+    const portion = portions[portions.length - 1]!;
+    portion.ways.push(way);
+    points = portion.points += way.pointsIn(detail, view);
+  }
+  return portions;
 }
 
 function isSeen(frame: Frame, way: Way, copy: number): boolean {
@@ -99,13 +126,15 @@ function isSeen(frame: Frame, way: Way, copy: number): boolean {
     way.box.top <= frame.view.bottom && way.box.bottom >= frame.view.top;
 }
 
-/** The zoom whose detail is enough for so many ways on one screen. */
-function detailFor(frame: Frame, ways: Way[], copy: number): number {
+/** The zoom whose detail is enough for so many ways on one screen, and about how many points these
+    then have. */
+function detailFor(frame: Frame, ways: Way[], copy: number): { detail: number; points: number } {
   const view = shiftedView(frame, copy);
+  const pointsAt = (zoom: number): number => ways.reduce((sum, way) => sum + way.pointsIn(zoom, view), 0);
   let detail = Math.min(Math.ceil(frame.zoom), kDetailZooms);
-  const points = (): number => ways.reduce((sum, way) => sum + way.pointsIn(detail, view), 0);
-  while (detail > 0 && detail > frame.zoom - kCoarsest && points() > kMostPoints) detail--;
-  return detail;
+  let points = pointsAt(detail);
+  while (detail > 0 && detail > frame.zoom - kCoarsest && points > kMostPoints) points = pointsAt(--detail);
+  return { detail, points };
 }
 
 function shiftedView(frame: Frame, copy: number): Box {
@@ -132,8 +161,17 @@ function traceWays(frame: Frame, ways: Way[], detail: number, copy: number): voi
 }
 
 // Stops without a way between them are joined by a thin broken line, so that their order shows.
-function paintMissing(frame: Frame, list: PinList, copy: number): void {
+function* paintMissing(frame: Frame, list: PinList, copy: number): Generator<void> {
   const { context, scale, left, top } = frame;
+  const draw = (): void => {
+    context.setLineDash([2, 6]);
+    context.strokeStyle = palette.wayMissing;
+    context.lineWidth = 2;
+    context.stroke();
+    context.setLineDash([]);
+    context.beginPath();
+  };
+  let count = 0;
   context.beginPath();
   for (let i = 1; i < list.pins.length; i++) {
     const from = list.pins[i - 1]!;
@@ -145,10 +183,9 @@ function paintMissing(frame: Frame, list: PinList, copy: number): void {
     if (!seen) continue;
     context.moveTo((from.x + copy) * scale - left, from.y * scale - top);
     context.lineTo((to.x + copy) * scale - left, to.y * scale - top);
+    if (++count % kMissingInStep !== 0) continue;
+    draw();
+    yield;
   }
-  context.setLineDash([2, 6]);
-  context.strokeStyle = palette.wayMissing;
-  context.lineWidth = 2;
-  context.stroke();
-  context.setLineDash([]);
+  draw();
 }

@@ -1,41 +1,12 @@
-// Mouse, finger and keyboard on the map, by what they ask of the program.
+// The mouse on the map, by what it asks of the program.
 
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { Fixture, pixels, placeOf } from './page_fixture.mjs';
+import { after, before } from 'node:test';
+import { calls, Fixture, kColmar, kView, near, pageTest, pixels, placeOf, press, windowOf } from './page_fixture.mjs';
 
 const fixture = new Fixture();
 before(() => fixture.start());
 after(() => fixture.stop());
-
-function pageTest(name, open, run) {
-  test(name, async () => {
-    const page = await open();
-    try {
-      await run(page);
-      assert.deepEqual(page.errors, []);
-    } finally {
-      await page.close();
-    }
-  });
-}
-
-/** What `AutoViewMap` shows of the villages. */
-const kView = { lat: (48.62 + 47.807) / 2, lng: (7.103 + 7.493) / 2, zoom: 9 };
-const kColmar = placeOf(48.079, 7.358, kView);
-const kMarlenheim = placeOf(48.62, 7.492, kView);
-
-/** The calls of one function so far, when what the program answers later has reached the page. */
-const calls = (page, name) =>
-  page.evaluate(`new Promise((done) => setTimeout(() =>
-    done(player.calls.filter(([call]) => call === ${JSON.stringify(name)})), 0))`);
-
-/** A pixel of `kView` is 204 metres. */
-function near(position, lat, lng, metres = 600) {
-  const distance = Math.hypot((position.lat - lat) * 111195,
-                              (position.lng - lng) * 111195 * Math.cos((lat * Math.PI) / 180));
-  assert.ok(distance < metres, `${JSON.stringify(position)} is ${Math.round(distance)} m from ${lat}, ${lng}`);
-}
 
 pageTest('a click on the map adds a stop there', () => fixture.openVillages(), async (page) => {
   const at = placeOf(48.3, 6.9, kView);
@@ -127,9 +98,10 @@ pageTest('only the last preview counts, and one that fails is not drawn', () => 
 });
 
 pageTest('a pin that cannot be moved jumps back', () => fixture.openVillages(), async (page) => {
-  await page.evaluate('external.MovePoint = () => { throw new Error("refused") }');
+  await page.evaluate('external.MovePoint = () => { throw new Error("not now") }');
   await page.drag(kColmar, placeOf(48.1, 7.7, kView));
-  await page.frame();
+  await page.until('player.calls.some(([call]) => call === "MessageBox")');
+  assert.deepEqual(await calls(page, 'MessageBox'), [['MessageBox', 'That could not be done: not now', 48]]);
   await page.click(kColmar.x, kColmar.y);
   await page.until('document.querySelector(".pin-name")?.value === "Colmar"');
 });
@@ -271,63 +243,138 @@ pageTest('measures along clicks', () => fixture.open(), async (page) => {
   assert.equal(await page.evaluate('document.querySelector(".measure-bar").hidden'), true);
 });
 
-pageTest('a long press opens the menu, a tap a pin', () => fixture.openVillages(), async (page) => {
-  await page.touch('touchStart', [{ x: 200, y: 300 }]);
-  await page.until('!document.querySelector(".menu").hidden');
-  await page.touch('touchEnd', []);
-  await page.evaluate('document.activeElement.blur()');
-  await page.until('document.querySelector(".menu").hidden');
-  await page.touch('touchStart', [{ x: kColmar.x + 8, y: kColmar.y + 4 }]);
-  await page.touch('touchEnd', []);
-  await page.until('document.querySelector(".pin-name")?.value === "Colmar"');
-});
-
-pageTest('all can be done with the keyboard', () => fixture.openVillages(), async (page) => {
-  await page.evaluate('document.getElementById("map").focus()');
-  await page.key('PageDown');
-  await page.key('PageDown');
-  await page.until('document.querySelector("[role=status]").textContent === "Stop 2 of 13, Molsheim"');
-  await page.key('Enter');
-  await page.until('document.querySelector(".pin-name")?.value === "Molsheim"');
-  assert.equal(await page.evaluate('document.activeElement.className'), 'pin-name');
-  await page.key('Escape');
-  assert.equal(await page.evaluate('document.activeElement.id'), 'map');
-
-  await page.key('m', 'KeyM');
-  for (let i = 0; i < 4; i++) await page.key('ArrowRight');
-  await page.key('Enter');
-  const [[, , index, moved]] = await calls(page, 'MovePoint');
-  assert.equal(index, 1);
-  // Forty pixels at zoom 9 are 40 / (256 * 512) * 360 degrees.
-  near(moved, 48.54, 7.493 + (40 * 360) / (256 * 512), 100);
-  await page.key('m', 'KeyM');
-  await page.key('ArrowRight');
-  await page.key('Escape');
-  assert.equal((await calls(page, 'MovePoint')).length, 1);
-
-  await page.key('Delete');
-  assert.deepEqual(await calls(page, 'DeletePoint'), [['DeletePoint', 0, 1]]);
-  await page.key('Insert');
-  assert.equal((await calls(page, 'AddPoint')).length, 1);
-  await page.key('ContextMenu');
-  await page.until('!document.querySelector(".menu").hidden');
-  await page.key('ArrowDown');
-  await page.evaluate(`document.activeElement.dispatchEvent(
-    new MouseEvent('contextmenu', { bubbles: true, cancelable: true, clientX: 300, clientY: 300 }))`);
-  assert.equal(await page.evaluate('document.activeElement.textContent'), 'What is here?');
-  await page.key('Enter');
-  await page.until('document.querySelector(".note")');
-  assert.equal(await page.evaluate('document.activeElement.id'), 'map');
-  await page.key('d', 'KeyD');
-  await page.until('!document.querySelector(".measure-bar").hidden');
-});
-
-pageTest('zooms by its buttons and keys', () => fixture.openVillages(), async (page) => {
-  await page.evaluate('ViewPushPin(0, 8)');
-  await page.evaluate('document.querySelector(\'[aria-label="Zoom in"]\').click()');
+pageTest('a stop that no way leads to any more is joined by a grey line, and the other ways stay', () => fixture.openVillages(), async (page) => {
+  const to = placeOf(48.1, 7.6, kView);
+  await page.drag(kColmar, to);
+  await page.until('player.calls.some(([call]) => call === "MovePoint")');
   await page.rest();
-  const view = { lat: 48.079, lng: 7.358, zoom: 10 };
-  const eguisheim = placeOf(48.043, 7.306, view);
-  await page.click(eguisheim.x, eguisheim.y);
-  await page.until('document.querySelector(".pin-name")?.value === "Eguisheim"');
+  // Forty pixels of the line from Kaysersberg, away from both ends of it.
+  const from = placeOf(48.139, 7.264, kView);
+  const line = Array.from({ length: 40 }, (_, i) => {
+    const share = 0.4 + i / 200;
+    return { x: Math.round(from.x + (to.x - from.x) * share), y: Math.round(from.y + (to.y - from.y) * share) };
+  });
+  const colours = await pixels(page, line);
+  assert.ok(colours.includes('109,125,132'), 'some of it is drawn in grey');
+  assert.ok(colours.includes('247,244,236'), 'and it is broken');
+  assert.deepEqual(await pixels(page, [{ x: Math.round(kOnWay.x), y: Math.round(kOnWay.y) }]), ['10,127,134']);
+  assert.equal(await page.evaluate('document.querySelectorAll(".way-handle.is-shown, .drag-ghost.is-shown").length'), 0);
+});
+
+pageTest('Escape ends a drag, and nothing is moved', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('document.getElementById("map").focus()');
+  await page.mouse('mouseMoved', kColmar.x, kColmar.y, { button: 'none', buttons: 0 });
+  await page.mouse('mousePressed', kColmar.x, kColmar.y, { buttons: 1 });
+  for (const x of [20, 40]) await page.mouse('mouseMoved', kColmar.x + x, kColmar.y, { buttons: 1 });
+  await page.until('document.querySelector(".drag-ghost.is-shown")');
+  await page.key('Escape');
+  await page.until('!document.querySelector(".drag-ghost.is-shown")');
+  await page.mouse('mouseReleased', kColmar.x + 40, kColmar.y, { buttons: 0 });
+  await page.click(kColmar.x, kColmar.y);
+  await windowOf(page, 'Colmar');
+  assert.deepEqual(await calls(page, 'MovePoint'), []);
+  assert.deepEqual(await calls(page, 'AddPoint'), []);
+});
+
+pageTest('the menu inserts before the selected stop, centres, measures and opens a pin', () => fixture.openVillages(), async (page) => {
+  const at = placeOf(48.3, 6.9, kView);
+  const menuAt = async ({ x, y }) => {
+    await page.click(x, y, 'right');
+    await page.until('!document.querySelector(".menu").hidden');
+  };
+  await menuAt(kColmar);
+  await press(page, 'Open');
+  await windowOf(page, 'Colmar');
+  await page.evaluate('CloseInfoWindow()');
+  await menuAt(at);
+  await press(page, 'Insert a stop here before number 9');
+  const [[, list, index, position]] = await calls(page, 'InsertPoint');
+  assert.deepEqual([list, index], [0, 8]);
+  near(position, 48.3, 6.9);
+  await menuAt(at);
+  await press(page, 'Measure from here');
+  await page.mouse('mouseMoved', at.x, at.y + 100, { button: 'none', buttons: 0 });
+  await page.until('document.querySelector(".measure-bar output").textContent.endsWith(" km")');
+  // A hundred pixels to the south, of 203 to 204 metres.
+  const kilometres = parseFloat(await page.evaluate('document.querySelector(".measure-bar output").textContent'));
+  assert.ok(kilometres > 20.2 && kilometres < 20.6, `${kilometres} km`);
+  await press(page, 'End measuring');
+  await menuAt(at);
+  await press(page, 'Centre the map here');
+  await page.rest();
+  await page.click(500, 340, 'right');
+  await page.until('!document.querySelector(".menu").hidden');
+  await press(page, 'Add a stop here');
+  near((await calls(page, 'AddPoint'))[0][2], 48.3, 6.9);
+});
+
+pageTest('the street-level view opens outside, from the window and from the menu', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('player.street = ({ lat, lng }) => ({ lat: lat + 0.001, lng, alt: 0, address: "", snippet: "", route: null })');
+  await page.click(kColmar.x, kColmar.y);
+  await windowOf(page, 'Colmar');
+  await press(page, 'Street-level view');
+  await page.until('player.left.length === 1');
+  await page.evaluate('CloseInfoWindow()');
+  await page.click(200, 300, 'right');
+  await page.until('!document.querySelector(".menu").hidden');
+  await press(page, 'Street-level view');
+  await page.until('player.left.length === 2');
+  const [fromWindow, fromMenu] = await page.evaluate('player.left');
+  assert.equal(fromWindow, 'https://www.google.com/maps/@?api=1&map_action=pano&viewpoint=48.080000,7.358000');
+  const [lat, lng] = fromMenu.split('viewpoint=')[1].split(',').map(Number);
+  const place = placeOf(lat - 0.001, lng, kView);
+  assert.ok(Math.hypot(place.x - 200, place.y - 300) < 3, fromMenu);
+});
+
+pageTest('shows all again by its button', () => fixture.openVillages(), async (page) => {
+  await page.evaluate('ViewPushPin(0, 0)');
+  await press(page, 'Zoom in');
+  await page.rest();
+  await press(page, 'Show all');
+  await page.rest();
+  await page.click(kColmar.x, kColmar.y);
+  await windowOf(page, 'Colmar');
+});
+
+pageTest('the wheel zooms to where the pointer is', () => fixture.openVillages(), async (page) => {
+  await page.mouse('mouseMoved', kColmar.x, kColmar.y, { button: 'none', buttons: 0 });
+  await page.mouse('mouseWheel', kColmar.x, kColmar.y, { button: 'none', deltaX: 0, deltaY: -120 });
+  await page.rest();
+  // Colmar stays where it is, and at zoom 10 Eguisheim is twice as far from it.
+  await page.click(kColmar.x, kColmar.y);
+  await windowOf(page, 'Colmar');
+  await page.evaluate('CloseInfoWindow()');
+  const eguisheim = placeOf(48.043, 7.306, kView);
+  await page.click(kColmar.x + 2 * (eguisheim.x - kColmar.x), kColmar.y + 2 * (eguisheim.y - kColmar.y));
+  await windowOf(page, 'Eguisheim');
+});
+
+pageTest('measures in miles where the settings say so', () => fixture.open(), async (page) => {
+  await page.evaluate('player.settings.DistMiles = true');
+  await press(page, 'Measure a distance');
+  // Both at the equator's height would be 35.15625 degrees apart; these are at that of the middle.
+  await page.click(400, 340);
+  await page.click(500, 340);
+  await page.mouse('mouseMoved', 500, 340, { button: 'none', buttons: 0 });
+  const miles = Number((await page.evaluate('document.querySelector(".measure-bar output").textContent')).replace(/[^0-9.]/g, ''));
+  const [latitude, half] = [30, 35.15625 / 2].map((degrees) => (degrees * Math.PI) / 180);
+  const expected = (2 * 6371 * Math.asin(Math.cos(latitude) * Math.sin(half))) / 1.609344;
+  assert.ok(Math.abs(miles - expected) < 5, `${miles}, expected about ${expected}`);
+});
+
+pageTest('what the program refuses is told, and not said to be done', () => fixture.openVillages(), async (page) => {
+  await page.evaluate(`for (const name of ['AddFavorite', 'RenamePoint', 'DeletePoint', 'SendToGps', 'AddPoint', 'InsertPoint'])
+    external[name] = () => { throw new Error(name + ' failed') };`);
+  await page.click(kColmar.x, kColmar.y);
+  await windowOf(page, 'Colmar');
+  await press(page, 'Add to favourites');
+  await page.evaluate(`(() => { const name = document.querySelector('.pin-name');
+    name.value = 'Kolmar'; name.dispatchEvent(new Event('change')); })()`);
+  assert.equal(await page.evaluate('document.querySelector(".pin-name").value'), 'Colmar');
+  await press(page, 'Remove');
+  const at = placeOf(48.3, 6.9, kView);
+  await page.click(at.x, at.y);
+  assert.deepEqual((await calls(page, 'MessageBox')).map(([, message]) => message),
+                   ['AddFavorite', 'RenamePoint', 'DeletePoint', 'AddPoint'].map((name) => `That could not be done: ${name} failed`));
+  assert.equal(await page.evaluate('document.querySelectorAll(".note").length'), 0);
 });

@@ -1,7 +1,9 @@
 // The built page in a browser, with the program played by stand_in.js.
 
+import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { dirname, join } from 'node:path';
+import { test } from 'node:test';
 import { fileURLToPath } from 'node:url';
 import { Browser } from './browser.mjs';
 import { PageServer } from './page_server.mjs';
@@ -95,6 +97,26 @@ export class Fixture {
   }
 }
 
+/** Runs a test on a page of its own and sees to it that the page told no error. */
+export function pageTest(name, open, run) {
+  test(name, async () => {
+    const page = await open();
+    try {
+      await run(page);
+      assert.deepEqual(page.errors, []);
+    } finally {
+      await page.close();
+    }
+  });
+}
+
+/** The calls of one of the program's functions so far, when what it answers later has reached the
+    page. */
+export function calls(page, name) {
+  return page.evaluate(`new Promise((done) => setTimeout(() =>
+    done(player.calls.filter(([call]) => call === ${JSON.stringify(name)})), 0))`);
+}
+
 /** Colour "r,g,b" of a picture's pixel; drawn again by the browser, which knows PNG. */
 export async function pixels(page, places) {
   const picture = (await page.picture()).toString('base64');
@@ -119,4 +141,27 @@ export function placeOf(lat, lng, view, width = 1000, height = 680) {
   const at = world({ lat, lng });
   const middle = world(view);
   return { x: at.x - middle.x + width / 2, y: at.y - middle.y + height / 2 };
+}
+
+/** What `AutoViewMap` shows of the villages. */
+export const kView = { lat: (48.62 + 47.807) / 2, lng: (7.103 + 7.493) / 2, zoom: 9 };
+export const kColmar = placeOf(48.079, 7.358, kView);
+
+/** A pixel of `kView` is 204 metres. */
+export function near(position, lat, lng, metres = 600) {
+  const distance = Math.hypot((position.lat - lat) * 111195,
+                              (position.lng - lng) * 111195 * Math.cos((lat * Math.PI) / 180));
+  assert.ok(distance < metres, `${JSON.stringify(position)} is ${Math.round(distance)} m from ${lat}, ${lng}`);
+}
+
+/** Presses the button of this name, or of this text. */
+export function press(page, name) {
+  return page.evaluate(`[...document.querySelectorAll('button')].find((button) =>
+    (button.getAttribute('aria-label') ?? button.textContent) === ${JSON.stringify(name)} && button.offsetParent).click()`);
+}
+
+/** Waits for the window of the pin of this name. */
+export function windowOf(page, name) {
+  return page.until(`!document.querySelector(".pin-window").hidden &&
+    document.querySelector(".pin-name").value === ${JSON.stringify(name)}`);
 }

@@ -1,5 +1,5 @@
-// Serves the built page as the program's own scheme does: with the tile servers that the user
-// allows written into it.
+// Serves the built page as the program's own scheme does, with the layers written into it, and
+// tiles below /tiles/.
 
 import { readFileSync } from 'node:fs';
 import { createServer } from 'node:http';
@@ -13,15 +13,18 @@ const kTile = Buffer.from(
   '1TCqYVTDqIZRDYNdAwBXpaLPwGQVBQAAAABJRU5ErkJggg==', 'base64');
 
 export class PageServer {
-  tileServers = [];
-  tilesAsked = 0;
+  /** As the program writes them into the page: {name, url, credit, minZoom, maxZoom}. */
+  layers = [];
+  /** Whom the page may ask for tiles; by default all servers of the layers. */
+  tileHosts = null;
+  /** Path and headers of each tile that was asked for. */
+  tiles = [];
 
   constructor(folder) {
     this.server = createServer((request, response) => {
       const path = new URL(request.url, 'http://localhost').pathname;
       if (path.startsWith('/tiles/')) {
-        this.tilesAsked++;
-        this.lastTileHeaders = request.headers;
+        this.tiles.push({ path, headers: request.headers });
         response.writeHead(200, { 'Content-Type': 'image/png' });
         response.end(kTile);
         return;
@@ -45,10 +48,10 @@ export class PageServer {
       return;
     }
     if (name === 'index.html') {
-      const hosts = this.tileServers.map(({ url }) => new URL(url.replace(/[{}]/g, '')).origin);
+      const hosts = this.tileHosts ?? this.layers.map(({ url }) => new URL(url.replace(/[{}]/g, '')).origin);
       content = content.toString()
         .replace('@TILE_HOSTS@', hosts.join(' '))
-        .replace('@TILE_SERVERS@', JSON.stringify(this.tileServers).replaceAll('&', '&amp;').replaceAll('"', '&quot;'));
+        .replace('@TILE_SERVERS@', JSON.stringify(this.layers).replaceAll('&', '&amp;').replaceAll('"', '&quot;'));
     }
     response.writeHead(200, { 'Content-Type': kTypes[name.split('.').pop()] ?? 'application/octet-stream' });
     response.end(content);

@@ -1,28 +1,12 @@
 // What the program may call, in any order.
 
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { Fixture, pixels, placeOf } from './page_fixture.mjs';
+import { after, before } from 'node:test';
+import { calls, Fixture, pageTest, pixels, placeOf } from './page_fixture.mjs';
 
 const fixture = new Fixture();
 before(() => fixture.start());
 after(() => fixture.stop());
-
-/** Runs a test on a page of its own and sees to it that the page told no error. */
-function pageTest(name, open, run) {
-  test(name, async () => {
-    const page = await open();
-    try {
-      await run(page);
-      assert.deepEqual(page.errors, []);
-    } finally {
-      await page.close();
-    }
-  });
-}
-
-const calls = (page, name) =>
-  page.evaluate(`player.calls.filter(([call]) => call === ${JSON.stringify(name)})`);
 
 pageTest('signals that it is ready, with its version', () => fixture.open({ init: false }), async (page) => {
   const [signal] = await page.evaluate('player.signals');
@@ -47,56 +31,15 @@ pageTest('takes all calls before it was started, and with numbers that do not ex
     await page.frame();
   });
 
+pageTest('has no providers of its own', () => fixture.open(), async (page) => {
+  assert.deepEqual(JSON.parse(await page.evaluate('GetProviders()')), []);
+});
+
 pageTest('asks no address but its own', () => fixture.openVillages(), async (page) => {
   const own = page.requests.filter((url) => url.startsWith(fixture.server.address));
   assert.deepEqual(page.requests, own);
   assert.deepEqual(own.map((url) => new URL(url).pathname).sort(),
                    ['/', '/favicon.ico', '/leaflet.css', '/page.css', '/page.js']);
-});
-
-pageTest('answers with its maps, all switched off, and no providers', async () => {
-  fixture.server.tileServers = [{ name: 'Streets', url: `${fixture.server.address}/tiles/{z}/{x}/{y}.png`,
-                                  credit: '© somebody', minZoom: 0, maxZoom: 18 }];
-  const page = await fixture.open();
-  fixture.server.tileServers = [];
-  return page;
-}, async (page) => {
-  assert.deepEqual(JSON.parse(await page.evaluate('GetMaps()')), [{ name: 'Streets', map: false }]);
-  assert.deepEqual(JSON.parse(await page.evaluate('GetProviders()')), []);
-});
-
-pageTest('shows tiles only of a server that is switched on', async () => {
-  fixture.server.tileServers = [{ name: 'Streets', url: `${fixture.server.address}/tiles/{z}/{x}/{y}.png`,
-                                  credit: '© somebody', minZoom: 0, maxZoom: 18 }];
-  fixture.server.tilesAsked = 0;
-  const page = await fixture.open();
-  fixture.server.tileServers = [];
-  return page;
-}, async (page) => {
-  await page.frame();
-  assert.equal(fixture.server.tilesAsked, 0);
-  await page.evaluate(`InitMap(JSON.stringify({ lang: { hl: 'en' }, map: { flag: 'Streets', type: 1 },
-    maps: [{ flag: 'Streets', map: true, sat: false, hybrid: false, topo: false }] }))`);
-  await page.until('document.querySelectorAll(".tiles img.leaflet-tile-loaded").length > 0');
-  assert.ok(fixture.server.tilesAsked > 0);
-  assert.match(fixture.server.lastTileHeaders.referer, /^http:\/\/127\.0\.0\.1/);
-  assert.equal(await page.evaluate('document.querySelector(".credit").textContent'), '© somebody');
-  await page.evaluate(`InitMap(JSON.stringify({ lang: { hl: 'en' }, maps: [] }))`);
-  await page.until('document.querySelectorAll(".tiles img").length === 0');
-});
-
-pageTest('says once that tiles cannot be loaded, and keeps the outline', async () => {
-  fixture.server.tileServers = [{ name: 'Streets', url: `${fixture.server.address}/nowhere/{z}/{x}/{y}.png`,
-                                  credit: '© somebody', minZoom: 0, maxZoom: 18 }];
-  const page = await fixture.open();
-  fixture.server.tileServers = [];
-  return page;
-}, async (page) => {
-  await page.evaluate(`InitMap(JSON.stringify({ lang: { hl: 'en' }, map: { flag: 'Streets', type: 1 },
-    maps: [{ flag: 'Streets', map: true, sat: false, hybrid: false, topo: false }] }))`);
-  await page.until('document.querySelector(".note")?.textContent === "The tiles of Streets cannot be loaded."');
-  assert.ok(await page.evaluate('document.querySelectorAll(".outline canvas").length > 0'));
-  page.errors = page.errors.filter((error) => !error.includes('404'));
 });
 
 pageTest('fits the itinerary into the map', () => fixture.openVillages(), async (page) => {

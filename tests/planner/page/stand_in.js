@@ -6,7 +6,7 @@
   const settings = { AutoCalc: true, DistMiles: false, AutoAddStep: true, DisplayNumber: true, ForceRoad: false };
   const texts = window.stringTexts ?? {};
   const player = {
-    lists, calls, settings, texts, signals: [], waysTold: 0,
+    lists, calls, settings, texts, signals: [], left: [], waysTold: 0,
     /** What the service answers to a preview: (position) => [status, leg]; or a promise of it. */
     preview: (position) => [0, leg([position, { lat: position.lat + 0.05, lng: position.lng + 0.05 }])],
     reverse: (position) => ({ ...position, alt: 0, address: 'Rue des Clefs, Colmar', snippet: '', route: null }),
@@ -28,11 +28,12 @@
     return point;
   }
 
-  // A signal is a navigation that the program cancels. Left to the browser it would open a question
-  // for a program that takes it, and that question swallows all keys and clicks.
+  // The program cancels every navigation: signals are for itself, other addresses open outside. Left
+  // to the browser a signal would open a question for a program that takes it, and that question
+  // swallows all keys and clicks.
   navigation.addEventListener('navigate', (event) => {
-    if (!event.destination.url.startsWith('signal:')) return;
-    player.signals.push(event.destination.url);
+    const { url } = event.destination;
+    (url.startsWith('signal:') ? player.signals : player.left).push(url);
     event.preventDefault();
   });
 
@@ -40,6 +41,7 @@
   const program = {
     get Settings() { return settings; },
     Trace(text) { calls.push(['Trace', text]); },
+    MessageBox(text, style) { calls.push(['MessageBox', text, style]); return 1; },
     GetCount: (list) => lists[list].length,
     GetPins: (list, first, count) => JSON.stringify(lists[list].slice(first, first + count)
       .map(({ lat, lng, alt, address, snippet, route }) =>

@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -16,11 +17,13 @@
 #include "base/localized_text.h"
 #include "base/text_ids.h"
 #include "planner/point_list_view.h"
+#include "planner/tile_layers.h"
 #include "services/offline/offline_finders.h"
 #include "services/service_registry.h"
 #include "services/service_table.h"
 #include "settings/settings.h"
 #include "ui/itinerary_pane.h"
+#include "ui/layer_window.h"
 #include "ui/list_chooser.h"
 #include "ui/look.h"
 #include "ui/main_window.h"
@@ -185,8 +188,17 @@ int main(int argc, char** argv) {
   for (int page = 0; page < kSettingsPages; ++page) {
     photographer.TakeDialog(
         kSettingsNames[page], [&] { window.Commands()[Command::kSettings].trigger(); },
-        [page](QWidget& dialog) { dialog.findChild<QTabWidget*>()->setCurrentIndex(page); });
+        [page](QWidget& dialog) {
+          dialog.findChild<QTabWidget*>()->setCurrentIndex(page);
+          for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
+            if (button->text() == PlainText(kTextAddOpenStreetMap)) button->click();
+          }
+        });
   }
+  photographer.TakeDialog("layer", [&] {
+    MapLayer layer = SuggestedLayer();
+    EditLayerInWindow(&window, layer);
+  });
   photographer.TakeDialog("paste", [&] {
     QGuiApplication::clipboard()->setText(QString::fromUtf8(kPastedLines));
     PasteStops(window, settings);
