@@ -265,6 +265,8 @@ uint64_t HttpFetch(ByteSink& sink, const WideString& url, const std::string& pos
   CHttpClient client(options);
   client.Start(sink, UrlEscapeOnce(WideToUtf8Lossy(url)), postData, referrer, hostHeader,
                extraHeaders);
+  const std::stop_callback cancel(options.stop, [&client] { client.Cancel(); });
   if (!client.Wait(options.waitMs)) throw CInternetException(kInternetTimeout);
+  if (client.Request().FailureCode() != 0) throw CInternetException(kInternetCancelled);
   return client.Request().TotalRead();
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <mutex>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,7 @@ struct HttpOptions {
   uint32_t connectTimeoutMs = 30'000;
   uint32_t idleTimeoutMs = 60'000;  ///< without a byte in either direction
   int32_t waitMs = kWaitForever;    ///< the calls that wait do so this long; then 12002
+  std::stop_token stop = {};        ///< ends the calls that wait, with 12017
 };
 
 /// The connections of one client, kept for its next request. Nothing happens before the first.

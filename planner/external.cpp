@@ -125,6 +125,8 @@ ScriptValue PlannerExternal::Dispatch(int32_t id, const ExternalArguments& argum
       return GetCount(arguments);
     case kExternalGetPins:
       return GetPins(arguments);
+    case kExternalGetWays:
+      return GetWays(arguments);
     default:
       return DispatchToService(id, arguments);
   }

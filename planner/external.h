@@ -74,6 +74,7 @@ class PlannerExternal : public ScriptObject {
   ScriptValue SetCurrentMap(const ExternalArguments& arguments) const;
   ScriptValue GetCount(const ExternalArguments& arguments) const;
   ScriptValue GetPins(const ExternalArguments& arguments) const;
+  ScriptValue GetWays(const ExternalArguments& arguments) const;
 
   // What needs the network.
   ScriptValue HttpRequest(const ExternalArguments& arguments) const;

@@ -19,6 +19,32 @@ namespace {
 // A box with more text than this would not fit any screen.
 constexpr size_t kLongestBoxText = 4000;
 
+// With more points of ways in one answer, the window would stand still for too long.
+constexpr size_t kMostWayPoints = 20'000;
+
+void WriteWay(JsonText& json, const CRouteData& way) {
+  json.BeginObject();
+  json.Key("distance").Number(way.measure.distance);
+  json.Key("duration").Number(way.measure.duration);
+  json.Key("driving").Number(way.travelMode);
+  json.Key("color").Number(way.color);
+  json.Key("shape").BeginArray();
+  for (const auto& point : way.shape.points.points)
+    json.Number(point->latitude).Number(point->longitude);
+  json.End().End();
+}
+
+// The part of a list that a page asks for, by its first index and a count.
+std::pair<size_t, size_t> AskedRange(const ExternalArguments& arguments,
+                                     const CGpsPointArray& list) {
+  const int32_t first = arguments.Integer(1);
+  const int32_t count = arguments.Integer(2);
+  if (first < 0 || count < 0 || static_cast<size_t>(first) > list.Count())
+    throw ScriptError(kScriptBadIndex);
+  const auto start = static_cast<size_t>(first);
+  return {start, std::min(list.Count(), start + static_cast<size_t>(count))};
+}
+
 }  // namespace
 
 // NOLINTNEXTLINE(readability-convert-member-functions-to-static): one of the table of functions.
@@ -141,16 +167,11 @@ ScriptValue PlannerExternal::GetCount(const ExternalArguments& arguments) const 
 }
 
 ScriptValue PlannerExternal::GetPins(const ExternalArguments& arguments) const {
-  const int32_t first = arguments.Integer(1);
-  const int32_t count = arguments.Integer(2);
   const CGpsPointArray& list = *View(arguments).list;
-  if (first < 0 || count < 0 || static_cast<size_t>(first) > list.Count())
-    throw ScriptError(kScriptBadIndex);
-  const auto begin = static_cast<size_t>(first);
-  const size_t end = std::min(list.Count(), begin + static_cast<size_t>(count));
+  const auto [first, end] = AskedRange(arguments, list);
   JsonText json;
   json.BeginArray();
-  for (size_t i = begin; i < end; ++i) {
+  for (size_t i = first; i < end; ++i) {
     const CGpsPoint& point = list.points[i];
     json.BeginObject();
     json.Key("lat").Number(point.latitude);
@@ -161,6 +182,25 @@ ScriptValue PlannerExternal::GetPins(const ExternalArguments& arguments) const {
     // So that a page need not ask every point for a way that it has not.
     if (point.GetRouteLeg()) json.Key("route").Boolean(true);
     json.End();
+  }
+  json.End();
+  return json.Result();
+}
+
+ScriptValue PlannerExternal::GetWays(const ExternalArguments& arguments) const {
+  const CGpsPointArray& list = *View(arguments).list;
+  const auto [first, end] = AskedRange(arguments, list);
+  size_t points = 0;
+  JsonText json;
+  json.BeginArray();
+  for (size_t i = first; i < end && points < kMostWayPoints; ++i) {
+    const CRouteLeg* const leg = list.points[i].GetRouteLeg();
+    if (!leg) {
+      json.Null();
+      continue;
+    }
+    WriteWay(json, leg->Route());
+    points += leg->Route().shape.points.points.size();
   }
   json.End();
   return json.Result();

@@ -34,6 +34,7 @@ constexpr ExternalName kNames[] = {
     {kExternalGetCount, "GetCount", 1, false},
     {kExternalGetPins, "GetPins", 3, false},
     {kExternalGetTexts, "GetTexts", 0, false},
+    {kExternalGetWays, "GetWays", 3, false},
 };
 
 template <typename Predicate>

@@ -35,6 +35,7 @@ enum ExternalId : int32_t {
   kExternalGetCount = 100,
   kExternalGetPins = 101,
   kExternalGetTexts = 102,
+  kExternalGetWays = 103,
 };
 
 struct ExternalName {

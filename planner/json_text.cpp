@@ -46,6 +46,12 @@ JsonText& JsonText::Number(double number) {
   return *this;
 }
 
+JsonText& JsonText::Null() {
+  Separate();
+  m_sink.Write("null");
+  return *this;
+}
+
 JsonText& JsonText::Boolean(bool value) {
   Separate();
   m_sink.Write(value ? "true" : "false");

@@ -19,6 +19,7 @@ class JsonText {
   JsonText& Text(std::string_view text);
   JsonText& Number(double number);
   JsonText& Boolean(bool value);
+  JsonText& Null();
 
   /// All text so far.
   const std::string& Result() { return m_sink.Bytes(); }

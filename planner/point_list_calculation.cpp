@@ -33,9 +33,7 @@ void CPointListView::CalculateFrom(int64_t index) {
   const uint64_t edits = m_editCount;
   m_isCalculating = true;
   const LegResult result = CalculateLeg(to - 1, to);
-  m_isCalculating = false;
-  if (std::exchange(m_afterEditWaits, false)) return AfterEdit();
-  if (edits != m_editCount) return;
+  if (EndCalculation() || edits != m_editCount) return;
   if (result != LegResult::kCalculated) ShowMessage({});
   if (result != LegResult::kEnded) {
     UpdateTotals();
@@ -46,11 +44,32 @@ void CPointListView::CalculateFrom(int64_t index) {
 }
 
 void CPointListView::CalculateAll(bool showProgress) {
-  if (m_isCalculating || kind != PinKind::kItinerary) return;
+  if (kind != PinKind::kItinerary) return;
+  const bool shows = showProgress && progress && m_window;
+  if (m_isCalculating) {
+    m_progressWaits = m_progressWaits || (shows && !m_showsProgress);
+    return;
+  }
   m_isCalculating = true;
-  RunCalculation(showProgress && progress && m_window);
+  RunCalculation(shows);
+  EndCalculation();
+}
+
+bool CPointListView::EndCalculation() {
   m_isCalculating = false;
-  if (std::exchange(m_afterEditWaits, false)) AfterEdit();
+  const bool isEdited = std::exchange(m_afterEditWaits, false);
+  if (std::exchange(m_progressWaits, false))
+    CalculateAll(true);
+  else if (isEdited)
+    AfterEdit();
+  else
+    return false;
+  return true;
+}
+
+bool CPointListView::GoesOn(uint64_t edits) {
+  if (m_window && (m_showsProgress || later)) m_window->DispatchMessages();
+  return edits == m_editCount && !m_progressWaits && !(m_showsProgress && progress->IsCancelled());
 }
 
 void CPointListView::RunCalculation(bool showProgress) {
@@ -70,14 +89,13 @@ void CPointListView::RunCalculation(bool showProgress) {
   bool ended = false;
   bool passesFailuresOver = false;
   size_t calculated = 0;
-  for (size_t i = 0; i < last && !ended && edits == m_editCount; ++i) {
+  for (size_t i = 0; i < last && edits == m_editCount; ++i) {
     const LegResult result = CalculateLeg(i, i + 1, &passesFailuresOver);
     if (result == LegResult::kCalculated) ++calculated;
     ended = result == LegResult::kEnded;
-    if (!showProgress || ended) continue;
-    progress->Step();
-    m_window->DispatchMessages();
-    if (progress->IsCancelled()) break;
+    if (ended) break;
+    if (showProgress) progress->Step();
+    if (!GoesOn(edits)) break;
   }
 
   m_showsProgress = false;
@@ -127,14 +145,9 @@ CPointListView::LegResult CPointListView::CalculateLeg(size_t from, size_t to,
 
 std::optional<DirectionsAnswer> CPointListView::AskForLeg(const std::vector<CGpsPoint>& points) {
   const uint64_t edits = m_editCount;
-  const auto goesOn = [&] {
-    if (!m_showsProgress) return true;
-    m_window->DispatchMessages();
-    return !progress->IsCancelled() && edits == m_editCount;
-  };
   for (;;) {
-    DirectionsAnswer answer = m_directions->Ask(points, goesOn);
-    if (edits != m_editCount) return std::nullopt;
+    DirectionsAnswer answer = m_directions->Ask(points, [&] { return GoesOn(edits); });
+    if (edits != m_editCount || m_progressWaits) return std::nullopt;
     if (answer.status < kTransportStatus) return answer;
     if (m_showsProgress && progress->IsCancelled()) return std::nullopt;
     const int32_t box = ReportTransportError(*m_window, answer.status - kTransportStatus);

@@ -107,10 +107,13 @@ void CPointListView::AfterEdit() {
     return;
   }
   autoCalc = m_settings.autoCalc;
-  if (autoCalc)
+  if (autoCalc && !later) return CalculateAll(false);
+  UpdateTotals();
+  if (!autoCalc || std::exchange(m_runWaits, true)) return;
+  later([this] {
+    m_runWaits = false;
     CalculateAll(false);
-  else
-    UpdateTotals();
+  });
 }
 
 int64_t CPointListView::FirstSelectedRow() const {

@@ -44,8 +44,7 @@ class CPointListView {
   void Rebuild();
 
   /// What most actions end with: the itinerary is calculated anew with `AUTO_CALC`, else only the
-  /// totals are. Lists of other kinds do neither. In the middle of a calculation it waits for its
-  /// end.
+  /// totals are. Lists of other kinds do neither. A calculation that runs ends first.
   void AfterEdit();
 
   /// A setting has changed on which rows or totals depend.
@@ -87,7 +86,8 @@ class CPointListView {
   void ClearRoute();
   /// -1 and -2 calculate everything, any other index the leg that leads there.
   void CalculateFrom(int64_t index);
-  /// All legs in their order. A run that an edit overtakes ends and begins anew as `AfterEdit`.
+  /// All legs in their order. A run that an edit overtakes ends and begins anew as `AfterEdit`; one
+  /// without a progress window makes room for one that shows it.
   void CalculateAll(bool showProgress);
   /// What the page's `GetRoutePreview` asks for: the points of the leg that a dragged point would
   /// make. Empty when there are fewer than two.
@@ -111,6 +111,9 @@ class CPointListView {
   CPlannerScript* planner = nullptr;  ///< null while no page is loaded; no pin calls then
   ProgressWindow* progress = nullptr;
   StatusField* statusField = nullptr;  ///< may be null
+  /// Puts work behind what the window is doing, so that an edit does not wait for the ways of
+  /// `AUTO_CALC`. Empty: it does.
+  std::function<void(std::function<void()>)> later;
   const int32_t pinListId;
   const PinKind kind;
   bool autoCalc = false;  ///< the setting, renewed at the start of every calculation
@@ -156,6 +159,10 @@ class CPointListView {
   void ShowAdded(const std::vector<PlacedPoint>& placed);
   void ShowRemoved(const std::vector<PlacedPoint>& placed);
   void RunCalculation(bool showProgress);
+  // True when what came meanwhile has been done, which may be another calculation.
+  bool EndCalculation();
+  // Lets the window live; false when the calculation is to end.
+  bool GoesOn(uint64_t edits);
   // `passesFailuresOver` is what the user has answered so far in a run of several legs; null for
   // a leg alone.
   LegResult CalculateLeg(size_t from, size_t to, bool* passesFailuresOver = nullptr);
@@ -177,4 +184,6 @@ class CPointListView {
   bool m_isCalculating = false;
   bool m_showsProgress = false;
   bool m_afterEditWaits = false;  ///< an edit came in the middle of a calculation
+  bool m_progressWaits = false;   ///< so did the wish for a calculation with progress
+  bool m_runWaits = false;        ///< a calculation is behind what the window is doing
 };

@@ -19,10 +19,11 @@ HttpOptions HttpOptionsFor(const Service& service) {
 }
 
 uint32_t AskService(const Service& service, const std::string& url, std::string& reply,
-                    int32_t waitMs) {
+                    int32_t waitMs, const std::stop_token& stop) {
   reply.clear();
   HttpOptions options = HttpOptionsFor(service);
   options.waitMs = waitMs;
+  options.stop = stop;
   try {
     BeforeRequest(service, url);
     reply = HttpGet(Utf8ToWideLossy(url), AccessTo(service).referrer, {}, options);

@@ -2,6 +2,8 @@
 
 #include <QComboBox>
 #include <QTimer>
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "base/text_ids.h"
@@ -10,14 +12,15 @@
 #include "planner/post_box.h"
 #include "platform/folder.h"
 #include "platform/scratch_folder.h"
+#include "platform/thread_priority.h"
 #include "ui/icons.h"
 #include "ui/text.h"
 
 namespace {
 
 constexpr int kQuietTime = 1500;  // milliseconds without a change
-// Longer itineraries take too long in sixty formats.
-constexpr size_t kLongestList = 2000;
+// A million points at once would keep the window waiting.
+constexpr size_t kCopiedAtOnce = 10'000;
 
 struct Entry {
   int index;
@@ -47,7 +50,7 @@ bool Loses(const FormatTable& table, const CItineraryFormat& row, const CGpsRout
 ExportMarks::ExportMarks(QComboBox& list, const FormatTable& table, PostBox& posts)
     : m_list(list), m_table(table), m_posts(posts), m_timer(new QTimer(&list)) {
   m_timer->setSingleShot(true);
-  QObject::connect(m_timer, &QTimer::timeout, &list, [this] { Start(); });
+  QObject::connect(m_timer, &QTimer::timeout, &list, [this] { CopyMore(); });
 }
 
 ExportMarks::~ExportMarks() { Stop(); }
@@ -55,6 +58,7 @@ ExportMarks::~ExportMarks() { Stop(); }
 void ExportMarks::Stop() {
   *m_isCurrent = false;
   m_timer->stop();
+  m_copy.reset();
   m_thread.request_stop();
 }
 
@@ -69,8 +73,20 @@ void ExportMarks::Mark(int entry, bool loses) {
   m_list.setItemData(entry, loses ? Text(kTextWillLose) : QVariant(), Qt::ToolTipRole);
 }
 
+void ExportMarks::CopyMore() {
+  if (!m_copy) m_copy = std::make_unique<CGpsRoute>();
+  const size_t end = std::min(m_itinerary->Count(), m_copy->Count() + kCopiedAtOnce);
+  // Without the ways, which are shapes that no format is given here.
+  for (size_t i = m_copy->Count(); i < end; ++i)
+    m_copy->InsertAt(i, CGpsPoint(static_cast<const CGpsNamedPoint&>(m_itinerary->points[i])));
+  if (end < m_itinerary->Count()) return m_timer->start(0);
+  m_copy->name = m_itinerary->name;
+  Start();
+}
+
 void ExportMarks::Start() {
-  if (!m_itinerary || m_itinerary->points.empty() || m_itinerary->Count() > kLongestList) {
+  const std::shared_ptr<const CGpsRoute> list = std::move(m_copy);
+  if (list->points.empty()) {
     for (int i = 0; i < m_list.count(); ++i) Mark(i, false);
     return;
   }
@@ -80,13 +96,19 @@ void ExportMarks::Start() {
         static_cast<const CItineraryFormat*>(m_list.itemData(i).value<const void*>());
     if (row && row->facts.isFile) entries.push_back({i, row});
   }
+  const auto isSelected = [selected = m_list.currentIndex()](const Entry& entry) {
+    return entry.index == selected;
+  };
+  std::stable_partition(entries.begin(), entries.end(), isSelected);
   m_isCurrent = std::make_shared<bool>(true);
-  // The former run has been asked to stop; replacing its thread waits for that.
-  m_thread = std::jthread([this, entries = std::move(entries), list = CGpsRoute(*m_itinerary),
-                           isCurrent = m_isCurrent](const std::stop_token& stop) {
+  m_thread = std::jthread([this, entries = std::move(entries), list, isCurrent = m_isCurrent,
+                           former = std::move(m_thread)](const std::stop_token& stop) mutable {
+    // It has been asked to stop.
+    former = {};
+    LetOthersGoFirst();
     for (const Entry& entry : entries) {
       if (stop.stop_requested()) return;
-      const bool loses = Loses(m_table, *entry.row, list, stop);
+      const bool loses = Loses(m_table, *entry.row, *list, stop);
       m_posts.Post([this, isCurrent, index = entry.index, loses] {
         if (*isCurrent) Mark(index, loses);
       });

@@ -12,7 +12,8 @@ class QComboBox;
 class QTimer;
 
 /// Marks the entries of the export list that cannot hold everything of the itinerary. It tries each
-/// of them in the background, a little while after the last change.
+/// of them in the background, the selected one first, a little while after the last change; what a
+/// change overtakes is given up.
 class ExportMarks {
  public:
   /// All must outlive this. Each entry's data is its row.
@@ -23,6 +24,7 @@ class ExportMarks {
   void Note(const CGpsRoute& itinerary);
 
  private:
+  void CopyMore();
   void Start();
   void Stop();
   void Mark(int entry, bool loses);
@@ -32,7 +34,8 @@ class ExportMarks {
   PostBox& m_posts;
   QTimer* m_timer;
   const CGpsRoute* m_itinerary = nullptr;
-  std::jthread m_thread;
+  std::unique_ptr<CGpsRoute> m_copy;  ///< of the itinerary, as far as it has come
+  std::jthread m_thread;  ///< the run of the last copy; it waits for the end of the one before
   /// Posted answers of a run that is out of date find false here.
   std::shared_ptr<bool> m_isCurrent = std::make_shared<bool>(false);
 };

@@ -12,6 +12,7 @@
 #include "planner/route_table.h"
 #include "services/directions/travel_modes.h"
 #include "settings/settings.h"
+#include "ui/number_field.h"
 #include "ui/settings_form.h"
 #include "ui/settings_pages.h"
 #include "ui/text.h"
@@ -91,7 +92,7 @@ class ItineraryPage : public SettingsForm {
     AddHeading(kTextTruckGroup);
     for (size_t i = 0; i < kTruckRows.size(); ++i) {
       const TruckRow& row = kTruckRows.at(i);
-      auto* const field = new QDoubleSpinBox;
+      auto* const field = new NumberField;
       field->setRange(0, 100'000);
       field->setDecimals(1);
       field->setSuffix(QLatin1String(row.unit));

@@ -11,11 +11,11 @@ namespace {
 constexpr int kLongestAnswer = 150;  // milliseconds that the desktop may take to tell its look
 constexpr uint32_t kPrefersDark = 1;
 
-const LookColors kLightColors{
+constexpr LookColors kLightColors{
     .accent = QColor(0x0a, 0x66, 0x6b),
-    .onAccent = Qt::white,
+    .onAccent = QColor(0xff, 0xff, 0xff),
     .ground = QColor(0xf3, 0xf6, 0xf7),
-    .panel = Qt::white,
+    .panel = QColor(0xff, 0xff, 0xff),
     .alternate = QColor(0xf7, 0xf9, 0xfa),
     .button = QColor(0xfb, 0xfc, 0xfc),
     .edge = QColor(0xd5, 0xdc, 0xdf),
@@ -25,7 +25,7 @@ const LookColors kLightColors{
     .dangling = QColor(0xb0, 0x3a, 0x2e),
 };
 
-const LookColors kDarkColors{
+constexpr LookColors kDarkColors{
     .accent = QColor(0x5c, 0xcd, 0xd0),
     .onAccent = QColor(0x06, 0x29, 0x2b),
     .ground = QColor(0x1b, 0x25, 0x29),
@@ -38,8 +38,6 @@ const LookColors kDarkColors{
     .warning = QColor(0x45, 0x3a, 0x1e),
     .dangling = QColor(0xf2, 0x8b, 0x82),
 };
-
-Look currentLook = Look::kLight;
 
 QPalette PaletteOf(const LookColors& colors) {
   QPalette palette;
@@ -123,9 +121,13 @@ QFrame[role="bar"] { background: @warning; border: 0; border-bottom: 1px solid @
 
 const LookColors& ColorsOf(Look look) { return look == Look::kDark ? kDarkColors : kLightColors; }
 
-Look CurrentLook() { return currentLook; }
+// The application's palette is one of the two.
+Look CurrentLook() {
+  const bool isDark = QApplication::palette().color(QPalette::Window) == kDarkColors.ground;
+  return isDark ? Look::kDark : Look::kLight;
+}
 
-const LookColors& CurrentColors() { return ColorsOf(currentLook); }
+const LookColors& CurrentColors() { return ColorsOf(CurrentLook()); }
 
 Look DesktopLook() {
   const QByteArray told = qgetenv("CORVANE_LOOK");
@@ -147,14 +149,12 @@ Look DesktopLook() {
 }
 
 void PrepareLook(Look look) {
-  currentLook = look;
   constexpr char kFlags[] = "QTWEBENGINE_CHROMIUM_FLAGS";
   const QByteArray scheme = look == Look::kDark ? "0" : "1";
   qputenv(kFlags, qgetenv(kFlags) + " --blink-settings=preferredColorScheme=" + scheme);
 }
 
 void ApplyLook(QApplication& application, Look look) {
-  currentLook = look;
   application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   application.setPalette(PaletteOf(ColorsOf(look)));
   application.setStyleSheet(StyleSheetOf(ColorsOf(look)));

@@ -20,7 +20,7 @@ namespace {
 // A page function that has not answered by then does not answer.
 constexpr int kLongestCall = 30'000;  // milliseconds
 
-const QString kScriptName = QStringLiteral("bridge");
+constexpr char kScriptName[] = "bridge";
 
 QString OriginOf(const QUrl& address) {
   QString origin = address.scheme() + QStringLiteral("://") + address.host();
@@ -121,7 +121,7 @@ void PageEngine::BeginLoad(const QUrl& address) {
   fill("@METHODS@", JsonText(m_external ? Names(m_external->MethodNames()) : QJsonArray()));
 
   QWebEngineScript script;
-  script.setName(kScriptName);
+  script.setName(QLatin1String(kScriptName));
   script.setSourceCode(source);
   script.setInjectionPoint(QWebEngineScript::DocumentCreation);
   script.setWorldId(QWebEngineScript::MainWorld);

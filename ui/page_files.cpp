@@ -10,8 +10,8 @@
 namespace {
 
 constexpr char kPageScheme[] = "corvane";
-const QString kHost = QStringLiteral("planner");
-const QString kIndex = QStringLiteral("/index.html");
+constexpr QLatin1String kHost("planner");
+constexpr QLatin1String kIndex("/index.html");
 
 QByteArray TypeOf(const QString& path) {
   if (path.endsWith(QLatin1String(".html"))) return "text/html";

@@ -48,7 +48,7 @@ void LookUp(PastedLine& line, int32_t finder, ConversionContext& context) {
     if (!line.places.empty()) line.quality = PasteQuality::kFound;
     return;
   }
-  const FoundPlaces found = FindPlaces(finder, line.text);
+  const FoundPlaces found = FindPlaces(finder, line.text, context.stop);
   if (found.status != 0 || found.places.empty()) return;
   line.places = {found.places.front()};
   const bool isSure = IsSurelyMeant(line.text, line.places.front());

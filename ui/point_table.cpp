@@ -1,5 +1,6 @@
 #include "ui/point_table.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
@@ -207,6 +208,15 @@ void PointTable::keyPressEvent(QKeyEvent* event) {
     return;
   }
   QTableView::keyPressEvent(event);
+}
+
+void PointTable::contextMenuEvent(QContextMenuEvent* event) {
+  const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+  const QModelIndex index = isByKey ? currentIndex() : indexAt(event->pos());
+  if (!index.isValid() || !menuWanted) return;
+  const QPoint place =
+      isByKey ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos();
+  menuWanted(static_cast<size_t>(index.row()), place);
 }
 
 // Only rows of this table are dropped here; files go on to the window.

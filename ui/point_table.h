@@ -47,6 +47,8 @@ class PointTable : public QTableView, public PointRows {
   /// The user wants to see or edit a row.
   std::function<void(size_t row)> opened;
   std::function<void(size_t row, const QString& name)> renamed;
+  /// The user wants the menu of a row, which is selected, at a place of the screen.
+  std::function<void(size_t row, const QPoint& place)> menuWanted;
   /// The user has dragged a row to another place.
   std::function<void(size_t from, size_t to)> moved;
 
@@ -54,6 +56,7 @@ class PointTable : public QTableView, public PointRows {
   void paintEvent(QPaintEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragMoveEvent(QDragMoveEvent* event) override;
   void dropEvent(QDropEvent* event) override;

@@ -18,6 +18,7 @@
 #include "ui/boxes.h"
 #include "ui/dialog_buttons.h"
 #include "ui/look.h"
+#include "ui/number_field.h"
 #include "ui/text.h"
 
 namespace {
@@ -38,7 +39,7 @@ class PointWindow : public QDialog {
         m_format(new QComboBox),
         m_latitude(new AngleEdit(/*isLatitude=*/true)),
         m_longitude(new AngleEdit(/*isLatitude=*/false)),
-        m_elevation(new QDoubleSpinBox),
+        m_elevation(new NumberField),
         m_comment(new QPlainTextEdit(FromUtf8(point.comment))) {
     setWindowTitle(PlainText(titleTextId).remove(QChar(0x2026)));
     for (const uint32_t textId :

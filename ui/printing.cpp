@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int kMapWidth = 640;  // of the page's 700 or so
-const QUrl kMapAddress(QStringLiteral("map.png"));
+constexpr char kMapAddress[] = "map.png";
 
 QString Cell(const QString& text, const char* align = "left") {
   return QStringLiteral("<td align=\"%1\">%2</td>").arg(QLatin1String(align), text.toHtmlEscaped());
@@ -48,9 +48,9 @@ std::unique_ptr<QTextDocument> MakePrintDocument(const CGpsPointArray& list,
   auto document = std::make_unique<QTextDocument>();
   QString html = QStringLiteral("<h2>%1</h2>").arg(FromUtf8(list.name).toHtmlEscaped());
   if (!map.isNull()) {
-    document->addResource(QTextDocument::ImageResource, kMapAddress, map);
+    document->addResource(QTextDocument::ImageResource, QUrl(QLatin1String(kMapAddress)), map);
     html += QStringLiteral("<p><img src=\"%1\" width=\"%2\"></p>")
-                .arg(kMapAddress.toString())
+                .arg(QLatin1String(kMapAddress))
                 .arg(kMapWidth);
   }
   html += QStringLiteral("<table width=\"100%\" cellpadding=\"3\" cellspacing=\"0\"><thead><tr>") +

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int kQuietTime = 2000;  // milliseconds without a change
 constexpr char16_t kKey[] = u"gpx:107";
-const QString kSuffix = QStringLiteral(".gpx");
+constexpr char kSuffix[] = ".gpx";
 
 // What programs keep between two runs and nobody else needs.
 QString StateFolder() {
@@ -41,7 +41,7 @@ bool IsRunning(const QString& path) {
 QString FindLeftOver() {
   const QDir folder(StateFolder());
   for (const QFileInfo& file :
-       folder.entryInfoList({QStringLiteral("*") + kSuffix}, QDir::Files, QDir::Time)) {
+       folder.entryInfoList({QLatin1Char('*') + QLatin1String(kSuffix)}, QDir::Files, QDir::Time)) {
     if (!IsRunning(file.filePath())) return file.filePath();
   }
   return {};
@@ -59,7 +59,7 @@ Recovery::Recovery(MainWindow& window)
     : m_window(window),
       m_timer(new QTimer(&window)),
       m_path(StateFolder() + QLatin1Char('/') +
-             QString::number(QCoreApplication::applicationPid()) + kSuffix),
+             QString::number(QCoreApplication::applicationPid()) + QLatin1String(kSuffix)),
       m_leftOver(FindLeftOver()) {
   m_timer->setSingleShot(true);
   QObject::connect(m_timer, &QTimer::timeout, &window, [this] { Write(); });

@@ -51,10 +51,8 @@ SearchPage::SearchPage(SearchKind kind, const CSettings& settings, PostBox& post
   connect(m_field, &QLineEdit::returnPressed, this, [this] { StartSearch(); });
 }
 
-SearchPage::~SearchPage() {
-  *m_isThere = false;
-  if (m_thread.joinable()) m_thread.join();
-}
+// The thread stops a search that runs, and is waited for.
+SearchPage::~SearchPage() { *m_isThere = false; }
 
 void SearchPage::Tell(const QString& text) {
   m_message->setText(text);
@@ -83,12 +81,12 @@ void SearchPage::StartSearch() {
   Tell(Text(kTextSearching));
   m_button->setEnabled(false);
   const uint64_t number = ++m_lastSearch;
-  if (m_thread.joinable()) m_thread.join();
-  m_thread = std::thread([this, isThere = m_isThere, &posts = m_posts, kind = m_kind, number,
-                          provider, text, position = around.value_or(CGpsCoordinate())] {
+  m_thread = std::jthread([this, isThere = m_isThere, &posts = m_posts, kind = m_kind, number,
+                           provider, text, position = around.value_or(CGpsCoordinate())](
+                              const std::stop_token& stop) {
     const FoundPlaces answer = kind == SearchKind::kNearby
-                                   ? FindPlacesNear(provider, text, position)
-                                   : FindPlaces(provider, text);
+                                   ? FindPlacesNear(provider, text, position, stop)
+                                   : FindPlaces(provider, text, stop);
     posts.Post([this, isThere, number, answer] {
       if (*isThere) EndSearch(number, answer.status, answer.places);
     });

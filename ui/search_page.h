@@ -45,7 +45,7 @@ class SearchPage : public QWidget {
   QToolButton* m_button;
   QLabel* m_message;
   uint64_t m_lastSearch = 0;
-  std::thread m_thread;
+  std::jthread m_thread;
   /// Posted answers look here whether the page is still there.
   std::shared_ptr<bool> m_isThere = std::make_shared<bool>(true);
 };

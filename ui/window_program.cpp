@@ -4,13 +4,10 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEvent>
-#include <QLibraryInfo>
-#include <QLocale>
 #include <QTimer>
 #include <QTranslator>
 
 #include "base/localized_text.h"
-#include "base/text_ids.h"
 #include "platform/debug_log.h"
 #include "services/service_registry.h"
 #include "settings/settings.h"
@@ -19,7 +16,7 @@
 #include "ui/look.h"
 #include "ui/main_window.h"
 #include "ui/page_files.h"
-#include "ui/text.h"
+#include "ui/spoken_language.h"
 
 namespace {
 
@@ -55,11 +52,8 @@ int RunWindowProgram(int& argumentCount, char** arguments, const std::string& fi
   QApplication::setDesktopFileName(QStringLiteral("corvanemap-window"));
   ApplyLook(application, look);
   NameListsForAssistiveTechnology();
-  // The boxes of Qt itself speak the program's language.
   QTranslator translator;
-  if (translator.load(QStringLiteral("qtbase_") + Text(kTextLanguage),
-                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-    QApplication::installTranslator(&translator);
+  SpeakProgramLanguage(translator);
 
   CSettings& settings = CSettings::Instance();
   MainWindow window(settings);

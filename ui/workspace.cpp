@@ -1,5 +1,7 @@
 #include "ui/workspace.h"
 
+#include "base/format_text.h"
+#include "base/text_ids.h"
 #include "planner/hand_off.h"
 #include "planner/online_services.h"
 #include "planner/whole_format_table.h"
@@ -41,6 +43,7 @@ Workspace::Workspace(CSettings& settings, const WorkspaceParts& parts)
   itineraryView.progress = &parts.progress;
   itineraryView.statusField = &parts.status;
   itineraryView.SetCalculation(services->Directions(), &parts.window);
+  itineraryView.later = [this](std::function<void()> work) { m_posts.Post(std::move(work)); };
   driver.checksExports = true;
   driver.linkReaders = MapLinkReaders();
   bridge = std::make_unique<PlannerBridge>(BridgeParts{
@@ -50,7 +53,12 @@ Workspace::Workspace(CSettings& settings, const WorkspaceParts& parts)
       m_posts,
       {&itineraryView, &resultsView, &favoritesView, &poisView},
       [](const std::string& url) { OpenLink(url); },
-      [](int32_t target, const CGpsPoint& point) { SendPointToTarget(target, point); }});
+      [&window = parts.window](int32_t target, const CGpsPoint& point) {
+        const DeviceTarget* const device = FindDeviceTarget(target);
+        if (!device || (IsTargetInstalled(target) && SendPointToTarget(target, point) == 0)) return;
+        window.ShowBox(FormatText(kTextTargetNotInstalled, std::string(device->name)),
+                       kBoxOk | kBoxWarningIcon);
+      }});
 }
 
 Workspace::~Workspace() { Close(); }

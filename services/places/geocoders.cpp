@@ -10,6 +10,7 @@
 #include "services/places/nominatim.h"
 #include "services/places/photon.h"
 #include "services/places/reverse_geocoder.h"
+#include "services/places/stoppable_geocoder.h"
 #include "services/places/tomtom.h"
 #include "services/places/viamichelin.h"
 #include "services/places/waze.h"
@@ -77,7 +78,7 @@ constexpr ReverseKind kReverseGeocoders[] = {
     {provider::kPhoton, "photon", PhotonReverseUrl, WithItsPosition<ReadPhotonPlaces>},
 };
 
-class HttpGeocoder final : public CGeocoder {
+class HttpGeocoder final : public CStoppableGeocoder {
  public:
   explicit HttpGeocoder(const GeocoderKind& kind) : m_kind(kind) {}
 
@@ -85,7 +86,8 @@ class HttpGeocoder final : public CGeocoder {
     m_results.clear();
     const Service& service = ServiceNamed(m_kind.service);
     std::string reply;
-    m_status = AskService(service, m_kind.buildUrl(AccessTo(service), query), reply);
+    m_status = AskService(service, m_kind.buildUrl(AccessTo(service), query), reply,
+                          kWaitForever, m_stop);
     if (m_status == kServiceSuccess) m_status = m_kind.read(reply, m_results);
     return m_status;
   }

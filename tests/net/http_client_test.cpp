@@ -184,6 +184,25 @@ TEST(HttpClient, CallsThatWaitDoSoForTheirTime) {
   }
 }
 
+TEST(HttpClient, CallsThatWaitCanBeEnded) {
+  LoopbackServer server(kHalf);
+  std::stop_source stop;
+  HttpOptions options;
+  options.stop = stop.get_token();
+  const std::jthread user([&stop] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    stop.request_stop();
+  });
+  for (int i = 0; i < 2; ++i) {  // the second one is to end before it has begun
+    try {
+      HttpGet(Wide(server.Url("/")), {}, {}, options);
+      FAIL();
+    } catch (const CInternetException& failure) {
+      EXPECT_EQ(failure.code, 12017u);
+    }
+  }
+}
+
 TEST(HttpClient, CancelInFlightIsNoException) {
   LoopbackServer server(kHalf);
   StringSink sink;

@@ -198,6 +198,40 @@ TEST_F(Calculation, EveryEditCalculatesWithAutoCalc) {
   EXPECT_EQ(progress.steps, 0u);
 }
 
+TEST_F(Calculation, AnEditComesBackBeforeItsWays) {
+  std::vector<std::function<void()>> posted;
+  view.later = [&](std::function<void()> work) { posted.push_back(std::move(work)); };
+  settings.autoCalc = true;
+  AddLegs();
+  view.MoveRow(0, 1);
+  EXPECT_EQ(status.totals, "");
+  view.MoveRow(0, 1);
+  EXPECT_THAT(log, testing::Not(Contains(testing::StartsWith("ask"))));
+  // One calculation for both edits, and the window lives meanwhile.
+  ASSERT_EQ(posted.size(), 1u);
+  int turns = 0;
+  window.dispatch = [&] { ++turns; };
+  posted.front()();
+  EXPECT_EQ(LegsOf(list), ".BC");
+  EXPECT_GT(turns, 0);
+  EXPECT_EQ(progress.steps, 0u);
+  view.MoveRow(0, 1);
+  EXPECT_EQ(posted.size(), 2u);
+}
+
+TEST_F(Calculation, ARunWithoutProgressMakesRoomForOneWithIt) {
+  view.later = [](const std::function<void()>&) {};
+  bool asked = false;
+  window.dispatch = [&] {
+    if (!std::exchange(asked, true)) view.CalculateAll(true);
+  };
+  view.CalculateAll(false);
+  EXPECT_EQ(LegsOf(list), ".BC");
+  EXPECT_EQ(progress.steps, 2u);
+  // The run that made room tells of no failure.
+  EXPECT_THAT(log, testing::Not(Contains(testing::StartsWith("box"))));
+}
+
 TEST_F(Calculation, TotalsAreSummedUpInTheLegs) {
   AddLegs();
   list.points[2].GetRouteLeg()->Measure().distance = 500;

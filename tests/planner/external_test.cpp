@@ -56,6 +56,7 @@ TEST_F(External, NamesHaveTheirNumbers) {
       {100, "GetCount"},
       {101, "GetPins"},
       {102, "GetTexts"},
+      {103, "GetWays"},
   };
   EXPECT_EQ(ExternalNames().size(), std::size(names));
   for (const auto& [id, name] : names) EXPECT_EQ(PlannerExternal::IdOf(name), id) << name;
@@ -66,7 +67,7 @@ TEST_F(External, UnknownNamesAndNumbersAreTold) {
   EXPECT_EQ(Failure("getpoint"), 0x80020006);
   EXPECT_EQ(Failure(""), 0x80020006);
   EXPECT_FALSE(bridge.External()->Get("NoSuchName"));
-  for (const int32_t id : {0, 26, 99, 103, -1}) {
+  for (const int32_t id : {0, 26, 99, 104, -1}) {
     try {
       bridge.External()->Invoke(id, {});
       ADD_FAILURE() << id;
@@ -484,6 +485,38 @@ TEST_F(External, PinsComeInOneText) {
   EXPECT_EQ(Failure("GetPins", {0, 4, 1}), 0x8002000B);
   EXPECT_EQ(Failure("GetPins", {0, -1, 1}), 0x8002000B);
   EXPECT_EQ(Failure("GetPins", {0, 0, -1}), 0x8002000B);
+}
+
+CRouteLeg LegOf(std::initializer_list<CGpsPoint> shape) {
+  CRouteLeg leg;
+  leg.route.measure.distance = 1500;
+  leg.route.measure.duration = 90;
+  leg.route.travelMode = 2;
+  leg.route.color = 0x0a666b;
+  for (const CGpsPoint& point : shape)
+    leg.route.shape.points.points.push_back(std::make_unique<CGpsNamedPoint>(point));
+  return leg;
+}
+
+TEST_F(External, WaysComeInOneText) {
+  EXPECT_EQ(Call("GetWays", {0, 0, 9}).AsText(), "[null, null, null]");
+  lists[0].points[1].SetRouteLeg(LegOf({MakePoint(48.5, 7.25), MakePoint(48, -7)}));
+  EXPECT_EQ(Call("GetWays", {0, 0, 2}).AsText(),
+            R"([null, {"distance": 1500, "duration": 90, "driving": 2, "color": 681579, )"
+            R"("shape": [48.5, 7.25, 48, -7]}])");
+  EXPECT_EQ(Call("GetWays", {0, 3, 1}).AsText(), "[]");
+  EXPECT_EQ(Failure("GetWays", {0, 4, 1}), 0x8002000B);
+  EXPECT_EQ(Failure("GetWays", {0, 0, -1}), 0x8002000B);
+}
+
+TEST_F(External, LongWaysComeInSeveralTexts) {
+  CRouteLeg leg = LegOf({});
+  for (int i = 0; i < 20'000; ++i)
+    leg.route.shape.points.points.push_back(std::make_unique<CGpsNamedPoint>());
+  lists[0].points[1].SetRouteLeg(leg);
+  lists[0].points[2].SetRouteLeg(LegOf({MakePoint(1, 2)}));
+  EXPECT_TRUE(Call("GetWays", {0, 1, 2}).AsText().ends_with("0, 0]}]"));
+  EXPECT_TRUE(Call("GetWays", {0, 2, 2}).AsText().ends_with("[1, 2]}]"));
 }
 
 TEST_F(External, TextsComeInTheProgramsLanguage) {

@@ -1,8 +1,11 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QDialog>
+#include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <cmath>
+#include <cstdio>
 
 #include "services/service_access.h"
 #include "services/service_table.h"
@@ -19,6 +22,23 @@ namespace {
 constexpr char kWay[] = R"({"code": "Ok", "routes": [{"duration": 600, "distance": 1500,)"
                         R"( "geometry": "_p~iF~ps|U_ulLnnqC_mqNvxq`@"}], "waypoints": []})";
 constexpr char kNoWay[] = R"({"code": "NoRoute"})";
+
+// A way between two stops that is as long as their order A, C, B, D makes it: the road from A to B
+// leads over C.
+std::string WayByLongitudes(const std::string& request) {
+  double from = 0;
+  double to = 0;
+  const size_t place = request.find("/driving/");
+  if (place == std::string::npos ||
+      std::sscanf(request.c_str() + place, "/driving/%lf,%*f;%lf,%*f", &from, &to) != 2)
+    return kNoWay;
+  const auto alongTheRoad = [](double longitude) {
+    return longitude == 8 ? 9 : longitude == 9 ? 8 : longitude;
+  };
+  const int metres = static_cast<int>(std::fabs(alongTheRoad(from) - alongTheRoad(to)) * 1000);
+  return R"({"code": "Ok", "routes": [{"duration": 600, "distance": )" + std::to_string(metres) +
+         R"(, "geometry": "_p~iF~ps|U_ulLnnqC_mqNvxq`@"}], "waypoints": []})";
+}
 
 // The window with a directions service of the test's own.
 class CalculationWindowTest : public WindowTest {
@@ -50,13 +70,40 @@ class CalculationWindowTest : public WindowTest {
     return dynamic_cast<QLabel&>(*FindControl(*m_window, "Distance")).text();
   }
 
+  QString FourStops() {
+    return WriteFile("four.gpx",
+                     "<?xml version=\"1.0\"?><gpx version=\"1.1\"><rte><name>Four</name>"
+                     "<rtept lat=\"48\" lon=\"7\"><name>A</name></rtept>"
+                     "<rtept lat=\"48\" lon=\"8\"><name>B</name></rtept>"
+                     "<rtept lat=\"48\" lon=\"9\"><name>C</name></rtept>"
+                     "<rtept lat=\"48\" lon=\"10\"><name>D</name></rtept></rte></gpx>");
+  }
+  // Does something in the midst of a calculation: as soon as the service has been asked.
+  void WhenAsked(const std::function<void()>& action) {
+    auto* const timer = new QTimer(m_window.get());
+    QObject::connect(timer, &QTimer::timeout, timer, [this, timer, action] {
+      if (m_server.Connections() == 0) return;
+      timer->deleteLater();
+      timer->stop();
+      action();
+    });
+    timer->start(10);
+  }
+  std::string Order() const {
+    std::string order;
+    for (const CGpsPoint& point : m_window->Work().driver.current.points) order += point.name;
+    return order;
+  }
+
   std::atomic<bool> m_isSlow = false;
+  std::atomic<bool> m_measures = false;
   std::atomic<int> m_fails = 0;
   LoopbackServer m_server{LoopbackServer::Talk([this](LoopbackConnection& connection) {
     const std::string request = connection.ReadRequest();
     if (request.empty()) return;
     if (m_isSlow && !connection.Sleep(std::chrono::seconds(30))) return;
-    connection.Send(HttpReply(m_fails-- > 0 ? kNoWay : kWay));
+    const std::string way = m_measures ? WayByLongitudes(request) : kWay;
+    connection.Send(HttpReply(m_fails-- > 0 ? kNoWay : way));
   })};
 };
 
@@ -142,6 +189,86 @@ TEST_F(CalculationWindowTest, OptimisingShortensTheWayAndCanBeTakenBack) {
   EXPECT_EQ(m_server.Connections(), 0);
   Do(Command::kUndo);
   EXPECT_EQ(m_window->Work().driver.current.At(1).name, "C");
+}
+
+TEST_F(CalculationWindowTest, OptimisingByRoadAsksForTheWaysBetweenTheStops) {
+  m_settings->optimizeUseDirection = true;
+  m_measures = true;
+  m_window->OpenPath(FourStops());
+  Do(Command::kOptimise);
+  EXPECT_EQ(Order(), "ACBD");
+  EXPECT_GT(m_server.Connections(), 3);
+  Do(Command::kUndo);
+  EXPECT_EQ(Order(), "ABCD");
+}
+
+TEST_F(CalculationWindowTest, OptimisingByRoadShowsProgressAndCanBeCancelled) {
+  m_settings->optimizeUseDirection = true;
+  m_isSlow = true;
+  m_window->OpenPath(FourStops());
+  QString told;
+  int turns = 0;
+  QTimer clock;
+  QObject::connect(&clock, &QTimer::timeout, &clock, [&turns] { ++turns; });
+  clock.start(10);
+  WhenProgressOpens([&](QWidget& dialog) {
+    told = dialog.findChild<QLabel*>()->text();
+    EXPECT_NE(dialog.findChild<QProgressBar*>(), nullptr);
+    QTimer::singleShot(200, &dialog, [&dialog] { dialog.findChild<QPushButton*>()->click(); });
+  });
+  Do(Command::kOptimise);
+  EXPECT_FALSE(told.isEmpty());
+  EXPECT_GT(turns, 5);
+  EXPECT_EQ(Order(), "ABCD");
+  EXPECT_EQ(m_server.Connections(), 1);
+}
+
+TEST_F(CalculationWindowTest, AnEditDoesNotWaitForItsWays) {
+  OpenStops(3);
+  m_settings->autoCalc = true;
+  m_isSlow = true;
+  bool hasComeBack = false;
+  bool livesMeanwhile = false;
+  // The next edit, which overtakes it.
+  WhenAsked([&] {
+    livesMeanwhile = hasComeBack;
+    m_isSlow = false;
+    m_window->Commands()[Command::kInvert].trigger();
+  });
+  Do(Command::kInvert);
+  hasComeBack = true;
+  EXPECT_EQ(Totals(), "");
+  EXPECT_TRUE(WaitUntil([this] { return Totals() == "Distance: 3.0km (00:20)"; }, 20'000));
+  EXPECT_TRUE(livesMeanwhile);
+  EXPECT_EQ(m_window->Work().driver.current.At(0).name, "Stop 1");
+}
+
+TEST_F(CalculationWindowTest, CalculateShowsTheProgressOfWhatAnEditHasBegun) {
+  OpenStops(3);
+  m_settings->autoCalc = true;
+  m_isSlow = true;
+  bool hasProgress = false;
+  WhenAsked([this] { m_window->Commands()[Command::kCalculate].trigger(); });
+  WhenProgressOpens([&](QWidget& dialog) {
+    hasProgress = true;
+    m_isSlow = false;
+    dialog.findChild<QPushButton*>()->click();
+  });
+  Do(Command::kInvert);
+  EXPECT_TRUE(WaitUntil([&] { return hasProgress; }, 20'000));
+}
+
+TEST_F(CalculationWindowTest, TheWindowClosesInTheMidstOfACalculation) {
+  OpenStops(3);
+  m_settings->autoCalc = true;
+  m_isSlow = true;
+  bool isClosed = false;
+  WhenAsked([&] {
+    WhenBoxOpens([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
+    isClosed = m_window->close();
+  });
+  Do(Command::kInvert);
+  EXPECT_TRUE(WaitUntil([&] { return isClosed; }, 20'000));
 }
 
 TEST_F(CalculationWindowTest, TheFirstCalculationAsksForAService) {

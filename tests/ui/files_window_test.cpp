@@ -130,6 +130,26 @@ TEST_F(FilesWindowTest, TheExportListMarksWhatWillLose) {
   EXPECT_FALSE(marked(u"gpx:107"));
 }
 
+// Only the last stop has what the target lacks.
+TEST_F(FilesWindowTest, LongItinerariesAreMarkedToo) {
+  std::string content = "<?xml version=\"1.0\"?><gpx version=\"1.1\"><rte><name>Long</name>";
+  for (int i = 0; i < 12'000; ++i)
+    content += "<rtept lat=\"48.1\" lon=\"" + std::to_string(i % 160) + ".5\"><name>" +
+               std::to_string(i) + "</name></rtept>";
+  content +=
+      "<rtept lat=\"48.2\" lon=\"7.3\"><name>End</name><cmt>Old town</cmt></rtept></rte></gpx>";
+  WhenBoxOpens([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
+  ChooseFormat(u"itn");
+  m_window->OpenPath(WriteFile("long.gpx", content));
+  ASSERT_EQ(Count(), 12'001u);
+  // The selected format is looked at first.
+  const QComboBox& list = m_window->ExportList();
+  const auto isMarked = [&] {
+    return list.itemData(list.currentIndex(), Qt::ToolTipRole).isValid();
+  };
+  EXPECT_TRUE(WaitUntil(isMarked));
+}
+
 TEST_F(FilesWindowTest, ExportingGivesAnEmptyNameAndCutsALongOne) {
   m_window->OpenPath(TwoStops("Tour", ""));
   ChooseFormat(u"gpx:107");

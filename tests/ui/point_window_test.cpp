@@ -6,10 +6,13 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTranslator>
 
+#include "base/localized_text.h"
 #include "base/text_ids.h"
 #include "tests/ui/window_fixture.h"
 #include "ui/angle_edit.h"
+#include "ui/spoken_language.h"
 
 namespace {
 
@@ -66,6 +69,32 @@ TEST_F(PointWindowTest, StaysOpenForALatitudeOutOfBounds) {
   });
   EXPECT_FALSE(Edit(point));
   EXPECT_EQ(message, "Latitude value must lie between -90 and 90.");
+}
+
+TEST_F(PointWindowTest, NumbersFollowTheProgramsLanguageAndTakeEitherMark) {
+  SetLanguage(Language::kGerman);
+  QTranslator translator;
+  SpeakProgramLanguage(translator);
+  CGpsNamedPoint point;
+  point.latitude = 48;
+  point.altitude = 194.5;
+  QString shown;
+  WhenDialogOpens([&](QWidget& dialog) {
+    auto& elevation = *dialog.findChild<QDoubleSpinBox*>();
+    shown = elevation.text();
+    elevation.selectAll();
+    QTest::keyClicks(&elevation, "201.5");
+    EXPECT_EQ(elevation.text(), "201,5 m");
+    elevation.selectAll();
+    QTest::keyClicks(&elevation, "203,5");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  EXPECT_TRUE(Edit(point));
+  EXPECT_EQ(shown, "194,5 m");
+  EXPECT_DOUBLE_EQ(point.altitude, 203.5);
+  QApplication::removeTranslator(&translator);
+  SetLanguage(Language::kEnglish);
+  QLocale::setDefault(QLocale(QStringLiteral("en")));
 }
 
 TEST_F(PointWindowTest, LookingAtAnotherFormatChangesNothing) {

@@ -1,15 +1,19 @@
 #include <QAction>
 #include <QClipboard>
 #include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QToolButton>
 #include <QTreeWidget>
 
 #include "services/offline/offline_finders.h"
+#include "services/service_access.h"
 #include "services/service_registry.h"
 #include "services/service_table.h"
+#include "tests/loopback_server.h"
 #include "tests/ui/window_fixture.h"
 #include "ui/itinerary_pane.h"
 #include "ui/point_table.h"
@@ -115,6 +119,116 @@ TEST_F(SearchWindowTest, FavouritesAreKeptAddedAndCleared) {
   dynamic_cast<QToolButton&>(*FindControl(*m_window, "Clear favorites")).click();
   EXPECT_FALSE(question.isEmpty());
   EXPECT_EQ(m_window->Work().favorites.Count(), 0u);
+}
+
+TEST_F(SearchWindowTest, PlacesNearAStopAreFound) {
+  m_window->Pane().ShowPage(1);
+  const auto search = [this](const char* text) {
+    auto& field = dynamic_cast<QLineEdit&>(*FindControl(*m_window, "Search text"));
+    field.clear();
+    QTest::keyClicks(&field, text);
+    QTest::keyClick(&field, Qt::Key_Return);
+  };
+  const auto told = [this] {
+    for (const QLabel* const label : m_window->Pane().findChildren<QLabel*>()) {
+      if (label->isVisible() && label->property("role") == "hint") return label->text();
+    }
+    return QString();
+  };
+  search("Colmar");
+  EXPECT_EQ(told(), "Add a stop first: the search looks around it.");
+  m_window->OpenPath(
+      WriteFile("stops.gpx",
+                "<?xml version=\"1.0\"?><gpx version=\"1.1\"><rte>"
+                "<rtept lat=\"48.1\" lon=\"7.3\"><name>Near Colmar</name></rtept>"
+                "<rtept lat=\"52.5\" lon=\"13.4\"><name>In Berlin</name></rtept></rte></gpx>"));
+  // Around the last stop, unless another is selected.
+  search("Colmar");
+  EXPECT_TRUE(WaitUntil([&] { return told() == "Nothing was found."; }, 20'000));
+  Stops().SelectRow(0);
+  search("Colmar");
+  ASSERT_TRUE(WaitUntil([this] { return m_window->Work().results.Count() > 0; }));
+  const CGpsPoint& first = m_window->Work().results.At(0);
+  EXPECT_TRUE(first.name.starts_with("Colmar")) << first.name;
+  EXPECT_NEAR(first.latitude, 48.08, 0.02);
+}
+
+TEST_F(SearchWindowTest, FavouritesGoIntoAFileAndComeBack) {
+  const QString file = QString::fromStdString(m_folder.PathTo("favourites.gpx"));
+  const auto press = [this](const char* name) {
+    dynamic_cast<QToolButton&>(*FindControl(*m_window, name)).click();
+  };
+  const auto choose = [&](QWidget& dialog) {
+    auto& files = dynamic_cast<QFileDialog&>(dialog);
+    files.setDirectory(QString::fromStdString(m_folder.Path().string()));
+    files.selectFile(file);
+    dynamic_cast<QDialog&>(dialog).accept();
+  };
+  const auto names = [this] {
+    NameList list;
+    for (const CGpsPoint& point : m_window->Work().favorites.points) list.push_back(point.name);
+    return list;
+  };
+  OpenStops(3);
+  m_window->Work().AddFavorites({2, 0});
+  m_window->Pane().ShowPage(2);
+  EXPECT_EQ(names(), (NameList{"Stop 1", "Stop 3"}));
+  WhenDialogOpens(choose);
+  press("Export favorites");
+  EXPECT_NE(m_folder.Get("favourites.gpx").find("<name>Stop 3</name>"), std::string::npos);
+
+  WhenBoxOpens([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
+  press("Clear favorites");
+  EXPECT_TRUE(names().empty());
+  WhenDialogOpens(choose);
+  press("Import favorites");
+  EXPECT_EQ(names(), (NameList{"Stop 1", "Stop 3"}));
+
+  m_window.reset();
+  Open();
+  EXPECT_EQ(names(), (NameList{"Stop 1", "Stop 3"}));
+}
+
+TEST_F(SearchWindowTest, AFileThatHoldsNoFavouritesIsTold) {
+  m_window->Pane().ShowPage(2);
+  const QString file = WriteFile("broken.gpx", "no points");
+  WhenDialogOpens([&](QWidget& dialog) {
+    auto& files = dynamic_cast<QFileDialog&>(dialog);
+    files.setDirectory(QFileInfo(file).path());
+    files.selectFile(file);
+    dynamic_cast<QDialog&>(dialog).accept();
+  });
+  QString told;
+  WhenBoxOpens([&](QMessageBox& box) {
+    told = box.text();
+    box.button(QMessageBox::Ok)->click();
+  });
+  dynamic_cast<QToolButton&>(*FindControl(*m_window, "Import favorites")).click();
+  EXPECT_TRUE(told.startsWith("The file cannot be read.")) << told.toStdString();
+}
+
+// Each kind of search, asked of a service that does not answer.
+TEST_F(SearchWindowTest, ClosingDoesNotWaitForASearch) {
+  LoopbackServer server{LoopbackServer::Talk([](LoopbackConnection& connection) {
+    if (!connection.ReadRequest().empty()) connection.Sleep(std::chrono::minutes(5));
+  })};
+  ServiceValues values;
+  values.url = server.Url();
+  values.key = "secret";
+  SetServiceValues({{"google", values}});
+  m_settings->findProvider = provider::kGoogle;
+  for (const int page : {0, 1}) {
+    OpenStops(1);
+    m_window->Pane().ShowPage(page);
+    auto& field = dynamic_cast<QLineEdit&>(*FindControl(*m_window, "Search text"));
+    QTest::keyClicks(&field, "Colmar");
+    QTest::keyClick(&field, Qt::Key_Return);
+    ASSERT_TRUE(WaitUntil([&] { return server.Connections() == page + 1; }, 20'000));
+    // Would wait for five minutes.
+    m_window.reset();
+    Open();
+  }
+  SetServiceValues({});
 }
 
 TEST_F(SearchWindowTest, ALinkInTheNameFieldIsInterpreted) {

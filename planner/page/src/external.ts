@@ -36,6 +36,11 @@ export interface PinRow extends Position {
   route?: true;
 }
 
+/** One row of `GetWays`; its shape is latitude, longitude, latitude, ... */
+export interface WayRow extends Omit<Leg, 'points'> {
+  shape: (number | null)[];
+}
+
 export interface Settings {
   readonly AutoCalc: boolean;
   readonly DistMiles: boolean;
@@ -71,6 +76,7 @@ export interface Program {
   SetCurrentMap(name: string, type: number): void;
   GetCount(list: number): number;
   GetPins(list: number, first: number, count: number): string;
+  GetWays(list: number, first: number, count: number): string;
   GetTexts(): string;
 }
 

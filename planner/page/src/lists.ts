@@ -90,7 +90,7 @@ export class Lists {
 function loadWaysUntil(list: PinList, end: number): boolean {
   for (let i = list.ways.indexOf('unknown'); i >= 0; i = list.ways.indexOf('unknown', i)) {
     if (performance.now() > end) return false;
-    list.loadWay(i);
+    list.loadWays(i);
   }
   return true;
 }

@@ -1,6 +1,6 @@
 // One numbered list of the program as the page keeps it: pins, and the ways that lead to them.
 
-import { ask, Leg, PinRow, Position, program } from './external';
+import { ask, PinRow, Position, program, WayRow } from './external';
 import { isOnMap, worldX, worldY } from './mercator';
 import { Way } from './way';
 
@@ -11,6 +11,7 @@ export const kPointsOfInterest = 3;
 
 /** Rows of one question to the program. */
 const kRowsAtOnce = 2000;
+const kWaysAtOnce = 200;
 
 export interface Pin {
   lat: number;
@@ -76,11 +77,16 @@ export class PinList {
     if (index >= 0 && index < this.pins.length) this.ways[index] = 'unknown';
   }
 
-  /** Asks for the way that leads to a pin. */
-  loadWay(index: number): void {
-    if (index < 0 || index >= this.pins.length) return;
-    const leg = ask(() => copyOf(program.GetPoint(this.id, index).route), null);
-    this.ways[index] = leg && leg.points.length > 1 ? new Way(leg) : null;
+  /** Asks for the ways from one on that are not known; as many as come in one answer. */
+  loadWays(first: number): void {
+    let end = first;
+    while (end < first + kWaysAtOnce && this.ways[end] === 'unknown') end++;
+    const rows = readWays(this.id, first, end - first);
+    // Without an answer there is none, and no second question about it.
+    for (let i = 0; i < Math.max(1, rows.length) && first + i < end; i++) {
+      const row = rows[i];
+      this.ways[first + i] = row && row.shape.length > 2 ? toWay(row) : null;
+    }
   }
 
   clearWays(): void {
@@ -92,11 +98,11 @@ export class PinList {
   }
 }
 
-/** Each look at a property of the program's object asks it. */
-function copyOf(leg: Leg | null): Leg | null {
-  if (!leg) return null;
-  const { distance, duration, driving, points, color } = leg;
-  return { distance, duration, driving, points: Array.isArray(points) ? points : [], color };
+function toWay({ shape, ...way }: WayRow): Way {
+  const points: Position[] = [];
+  for (let i = 0; i + 1 < shape.length; i += 2)
+    points.push({ lat: shape[i] ?? NaN, lng: shape[i + 1] ?? NaN });
+  return new Way({ ...way, points });
 }
 
 function toPin(row: Position & { address?: string }): Pin {
@@ -114,5 +120,12 @@ function readRows(list: number, first: number, count: number): PinRow[] {
   return ask(() => {
     const rows: unknown = JSON.parse(program.GetPins(list, first, count));
     return Array.isArray(rows) ? (rows as PinRow[]) : [];
+  }, []);
+}
+
+function readWays(list: number, first: number, count: number): (WayRow | null)[] {
+  return ask(() => {
+    const rows: unknown = JSON.parse(program.GetWays(list, first, count));
+    return Array.isArray(rows) ? (rows as (WayRow | null)[]) : [];
   }, []);
 }

@@ -73,7 +73,7 @@ for (const [name, stops, points] of [['ten thousand stops, a million points', 10
     const loading = await tasksOf(page, async () => {
       // In a task of its own, as the program's calls come.
       await page.evaluate('setTimeout(() => { RefreshPushPins(0, 0); AutoViewMap(); }, 0)');
-      await page.until(`player.pointsAsked >= ${stops - 1}`, 'all ways', 240);
+      await page.until(`player.waysTold >= ${stops - 1}`, 'all ways', 240);
       await page.frame();
     });
     describe(`loading ${name}`, loading);

@@ -6,7 +6,7 @@
   const settings = { AutoCalc: true, DistMiles: false, AutoAddStep: true, DisplayNumber: true, ForceRoad: false };
   const texts = window.stringTexts ?? {};
   const player = {
-    lists, calls, settings, texts, signals: [], left: [], pointsAsked: 0,
+    lists, calls, settings, texts, signals: [], left: [], waysTold: 0,
     /** What the service answers to a preview: (position) => [status, leg]; or a promise of it. */
     preview: (position) => [0, leg([position, { lat: position.lat + 0.05, lng: position.lng + 0.05 }])],
     reverse: (position) => ({ ...position, alt: 0, address: 'Rue des Clefs, Colmar', snippet: '', route: null }),
@@ -46,9 +46,20 @@
     GetPins: (list, first, count) => JSON.stringify(lists[list].slice(first, first + count)
       .map(({ lat, lng, alt, address, snippet, route }) =>
         ({ lat, lng, alt, address, snippet, ...(route && { route: true }) }))),
+    GetWays(list, first, count) {
+      const ways = [];
+      let size = 0;
+      for (const { route } of lists[list].slice(first, first + count)) {
+        if (size >= 20000) break;
+        if (route) size += route.points.length;
+        ways.push(route && { ...route, points: undefined,
+                             shape: route.points.flatMap(({ lat, lng }) => [lat, lng]) });
+      }
+      player.waysTold += ways.length;
+      return JSON.stringify(ways);
+    },
     GetTexts: () => JSON.stringify(player.texts),
     GetPoint(list, index) {
-      player.pointsAsked++;
       return { ...checked(list, index), type: list };
     },
     GetStrCoords: ({ lat, lng }) => `${lat.toFixed(6)}, ${lng.toFixed(6)}`,
