@@ -71,7 +71,7 @@ WideString ConversionRun::TargetOfOne(const WideString& source) const {
 
 // The folders of a folder that was given are made anew in that of the targets.
 WideString ConversionRun::TargetOfOneOfMany(const ConversionSource& source) const {
-  const WideString beside = TargetBeside(source.path);
+  WideString beside = TargetBeside(source.path);
   if (m_options.output.empty()) return beside;
   const WideString& top = m_options.output;
   const WideString folder = source.below.empty() ? top : JoinedPath(top, source.below);

@@ -35,8 +35,8 @@ class ConversionRun {
 
  private:
   Outcome Convert(const ConversionSource& source, const WideString& target);
-  uint32_t Read(const ConversionSource& source, bool append);
-  Outcome FinishRead(const ConversionSource& source, uint32_t status);
+  uint32_t Read(const ConversionSource& from, bool append);
+  Outcome FinishRead(const ConversionSource& from, uint32_t status);
   void PrintFailure(const WideString& source, const WideString& target, uint32_t status);
   void TellLookups(const WideString& source) const;
   bool HasUseForEncoding(const WideString& source);

@@ -27,4 +27,4 @@ struct StopOrder {
 /// becomes shorter, and tells on standard error how long it became. A pair of stops for which there
 /// is no answer counts as no way at all. Ctrl+C ends the questions and keeps the best order so far,
 /// and so does a provider that never answers.
-void OrderStops(const WideString& source, const StopOrder& order, CGpsRoute& list);
+void OrderStops(const WideString& source, const StopOrder& how, CGpsRoute& list);

@@ -95,7 +95,7 @@ uint32_t ConversionDriver::Read(const WideString& path, bool append, ReadOptions
       options.after = trip.row;
       status = trip.status == kStatusSuccess ? MergeLists(trip, path, append) : trip.status;
       readNotes.Add(trip.notes);
-      reason = std::move(trip.reason);
+      reason = trip.reason;
     } while (status == kStatusDeclined && options.after);
   }
   return Report(status, reason, path, append);

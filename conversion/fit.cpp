@@ -214,7 +214,7 @@ class NameGiver {
   std::string Numbered(const std::string& name, const CGpsPoint& point) {
     const std::string start = m_texts.WithRoom(name);
     for (size_t& number = m_numbers.try_emplace(start, 1).first->second;;) {
-      const std::string numbered = start + " " + std::to_string(++number);
+      std::string numbered = start + " " + std::to_string(++number);
       if (IsFree(KeyOf(numbered)) && Keep(KeyOf(numbered), point)) return numbered;
     }
   }

@@ -30,18 +30,24 @@ bool Matches(const CGpsPoint& before, const CGpsPoint& after) {
   return near || (!before.name.empty() && before.name == after.name);
 }
 
+// Most texts have not changed at all.
+bool IsSameText(const std::string& before, const std::string& after) {
+  return before == after || Trim(before, " ") == Trim(after, " ");
+}
+
 void CompareStop(const CGpsPoint& before, const CGpsPoint& after, LossReport& report) {
-  if (Trim(before.name, " ") != Trim(after.name, " ")) {
+  if (!IsSameText(before.name, after.name)) {
     if (report.namesChanged++ == 0) {
       report.nameBefore = before.name;
       report.nameAfter = after.name;
     }
   }
-  if (Trim(before.comment, " ") != Trim(after.comment, " ") && !before.comment.empty())
+  if (!IsSameText(before.comment, after.comment) && !before.comment.empty())
     ++report.commentsChanged;
   if (!(std::abs(before.altitude - after.altitude) <= kAltitudeTolerance))
     ++report.altitudesChanged;
-  report.largestShift = std::max(report.largestShift, ShiftBetween(before, after));
+  if (before.latitude != after.latitude || before.longitude != after.longitude)
+    report.largestShift = std::max(report.largestShift, ShiftBetween(before, after));
 }
 
 }  // namespace

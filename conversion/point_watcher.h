@@ -6,6 +6,7 @@
 class PointWatcher {
  public:
   virtual ~PointWatcher() = default;
-  /// `point` is about to be added to `list`. True when the list need not keep it.
+  /// `point` is the next of `list`, whether it stands there already or not. True when the list need
+  /// not keep it, unless it is its only one.
   virtual bool Takes(const CGpsPointArray& list, const CGpsPoint& point) = 0;
 };

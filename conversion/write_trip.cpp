@@ -35,6 +35,8 @@ void BeginCheck(const FormatTable& table, const CItineraryFormat& row, const CGp
   if (list.Count() <= kShortList) return;
   const std::vector<const CItineraryFormat*> readers = ReadersOf(table, row);
   if (readers.empty() || !readers.front()->facts.handsPointsOn) return;
+  // Texts in another encoding are decoded when all of them are there.
+  if (row.facts.text == TextForm::kNarrow && !context.encoding.empty()) return;
   try {
     check.emplace(*readers.front(), list, context);
   } catch (const std::exception&) {

@@ -92,7 +92,7 @@ FormatTable DefaultFormatTable() {
       {u"tth", 0, nullptr, nullptr, 0,
        {.isFile = false}},
       {u"itn", 106, ReadItn, WriteItn, 0,
-       {.parse = ParseItn, .emit = EmitOf<WriteItnBody>, .option = WriterOption::kSplit, .text = TextForm::kNarrow, .limits = {.separators = "|\r\n", .longestComment = 0, .mostPoints = kMostTomTomStops, .writesListName = false}}},
+       {.parse = ParseItn, .emit = EmitOf<WriteItnBody>, .option = WriterOption::kSplit, .text = TextForm::kNarrow, .limits = {.separators = "|\r\n", .longestComment = 0, .mostPoints = kMostTomTomStops, .writesListName = false}, .handsPointsOn = true}},
       {u"ov2", 298, ReadOv2, WriteOv2, 0,
        {.parse = ParseOv2, .emit = EmitOf<WriteOv2Body>, .text = TextForm::kNarrow, .limits = {.longestComment = 0, .writesListName = false}}},
       {u"rte", 149, ReadOziRoute, WriteOziRoute, 0,

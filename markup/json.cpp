@@ -22,7 +22,7 @@ CJsonValue& AddMember(CJsonObject& object, std::string_view key) {
   return added;
 }
 
-// A position of two members, the most frequent object, costs the heap no second request.
+// A position has two members, and is the most frequent object.
 constexpr size_t kUsualValues = 2;
 
 }  // namespace
@@ -30,21 +30,18 @@ constexpr size_t kUsualValues = 2;
 JsonValues::~JsonValues() { Clear(); }
 
 CJsonValue* JsonValues::Append(OwnedValue value) {
-  if (!m_values) {
-    m_values = std::make_unique<std::vector<OwnedValue>>();
-    m_values->reserve(kUsualValues);
-  }
-  return m_values->emplace_back(std::move(value)).get();
+  if (m_values.capacity() == 0) m_values.reserve(kUsualValues);
+  return m_values.emplace_back(std::move(value)).get();
 }
 
 void JsonValues::Clear() {
-  for (; Count() != 0; m_values->pop_back()) Destroy(std::move(m_values->back()));
+  for (; !m_values.empty(); m_values.pop_back()) Destroy(std::move(m_values.back()));
 }
 
 // The list of `value` that still holds something, or null.
-std::vector<JsonValues::OwnedValue>* JsonValues::Children(CJsonValue& value) {
-  if (value.array.Count() != 0) return value.array.m_values.get();
-  if (value.object.Count() != 0) return value.object.m_values.get();
+JsonValues::List* JsonValues::Children(CJsonValue& value) {
+  if (value.array.Count() != 0) return &value.array.m_values;
+  if (value.object.Count() != 0) return &value.object.m_values;
   return nullptr;
 }
 
@@ -53,7 +50,7 @@ std::vector<JsonValues::OwnedValue>* JsonValues::Children(CJsonValue& value) {
 void JsonValues::Destroy(OwnedValue value) {
   OwnedValue parent;
   while (value) {
-    if (std::vector<OwnedValue>* const children = Children(*value)) {
+    if (List* const children = Children(*value)) {
       OwnedValue& child = children->back();
       if (!child || !Children(*child)) {
         children->pop_back();
@@ -65,7 +62,7 @@ void JsonValues::Destroy(OwnedValue value) {
     }
     value = std::move(parent);
     if (!value) break;
-    std::vector<OwnedValue>& siblings = *Children(*value);
+    List& siblings = *Children(*value);
     parent = std::move(siblings.back());
     siblings.pop_back();
   }

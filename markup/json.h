@@ -55,8 +55,7 @@ class CJsonException : public std::exception {
   std::string key;  ///< the key that was asked for, or that of the value where it happened
 };
 
-/// Values in their order, owned. Trees of any depth are destroyed without recursion. Not a deque
-/// but a vector, made with the first value: most values of a document hold no others.
+/// Values in their order, owned. Trees of any depth are destroyed without recursion.
 class JsonValues {
  public:
   using OwnedValue = std::unique_ptr<CJsonValue>;
@@ -66,10 +65,10 @@ class JsonValues {
   JsonValues(const JsonValues&) = delete;
   JsonValues& operator=(const JsonValues&) = delete;
 
-  size_t Count() const { return m_values ? m_values->size() : 0; }
-  OwnedValue* begin() { return m_values ? m_values->data() : nullptr; }
+  size_t Count() const { return m_values.size(); }
+  OwnedValue* begin() { return m_values.data(); }
   OwnedValue* end() { return begin() + Count(); }
-  const OwnedValue* begin() const { return m_values ? m_values->data() : nullptr; }
+  const OwnedValue* begin() const { return m_values.data(); }
   const OwnedValue* end() const { return begin() + Count(); }
 
   /// Appends `value`, which may be null: writing an object ends there.
@@ -77,10 +76,23 @@ class JsonValues {
   void Clear();
 
  private:
-  static std::vector<OwnedValue>* Children(CJsonValue& value);
+  // Most lists are short, as that of a position's two members: these lie in the blocks of values.
+  struct Allocator {
+    using value_type = OwnedValue;
+    template <class>
+    struct rebind {
+      using other = Allocator;
+    };
+    OwnedValue* allocate(size_t count);
+    void deallocate(OwnedValue* values, size_t count);
+    bool operator==(const Allocator&) const = default;
+  };
+  using List = std::vector<OwnedValue, Allocator>;
+
+  static List* Children(CJsonValue& value);
   static void Destroy(OwnedValue value);
 
-  std::unique_ptr<std::vector<OwnedValue>> m_values;
+  List m_values;
 };
 
 /// The elements of an array.

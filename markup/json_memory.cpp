@@ -5,8 +5,8 @@
 #include "markup/json.h"
 
 // The values of a large document take longer to get from the heap and to give back one by one than
-// to read. So they are cut from blocks, one behind the other, and a block goes back as a whole with
-// the last of its values, whichever thread drops that one.
+// to read. So they and their short lists are cut from blocks, one behind the other, and a block
+// goes back as a whole with the last of what lies in it, whichever thread drops that.
 
 namespace {
 
@@ -23,11 +23,11 @@ class Block {
     return reinterpret_cast<Block*>(static_cast<char*>(value) - offset);
   }
 
-  // Room for one more value; null when the block is full.
-  void* Take() {
-    if (kBlockSize - m_end < sizeof(CJsonValue)) return nullptr;
+  // Room of `size` bytes more; null when the block is too full for them.
+  void* Take(size_t size) {
+    if (kBlockSize - m_end < size) return nullptr;
     void* const room = reinterpret_cast<char*>(this) + m_end;
-    m_end += sizeof(CJsonValue);
+    m_end += size;
     m_users.fetch_add(1, std::memory_order_relaxed);
     return room;
   }
@@ -43,8 +43,8 @@ class Block {
   Block() = default;
   ~Block() = default;
 
-  std::atomic<size_t> m_users{1};  // the values that are left, and the thread that takes from it
-  size_t m_end = sizeof(Block);    // where the next value goes
+  std::atomic<size_t> m_users{1};  // what is left in it, and the thread that takes from it
+  size_t m_end = sizeof(Block);    // where the next value or list goes
 };
 
 static_assert(sizeof(Block) % alignof(CJsonValue) == 0);
@@ -57,11 +57,11 @@ class CurrentBlock {
   CurrentBlock(const CurrentBlock&) = delete;
   CurrentBlock& operator=(const CurrentBlock&) = delete;
 
-  void* Take() {
-    void* room = m_block ? m_block->Take() : nullptr;
+  void* Take(size_t size) {
+    void* room = m_block ? m_block->Take(size) : nullptr;
     if (!room) {
       Replace(Block::Make());
-      room = m_block->Take();
+      room = m_block->Take(size);
     }
     return room;
   }
@@ -77,10 +77,14 @@ class CurrentBlock {
 
 thread_local CurrentBlock current;
 
+// Values of a list that lies in a block. What a longer one leaves there as it grows is less than it
+// is long itself.
+constexpr size_t kShortList = 8;
+
 }  // namespace
 
 void* CJsonValue::operator new(size_t size) {
-  return size == sizeof(CJsonValue) ? current.Take() : ::operator new(size);
+  return size == sizeof(CJsonValue) ? current.Take(size) : ::operator new(size);
 }
 
 void CJsonValue::operator delete(void* value, size_t size) {
@@ -88,5 +92,18 @@ void CJsonValue::operator delete(void* value, size_t size) {
     Block::Around(value)->Release();
   } else {
     ::operator delete(value);
+  }
+}
+
+JsonValues::OwnedValue* JsonValues::Allocator::allocate(size_t count) {
+  const size_t size = count * sizeof(OwnedValue);
+  return static_cast<OwnedValue*>(count <= kShortList ? current.Take(size) : ::operator new(size));
+}
+
+void JsonValues::Allocator::deallocate(OwnedValue* values, size_t count) {
+  if (count <= kShortList) {
+    Block::Around(values)->Release();
+  } else {
+    ::operator delete(values);
   }
 }

@@ -160,7 +160,7 @@ void Base64Encode(std::string_view in, std::string& out) {
   out.reserve(out.size() + (in.size() + 2) / 3 * 4);
   for (; !in.empty(); in.remove_prefix(std::min<size_t>(in.size(), 3))) {
     const auto byte = [in](size_t i) {
-      return i < in.size() ? static_cast<unsigned>(static_cast<unsigned char>(in[i])) : 0u;
+      return i < in.size() ? static_cast<unsigned>(static_cast<unsigned char>(in[i])) : 0U;
     };
     const unsigned bits = byte(0) << 16 | byte(1) << 8 | byte(2);
     out += kBase64Alphabet[bits >> 18];

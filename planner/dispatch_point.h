@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "model/point.h"
 #include "planner/list_ids.h"
@@ -16,7 +17,7 @@ class CDispatchPoint : public ScriptObject {
  public:
   CDispatchPoint(std::weak_ptr<const PlannerLists> lists, int32_t list, int32_t index);
   /// A point of no list.
-  CDispatchPoint(const CGpsNamedPoint& point, PinKind kind) : m_values(point), m_kind(kind) {}
+  CDispatchPoint(CGpsNamedPoint point, PinKind kind) : m_values(std::move(point)), m_kind(kind) {}
 
   std::optional<ScriptValue> Get(std::string_view name) override;
   std::vector<std::string_view> PropertyNames() const override;

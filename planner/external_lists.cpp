@@ -21,6 +21,7 @@ constexpr size_t kLongestBoxText = 4000;
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): one of the table of functions.
 ScriptValue PlannerExternal::Trace(const ExternalArguments& arguments) const {
   const CalendarTime now = LocalNow();
   DebugLog(fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02} page: {}", now.year, now.month, now.day,
@@ -145,11 +146,11 @@ ScriptValue PlannerExternal::GetPins(const ExternalArguments& arguments) const {
   const CGpsPointArray& list = *View(arguments).list;
   if (first < 0 || count < 0 || static_cast<size_t>(first) > list.Count())
     throw ScriptError(kScriptBadIndex);
-  const size_t end =
-      std::min(list.Count(), static_cast<size_t>(first) + static_cast<size_t>(count));
+  const auto begin = static_cast<size_t>(first);
+  const size_t end = std::min(list.Count(), begin + static_cast<size_t>(count));
   JsonText json;
   json.BeginArray();
-  for (size_t i = static_cast<size_t>(first); i < end; ++i) {
+  for (size_t i = begin; i < end; ++i) {
     const CGpsPoint& point = list.points[i];
     json.BeginObject();
     json.Key("lat").Number(point.latitude);

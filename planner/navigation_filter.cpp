@@ -28,8 +28,9 @@ bool MayOpenOutside(std::string_view url) {
 bool IsPage(std::string_view url, std::string_view page) {
   if (url == page) return true;
   const size_t scheme = page.find(kAfterScheme);
-  const bool hasPath = scheme == std::string_view::npos ||
-                       page.find_first_of("/?#", scheme + kAfterScheme.size()) != page.npos;
+  const bool hasPath =
+      scheme == std::string_view::npos ||
+      page.find_first_of("/?#", scheme + kAfterScheme.size()) != std::string_view::npos;
   return !hasPath && url.size() == page.size() + 1 && url.starts_with(page) && url.ends_with('/');
 }
 

@@ -56,12 +56,13 @@ void CPointListView::CalculateAll(bool showProgress) {
 void CPointListView::RunCalculation(bool showProgress) {
   autoCalc = m_settings.autoCalc;
   if (!list || list->points.empty()) return;
+  const uint64_t edits = m_editCount;
   CallPage([](CPlannerScript& page) { page.CloseInfoWindow(); });
+  if (edits != m_editCount) return;
 
   const size_t last = list->LastIndex();
   const CGpsPoint from = WithoutLeg(list->points.front());
   const CGpsPoint to = WithoutLeg(list->points.back());
-  const uint64_t edits = m_editCount;
   m_showsProgress = showProgress;
   if (showProgress)
     progress->Open(NamesText(kTextGetDirections, from, to), m_settings.routeProvider, last);

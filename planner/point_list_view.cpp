@@ -200,6 +200,7 @@ void CPointListView::SetPosition(size_t index, const CGpsPoint& position) {
   if (!list) return;
   CheckIndex(*list, index);
   CGpsPoint changed(static_cast<const CGpsNamedPoint&>(list->points[index]));
+  // NOLINTNEXTLINE(cppcoreguidelines-slicing): the rest stays.
   static_cast<CGpsCoordinate&>(changed) = position;
   ReplacePoint(index, changed, true);
 }
@@ -217,6 +218,7 @@ void CPointListView::ReplacePoint(size_t index, const CGpsPoint& values, bool cl
   CGpsPoint& point = list->points[index];
   PointChanged change{index, CGpsPoint(static_cast<const CGpsNamedPoint&>(point)),
                       CGpsPoint(static_cast<const CGpsNamedPoint&>(values))};
+  // NOLINTNEXTLINE(cppcoreguidelines-slicing): the leg is not among the values.
   static_cast<CGpsNamedPoint&>(point) = values;
   m_history.Add({std::move(change)});
   const bool hasNext = index + 1 < list->Count();
@@ -239,6 +241,7 @@ void CPointListView::RenamePoint(size_t index, std::string_view name) {
   point.name = name;
   change.after = CGpsPoint(static_cast<const CGpsNamedPoint&>(point));
   m_history.Add({std::move(change)});
+  ++m_renameCount;
   m_rows.RefreshRows(index, index);
   RefreshPins(index);
 }

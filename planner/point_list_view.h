@@ -102,7 +102,7 @@ class CPointListView {
   void Redo();
 
   /// How often the list has been changed: another number, another list.
-  uint64_t EditCount() const { return m_editCount; }
+  uint64_t EditCount() const { return m_editCount + m_renameCount; }
 
   /// The selected row, or the first of them; `kNoRow` without one.
   int64_t FirstSelectedRow() const;
@@ -172,6 +172,7 @@ class CPointListView {
   std::deque<PageCall> m_pageCalls;
   bool m_sendsPageCalls = false;
   uint64_t m_editCount = 0;
+  uint64_t m_renameCount = 0;  ///< edits of names, with which nothing has to be calculated anew
   int m_editDepth = 0;
   bool m_isCalculating = false;
   bool m_showsProgress = false;

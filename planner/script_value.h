@@ -30,6 +30,7 @@ enum class ScriptType { kNull, kBoolean, kInteger, kDouble, kText, kObject, kArr
 class ScriptValue {
  public:
   ScriptValue() = default;
+  // NOLINTBEGIN(google-explicit-constructor): whatever a script may be given is one.
   ScriptValue(bool value) : m_value(value) {}
   ScriptValue(int32_t value) : m_value(value) {}
   ScriptValue(uint32_t value);
@@ -49,6 +50,7 @@ class ScriptValue {
       std::shared_ptr<Function> function) {
     if (function) m_value = ScriptFunctionPtr(std::move(function));
   }
+  // NOLINTEND(google-explicit-constructor)
 
   ScriptType Type() const { return static_cast<ScriptType>(m_value.index()); }
   bool IsNull() const { return Type() == ScriptType::kNull; }

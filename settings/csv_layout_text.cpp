@@ -145,7 +145,7 @@ class Parser {
       return {std::nullopt, FormatText(kTextCsvNoPosition)};
     auto columns = m_layout.Columns();
     std::sort(columns.begin(), columns.end());
-    auto* const first = std::upper_bound(columns.begin(), columns.end(), 0u);
+    auto* const first = std::upper_bound(columns.begin(), columns.end(), 0U);
     const auto* const twice = std::adjacent_find(first, columns.end());
     if (twice != columns.end()) return {std::nullopt, FormatText(kTextCsvColumnTwice, *twice)};
     return {m_layout, std::string()};

@@ -3,8 +3,11 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <string>
 
 #include "base/status.h"
+#include "base/text.h"
 #include "io/byte_cursor.h"
 #include "io/byte_sink.h"
 #include "settings/indexed_entries.h"
@@ -34,6 +37,20 @@ std::string Encode(const CGpsPoint& point) {
   return sink.Bytes();
 }
 
+// Nothing for an entry without a name, or with a position that no program stores.
+std::optional<CGpsPoint> Decode(const std::string& bytes) {
+  if (bytes.size() <= kHeadSize) return std::nullopt;
+  ByteCursor cursor(bytes);
+  CGpsPoint point;
+  point.longitude = FloatOf(cursor.Uint32());
+  point.latitude = FloatOf(cursor.Uint32());
+  point.altitude = FloatOf(cursor.Uint32());
+  if (!std::isfinite(point.longitude) || !std::isfinite(point.latitude)) return std::nullopt;
+  if (!std::isfinite(point.altitude)) point.altitude = 0.0;
+  point.name = MendUtf8(std::string_view(bytes).substr(kHeadSize));
+  return point;
+}
+
 }  // namespace
 
 uint32_t LoadFavorites(const storage::Storage& storage, CGpsPointArray& list,
@@ -42,13 +59,7 @@ uint32_t LoadFavorites(const storage::Storage& storage, CGpsPointArray& list,
   const uint32_t status = storage::StatusOf([&] {
     ReadIndexedEntries(storage.OpenFolder(storage::PathOf(root, kFolder)),
                        [&favorites](const std::string& bytes) {
-                         if (bytes.size() <= kHeadSize) return;
-                         ByteCursor cursor(bytes);
-                         CGpsPoint& point = favorites.points.emplace_back();
-                         point.longitude = FloatOf(cursor.Uint32());
-                         point.latitude = FloatOf(cursor.Uint32());
-                         point.altitude = FloatOf(cursor.Uint32());
-                         point.name = bytes.substr(kHeadSize);
+                         if (auto point = Decode(bytes)) favorites.points.push_back(*point);
                        });
   });
   if (status != kStatusSuccess) return status;

@@ -6,9 +6,9 @@
 #include "model/point_list.h"
 #include "settings/storage.h"
 
-/// Replaces the points of `list` by the user's favourites, sorted by name; entries without a name
-/// are passed over. Returns 0 or the platform's error code: then `list` stays as it is, so that
-/// nobody saves an empty one over the favourites.
+/// Replaces the points of `list` by the user's favourites, sorted by name; entries without a name,
+/// or with a position that is no number, are passed over. Returns 0 or the platform's error code:
+/// then `list` stays as it is, so that nobody saves an empty one over the favourites.
 uint32_t LoadFavorites(const storage::Storage& storage, CGpsPointArray& list,
                        std::string_view root = kSettingsRoot);
 

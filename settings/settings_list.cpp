@@ -30,7 +30,7 @@ std::string ToText(const std::optional<WindowPlacement>& placement) {
 }
 
 std::string ToText(const std::optional<MapChoice>& map) {
-  return map ? std::to_string(map->kind) + ":" + map->name : std::string();
+  return map ? std::to_string(map->kind) + ":" + MendUtf8(map->name) : std::string();
 }
 
 uint32_t KindText(bool) { return kTextKindFlag; }

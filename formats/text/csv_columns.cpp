@@ -285,7 +285,7 @@ std::optional<CCsvLayout> CsvLayoutOfHeader(std::string_view text) {
 }
 
 std::optional<CCsvLayout> FindCsvLayout(std::string_view text) {
-  if (const auto layout = CsvLayoutOfHeader(text)) return layout;
+  if (auto layout = CsvLayoutOfHeader(text)) return layout;
   const std::vector<std::string_view> lines = FirstLines(text);
   // The first line may have titles that nobody knows.
   for (const size_t first : {size_t{0}, size_t{1}}) {

@@ -2,16 +2,21 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/numbers.h"
 #include "base/text.h"
 #include "conversion/conversion_lines.h"
 #include "io/byte_cursor.h"
+#include "io/incoming_lines.h"
 
 namespace {
 
 constexpr double kUnitsPerDegree = 100000.0;
+
+// Bytes that tell the encoding of a text.
+constexpr size_t kLongestMark = 4;
 
 // Stop flags of an itinerary line.
 constexpr int kFlagBetween = 0;
@@ -36,15 +41,15 @@ WideString PartPath(const WideString& path, uint32_t part) {
   return numbered;
 }
 
-}  // namespace
-
-uint32_t ParseItn(std::string_view bytes, PointLists& lists, ConversionContext& context) {
-  const DetectedEncoding detected = DetectEncoding(bytes);
-  const bool isUtf8 = detected.encoding == kEncodingUtf8;
-  if (isUtf8) context.TellEncoding(detected.encoding);
+// Reads stops line by line from a LineSplitter or IncomingLines behind the mark of an encoding.
+template <typename Source>
+uint32_t ParseItnLines(Source source, EFileEncoding encoding, PointLists& lists,
+                       ConversionContext& context) {
+  const bool isUtf8 = encoding == kEncodingUtf8;
+  if (isUtf8) context.TellEncoding(encoding);
   auto& route = AddList<CGpsRoute>(lists);
 
-  ConversionLines lines(bytes.substr(detected.skipped), context);
+  ConversionLines lines(std::move(source), context);
   std::vector<std::string_view> fields;
   for (std::string_view line; lines.Next(line);) {
     if (line.empty()) continue;
@@ -57,8 +62,27 @@ uint32_t ParseItn(std::string_view bytes, PointLists& lists, ConversionContext& 
     point.longitude = FromFixedPoint(ParseWhole(fields[0]));
     point.latitude = FromFixedPoint(ParseWhole(fields[1]));
     point.name = isUtf8 ? std::string(fields[2]) : WidenToUtf8(fields[2]);
+    // A route without any stop would be no route.
+    if (context.WatcherTakes(route, point) && route.points.size() > 1) route.points.pop_back();
   }
   return kStatusSuccess;
+}
+
+}  // namespace
+
+uint32_t ParseItn(std::string_view bytes, PointLists& lists, ConversionContext& context) {
+  const DetectedEncoding detected = DetectEncoding(bytes);
+  return ParseItnLines(LineSplitter(bytes.substr(detected.skipped)), detected.encoding, lists,
+                       context);
+}
+
+uint32_t ReadItn(const WideString& path, PointLists& lists, bool silent) {
+  ContextInPlace context;
+  if (!context->incoming) return ReadFileOf<ParseItn>(path, lists, silent);
+  IncomingLines lines(context->incoming);
+  const DetectedEncoding detected = DetectEncoding(lines.Peek(kLongestMark));
+  lines.Skip(detected.skipped);
+  return ParseItnLines(std::move(lines), detected.encoding, lists, *context);
 }
 
 uint32_t WriteItn(const WideString& path, const CGpsPointArray& list, uint32_t splitLimit, bool) {

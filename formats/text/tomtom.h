@@ -13,7 +13,7 @@
 
 /// Reads an itinerary into one new route. 0, or 1 when the file cannot be opened.
 uint32_t ParseItn(std::string_view bytes, PointLists& lists, ConversionContext& context);
-inline constexpr FormatReadFn ReadItn = ReadFileOf<ParseItn>;
+uint32_t ReadItn(const WideString& path, PointLists& lists, bool silent);
 
 /// Reads a POI file into one new POI list. 0, or 1 when the file cannot be opened or holds an
 /// unknown record; the points before it stay in `lists`.

@@ -107,7 +107,7 @@ uint32_t ErrorOf(CURLcode result, CURL* easy) {
 void AppendHeader(CurlList& list, const std::string& line) {
   curl_slist* const longer = curl_slist_append(list.get(), line.c_str());
   if (!longer) throw std::bad_alloc();
-  list.release();
+  static_cast<void>(list.release());
   list.reset(longer);
 }
 
@@ -137,6 +137,7 @@ uint32_t CurlTransfer::Prepare(CURLSH* share, uint64_t id) {
   m_isPost = !m_request.postData.empty();
 
   Set(easy, CURLOPT_SHARE, share);
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the library keeps nothing but pointers.
   Set(easy, CURLOPT_PRIVATE, reinterpret_cast<void*>(static_cast<uintptr_t>(id)));
   Set(easy, CURLOPT_NOSIGNAL, 1L);
   // Name look-ups cannot be interrupted: those of a cancelled transfer are left to themselves.
@@ -197,7 +198,7 @@ void CurlTransfer::ApplyHeaders(CURLU* url) {
   bool hasContentType = false;
   if (isFirstServer) {
     for (const auto& [name, value] : m_request.extraHeaders) {
-      AppendHeader(headers, name + ": " + value);
+      AppendHeader(headers, std::string(name).append(": ").append(value));
       hasContentType |= EqualsIgnoringCase(name, "content-type");
     }
   }

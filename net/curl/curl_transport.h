@@ -20,7 +20,7 @@ class CurlTransport final : public HttpTransport {
 
   uint64_t OpenSession() override;
   void CloseSession(uint64_t session) override;
-  uint64_t Begin(uint64_t session, HttpTransfer transfer, HttpTransferEvents& events) override;
+  uint64_t Begin(uint64_t session, HttpTransfer request, HttpTransferEvents& events) override;
   void Cancel(uint64_t transfer) override;
   bool IsOnOwnThread() const override;
 

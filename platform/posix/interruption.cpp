@@ -38,6 +38,7 @@ InterruptionWatch::~InterruptionWatch() {
     sigaction(kSignals[i], &m_former->actions[i], nullptr);
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): asked of a watch that runs.
 bool InterruptionWatch::IsInterrupted() const { return interruptions != 0; }
 
 InterruptionScope::InterruptionScope() {

@@ -20,8 +20,9 @@ bool TextDecoder::Open(const std::string& encoding) {
   m_rest.clear();
   // A name with a slash asks the library for more than an encoding.
   const bool isName = !encoding.empty() && encoding.find('/') == std::string::npos;
-  const iconv_t converter = isName ? iconv_open("UTF-8", encoding.c_str()) : iconv_t(-1);
-  m_converter = converter == iconv_t(-1) ? nullptr : converter;
+  m_converter = isName ? iconv_open("UTF-8", encoding.c_str()) : nullptr;
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): that is how the library says no.
+  if (m_converter == iconv_t(-1)) m_converter = nullptr;
   return m_converter != nullptr;
 }
 

@@ -15,8 +15,9 @@ bool TextEncoder::Open(const std::string& encoding) {
   if (m_converter) iconv_close(m_converter);
   // A name with a slash asks the library for more than an encoding.
   const bool isName = !encoding.empty() && encoding.find('/') == std::string::npos;
-  const iconv_t converter = isName ? iconv_open(encoding.c_str(), "UTF-8") : iconv_t(-1);
-  m_converter = converter == iconv_t(-1) ? nullptr : converter;
+  m_converter = isName ? iconv_open(encoding.c_str(), "UTF-8") : nullptr;
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): that is how the library says no.
+  if (m_converter == iconv_t(-1)) m_converter = nullptr;
   return m_converter != nullptr;
 }
 

@@ -16,7 +16,7 @@ bool IsGoogleMapsHost(std::string_view host);
 bool IsShortGoogleLink(std::string_view link);
 
 /// What the link itself says.
-MapLink ParseGoogleLink(std::string_view link);
+MapLink ParseGoogleLink(std::string_view text);
 
 /// The stops of a saved map, from the page script that stands for it. None when it cannot be read.
 std::vector<LinkStop> ParseSavedMap(std::string_view script);

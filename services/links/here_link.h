@@ -9,7 +9,7 @@
 // Links of HERE's maps: stops as parts of the path, each a name and a position.
 
 bool IsHereHost(std::string_view host);
-MapLink ParseHereLink(std::string_view link);
+MapLink ParseHereLink(std::string_view text);
 
 /// The most points that the page takes in one link.
 inline constexpr size_t kHerePoints = 10;

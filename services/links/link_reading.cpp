@@ -118,7 +118,7 @@ std::optional<CGpsCoordinate> Find(const LinkStop& stop, const std::string& lang
     const std::unique_ptr<CGeocoder> finder = lookups.makeFinder();
     const int32_t id = finder ? finder->GetId() : kNoProviderId;
     if (hasId && id == provider::kViaMichelin) {
-      if (const auto place = FindById(stop.placeId, lookups)) return place;
+      if (auto place = FindById(stop.placeId, lookups)) return place;
     }
     if (!language.empty() && id == provider::kGoogle)
       return FindInLanguage(stop.name, language, lookups);
@@ -133,7 +133,7 @@ std::optional<CGpsCoordinate> LookUp(const LinkStop& stop, const std::string& la
     return std::nullopt;
   }
   context.Note(ConversionNote::kStopLookedUp);
-  const std::optional<CGpsCoordinate> place = Find(stop, language, context.lookups);
+  std::optional<CGpsCoordinate> place = Find(stop, language, context.lookups);
   if (!place) context.Note(ConversionNote::kStopNotFound);
   return place;
 }

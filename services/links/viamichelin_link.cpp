@@ -35,8 +35,8 @@ std::string_view EitherValueOf(const LinkQuery& query, std::string_view key,
 // The number of a vehicle is its travel mode less one.
 uint32_t TravelModeOf(std::string_view vehicle) {
   constexpr std::string_view kVehicleDigits = "01234";
-  const size_t digit = vehicle.size() == 1 ? kVehicleDigits.find(vehicle) : vehicle.npos;
-  return digit == vehicle.npos ? kAnyMode : kCar + static_cast<uint32_t>(digit);
+  const size_t digit = vehicle.size() == 1 ? kVehicleDigits.find(vehicle) : std::string_view::npos;
+  return digit == std::string_view::npos ? kAnyMode : kCar + static_cast<uint32_t>(digit);
 }
 
 uint32_t VehicleOf(uint32_t travelMode) {

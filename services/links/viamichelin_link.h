@@ -8,7 +8,7 @@
 // Links of ViaMichelin's route planner: stops as values of the query.
 
 bool IsViaMichelinHost(std::string_view host);
-MapLink ParseViaMichelinLink(std::string_view link);
+MapLink ParseViaMichelinLink(std::string_view text);
 
 /// A link with the way through these points; the page takes any number. It is in French where
 /// `language` is.

@@ -227,7 +227,7 @@ std::vector<RoadDatabase> ListRoadDatabases() {
   const WideString folder = RoadsFolder();
   if (folder.empty() || ListFolder(folder, names) != kStatusSuccess) return databases;
   for (const WideString& name : names) {
-    const WideString path = folder + u"/" + name;
+    const WideString path = JoinedPath(folder, name);
     if (name.starts_with(u".") || FileSize(path + u"/" + kNodesFile) == 0) continue;
     databases.push_back({PathBytes(name), path, ReadBounds(path)});
   }

@@ -55,6 +55,34 @@ TEST(LossCheck, LeavesAloneWhatOnlyDevicesRead) {
   }
 }
 
+// Long files are read back while they are written.
+TEST(LossCheck, FindsWhatChangedInALongItinerary) {
+  const TemporaryFolder folder;
+  std::string stops = "<gpx version=\"1.1\" creator=\"x\"><rte>";
+  for (int i = 0; i < 2500; ++i) {
+    const std::string name = i == 1200 ? "A\u010d" : "P" + std::to_string(i);
+    stops += "<rtept lat=\"48.1\" lon=\"7.000004\"><name>" + name + "</name></rtept>";
+  }
+  folder.Put("a.gpx", stops + "</rte></gpx>");
+
+  // The letter is not in the device's alphabet, and 0.000004 degrees at a latitude of 48.1 are
+  // 0.000004 * 111195 * 0.668 metres.
+  const std::string losses = RunConverter({folder.PathTo("a.gpx"), "itn", "--json"}).output;
+  EXPECT_NE(losses.find(R"("stops": 2500, "stopsLost": 0, "stopsAdded": 0, "namesChanged": 1, )"
+                        R"("commentsLost": 0, "altitudesLost": 0, "largestShift": 0.30, )"
+                        "\"firstName\": {\"before\": \"A\u010d\", \"after\": \"A?\"}"),
+            std::string::npos)
+      << losses;
+  EXPECT_EQ(folder.Get("a.itn").substr(0, 24), "700000|4810000|P0|4|\r\n70");
+
+  // In the alphabet that is told it is, whichever way the check takes.
+  const std::string spelled =
+      RunConverter({folder.PathTo("a.gpx"), "itn", "--encoding", "windows-1250", "--json"}).output;
+  EXPECT_NE(spelled.find(R"("stops": 2500, "stopsLost": 0, "stopsAdded": 0, "namesChanged": 0, )"),
+            std::string::npos)
+      << spelled;
+}
+
 TEST(LossCheck, TellsWhatTheReaderPassedOver) {
   const TemporaryFolder folder;
   folder.Put("a.itn", "1|2|A|4|\r\nbroken\r\n");

@@ -288,6 +288,16 @@ TEST_F(Calculation, EmptyingTheListInTheMiddleIsHarmless) {
   EXPECT_EQ(list.Count(), 0u);
 }
 
+TEST_F(Calculation, EndsWhenThePageEmptiesTheListAtItsBegin) {
+  page.meanwhile = [&](std::string_view function) {
+    if (function == "CloseInfoWindow") view.RemoveRows(0);
+  };
+  settings.autoCalc = true;
+  for (int i = 0; i < 3; ++i) view.CalculateAll(true);
+  EXPECT_EQ(list.Count(), 0u);
+  EXPECT_EQ(rows.count, 0u);
+}
+
 TEST_F(Calculation, CalculatingInTheMiddleOfACalculationDoesNothing) {
   window.dispatch = [&] {
     view.CalculateAll(true);

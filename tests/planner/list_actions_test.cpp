@@ -399,4 +399,25 @@ TEST_F(ListActions, ReversingCalculatesTheOtherWay) {
   EXPECT_THAT(log, testing::Contains("ask B A"));
 }
 
+TEST_F(ListActions, EveryKindOfEditIsCounted) {
+  uint64_t edits = view.EditCount();
+  const auto counted = [&] { return std::exchange(edits, view.EditCount()) < view.EditCount(); };
+  view.RenamePoint(1, "new");
+  EXPECT_TRUE(counted());
+  view.AddPoint(MakePoint(1, 2, "X"));
+  EXPECT_TRUE(counted());
+  view.SetPosition(0, MakePoint(1, 2));
+  EXPECT_TRUE(counted());
+  view.MoveRow(0, 1);
+  EXPECT_TRUE(counted());
+  view.ReverseAll();
+  EXPECT_TRUE(counted());
+  view.Undo();
+  EXPECT_TRUE(counted());
+  view.RemoveAll();
+  EXPECT_TRUE(counted());
+  view.SelectRow(kNoRow);
+  EXPECT_FALSE(counted());
+}
+
 }  // namespace

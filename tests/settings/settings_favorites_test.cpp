@@ -65,6 +65,25 @@ TEST_F(Settings, FavoritesLosePrecision) {
   EXPECT_EQ(list.points[0].longitude, static_cast<double>(std::numeric_limits<float>::max()));
 }
 
+TEST_F(Settings, DamagedFavoritesDoNoHarm) {
+  // A quiet NaN and infinity as 32-bit floats.
+  constexpr std::string_view kNaN("\0\0\xC0\x7F", 4);
+  constexpr std::string_view kInfinity("\0\0\x80\x7F", 4);
+  const std::string position(kPosition);
+  FavoritesFolder().CreateValue("Number").WriteNumber(4);
+  FavoritesFolder().CreateValue("0").WriteBytes(std::string(kNaN) + position.substr(4) + "a");
+  FavoritesFolder().CreateValue("1").WriteBytes(position.substr(0, 4) + std::string(kInfinity) +
+                                                position.substr(8) + "b");
+  FavoritesFolder().CreateValue("2").WriteBytes(position.substr(0, 8) + std::string(kNaN) + "c");
+  FavoritesFolder().CreateValue("3").WriteBytes(position + "d\xFF");
+  CGpsRoute list;
+  EXPECT_EQ(LoadFavorites(storage::OpenUserStorage(), list), kStatusSuccess);
+  ASSERT_EQ(list.Count(), 2u);
+  EXPECT_EQ(list.points[0].name, "c");
+  EXPECT_EQ(list.points[0].altitude, 0.0);
+  EXPECT_EQ(list.points[1].name, "d\xEF\xBF\xBD");
+}
+
 TEST_F(Settings, AFolderWithoutNumberIsEmpty) {
   FavoritesFolder().CreateValue("0").WriteBytes(std::string(kPosition) + "a");
   auto list = MakeList("", MakePoint(1, 1, "gone"));

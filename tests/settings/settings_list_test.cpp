@@ -66,6 +66,12 @@ TEST(SettingsList, TellsKindValueAndDefault) {
   EXPECT_EQ(Listed(settings, "ConverterPosition").value, "");
 }
 
+TEST(SettingsList, TextsAreUtf8WhateverIsStored) {
+  CSettings settings;
+  settings.defaultMap = MapChoice{3, "Alps\xFF"};
+  EXPECT_EQ(Listed(settings, "DefaultMap").value, "3:Alps\xEF\xBF\xBD");
+}
+
 TEST(SettingsList, MeaningsFollowTheLanguage) {
   SetLanguage(Language::kGerman);
   const std::string meaning = Listed(CSettings(), "DIST_MILES").meaning;

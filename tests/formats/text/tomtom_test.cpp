@@ -1,5 +1,7 @@
 #include "formats/text/tomtom.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -204,6 +206,41 @@ TEST(ItnReader, GivesAnEmptyRouteForAnEmptyFileAndOneForNone) {
   EXPECT_EQ(lists[0]->Count(), 0u);
   EXPECT_EQ(ReadItn(folder.WidePathTo("none.itn"), lists, true), kStatusFailure);
   EXPECT_EQ(lists.size(), 1u);
+}
+
+// Sees points, and lets none be kept.
+class Seeing final : public PointWatcher {
+ public:
+  bool Takes(const CGpsPointArray&, const CGpsPoint& point) override {
+    names += point.name + ";";
+    return true;
+  }
+
+  std::string names;
+};
+
+TEST(ItnReader, HandsOnTheStopsOfAFileThatArrivesPieceByPiece) {
+  std::string_view rest =
+      "\xEF\xBB\xBF"
+      "700000|4810000|A\u010d|4|\r\n\r\nbroken\n1|2|B|0|\n1|3|C";
+  Seeing seeing;
+  ConversionContext context;
+  context.watcher = &seeing;
+  context.incoming = [&rest](char* data, size_t size) -> std::optional<size_t> {
+    const size_t count = rest.copy(data, std::min<size_t>(size, 2));
+    rest.remove_prefix(count);
+    return count;
+  };
+  PointLists lists;
+  {
+    const ConversionScope scope(context);
+    EXPECT_EQ(ReadItn(WideString(), lists, true), kStatusSuccess);
+  }
+  EXPECT_EQ(seeing.names, "A\u010d;B;");
+  EXPECT_EQ(context.notes.Count(ConversionNote::kLinePassedOver), 2u);
+  ASSERT_EQ(lists.size(), 1u);
+  ASSERT_EQ(lists[0]->Count(), 1u);
+  EXPECT_EQ(lists[0]->points[0].name, "A\u010d");
 }
 
 TEST(Ov2Writer, WritesRecordsOfTypeTwo) {
