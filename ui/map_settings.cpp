@@ -22,7 +22,8 @@ namespace {
 
 constexpr uint32_t kKindMask = 0xF;
 constexpr uint32_t kSwitchShift = 4;
-constexpr int kListHeight = 160;
+constexpr int kLeastListHeight = 160;
+constexpr int kRowHeight = 28;
 
 /// A row of the list: a layer of the user's, or a map that another page in place of ours has.
 struct Entry {
@@ -38,7 +39,8 @@ class MapPage : public SettingsForm {
     AddHeading(kTextTileServers);
     AddNote(Text(kTextMapLayersNote));
     m_list->setAccessibleName(PlainText(kTextOnMapLayers));
-    m_list->setFixedHeight(kListHeight);
+    m_list->setMinimumHeight(kLeastListHeight);
+    m_list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     auto* const buttons = new QVBoxLayout;
     buttons->setSpacing(kSmallMargin);
     AddButton(*buttons, kTextAddPoint, [this] { Add({}); });
@@ -116,6 +118,7 @@ class MapPage : public SettingsForm {
     const bool isOn = (entry.number >> kSwitchShift & kKindMask) != 0;
     item->setCheckState(isOn ? Qt::Checked : Qt::Unchecked);
     item->setToolTip(FromUtf8(entry.layer.address));
+    item->setSizeHint({0, kRowHeight});
   }
 
   void ShowButtons() {

@@ -1,6 +1,7 @@
 // All that stands over the ground: ways, pins, names.
 
 import type * as L from 'leaflet';
+import { sharesInside } from './clip';
 import { GroundLabels } from './ground_labels';
 import { LabelRoom, Rectangle } from './label_room';
 import type { Lists } from './lists';
@@ -21,6 +22,9 @@ const kMostCasedPoints = 4000;
 /** Of ways, and of broken lines: so much is drawn in one frame. */
 const kPointsInStep = 2000;
 const kMissingInStep = 400;
+/** The broken line between stops without a way, in pixels: a piece and the gap behind it. */
+const kMissingDash = [2, 6];
+const kMissingPiece = 8;
 
 export class Scene {
   readonly style: PinStyle = { showsNumbers: true };
@@ -160,29 +164,34 @@ function traceWays(frame: Frame, ways: Way[], detail: number, copy: number): voi
   for (const way of ways) way.visit(detail, view, draw);
 }
 
-// Stops without a way between them are joined by a thin broken line, so that their order shows.
+// Stops without a way between them are joined by a thin broken line, so that their order shows. It
+// is broken where it can be seen alone: thousands of pieces beyond the edge would take long.
 function* paintMissing(frame: Frame, list: PinList, copy: number): Generator<void> {
   const { context, scale, left, top } = frame;
   const draw = (): void => {
-    context.setLineDash([2, 6]);
+    context.setLineDash(kMissingDash);
     context.strokeStyle = palette.wayMissing;
     context.lineWidth = 2;
     context.stroke();
     context.setLineDash([]);
     context.beginPath();
   };
+  const edge = { left: -2, top: -2, right: frame.width + 2, bottom: frame.height + 2 };
   let count = 0;
   context.beginPath();
   for (let i = 1; i < list.pins.length; i++) {
     const from = list.pins[i - 1]!;
     const to = list.pins[i]!;
     if (list.ways[i] instanceof Way || Number.isNaN(from.x) || Number.isNaN(to.x)) continue;
-    const seen = Math.min(from.x, to.x) + copy <= frame.view.right &&
-      Math.max(from.x, to.x) + copy >= frame.view.left &&
-      Math.min(from.y, to.y) <= frame.view.bottom && Math.max(from.y, to.y) >= frame.view.top;
+    const [x, y] = [(from.x + copy) * scale - left, from.y * scale - top];
+    const [dx, dy] = [(to.x - from.x) * scale, (to.y - from.y) * scale];
+    const seen = sharesInside(x, y, x + dx, y + dy, edge);
     if (!seen) continue;
-    context.moveTo((from.x + copy) * scale - left, from.y * scale - top);
-    context.lineTo((to.x + copy) * scale - left, to.y * scale - top);
+    // From the beginning of a piece, so that the pieces stay where they are when the map is moved.
+    const pieces = Math.hypot(dx, dy) / kMissingPiece;
+    const begin = pieces > 0 ? Math.floor(seen[0] * pieces) / pieces : 0;
+    context.moveTo(x + begin * dx, y + begin * dy);
+    context.lineTo(x + seen[1] * dx, y + seen[1] * dy);
     if (++count % kMissingInStep !== 0) continue;
     draw();
     yield;

@@ -11,6 +11,19 @@ after(() => fixture.stop());
 
 const kAxe = readFileSync(process.env.CORVANE_AXE, 'utf8');
 
+/** With layers to choose from, and a credit that is a link. */
+async function openLayers(dark) {
+  const { server } = fixture;
+  server.layers = ['Streets', 'Hills'].map((name) => ({ name, url: `${server.address}/tiles/{z}/{x}/{y}.png`,
+                                                        credit: `© ${name} https://somebody.example/`, minZoom: 0, maxZoom: 18 }));
+  const maps = server.layers.map(({ name }) => ({ flag: name, map: true }));
+  const page = await fixture.open({ dark, start: { maps, map: { flag: 'Streets', type: 1 } } });
+  server.layers = [];
+  await page.until('document.querySelectorAll(".tiles img.leaflet-tile-loaded").length > 0');
+  await page.evaluate('document.querySelector(\'[aria-label="Map layers"]\').click()');
+  return page;
+}
+
 const kStates = {
   'the world': async () => {},
   'the layers': (page) => page.evaluate('document.querySelector(\'[aria-label="Map layers"]\').click()'),
@@ -32,12 +45,18 @@ const kStates = {
   },
 };
 
+async function openState(name, dark) {
+  if (name === 'a layer') return openLayers(dark);
+  const page = name === 'the world' ? await fixture.open({ dark })
+    : await fixture.openVillages({ dark, start: { tthome: 'Add to TomTom' } });
+  await kStates[name](page);
+  return page;
+}
+
 for (const dark of [false, true]) {
-  for (const [name, open] of Object.entries(kStates)) {
+  for (const name of [...Object.keys(kStates), 'a layer']) {
     test(`${name}, ${dark ? 'dark' : 'light'}`, async () => {
-      const page = name === 'the world' ? await fixture.open({ dark })
-        : await fixture.openVillages({ dark, start: { tthome: 'Add to TomTom' } });
-      await open(page);
+      const page = await openState(name, dark);
       await page.evaluate(kAxe);
       const { violations, passes } = await page.evaluate(`axe.run(document, { resultTypes: ['violations'] })
         .then(({ violations, passes }) => ({ passes: passes.length, violations: violations.map((each) =>
