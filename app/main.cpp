@@ -134,7 +134,7 @@ int Run(Options& options, int argumentCount, char** arguments) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  PrepareConsoleProcess();
+  PrepareProcess();
   std::pmr::set_default_resource(&LargePages());
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));

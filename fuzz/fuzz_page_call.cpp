@@ -80,7 +80,8 @@ void Look(const ScriptValue& value, int depth = 0) {
   }
   if (value.Type() != ScriptType::kObject) return;
   ScriptObject& object = *value.AsObject();
-  for (const std::string_view name : object.PropertyNames()) Look(PropertyOf(object, name), depth + 1);
+  for (const std::string_view name : object.PropertyNames())
+    Look(PropertyOf(object, name), depth + 1);
 }
 
 class Session {

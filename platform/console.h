@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-/// Prepares the process for a run without a window: a file that reaches the size limit and a
-/// closed pipe become error codes of the write instead of ending the process.
-void PrepareConsoleProcess();
+/// At the start of a program: a file that reaches the size limit and a closed pipe become error
+/// codes of the write instead of ending the process.
+void PrepareProcess();
 
 /// True when standard error is a terminal that understands escape codes.
 bool IsErrorTerminal();

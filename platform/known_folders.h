@@ -10,6 +10,8 @@ WideString SettingsFolder();
 WideString CacheFolder();
 /// The folder for what the program keeps for this user besides settings, likewise.
 WideString DataFolder();
+/// The folder for what the program keeps from one run to the next and nobody else needs, likewise.
+WideString StateFolder();
 
 /// The folder in which this user keeps what was downloaded, which need not exist; empty when the
 /// user has no home.

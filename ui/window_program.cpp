@@ -6,8 +6,11 @@
 #include <QEvent>
 #include <QTimer>
 #include <QTranslator>
+#include <cstdlib>
 
 #include "base/localized_text.h"
+#include "base/text_ids.h"
+#include "platform/console.h"
 #include "platform/debug_log.h"
 #include "services/service_registry.h"
 #include "settings/settings.h"
@@ -36,6 +39,14 @@ class FirstPaint : public QObject {
   QElapsedTimer m_timer;
 };
 
+// Qt itself would end the program with a core dump when it finds no screen to draw on.
+void EndWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  DebugLog("window: " + ToUtf8(message));
+  if (type != QtFatalMsg) return;
+  WriteError(ToUtf8(Text(kTextNoDisplay)) + '\n');
+  std::_Exit(EXIT_FAILURE);
+}
+
 }  // namespace
 
 int RunWindowProgram(int& argumentCount, char** arguments, const std::string& file) {
@@ -46,7 +57,9 @@ int RunWindowProgram(int& argumentCount, char** arguments, const std::string& fi
   PrepareLook(look);
   RegisterPageSchemes();
   QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  const QtMessageHandler usual = qInstallMessageHandler(EndWithoutDisplay);
   QApplication application(argumentCount, arguments);
+  qInstallMessageHandler(usual);
   QApplication::setApplicationName(QStringLiteral("corvanemap-window"));
   QApplication::setApplicationDisplayName(QStringLiteral("Corvane Map"));
   QApplication::setDesktopFileName(QStringLiteral("corvanemap-window"));

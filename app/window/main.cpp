@@ -9,6 +9,7 @@
 #include "base/localized_text.h"
 #include "conversion/conversion_context.h"
 #include "planner/whole_format_table.h"
+#include "platform/console.h"
 #include "platform/large_pages.h"
 #include "platform/locale.h"
 #include "platform/path_text.h"
@@ -36,6 +37,7 @@ bool IsOption(const WideString& token) { return token.starts_with(u"-"); }
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
+  PrepareProcess();
   std::pmr::set_default_resource(&LargePages());
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));

@@ -9,7 +9,7 @@
 #include "platform/posix/errors.h"
 #include "platform/posix/file_descriptor.h"
 
-void PrepareConsoleProcess() {
+void PrepareProcess() {
   std::signal(SIGXFSZ, SIG_IGN);
   std::signal(SIGPIPE, SIG_IGN);
 }

@@ -46,6 +46,8 @@ WideString CacheFolder() { return ProgramFolderIn("XDG_CACHE_HOME", "/.cache"); 
 
 WideString DataFolder() { return ProgramFolderIn("XDG_DATA_HOME", "/.local/share"); }
 
+WideString StateFolder() { return ProgramFolderIn("XDG_STATE_HOME", "/.local/state"); }
+
 WideString DownloadFolder() {
   const char* const home = std::getenv("HOME");
   if (!home || !*home) return {};

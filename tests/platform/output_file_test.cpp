@@ -162,7 +162,7 @@ TEST(OutputFile, FileSizeLimitLeavesTheOldFile) {
   folder.Put("a", "old");
   const pid_t child = fork();
   if (child == 0) {
-    PrepareConsoleProcess();
+    PrepareProcess();
     const rlimit limit{4096, 4096};
     setrlimit(RLIMIT_FSIZE, &limit);
     OutputFile file(folder.WidePathTo("a"));

@@ -1,9 +1,13 @@
 #include <QApplication>
+#include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
+#include "platform/console.h"
 #include "services/offline/offline_finders.h"
 #include "services/service_registry.h"
+#include "tests/ui/played_session.h"
 #include "ui/accessible_lists.h"
 #include "ui/look.h"
 #include "ui/page_files.h"
@@ -11,10 +15,12 @@
 // One application for all tests of this process, off every screen. The engine of the map refuses
 // its own sandbox to root, which tests in a container are.
 int main(int argc, char** argv) {
+  PrepareProcess();
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
   qputenv("CORVANE_LOOK", "light");
-  testing::InitGoogleTest(&argc, argv);
+  const bool playsSession = argc == 4 && std::string_view(argv[1]) == "--play-session";
+  if (!playsSession) testing::InitGoogleTest(&argc, argv);
   Q_INIT_RESOURCE(window);
   PrepareLook(Look::kLight);
   RegisterPageSchemes();
@@ -24,5 +30,6 @@ int main(int argc, char** argv) {
   NameListsForAssistiveTechnology();
   FillServiceRegistry(CServiceRegistry::Instance());
   RegisterOfflinePlaces(CServiceRegistry::Instance());
+  if (playsSession) return PlaySession(argv[2], static_cast<uint32_t>(std::stoul(argv[3])));
   return RUN_ALL_TESTS();
 }
