@@ -7,12 +7,14 @@
 
 #include "app/console_text.h"
 #include "app/output_sink.h"
+#include "app/service_outcome.h"
 #include "app/service_settings.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/status.h"
 #include "base/text_ids.h"
 #include "markup/json_string.h"
+#include "services/registered_providers.h"
 #include "settings/settings.h"
 #include "settings/settings_list.h"
 #include "settings/storage.h"
@@ -74,6 +76,13 @@ void LoadUserSettings() {
   TellOfTheFile();
 }
 
+uint32_t StoredLanguage() {
+  LoadUserSettings();
+  const CSettings& settings = CSettings::Instance();
+  return static_cast<uint32_t>(settings.language != 0 ? settings.language
+                                                      : settings.programLanguage);
+}
+
 bool RememberCsvLayouts(const Options& options) {
   try {
     storage::Storage storage = storage::OpenUserStorage();
@@ -89,8 +98,9 @@ bool RememberCsvLayouts(const Options& options) {
 
 int ChangeSettings(const Options& options) {
   if (options.assignments.empty()) return kExitConverted;
-  LoadUserSettings();
+  PrepareServices();
   CSettings& settings = CSettings::Instance();
+  const RegisteredProviders providers(CServiceRegistry::Instance());
   std::vector<ServiceAssignment> ofServices;
   for (const std::string& assignment : options.assignments) {
     if (IsServiceAssignment(assignment)) {
@@ -99,7 +109,7 @@ int ChangeSettings(const Options& options) {
       Complain(error);
       return kExitWrongUsage;
     }
-    const SettingResult result = SetSetting(settings, assignment);
+    const SettingResult result = SetSetting(settings, assignment, &providers);
     if (result.outcome == SettingOutcome::kChanged) continue;
     Complain(DescribeRefusal(result));
     return kExitWrongUsage;
