@@ -29,6 +29,7 @@ void CPointListView::CalculateFrom(int64_t index) {
     return;
   }
   if (index < 1 || static_cast<uint64_t>(index) >= list->Count() || m_isCalculating) return;
+  ShowHidden();
   const auto to = static_cast<size_t>(index);
   const uint64_t edits = m_editCount;
   m_isCalculating = true;
@@ -47,6 +48,7 @@ void CPointListView::CalculateFrom(int64_t index) {
 
 void CPointListView::CalculateAll(bool showProgress) {
   if (m_isCalculating || kind != PinKind::kItinerary) return;
+  ShowHidden();
   m_isCalculating = true;
   RunCalculation(showProgress && progress && m_window);
   m_isCalculating = false;

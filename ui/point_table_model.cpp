@@ -72,7 +72,8 @@ void PointTableModel::ResetRows(int count) {
 
 void PointTableModel::RefreshRows(int first, int last) {
   m_hasWays.reset();
-  Q_EMIT dataChanged(index(first, 0), index(last, kColumnCount - 1));
+  // A list that is not shown yet has no rows.
+  if (first < m_rows) Q_EMIT dataChanged(index(first, 0), index(last, kColumnCount - 1));
 }
 
 int PointTableModel::rowCount(const QModelIndex& parent) const {
