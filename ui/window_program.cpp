@@ -51,7 +51,7 @@ int RunWindowProgram(int& argumentCount, char** arguments, const std::string& fi
   QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   QApplication application(argumentCount, arguments);
   QApplication::setApplicationName(QStringLiteral("corvanemap-window"));
-  QApplication::setApplicationDisplayName(QStringLiteral("Corvane Map"));
+  QApplication::setApplicationDisplayName(ProductTitle());
   QApplication::setDesktopFileName(QStringLiteral("corvanemap-window"));
   ApplyLook(application, look);
   NameListsForAssistiveTechnology();
