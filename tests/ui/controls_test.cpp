@@ -29,11 +29,9 @@ void CollectNames(QAccessibleInterface* object, std::set<QString>& names) {
 
 class ControlsTest : public WindowTest {
  protected:
-  std::set<QString> AccessibleNames() {
+  static std::set<QString> AccessibleNames(QWidget& window) {
     std::set<QString> names;
-    CollectNames(QAccessible::queryAccessibleInterface(m_window.get()), names);
-    for (const QAction* const action : m_window->findChildren<QAction*>())
-      names.insert(action->toolTip());
+    CollectNames(QAccessible::queryAccessibleInterface(&window), names);
     return names;
   }
 };
@@ -42,7 +40,7 @@ TEST_F(ControlsTest, EachRoleIsFoundByItsName) {
   Open().resize(1280, 800);
   // The tool bar makes room a little later.
   EXPECT_TRUE(WaitUntil([this] { return m_window->ExportList().isVisible(); }, 5000));
-  const std::set<QString> names = AccessibleNames();
+  const std::set<QString> names = AccessibleNames(*m_window);
   for (const char* const name : {"Open",
                                  "Export",
                                  "Up",
@@ -68,6 +66,30 @@ TEST_F(ControlsTest, EachRoleIsFoundByItsName) {
                                  "Location search",
                                  "Proximity search",
                                  "Favorites"})
+    EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
+}
+
+TEST_F(ControlsTest, EachToolTipIsTheNameOfItsButton) {
+  Open();
+  size_t buttons = 0;
+  for (const QToolButton* const button : m_window->findChildren<QToolButton*>()) {
+    if (button->accessibleName().isEmpty()) continue;
+    ++buttons;
+    EXPECT_EQ(button->toolTip(), button->accessibleName());
+  }
+  EXPECT_GE(buttons, 16u);
+}
+
+TEST_F(ControlsTest, TheFieldsOfAPointAreFoundByTheirNames) {
+  Open();
+  std::set<QString> names;
+  WhenDialogOpens([&names](QWidget& dialog) {
+    names = AccessibleNames(dialog);
+    dynamic_cast<QDialog&>(dialog).reject();
+  });
+  m_window->Commands()[Command::kAdd].trigger();
+  for (const char* const name : {"Name", "Latitude", "Longitude", "Elevation", "Comment",
+                                 "Coordinate format", "OK", "Cancel"})
     EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
 }
 
