@@ -4,9 +4,9 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEvent>
+#include <QFile>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QTimer>
 #include <QTranslator>
 
 #include "base/localized_text.h"
@@ -64,11 +64,7 @@ int RunWindowProgram(int& argumentCount, char** arguments, const std::string& fi
   CSettings& settings = CSettings::Instance();
   MainWindow window(settings);
   window.installEventFilter(&firstPaint);
-  window.Start();
-  if (!file.empty()) {
-    const QString path = QString::fromStdString(file);
-    QTimer::singleShot(0, &window, [&window, path] { window.OpenPath(path); });
-  }
+  window.Start(QFile::decodeName(file.c_str()));
   const int status = QApplication::exec();
   settings.SaveChanges();
   return status;

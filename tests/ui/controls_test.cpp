@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QTabWidget>
 #include <QToolButton>
@@ -93,19 +94,40 @@ TEST_F(ControlsTest, TheFieldsOfAPointAreFoundByTheirNames) {
     EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
 }
 
+// The letters behind the marks of texts, as they are counted.
+std::multiset<QChar> Mnemonics(const QStringList& texts) {
+  std::multiset<QChar> letters;
+  for (const QString& text : texts) {
+    const qsizetype mark = text.indexOf(QLatin1Char('&'));
+    if (mark >= 0 && mark + 1 < text.size()) letters.insert(text[mark + 1].toLower());
+  }
+  return letters;
+}
+
+TEST_F(ControlsTest, MnemonicsDifferInEachMenu) {
+  for (const Language language : kLanguages) {
+    SetLanguage(language);
+    Open();
+    for (const QAction* const menu : m_window->menuBar()->actions()) {
+      QStringList texts;
+      for (const QAction* const action : menu->menu()->actions()) texts.append(action->text());
+      const std::multiset<QChar> letters = Mnemonics(texts);
+      for (const QChar letter : letters)
+        EXPECT_EQ(letters.count(letter), 1u) << menu->text().toStdString();
+    }
+    m_window.reset();
+  }
+}
+
 TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
   for (const Language language : kLanguages) {
     SetLanguage(language);
     Open();
-    std::multiset<QChar> letters;
-    const auto take = [&letters](const QString& text) {
-      const qsizetype mark = text.indexOf(QLatin1Char('&'));
-      if (mark >= 0 && mark + 1 < text.size()) letters.insert(text[mark + 1].toLower());
-    };
-    for (const QAction* const menu : m_window->menuBar()->actions()) take(menu->text());
     // Those of the tool bar stand beside the menus' own.
-    take(m_window->Commands()[Command::kOpen].text());
-    take(m_window->Commands()[Command::kExport].text());
+    QStringList texts{m_window->Commands()[Command::kOpen].text(),
+                      m_window->Commands()[Command::kExport].text()};
+    for (const QAction* const menu : m_window->menuBar()->actions()) texts.append(menu->text());
+    const std::multiset<QChar> letters = Mnemonics(texts);
     for (const QChar letter : letters)
       EXPECT_EQ(letters.count(letter), 1u)
           << QString(letter).toStdString() << " in language " << static_cast<uint32_t>(language);

@@ -6,8 +6,11 @@
 #include <QPushButton>
 #include <QSpinBox>
 
+#include "planner/route_table.h"
 #include "settings/storage.h"
 #include "tests/ui/window_fixture.h"
+#include "ui/itinerary_pane.h"
+#include "ui/point_table.h"
 #include "ui/settings_window.h"
 #include "ui/workspace.h"
 
@@ -82,6 +85,24 @@ TEST_F(SettingsValuesTest, OkStoresWhatEachControlShows) {
   EXPECT_EQ(stored.truckWeightAxle, 115);
   EXPECT_EQ(stored.truckTrailersCount, 2);
   EXPECT_EQ(stored.userId, u"zoe");
+}
+
+TEST_F(SettingsValuesTest, TheListShowsNumbersAndPositionsAsTheSettingsSay) {
+  OpenStops(2);
+  const QAbstractItemModel& rows = *m_window->Pane().Stops().model();
+  const auto cell = [&rows](RouteColumn column) {
+    return rows.index(1, static_cast<int>(column) - 1).data().toString();
+  };
+  EXPECT_EQ(cell(RouteColumn::kNumber), "2");
+  EXPECT_EQ(cell(RouteColumn::kPosition), "48.110000, 7.210000");
+  ASSERT_TRUE(Confirm([](QWidget& dialog) {
+    Click(dialog, "Show waypoint numbers");
+    Field<QComboBox>(dialog, "Coordinate format").setCurrentIndex(1);
+  }));
+  EXPECT_EQ(cell(RouteColumn::kNumber), "");
+  EXPECT_EQ(cell(RouteColumn::kName), "Stop 2");
+  // 0.11 degrees are 6.6 minutes, 0.21 are 12.6.
+  EXPECT_EQ(cell(RouteColumn::kPosition), "N48\u00B06.60', E7\u00B012.60'");
 }
 
 TEST_F(SettingsValuesTest, OkWithoutAChangeKeepsEachDefault) {
