@@ -42,7 +42,8 @@ TEST_F(ListActions, AHiddenListIsShownByItsFirstEdit) {
   view.RemoveRows(4);
   log.clear();
   view.Hide();
-  list.points.assign(2, MakePoint(1, 2, "Z"));
+  list.points.clear();
+  for (int i = 0; i < 2; ++i) list.points.push_back(MakePoint(1, 2, "Z"));
   EXPECT_EQ(rows.count, 0u);
   EXPECT_FALSE(view.CanUndo());
   EXPECT_THAT(log, ElementsAre("ClearPushPins(0)"));

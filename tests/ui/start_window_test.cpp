@@ -2,9 +2,13 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFocusEvent>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QProcess>
 #include <QScreen>
+#include <algorithm>
 
 #include "tests/planner/desktop_home.h"
 #include "tests/ui/window_fixture.h"
@@ -63,6 +67,36 @@ TEST_F(StartWindowTest, TheExportListHasARowForEachFormatThatCanBeWritten) {
   EXPECT_EQ(window.ExportList().count(), 62);
   EXPECT_EQ(window.ExportList().itemText(16), "Daimler NTG MBUX GPX (*.gpx)");
   EXPECT_EQ(window.ExportList().itemText(17), "TomTom Home");
+}
+
+TEST_F(StartWindowTest, TheCountAndTheAboutBoxHaveTheirPlaces) {
+  Open();
+  const auto shows = [this](const char* text) {
+    const auto labels = m_window->findChildren<QLabel*>();
+    return std::any_of(labels.begin(), labels.end(), [text](const QLabel* label) {
+      return label->text() == QLatin1String(text);
+    });
+  };
+  EXPECT_TRUE(shows("Waypoints: 0"));
+  OpenStops(3);
+  EXPECT_TRUE(WaitUntil([&] { return shows("Waypoints: 3"); }, 5000));
+  const QAction& about = *m_window->menuBar()->actions().constLast()->menu()->actions().constLast();
+  EXPECT_EQ(about.text(), "About Corvane Map...");
+}
+
+TEST_F(StartWindowTest, WhileAFileIsReadTheWindowWaits) {
+  Open();
+  ASSERT_EQ(QApplication::overrideCursor(), nullptr);
+  m_window->Work().front.SetBusy(true);
+  EXPECT_FALSE(m_window->centralWidget()->isEnabled());
+  EXPECT_FALSE(m_window->menuBar()->isEnabled());
+  EXPECT_FALSE(m_window->ExportList().isEnabled());
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  m_window->Work().front.SetBusy(false);
+  EXPECT_TRUE(m_window->centralWidget()->isEnabled());
+  EXPECT_TRUE(m_window->menuBar()->isEnabled());
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(StartWindowTest, AFileIsOpened) {
