@@ -7,13 +7,13 @@
 
 #include "app/console_text.h"
 #include "app/output_sink.h"
-#include "app/service_outcome.h"
 #include "app/service_settings.h"
 #include "app/unattended_conversion.h"
 #include "base/format_text.h"
 #include "base/status.h"
 #include "base/text_ids.h"
 #include "markup/json_string.h"
+#include "services/directions/route_providers.h"
 #include "services/registered_providers.h"
 #include "settings/settings.h"
 #include "settings/settings_list.h"
@@ -98,9 +98,11 @@ bool RememberCsvLayouts(const Options& options) {
 
 int ChangeSettings(const Options& options) {
   if (options.assignments.empty()) return kExitConverted;
-  PrepareServices();
+  LoadUserSettings();
   CSettings& settings = CSettings::Instance();
-  const RegisteredProviders providers(CServiceRegistry::Instance());
+  CServiceRegistry registry;
+  RegisterOwnRouteProviders(registry);
+  const RegisteredProviders providers(registry);
   std::vector<ServiceAssignment> ofServices;
   for (const std::string& assignment : options.assignments) {
     if (IsServiceAssignment(assignment)) {
