@@ -43,9 +43,7 @@ void SetLanguageOf(const std::vector<WideString>& tokens) {
   const WideString token = FindLanguageToken(tokens);
   SetLanguage(ChooseLanguage(token, kSystemLanguage, PrimaryLanguage()));
   if (!token.empty()) return;
-  LoadUserSettings();
-  const auto stored = static_cast<uint32_t>(CSettings::Instance().language);
-  SetLanguage(ChooseLanguage(token, stored, PrimaryLanguage()));
+  SetLanguage(ChooseLanguage(token, StoredLanguage(), PrimaryLanguage()));
 }
 
 // Whether the options keep something for the next time; then nothing else needs to be asked for.

@@ -15,6 +15,8 @@
 #include "base/status.h"
 #include "base/text_ids.h"
 #include "markup/json_string.h"
+#include "services/directions/route_providers.h"
+#include "services/registered_providers.h"
 #include "settings/settings.h"
 #include "settings/settings_list.h"
 #include "settings/storage.h"
@@ -79,6 +81,13 @@ void LoadUserSettings() {
   TellOfTheFile();
 }
 
+uint32_t StoredLanguage() {
+  LoadUserSettings();
+  const CSettings& settings = CSettings::Instance();
+  return static_cast<uint32_t>(settings.language != 0 ? settings.language
+                                                      : settings.programLanguage);
+}
+
 bool RememberCsvLayouts(const Options& options) {
   try {
     storage::Storage storage = storage::OpenUserStorage();
@@ -96,6 +105,9 @@ int ChangeSettings(const Options& options) {
   if (options.assignments.empty()) return kExitConverted;
   LoadUserSettings();
   CSettings& settings = CSettings::Instance();
+  CServiceRegistry registry;
+  RegisterOwnRouteProviders(registry);
+  const RegisteredProviders providers(registry);
   std::vector<ServiceAssignment> ofServices;
   std::optional<LayerSettings> ofLayers;
   uint32_t status = kStatusSuccess;
@@ -108,7 +120,7 @@ int ChangeSettings(const Options& options) {
       if (status != kStatusSuccess) break;
       if (!ChangeLayer(*ofLayers, assignment, error)) break;
     } else {
-      error = DescribeRefusal(SetSetting(settings, assignment));
+      error = DescribeRefusal(SetSetting(settings, assignment, &providers));
       if (!error.empty()) break;
     }
   }

@@ -7,6 +7,10 @@
 /// is damaged or that another program holds is told of once.
 void LoadUserSettings();
 
+/// The language that the user has chosen, which also loads the settings: `Language`, or where that
+/// is 0, `ProgramLanguage`; 0 for that of the system.
+uint32_t StoredLanguage();
+
 /// What the user has set for services; nothing when the store cannot be read.
 ServiceValuesByName UserServiceValues();
 

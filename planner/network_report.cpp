@@ -37,15 +37,16 @@ constexpr TransportText kTransportTexts[] = {
 };
 
 uint32_t NavigationTextId(uint32_t hresult) {
-  if (hresult < kFirstNavigationError || hresult > kLastNavigationError) return kTextInternalError;
-  return kTextUrlNotParsed + (hresult - kFirstNavigationError);
+  if (hresult < kFirstNavigationError || hresult > kLastNavigationError)
+    return kTextNetworkInternalError;
+  return kTextFirstNavigationError + (hresult - kFirstNavigationError);
 }
 
 uint32_t TransportTextId(uint32_t error) {
   const auto* const found =
       std::find_if(std::begin(kTransportTexts), std::end(kTransportTexts),
                    [error](const TransportText& row) { return row.error == error; });
-  return found == std::end(kTransportTexts) ? kTextInternalError : found->textId;
+  return found == std::end(kTransportTexts) ? kTextNetworkInternalError : found->textId;
 }
 
 int32_t Report(PlannerWindow& window, uint32_t hresult, uint32_t textId) {

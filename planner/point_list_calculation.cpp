@@ -29,6 +29,7 @@ void CPointListView::CalculateFrom(int64_t index) {
     return;
   }
   if (index < 1 || static_cast<uint64_t>(index) >= list->Count() || m_isCalculating) return;
+  ShowHidden();
   const auto to = static_cast<size_t>(index);
   const uint64_t edits = m_editCount;
   m_isCalculating = true;
@@ -50,6 +51,7 @@ void CPointListView::CalculateAll(bool showProgress) {
     m_progressWaits = m_progressWaits || (shows && !m_showsProgress);
     return;
   }
+  ShowHidden();
   m_isCalculating = true;
   RunCalculation(shows);
   EndCalculation();

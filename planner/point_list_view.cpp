@@ -60,8 +60,22 @@ void CPointListView::ShowMessage(std::string_view text) const {
   if (statusField) statusField->ShowMessage(text);
 }
 
+void CPointListView::Hide() {
+  EditScope edit(*this);
+  m_history.Clear();
+  m_rows.ResetRows(0);
+  CallPage([=, this](CPlannerScript& page) { page.ClearPushPins(pinListId); });
+  m_isHidden = true;
+}
+
+void CPointListView::ShowHidden() {
+  if (!std::exchange(m_isHidden, false) || !list) return;
+  m_rows.ResetRows(list->Count());
+  ShowAllPins();
+}
+
 void CPointListView::RefreshRowsFrom(size_t first) {
-  if (first < list->Count()) m_rows.RefreshRows(first, list->LastIndex());
+  if (!m_isHidden && first < list->Count()) m_rows.RefreshRows(first, list->LastIndex());
 }
 
 void CPointListView::RefreshPins(size_t first) {
@@ -71,6 +85,7 @@ void CPointListView::RefreshPins(size_t first) {
 }
 
 void CPointListView::Rebuild() {
+  m_isHidden = false;
   EditScope edit(*this);
   m_history.Clear();
   ShowAll();
@@ -239,6 +254,7 @@ void CPointListView::ReplacePoint(size_t index, const CGpsPoint& values, bool cl
 void CPointListView::RenamePoint(size_t index, std::string_view name) {
   if (!list) return;
   CheckIndex(*list, index);
+  ShowHidden();
   CGpsPoint& point = list->points[index];
   PointChanged change{index, CGpsPoint(static_cast<const CGpsNamedPoint&>(point)), {}};
   point.name = name;

@@ -43,6 +43,11 @@ class CPointListView {
   /// before can be taken back.
   void Rebuild();
 
+  /// The list is another one, and has not been shown yet, perhaps because the user wants to see
+  /// none of it: no rows and no pins stand, nothing that was done before can be taken back. The
+  /// next edit or calculation shows what there is.
+  void Hide();
+
   /// What most actions end with: the itinerary is calculated anew with `AUTO_CALC`, else only the
   /// totals are. Lists of other kinds do neither. A calculation that runs ends first.
   void AfterEdit();
@@ -129,6 +134,7 @@ class CPointListView {
   class EditScope {
    public:
     explicit EditScope(CPointListView& view) : m_view(view) {
+      view.ShowHidden();
       ++view.m_editCount;
       ++view.m_editDepth;
     }
@@ -150,6 +156,7 @@ class CPointListView {
   // Calls the page, if there is one, behind the calls and the edits that are on their way.
   void CallPage(PageCall call);
   void SendPageCalls();
+  void ShowHidden();
   void RefreshRowsFrom(size_t first);
   void RefreshPins(size_t first);
   void ShowAll();
@@ -180,6 +187,7 @@ class CPointListView {
   bool m_sendsPageCalls = false;
   uint64_t m_editCount = 0;
   uint64_t m_renameCount = 0;  ///< edits of names, with which nothing has to be calculated anew
+  bool m_isHidden = false;  ///< the list stands, and nothing of it is shown yet
   int m_editDepth = 0;
   bool m_isCalculating = false;
   bool m_showsProgress = false;

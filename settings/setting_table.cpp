@@ -12,6 +12,7 @@ namespace {
 
 constexpr int32_t kNoLimit = std::numeric_limits<int32_t>::max();
 constexpr size_t kMapKindSize = 4;
+constexpr int32_t kHighestLanguage = 0x13;
 
 // Sizes and weights in tenths: what a truck can be, from 2 to 50 metres of height and so on.
 constexpr SettingRow kTable[] = {
@@ -44,6 +45,8 @@ constexpr SettingRow kTable[] = {
     {"FindProvider", &SettingValues::findProvider, 0, kNoLimit, kTextFindProviderValue, true},
     {"CalculateAsked", &SettingValues::calculateAsked, 0, 1, kTextCalculateAsked, true},
     {"PlannerPage", &SettingValues::plannerPage, 0, 0, kTextPlannerPage, true},
+    {"ProgramLanguage", &SettingValues::programLanguage, 0, kHighestLanguage, kTextProgramLanguage,
+     true},
 };
 
 // One function a kind, chosen by the type of the field.

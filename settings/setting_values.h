@@ -43,7 +43,7 @@ struct SettingValues {
   bool autoAddStep = false;                       ///< add a stage by a click on the route
   bool displayNumber = true;                      ///< show waypoint numbers
   int32_t exportIndex = -1;  ///< entry of the export list chosen last; negative = none
-  int32_t language = 0;      ///< primary language identifier, 0 = the system's
+  int32_t language = 0;      ///< primary language identifier, 0 = none; only ever read
   int32_t coordinates = 0;   ///< 0 decimal degrees, 1 with minutes, 2 with minutes and seconds
   int32_t truckHeight = 20;  ///< sizes in tenths of a metre, weights in tenths of a ton
   int32_t truckWidth = 30;
@@ -57,4 +57,6 @@ struct SettingValues {
   int32_t findProvider = kDefaultFindProvider;  ///< the service that finds addresses and places
   bool calculateAsked = false;  ///< the first calculation has asked which provider to take
   WideString plannerPage;       ///< address of a planner page in place of our own; empty: our own
+  int32_t programLanguage =
+      0;  ///< identifier of the language where `language` is 0; 0 = the system's
 };

@@ -40,6 +40,9 @@ class CSettings : public SettingValues {
   uint32_t Load(std::string_view rootPath = kSettingsRoot,
                 const RouteProviders* providers = nullptr);
 
+  /// What `Load` does with its providers, for those that are known only later.
+  void CheckProvider(const RouteProviders& providers);
+
   /// True from the first `Load` on.
   bool IsLoaded() const { return !m_known.empty(); }
 
@@ -56,7 +59,6 @@ class CSettings : public SettingValues {
   // A value for each row of the table, none where there is nothing to store.
   using Values = std::vector<std::optional<SettingsValue>>;
 
-  void CheckProvider(const RouteProviders& providers);
   bool HasChanges() const;
   // Writes to `root` and tells in `known` what has been written.
   void SaveRows(storage::SFolder& root, Values& known) const;

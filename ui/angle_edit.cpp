@@ -54,7 +54,7 @@ AngleEdit::AngleEdit(bool isLatitude, QWidget* parent)
       m_layout(new QStackedLayout(this)),
       m_secondsPart(new QWidget) {
   m_decimal->setAccessibleName(Text(isLatitude ? kTextLatitude : kTextLongitude));
-  m_hemisphere->addItems(isLatitude ? QStringList{QStringLiteral("N"), QStringLiteral("S")}
+  m_hemisphere->addItems(isLatitude ? QStringList{Text(kTextNorthLetter), Text(kTextSouthLetter)}
                                     : QStringList{Text(kTextEastLetter), Text(kTextWestLetter)});
   m_hemisphere->setAccessibleName(Text(kTextHemisphere));
   auto* const seconds = new QHBoxLayout(m_secondsPart);

@@ -12,7 +12,6 @@ namespace {
 
 constexpr uint32_t kButtonMask = 0xF;
 constexpr uint32_t kIconMask = 0xF0;
-constexpr char kProductTitle[] = "Corvane Map";
 
 QMessageBox::Icon IconOf(uint32_t style) {
   switch (style & kIconMask) {
@@ -68,7 +67,7 @@ int32_t AnswerOf(int button) {
 }
 
 void SetUp(QMessageBox& box, const QString& text, uint32_t style) {
-  box.setWindowTitle(QLatin1String(kProductTitle));
+  box.setWindowTitle(ProductTitle());
   box.setTextFormat(Qt::PlainText);
   box.setText(text);
   box.setIcon(IconOf(style));

@@ -5,9 +5,7 @@
 
 #include "base/localized_text.h"
 #include "base/text_ids.h"
-#include "platform/debug_log.h"
 #include "settings/settings.h"
-#include "settings/storage.h"
 #include "ui/settings_form.h"
 #include "ui/settings_pages.h"
 #include "ui/text.h"
@@ -24,18 +22,6 @@ constexpr LanguageRow kLanguages[] = {{Language::kGerman, "Deutsch"},
                                       {Language::kFrench, "Français"},
                                       {Language::kDutch, "Nederlands"}};
 
-// Saving the settings leaves the language alone.
-void StoreLanguage(int32_t language) {
-  try {
-    storage::Storage store = storage::OpenUserStorage();
-    store.CreateFolder(kSettingsRoot)
-        .CreateValue("Language")
-        .WriteNumber(static_cast<uint32_t>(language));
-  } catch (const storage::Exception& failure) {
-    DebugLog(std::string("language: ") + failure.what());
-  }
-}
-
 class DisplayPage : public SettingsForm {
  public:
   explicit DisplayPage(CSettings& settings) {
@@ -49,11 +35,14 @@ class DisplayPage : public SettingsForm {
     languages->addItem(Text(kTextSystemLanguage), 0);
     for (const LanguageRow& row : kLanguages)
       languages->addItem(QString::fromUtf8(row.name), static_cast<int>(row.language));
-    languages->setCurrentIndex(std::max(0, languages->findData(settings.language)));
-    OnStore([languages, &settings] {
-      const int chosen = languages->currentData().toInt();
-      if (chosen != settings.language) StoreLanguage(settings.language = chosen);
-    });
+    // A language that stands in the store by somebody's hand goes before ours, and is not changed.
+    const bool isFixed = settings.language != 0;
+    const int32_t shown = isFixed ? settings.language : settings.programLanguage;
+    languages->setCurrentIndex(std::max(0, languages->findData(shown)));
+    languages->setEnabled(!isFixed);
+    if (isFixed) return;
+    OnStore(
+        [languages, &settings] { settings.programLanguage = languages->currentData().toInt(); });
   }
 };
 

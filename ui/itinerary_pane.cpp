@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr int kLongestName = 1000;
 constexpr int kResultsHeight = 150;
 
 /// Takes the height of the page that is shown, not that of the tallest.
@@ -51,7 +50,6 @@ ItineraryPane::ItineraryPane(const Actions& actions, const CSettings& settings, 
       m_stops(new PointTable(PinKind::kItinerary, settings)) {
   m_name->setAccessibleName(Text(kTextItinerary));
   m_name->setToolTip(Text(kTextItinerary));
-  m_name->setMaxLength(kLongestName);
   m_name->setPlaceholderText(Text(kTextNameOrLink));
   auto* const label = new QLabel(Text(kTextItinerary));
   label->setBuddy(m_name);

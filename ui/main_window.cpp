@@ -64,7 +64,7 @@ void MainWindow::MakeWork() {
   FrontEvents events;
   events.busy = [this](bool busy) { SetBusy(busy); };
   events.cleared = [this] {
-    m_pane->Stops().ResetRows(0);
+    m_work->itineraryView.Hide();
     m_pane->NameField().clear();
     m_status->ShowMessage({});
     m_status->ShowTotals({});
@@ -88,7 +88,7 @@ void MainWindow::MakeWork() {
   m_pane->AddResults(*m_results);
 }
 
-void MainWindow::Start() {
+void MainWindow::Start(const QString& file) {
   m_work->LoadFavorites();
   m_map->Load(QUrl(FromWide(m_settings.plannerPage)));
   resize(kFirstSize);
@@ -100,7 +100,19 @@ void MainWindow::Start() {
   m_splitter->restoreState(m_store.Bytes(kSplitterValue));
   setAcceptDrops(true);
   show();
-  QTimer::singleShot(0, this, [this] { OfferRecovery(); });
+  QTimer::singleShot(0, this, [this, file] {
+    OfferRecovery();
+    OpenArgument(file);
+  });
+}
+
+void MainWindow::OpenArgument(const QString& file) {
+  // What a crash has left may have been taken back before.
+  if (!QFileInfo::exists(file) || !m_work->driver.ConfirmDiscard()) return;
+  const WideString path = ToPath(file);
+  m_work->front.SetSubject(path);
+  m_work->driver.OpenFile(path, /*append=*/false, /*silent=*/true);
+  UpdateCommandsSoon();
 }
 
 void MainWindow::OpenPath(const QString& path) {
@@ -140,15 +152,16 @@ void MainWindow::OfferRecovery() {
 }
 
 void MainWindow::ShowName() {
-  m_pane->NameField().setText(FromUtf8(m_work->driver.current.name));
-  m_pane->NameField().setModified(false);
+  m_knownName = FromUtf8(m_work->driver.current.name);
+  m_pane->NameField().setText(m_knownName);
 }
 
 void MainWindow::ItineraryLoaded() {
   ShowName();
   m_work->itineraryView.Rebuild();
   if (CPlannerScript* const page = m_work->itineraryView.planner) page->AutoViewMap();
-  if (!m_work->driver.sourcePath.empty())
+  // A link stands in the place of a path for a moment.
+  if (!m_work->driver.sourcePath.empty() && !m_isInterpreting)
     m_store.AddRecentFile(QFileInfo(FromPath(m_work->driver.sourcePath)).absoluteFilePath());
 }
 

@@ -37,7 +37,8 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   ~MainWindow() override;
 
   /// Loads the map page; shows the window where it stood last.
-  void Start();
+  /// `file` is opened then, if there is any and it exists, without a question about its layout.
+  void Start(const QString& file = {});
   /// Reads a file as if it had been opened, without a question about changes.
   void OpenPath(const QString& path);
 
@@ -95,6 +96,7 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   void ChangeSettings();
   void Exported(const WideString& path, const CItineraryFormat& row, const TripWrite& trip);
   void OfferRecovery();
+  void OpenArgument(const QString& file);
 
   CSettings& m_settings;
   WindowStore m_store;
@@ -118,4 +120,5 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   bool m_updateWaits = false;
   uint64_t m_notedEdits = 0;  ///< as often as the list had been changed when it was looked at
   bool m_isInterpreting = false;
+  QString m_knownName;  ///< what the name field showed when it was last looked at for a link
 };

@@ -127,11 +127,11 @@ void MainWindow::EditPoint(size_t row) {
 }
 
 void MainWindow::NameFieldLeft() {
-  QLineEdit& field = m_pane->NameField();
-  if (m_isInterpreting || !field.isModified()) return;
+  const QString text = m_pane->NameField().text();
+  if (m_isInterpreting || text == m_knownName) return;
+  m_knownName = text;
   m_isInterpreting = true;
-  field.setModified(false);
-  m_work->driver.InterpretLink(ToWide(field.text()));
+  m_work->driver.InterpretLink(ToWide(text));
   m_isInterpreting = false;
 }
 

@@ -23,7 +23,7 @@ int32_t MainWindow::ShowRepeatedBox(std::string_view text, uint32_t style, bool&
 
 void MainWindow::DispatchMessages() { QApplication::processEvents(); }
 
-void MainWindow::ShowNormalTitle() { setWindowTitle(QStringLiteral("Corvane Map")); }
+void MainWindow::ShowNormalTitle() { setWindowTitle(ProductTitle()); }
 
 void MainWindow::ShowUpdateNotice(std::string_view text, std::string_view url) {
   m_notice->ShowNotice(FromUtf8(text), {{Text(kTextShowPage), [link = std::string(url)] {

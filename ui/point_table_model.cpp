@@ -72,7 +72,8 @@ void PointTableModel::ResetRows(int count) {
 
 void PointTableModel::RefreshRows(int first, int last) {
   m_hasWays.reset();
-  Q_EMIT dataChanged(index(first, 0), index(last, kColumnCount - 1));
+  // A list that is not shown yet has no rows.
+  if (first < m_rows) Q_EMIT dataChanged(index(first, 0), index(last, kColumnCount - 1));
 }
 
 int PointTableModel::rowCount(const QModelIndex& parent) const {
@@ -102,8 +103,9 @@ bool PointTableModel::LacksWay(int row) const {
 QString PointTableModel::CellText(int row, RouteColumn column) const {
   const CGpsPoint* const point = PointAt(row);
   if (!point) return {};
-  // The disc of the first column holds the number; names have a column of their own.
-  if (column == RouteColumn::kNumber) return QString::number(row + 1);
+  // The disc of the first column holds the number, if any; names have a column of their own.
+  if (column == RouteColumn::kNumber)
+    return m_settings.displayNumber ? QString::number(row + 1) : QString();
   if (column == RouteColumn::kName && point->name.empty())
     return FromUtf8(PositionText(*point, static_cast<CoordinateFormat>(m_settings.coordinates)));
   return FromUtf8(RouteTableText(*m_list, ToIndex(row), column, m_settings));

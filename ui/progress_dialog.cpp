@@ -38,7 +38,7 @@ void ProgressDialog::Open(std::string_view text, int32_t provider, size_t steps)
   Close();
   m_isCancelled = false;
   auto* const dialog = new CancelDialog(m_parent);
-  dialog->setWindowTitle(QStringLiteral("Corvane Map"));
+  dialog->setWindowTitle(ProductTitle());
   dialog->setWindowModality(Qt::WindowModal);
   dialog->setObjectName(QStringLiteral("progress"));
   m_text = new QLabel;

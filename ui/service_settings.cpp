@@ -54,7 +54,7 @@ class ServicesPage : public SettingsForm {
       connect(field, &QLineEdit::textEdited, this, [this] { TakeFields(); });
     }
     auto* const user = new QLineEdit(FromWide(settings.userId));
-    AddRow(kTextUserIdentifier, user);
+    AddRow(kTextUserId, user);
     OnStore([user, &settings] { settings.userId = ToWide(user->text().trimmed()); });
     connect(m_service, &QComboBox::currentIndexChanged, this, [this] { ShowFields(); });
     ShowFields();

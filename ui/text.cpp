@@ -15,6 +15,8 @@ WideString ToPath(const QString& path) {
   return WidePath({bytes.data(), static_cast<size_t>(bytes.size())});
 }
 
+QString ProductTitle() { return QStringLiteral("Corvane Map"); }
+
 QString Text(uint32_t textId) { return FromUtf8(LoadTextUtf8(textId)); }
 
 QString PlainText(uint32_t textId) {

@@ -21,6 +21,9 @@ inline WideString ToWide(const QString& text) { return text.toStdU16String(); }
 QString FromPath(const WideString& path);
 WideString ToPath(const QString& path);
 
+/// The name of the program, as captions show it.
+QString ProductTitle();
+
 /// The text of a number in the current language.
 QString Text(uint32_t textId);
 /// The same without the mark of its mnemonic.

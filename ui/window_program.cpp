@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEvent>
-#include <QTimer>
+#include <QFile>
 #include <QTranslator>
 #include <cstdlib>
 
@@ -61,7 +61,7 @@ int RunWindowProgram(int& argumentCount, char** arguments, const std::string& fi
   QApplication application(argumentCount, arguments);
   qInstallMessageHandler(usual);
   QApplication::setApplicationName(QStringLiteral("corvanemap-window"));
-  QApplication::setApplicationDisplayName(QStringLiteral("Corvane Map"));
+  QApplication::setApplicationDisplayName(ProductTitle());
   QApplication::setDesktopFileName(QStringLiteral("corvanemap-window"));
   ApplyLook(application, look);
   NameListsForAssistiveTechnology();
@@ -71,11 +71,7 @@ int RunWindowProgram(int& argumentCount, char** arguments, const std::string& fi
   CSettings& settings = CSettings::Instance();
   MainWindow window(settings);
   window.installEventFilter(&firstPaint);
-  window.Start();
-  if (!file.empty()) {
-    const QString path = QString::fromStdString(file);
-    QTimer::singleShot(0, &window, [&window, path] { window.OpenPath(path); });
-  }
+  window.Start(QFile::decodeName(file.c_str()));
   const int status = QApplication::exec();
   settings.SaveChanges();
   return status;

@@ -14,6 +14,7 @@
 #include "platform/locale.h"
 #include "platform/path_text.h"
 #include "services/links/link_rows.h"
+#include "services/registered_providers.h"
 #include "settings/settings.h"
 #include "ui/window_program.h"
 
@@ -41,13 +42,12 @@ int main(int argumentCount, char** arguments) {
   std::pmr::set_default_resource(&LargePages());
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));
-  LoadUserSettings();
-  const auto stored = static_cast<uint32_t>(CSettings::Instance().language);
-  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), stored, PrimaryLanguage()));
+  SetLanguage(ChooseLanguage(FindLanguageToken(tokens), StoredLanguage(), PrimaryLanguage()));
   DropLanguageTokens(tokens);
   // Options are those of the windowing system.
   std::erase_if(tokens, IsOption);
   PrepareServices();
+  CSettings::Instance().CheckProvider(RegisteredProviders(CServiceRegistry::Instance()));
   if (tokens.size() >= 2) return ConvertUnseen(std::move(tokens));
   return RunWindowProgram(argumentCount, arguments,
                           tokens.empty() ? "" : PathBytes(tokens.front()));

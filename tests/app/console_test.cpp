@@ -235,10 +235,11 @@ TEST(Languages, HaveTheirDecimalSignAndTheirPlural) {
   const std::string target = folder.PathTo("a.ov2");
   EXPECT_EQ(told("ENGLISH"), target + ": checked: 1 stop is as it was, within 0.0 m\n");
   EXPECT_EQ(told("GERMAN"),
-            target + ": gepr\u00FCft: 1 Etappenziel ist unver\u00E4ndert, auf 0,0 m genau\n");
+            target + ": gepr\u00FCft: 1 Wegpunkt ist unver\u00E4ndert, auf 0,0 m genau\n");
   EXPECT_EQ(
       told("FRENCH"),
-      target + " : v\u00E9rifi\u00E9 : 1 \u00E9tape inchang\u00E9e, \u00E0 0,0 m pr\u00E8s\n");
+      target +
+          "\u00A0: v\u00E9rifi\u00E9\u00A0: 1 \u00E9tape inchang\u00E9e, \u00E0 0,0 m pr\u00E8s\n");
   EXPECT_EQ(told("DUTCH"), target + ": gecontroleerd: 1 stop is ongewijzigd, binnen 0,0 m\n");
 }
 

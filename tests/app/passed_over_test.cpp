@@ -20,7 +20,7 @@ std::string PassedOver(const std::string& name, const std::string& content,
   EXPECT_EQ(result.status, 0) << result.errors;
   const std::string start = folder.PathTo(name);
   const bool isFrench = environment.find("fr") != std::string::npos;
-  const size_t line = result.errors.rfind(start + (isFrench ? " : " : ": "));
+  const size_t line = result.errors.rfind(start + (isFrench ? "\u00A0: " : ": "));
   const bool hasOtherLists =
       line != std::string::npos && result.errors.find(start + ": taken: ") == line;
   if (line == std::string::npos || hasOtherLists) {
@@ -166,7 +166,7 @@ TEST(PassedOver, NumbersAndFormsAreThoseOfTheLanguage) {
   EXPECT_EQ(PassedOver("a.gpx", gpx, "LC_ALL=de_DE.UTF-8"),
             ": übergangen: 2.412 Zeitangaben, 1 Symbol");
   EXPECT_EQ(PassedOver("a.gpx", gpx, "LC_ALL=fr_FR.UTF-8"),
-            " : laissé de côté : 2\u202f412 heures, 1 symbole");
+            "\u00A0: laissé de côté\u00A0: 2\u202f412 heures, 1 symbole");
   EXPECT_EQ(PassedOver("a.gpx", gpx, "LC_ALL=nl_NL.UTF-8"),
             ": overgeslagen: 2.412 tijden, 1 symbool");
 }

@@ -234,6 +234,15 @@ TEST_F(SettingsCommand, TellsWhatCannotBeStored) {
   EXPECT_EQ(Run({folder.PathTo("a.itn"), "csv"}).status, 0);
 }
 
+TEST_F(SettingsCommand, RefusesAProviderThatDoesNotExist) {
+  const ProgramResult result = Run({"--set", "RouteProvider=999"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_TRUE(result.errors.starts_with(
+      "The value \"999\" of RouteProvider is not allowed. Allowed: 0, 2, 3, 5, "))
+      << result.errors;
+  EXPECT_EQ(Run({"--set", "RouteProvider=10"}).status, 0);
+}
+
 TEST_F(SettingsCommand, HonoursALanguageStoredByHand) {
   setenv("XDG_CONFIG_HOME", folder.PathTo("config").c_str(), 1);
   storage::OpenUserStorage().CreateFolder(kSettingsRoot).CreateValue("Language").WriteNumber(7);
@@ -245,6 +254,16 @@ TEST_F(SettingsCommand, HonoursALanguageStoredByHand) {
   EXPECT_EQ(german.errors, "Die Quelle \u201ea.itn\u201c ist nicht vorhanden.\n");
   ASSERT_EQ(Run({"--set", "Coordinates=1"}).status, 0);
   EXPECT_EQ(Run({"a.itn", "itn"}).errors, german.errors);
+}
+
+TEST_F(SettingsCommand, TakesALanguageThatGivesWayToTheOneStoredByHand) {
+  ASSERT_EQ(Run({"--set", "ProgramLanguage=19"}).status, 0);
+  EXPECT_EQ(Run({"a.itn", "itn"}).errors, "De bron \u201Ca.itn\u201D bestaat niet.\n");
+  EXPECT_EQ(Run({"a.itn", "itn", "LANG_ENGLISH"}).errors, "The source \"a.itn\" does not exist.\n");
+  setenv("XDG_CONFIG_HOME", folder.PathTo("config").c_str(), 1);
+  storage::OpenUserStorage().CreateFolder(kSettingsRoot).CreateValue("Language").WriteNumber(7);
+  unsetenv("XDG_CONFIG_HOME");
+  EXPECT_EQ(Run({"a.itn", "itn"}).errors, "Die Quelle \u201ea.itn\u201c ist nicht vorhanden.\n");
 }
 
 }  // namespace

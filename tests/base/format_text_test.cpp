@@ -32,7 +32,7 @@ TEST(FormatText, ChoosesTheFormByTheNumber) {
 TEST(FormatText, HasTheDecimalSignOfTheLanguage) {
   SetLanguage(Language::kGerman);
   EXPECT_EQ(FormatText(kTextNothingLost, "3.5.itn", 2, 1.25),
-            "3.5.itn: gepr\u00FCft: alle 2 Etappenziele sind unver\u00E4ndert, auf 1,2 m genau");
+            "3.5.itn: gepr\u00FCft: alle 2 Wegpunkte sind unver\u00E4ndert, auf 1,2 m genau");
   EXPECT_EQ(LocalNumber("12.5km"), "12,5km");
   SetLanguage(Language::kEnglish);
   EXPECT_EQ(LocalNumber("12.5km"), "12.5km");

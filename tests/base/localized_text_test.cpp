@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -58,6 +59,47 @@ TEST(StringTables, HoldTheSamePlaceholdersInTheSameOrder) {
           << language << ' ' << english.id;
       EXPECT_EQ(BehindFirstBar(table->begin[i].text), BehindFirstBar(english.text))
           << language << ' ' << english.id;
+    }
+  }
+}
+
+struct Habit {
+  const char* language;
+  const char* avoided;
+  const char* why;
+};
+
+// What the words of a language are written with; one word for one thing.
+constexpr Habit kHabits[] = {
+    {"fr", "[A-Za-z]'[A-Za-z]", "an apostrophe is curved"},
+    {"fr", " ([:;?!](\\s|$)|\u00BB)", "no line ends in front of a double mark"},
+    {"fr", "\u00AB ", "no line ends behind a quote"},
+    {"fr", "\\.\\.\\.$", "dots are one character"},
+    {"de", "\\.\\.\\.$", "dots are one character"},
+    {"nl", "\\.\\.\\.$", "dots are one character"},
+    {"nl", "[A-Za-z]'[A-Za-z]", "an apostrophe is curved"},
+    {"de", "Etappenziel|Stopp|Station|\\bHalte?\\b", "a stop is a Wegpunkt"},
+    {"de", "Routenanbieter", "a directions provider is a Routendienst"},
+    {"de", "\\b(kein|der|Der|den) Weg\\b", "a way is a Route or a Strecke"},
+    {"de", "Aufteilung", "a CSV layout is a Layout"},
+    {"nl", "[Gg]een weg (gevonden|van|naar|door)|de weg (langs|mag)", "a way is a route"},
+    {"nl", "routeaanbieder", "a directions provider is a routedienst"},
+    {"nl", "[Vv]erzoek", "a request is an aanvraag"},
+    {"fr", "\\bchemin (vers|de)\\b", "a way is a trajet"},
+    {"fr", "fourgonnette|[Aa]utobus", "vehicles have the names of the list"},
+    {"en", "[Ff]avourite", "the tab of the window says Favorites"},
+};
+
+TEST(StringTables, KeepTheHabitsOfTheirLanguage) {
+  for (const Habit& habit : kHabits) {
+    const std::regex avoided(habit.avoided);
+    const StringTable& table = *kTables.at(habit.language);
+    for (size_t i = 0; i < table.count; ++i) {
+      const std::string text(table.begin[i].text);
+      // Bars stand in filters of file dialogs, whose labels have their own rules.
+      if (text.find('|') != std::string::npos) continue;
+      EXPECT_FALSE(std::regex_search(text, avoided))
+          << habit.language << ' ' << table.begin[i].id << ": " << habit.why << ": " << text;
     }
   }
 }

@@ -37,6 +37,41 @@ TEST_F(ListActions, NothingReachesAPageThatIsNotThere) {
   EXPECT_EQ(rows.count, 0u);
 }
 
+// A file of many points that the user does not want to see.
+TEST_F(ListActions, AHiddenListIsShownByItsFirstEdit) {
+  view.RemoveRows(4);
+  log.clear();
+  view.Hide();
+  list.points.clear();
+  for (int i = 0; i < 2; ++i) list.points.push_back(MakePoint(1, 2, "Z"));
+  EXPECT_EQ(rows.count, 0u);
+  EXPECT_FALSE(view.CanUndo());
+  EXPECT_THAT(log, ElementsAre("ClearPushPins(0)"));
+  view.ShowSettings();
+  EXPECT_EQ(rows.count, 0u);
+  log.clear();
+  view.AddPoint(MakePoint(1, 2, "X"));
+  EXPECT_EQ(NamesOf(list), "ZZX");
+  EXPECT_EQ(rows.count, 3u);
+  EXPECT_THAT(log, ElementsAre("ClearPushPins(0)", "RefreshPushPins(0, 0)", "InsertPushPin(0, 2)",
+                               "ViewPushPin(0, 2)"));
+  view.Undo();
+  EXPECT_EQ(NamesOf(list), "ZZ");
+}
+
+TEST_F(ListActions, AHiddenListIsShownByAnotherNameAndByACalculation) {
+  view.Hide();
+  view.RenamePoint(1, "Y");
+  EXPECT_EQ(NamesOf(list), "AYCDE");
+  EXPECT_EQ(rows.count, 5u);
+  view.Hide();
+  view.CalculateFrom(2);
+  EXPECT_EQ(rows.count, 5u);
+  view.Hide();
+  view.Rebuild();
+  EXPECT_EQ(rows.count, 5u);
+}
+
 TEST_F(ListActions, AddPointAppendsWithoutASelection) {
   view.AddPoint(MakePoint(1, 2, "X"));
   EXPECT_EQ(NamesOf(list), "ABCDEX");

@@ -64,14 +64,14 @@ TEST_F(Settings, AFirstStartGivesTheDefaults) {
 TEST_F(Settings, TheTableHasTheKeysInTheirOrder) {
   std::vector<std::string_view> keys;
   for (const SettingRow& row : SettingTable()) keys.push_back(row.key);
-  EXPECT_THAT(keys,
-              testing::ElementsAre(
-                  "ConverterPosition", "EditorPosition", "AUTO_CALC", "DIST_MILES",
-                  "OPTIMIZE_USE_DIRECTION", "AVOID_HIGHWAY", "AVOID_TOLLS", "VehicleType",
-                  "ItineraryType", "RouteProvider", "ForceRoad", "AutoAddStep", "DisplayNumber",
-                  "Export", "Language", "Coordinates", "TruckHeight", "TruckWidth", "TruckLength",
-                  "TruckTrailersCount", "TruckLimitedWeight", "TruckWeightAxle", "TruckCategory",
-                  "UserID", "DefaultMap", "FindProvider", "CalculateAsked", "PlannerPage"));
+  EXPECT_THAT(keys, testing::ElementsAre(
+                        "ConverterPosition", "EditorPosition", "AUTO_CALC", "DIST_MILES",
+                        "OPTIMIZE_USE_DIRECTION", "AVOID_HIGHWAY", "AVOID_TOLLS", "VehicleType",
+                        "ItineraryType", "RouteProvider", "ForceRoad", "AutoAddStep",
+                        "DisplayNumber", "Export", "Language", "Coordinates", "TruckHeight",
+                        "TruckWidth", "TruckLength", "TruckTrailersCount", "TruckLimitedWeight",
+                        "TruckWeightAxle", "TruckCategory", "UserID", "DefaultMap", "FindProvider",
+                        "CalculateAsked", "PlannerPage", "ProgramLanguage"));
 }
 
 TEST_F(Settings, EachFieldHasItsKeyAndKind) {

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QTabWidget>
 #include <QToolButton>
@@ -29,11 +30,9 @@ void CollectNames(QAccessibleInterface* object, std::set<QString>& names) {
 
 class ControlsTest : public WindowTest {
  protected:
-  std::set<QString> AccessibleNames() {
+  static std::set<QString> AccessibleNames(QWidget& window) {
     std::set<QString> names;
-    CollectNames(QAccessible::queryAccessibleInterface(m_window.get()), names);
-    for (const QAction* const action : m_window->findChildren<QAction*>())
-      names.insert(action->toolTip());
+    CollectNames(QAccessible::queryAccessibleInterface(&window), names);
     return names;
   }
 };
@@ -42,7 +41,7 @@ TEST_F(ControlsTest, EachRoleIsFoundByItsName) {
   Open().resize(1280, 800);
   // The tool bar makes room a little later.
   EXPECT_TRUE(WaitUntil([this] { return m_window->ExportList().isVisible(); }, 5000));
-  const std::set<QString> names = AccessibleNames();
+  const std::set<QString> names = AccessibleNames(*m_window);
   for (const char* const name : {"Open",
                                  "Export",
                                  "Up",
@@ -71,19 +70,64 @@ TEST_F(ControlsTest, EachRoleIsFoundByItsName) {
     EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
 }
 
+TEST_F(ControlsTest, EachToolTipIsTheNameOfItsButton) {
+  Open();
+  size_t buttons = 0;
+  for (const QToolButton* const button : m_window->findChildren<QToolButton*>()) {
+    if (button->accessibleName().isEmpty()) continue;
+    ++buttons;
+    EXPECT_EQ(button->toolTip(), button->accessibleName());
+  }
+  EXPECT_GE(buttons, 16u);
+}
+
+TEST_F(ControlsTest, TheFieldsOfAPointAreFoundByTheirNames) {
+  Open();
+  std::set<QString> names;
+  WhenDialogOpens([&names](QWidget& dialog) {
+    names = AccessibleNames(dialog);
+    dynamic_cast<QDialog&>(dialog).reject();
+  });
+  m_window->Commands()[Command::kAdd].trigger();
+  for (const char* const name : {"Name", "Latitude", "Longitude", "Elevation", "Comment",
+                                 "Coordinate format", "OK", "Cancel"})
+    EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
+}
+
+// The letters behind the marks of texts, as they are counted.
+std::multiset<QChar> Mnemonics(const QStringList& texts) {
+  std::multiset<QChar> letters;
+  for (const QString& text : texts) {
+    const qsizetype mark = text.indexOf(QLatin1Char('&'));
+    if (mark >= 0 && mark + 1 < text.size()) letters.insert(text[mark + 1].toLower());
+  }
+  return letters;
+}
+
+TEST_F(ControlsTest, MnemonicsDifferInEachMenu) {
+  for (const Language language : kLanguages) {
+    SetLanguage(language);
+    Open();
+    for (const QAction* const menu : m_window->menuBar()->actions()) {
+      QStringList texts;
+      for (const QAction* const action : menu->menu()->actions()) texts.append(action->text());
+      const std::multiset<QChar> letters = Mnemonics(texts);
+      for (const QChar letter : letters)
+        EXPECT_EQ(letters.count(letter), 1u) << menu->text().toStdString();
+    }
+    m_window.reset();
+  }
+}
+
 TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
   for (const Language language : kLanguages) {
     SetLanguage(language);
     Open();
-    std::multiset<QChar> letters;
-    const auto take = [&letters](const QString& text) {
-      const qsizetype mark = text.indexOf(QLatin1Char('&'));
-      if (mark >= 0 && mark + 1 < text.size()) letters.insert(text[mark + 1].toLower());
-    };
-    for (const QAction* const menu : m_window->menuBar()->actions()) take(menu->text());
     // Those of the tool bar stand beside the menus' own.
-    take(m_window->Commands()[Command::kOpen].text());
-    take(m_window->Commands()[Command::kExport].text());
+    QStringList texts{m_window->Commands()[Command::kOpen].text(),
+                      m_window->Commands()[Command::kExport].text()};
+    for (const QAction* const menu : m_window->menuBar()->actions()) texts.append(menu->text());
+    const std::multiset<QChar> letters = Mnemonics(texts);
     for (const QChar letter : letters)
       EXPECT_EQ(letters.count(letter), 1u)
           << QString(letter).toStdString() << " in language " << static_cast<uint32_t>(language);

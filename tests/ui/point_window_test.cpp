@@ -97,6 +97,79 @@ TEST_F(PointWindowTest, NumbersFollowTheProgramsLanguageAndTakeEitherMark) {
   QLocale::setDefault(QLocale(QStringLiteral("en")));
 }
 
+TEST_F(PointWindowTest, TheBoundsThemselvesAreAllowedAndTheLatitudeIsToldFirst) {
+  CGpsNamedPoint point;
+  QStringList messages;
+  const auto press = [&messages](QWidget& dialog) {
+    WhenBoxOpens([&messages](QMessageBox& box) {
+      messages.append(box.text());
+      box.button(QMessageBox::Ok)->click();
+    });
+    Press(dialog, QDialogButtonBox::Ok);
+  };
+  WhenDialogOpens([&](QWidget& dialog) {
+    const auto enter = [&dialog](const char* name, const char* text) {
+      QLineEdit& field = *Field<AngleEdit>(dialog, name).findChild<QLineEdit*>();
+      field.selectAll();
+      QTest::keyClicks(&field, QLatin1String(text));
+    };
+    enter("Latitude", "-90.1");
+    enter("Longitude", "180.1");
+    press(dialog);
+    enter("Latitude", "-90");
+    press(dialog);
+    enter("Longitude", "-180.0001");
+    press(dialog);
+    enter("Longitude", "180");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  EXPECT_TRUE(Edit(point));
+  EXPECT_EQ(messages, (QStringList{"Latitude value must lie between -90 and 90.",
+                                   "Longitude value must lie between -180 and 180.",
+                                   "Longitude value must lie between -180 and 180."}));
+  EXPECT_EQ(point.latitude, -90.0);
+  EXPECT_EQ(point.longitude, 180.0);
+}
+
+TEST_F(PointWindowTest, OpensInTheFormatOfTheSettings) {
+  m_settings->coordinates = 2;
+  CGpsNamedPoint point;
+  point.latitude = -33.51;
+  point.longitude = 151.25;
+  QStringList formats;
+  WhenDialogOpens([&](QWidget& dialog) {
+    auto& format = Field<QComboBox>(dialog, "Coordinate format");
+    for (int i = 0; i < format.count(); ++i) formats.append(format.itemText(i));
+    EXPECT_EQ(format.currentIndex(), 2);
+    // 0.51 degrees are 30.6 minutes, and 0.6 minutes are 36 seconds.
+    auto& latitude = Field<AngleEdit>(dialog, "Latitude");
+    EXPECT_EQ(Field<QLineEdit>(latitude, "Degrees").text(), "33");
+    EXPECT_EQ(Field<QLineEdit>(latitude, "Minutes").text(), "30");
+    EXPECT_EQ(Field<QLineEdit>(latitude, "Seconds").text(), "36");
+    EXPECT_EQ(Field<QComboBox>(latitude, "Hemisphere").currentText(), "S");
+    auto& longitude = Field<AngleEdit>(dialog, "Longitude");
+    EXPECT_EQ(Field<QLineEdit>(longitude, "Minutes").text(), "15");
+    EXPECT_EQ(Field<QComboBox>(longitude, "Hemisphere").currentText(), "E");
+    Press(dialog, QDialogButtonBox::Cancel);
+  });
+  EXPECT_FALSE(Edit(point));
+  EXPECT_EQ(formats, (QStringList{"Decimal degrees", "Degrees and minutes",
+                                  "Degrees, minutes and seconds"}));
+}
+
+TEST_F(PointWindowTest, SaysTheHemispheresInTheLanguageOfTheProgram) {
+  SetLanguage(Language::kDutch);
+  AngleEdit latitude(/*isLatitude=*/true);
+  AngleEdit longitude(/*isLatitude=*/false);
+  SetLanguage(Language::kEnglish);
+  const auto letters = [](const AngleEdit& edit) {
+    const auto& list = *edit.findChild<QComboBox*>();
+    return list.itemText(0) + list.itemText(1);
+  };
+  EXPECT_EQ(letters(latitude), "NZ");
+  EXPECT_EQ(letters(longitude), "OW");
+}
+
 TEST_F(PointWindowTest, LookingAtAnotherFormatChangesNothing) {
   CGpsNamedPoint point;
   point.latitude = 48.123456789;

@@ -215,7 +215,7 @@ pageTest('the window renames, removes, keeps and sends', () => fixture.openVilla
   await page.evaluate(`(() => { const name = document.querySelector('.pin-name');
     name.focus(); name.value = 'Kolmar'; name.dispatchEvent(new Event('change')); name.blur(); })()`);
   assert.deepEqual(await calls(page, 'RenamePoint'), [['RenamePoint', 0, 8, 'Kolmar']]);
-  await press('Add to favourites');
+  await press('Add to favorites');
   assert.equal((await calls(page, 'AddFavorite')).length, 1);
   await press('Add to Garmin');
   await press('Add to TomTom');
