@@ -4,15 +4,13 @@
 #include <QMenu>
 #include <QUrl>
 
+#include "base/text_ids.h"
 #include "platform/open_link.h"
 #include "services/links/show_links.h"
 #include "ui/main_window.h"
 #include "ui/text.h"
 
 namespace {
-
-constexpr uint32_t kTextOpenInWebMap = 2000;
-constexpr uint32_t kTextNoBrowser = 2001;
 
 // A product without a web site of its own is built with a host that nobody can have.
 bool LeadsNowhere(const std::string& link) {
