@@ -26,6 +26,7 @@
 #include "ui/main_window.h"
 #include "ui/map_view.h"
 #include "ui/page_files.h"
+#include "ui/planner_page.h"
 #include "ui/point_table.h"
 #include "ui/workspace.h"
 
