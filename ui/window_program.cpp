@@ -20,6 +20,7 @@
 #include "ui/main_window.h"
 #include "ui/page_files.h"
 #include "ui/spoken_language.h"
+#include "ui/text.h"
 
 namespace {
 
