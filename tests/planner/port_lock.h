@@ -4,16 +4,16 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-/// Keeps the port of the local server for one test at a time, whichever process it runs in.
+/// Waits for the port of the local server and keeps it for this process until its end: the server
+/// goes on listening behind the test that has started it.
 class PortLock {
  public:
-  PortLock() : m_file(open("/tmp/corvane-map-port-8099.lock", O_RDWR | O_CREAT | O_CLOEXEC, 0666)) {
-    flock(m_file, LOCK_EX);
-  }
-  ~PortLock() { close(m_file); }
-  PortLock(const PortLock&) = delete;
-  PortLock& operator=(const PortLock&) = delete;
+  PortLock() { [[maybe_unused]] static const int file = Locked(); }
 
  private:
-  int m_file;
+  static int Locked() {
+    const int file = open("/tmp/corvane-map-port-8099.lock", O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    flock(file, LOCK_EX);
+    return file;
+  }
 };
