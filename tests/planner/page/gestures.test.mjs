@@ -367,7 +367,7 @@ pageTest('what the program refuses is told, and not said to be done', () => fixt
     external[name] = () => { throw new Error(name + ' failed') };`);
   await page.click(kColmar.x, kColmar.y);
   await windowOf(page, 'Colmar');
-  await press(page, 'Add to favourites');
+  await press(page, 'Add to favorites');
   await page.evaluate(`(() => { const name = document.querySelector('.pin-name');
     name.value = 'Kolmar'; name.dispatchEvent(new Event('change')); })()`);
   assert.equal(await page.evaluate('document.querySelector(".pin-name").value'), 'Colmar');
