@@ -10,7 +10,6 @@
 #include "planner/page_maps.h"
 #include "planner/planner_bridge.h"
 #include "planner/tile_layers.h"
-#include "platform/debug_log.h"
 #include "settings/settings.h"
 #include "ui/layer_window.h"
 #include "ui/look.h"
@@ -177,7 +176,10 @@ class MapPage : public SettingsForm {
 
   void StoreAll() {
     // What could not be read must not be replaced by less.
-    if (!m_isKnown) return;
+    if (!m_isKnown) {
+      if (std::ranges::any_of(m_entries, &Entry::isOwn)) NoteStored(kStatusFailure);
+      return;
+    }
     MapLayers layers;
     MapSources maps;
     for (size_t i = 0; i < m_entries.size(); ++i) {
@@ -192,7 +194,7 @@ class MapPage : public SettingsForm {
     }
     uint32_t status = SaveMapLayers(storage::OpenUserStorage(), layers);
     if (status == kStatusSuccess) status = SaveMaps(storage::OpenUserStorage(), maps);
-    if (status != kStatusSuccess) DebugLog("map layers: " + std::to_string(status));
+    NoteStored(status);
   }
 
   CSettings& m_settings;

@@ -4,8 +4,8 @@
 #include <QLineEdit>
 #include <map>
 
+#include "base/status.h"
 #include "base/text_ids.h"
-#include "platform/debug_log.h"
 #include "services/service_access.h"
 #include "services/service_store.h"
 #include "services/service_table.h"
@@ -104,9 +104,9 @@ class ServicesPage : public SettingsForm {
       }
     }
     // Values that could not be read must not be replaced by fewer.
-    if (changes.empty() || !m_isKnown) return;
-    if (const uint32_t status = StoreServiceValues(storage::OpenUserStorage(), changes))
-      DebugLog("services: " + std::to_string(status));
+    if (changes.empty()) return;
+    if (!m_isKnown) return NoteStored(kStatusFailure);
+    NoteStored(StoreServiceValues(storage::OpenUserStorage(), changes));
     SetServiceValues(m_values);
   }
 

@@ -13,8 +13,10 @@ SettingsForm::SettingsForm() : m_form(new QFormLayout(this)) {
   m_form->setHorizontalSpacing(kWideMargin);
 }
 
-void SettingsForm::Store() {
+bool SettingsForm::Store() {
+  m_isStored = true;
   for (const auto& action : m_actions) action();
+  return m_isStored;
 }
 
 QCheckBox* SettingsForm::AddSwitch(uint32_t textId, bool& value) {

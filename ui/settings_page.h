@@ -9,6 +9,7 @@ class SettingsPage : public QWidget {
 
   /// A message about what cannot be accepted, with the field in focus; empty when all is well.
   virtual QString Check() { return {}; }
-  /// Takes what was entered over into the settings.
-  virtual void Store() = 0;
+  /// Takes what was entered over into the settings. False when the settings file has not taken
+  /// some of it.
+  virtual bool Store() = 0;
 };

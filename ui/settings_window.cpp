@@ -45,13 +45,16 @@ class SettingsWindow : public QDialog {
       ShowMessageBox(this, message, kBoxOk | kBoxWarningIcon);
       return;
     }
-    for (SettingsPage* const page : m_pages) page->Store();
+    for (SettingsPage* const page : m_pages) m_isStored = page->Store() && m_isStored;
     QDialog::accept();
   }
+
+  bool IsStored() const { return m_isStored; }
 
  private:
   QTabWidget* m_tabs;
   std::vector<SettingsPage*> m_pages;
+  bool m_isStored = true;
 };
 
 }  // namespace
@@ -63,7 +66,8 @@ bool ShowSettingsWindow(QWidget* parent, CSettings& settings, const PlannerBridg
   window.Add(kTextMapOptions, MakeMapPage(settings, bridge));
   window.Add(kTextServicesGroup, MakeServicesPage(settings));
   if (window.exec() != QDialog::Accepted) return false;
-  if (settings.Save() != 0)
+  const bool isSaved = settings.Save() == 0;
+  if (!isSaved || !window.IsStored())
     ShowMessageBox(parent, Text(kTextSettingsNotStored), kBoxOk | kBoxWarningIcon);
   return true;
 }

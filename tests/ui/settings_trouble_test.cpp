@@ -7,8 +7,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "base/text_ids.h"
+#include "settings/map_layers.h"
 #include "tests/run_program.h"
 #include "tests/ui/window_fixture.h"
+#include "ui/text.h"
 #include "ui/workspace.h"
 
 namespace {
@@ -78,6 +81,30 @@ TEST_F(SettingsTrouble, AFileThatIsHeldHoldsNoWindowUp) {
   CSettings later;
   EXPECT_EQ(later.Load(), 0u);
   EXPECT_EQ(later.coordinates, 0);
+}
+
+TEST_F(SettingsTrouble, LayersThatCannotBeStoredAreTold) {
+  ASSERT_EQ(m_settings->Save(), 0u);
+  Open();
+  auto holding = std::make_unique<HoldingProcess>(m_home.File());
+  QString message;
+  WhenDialogOpens([&](QWidget& dialog) {
+    // What was there could not be read, and so must not be written over.
+    holding.reset();
+    for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
+      if (button->text() == QLatin1String("Add OpenStreetMap")) button->click();
+    }
+    WhenBoxOpens([&message](QMessageBox& box) {
+      message = box.text();
+      box.button(QMessageBox::Ok)->click();
+    });
+    dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+  });
+  m_window->Commands()[Command::kSettings].trigger();
+  EXPECT_EQ(message, Text(kTextSettingsNotStored));
+  MapLayers layers;
+  EXPECT_EQ(LoadMapLayers(storage::OpenUserStorage(), layers), 0u);
+  EXPECT_TRUE(layers.empty());
 }
 
 TEST_F(SettingsTrouble, AFileThatIsDamagedMeanwhileIsPutAside) {
