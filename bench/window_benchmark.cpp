@@ -25,9 +25,9 @@
 #include "ui/look.h"
 #include "ui/main_window.h"
 #include "ui/map_view.h"
-#include "ui/page_files.h"
 #include "ui/planner_page.h"
 #include "ui/point_table.h"
+#include "ui/window_program.h"
 #include "ui/workspace.h"
 
 namespace {
@@ -73,10 +73,7 @@ bool IsDrawn(MainWindow& window) {
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
   std::pmr::set_default_resource(&LargePages());
-  Q_INIT_RESOURCE(window);
-  PrepareLook(Look::kLight);
-  RegisterPageSchemes();
-  QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  PrepareApplication(Look::kLight);
   QApplication application(argc, argv);
   ApplyLook(application, Look::kLight);
   FillServiceRegistry(CServiceRegistry::Instance());

@@ -65,9 +65,7 @@ class CsvLayoutWindow : public QDialog {
     m_decimal = AddEdit(kTextDecimalSeparator);
     m_separator = AddEdit(kTextColumnSeparator);
 
-    auto* const outer = new QVBoxLayout(this);
-    outer->setContentsMargins(kWideMargin, kWideMargin, kWideMargin, kWideMargin);
-    outer->setSpacing(kWideMargin);
+    QVBoxLayout* const outer = AddDialogLayout(*this);
     outer->addLayout(m_controls);
     AddPreview(*outer, fileName);
     AddDialogButtons(*this, *outer);

@@ -6,7 +6,15 @@
 #include <QPushButton>
 
 #include "base/text_ids.h"
+#include "ui/look.h"
 #include "ui/text.h"
+
+QVBoxLayout* AddDialogLayout(QDialog& dialog) {
+  auto* const layout = new QVBoxLayout(&dialog);
+  layout->setContentsMargins(kWideMargin, kWideMargin, kWideMargin, kWideMargin);
+  layout->setSpacing(kWideMargin);
+  return layout;
+}
 
 QDialogButtonBox* AddDialogButtons(QDialog& dialog, QBoxLayout& layout) {
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);

@@ -50,9 +50,7 @@ class LayerWindow : public QDialog {
     m_credit->setCursorPosition(0);
     add(kTextMapLayerLeastZoom, m_least);
     add(kTextMapLayerGreatestZoom, m_greatest);
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(kWideMargin, kWideMargin, kWideMargin, kWideMargin);
-    layout->setSpacing(kWideMargin);
+    QVBoxLayout* const layout = AddDialogLayout(*this);
     layout->addLayout(form);
     AddDialogButtons(*this, *layout);
     setMinimumWidth(kWidth);

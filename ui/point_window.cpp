@@ -69,9 +69,7 @@ class PointWindow : public QDialog {
     add(kTextLongitude, m_longitude);
     add(kTextElevation, m_elevation);
     add(kTextComment, m_comment);
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(kWideMargin, kWideMargin, kWideMargin, kWideMargin);
-    layout->setSpacing(kWideMargin);
+    QVBoxLayout* const layout = AddDialogLayout(*this);
     layout->addLayout(form);
     AddDialogButtons(*this, *layout);
     setMinimumWidth(kWidth);

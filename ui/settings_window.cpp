@@ -24,9 +24,7 @@ class SettingsWindow : public QDialog {
  public:
   explicit SettingsWindow(QWidget* parent) : QDialog(parent), m_tabs(new QTabWidget) {
     setWindowTitle(PlainText(kTextSettings));
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(kWideMargin, kWideMargin, kWideMargin, kWideMargin);
-    layout->setSpacing(kWideMargin);
+    QVBoxLayout* const layout = AddDialogLayout(*this);
     layout->addWidget(m_tabs);
     AddDialogButtons(*this, *layout);
     setMinimumWidth(kWidth);

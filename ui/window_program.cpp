@@ -50,14 +50,18 @@ void EndWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QString&
 
 }  // namespace
 
-int RunWindowProgram(int& argumentCount, char** arguments, const std::string& file) {
+void PrepareApplication(Look look) {
   Q_INIT_RESOURCE(window);
-  FirstPaint firstPaint;
-  firstPaint.Start();
-  const Look look = DesktopLook();
   PrepareLook(look);
   RegisterPageSchemes();
   QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+}
+
+int RunWindowProgram(int& argumentCount, char** arguments, const std::string& file) {
+  FirstPaint firstPaint;
+  firstPaint.Start();
+  const Look look = DesktopLook();
+  PrepareApplication(look);
   const QtMessageHandler usual = qInstallMessageHandler(EndWithoutDisplay);
   QApplication application(argumentCount, arguments);
   qInstallMessageHandler(usual);

@@ -1,7 +1,11 @@
 #pragma once
 
 #include <string>
-#include <vector>
+
+#include "ui/look.h"
+
+/// What has to be done before the application object is made.
+void PrepareApplication(Look look);
 
 /// Runs the window until it closes. `file`, in UTF-8, is opened at the start unless it is empty;
 /// language and settings have been chosen. Returns the exit status of the program.

@@ -10,7 +10,7 @@
 #include "tests/ui/played_session.h"
 #include "ui/accessible_lists.h"
 #include "ui/look.h"
-#include "ui/page_files.h"
+#include "ui/window_program.h"
 
 // One application for all tests of this process, off every screen. The engine of the map refuses
 // its own sandbox to root, which tests in a container are.
@@ -21,10 +21,7 @@ int main(int argc, char** argv) {
   qputenv("CORVANE_LOOK", "light");
   const bool playsSession = argc == 4 && std::string_view(argv[1]) == "--play-session";
   if (!playsSession) testing::InitGoogleTest(&argc, argv);
-  Q_INIT_RESOURCE(window);
-  PrepareLook(Look::kLight);
-  RegisterPageSchemes();
-  QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  PrepareApplication(Look::kLight);
   QApplication application(argc, argv);
   ApplyLook(application, Look::kLight);
   NameListsForAssistiveTechnology();

@@ -29,11 +29,11 @@
 #include "ui/main_window.h"
 #include "ui/map_view.h"
 #include "ui/notice_bar.h"
-#include "ui/page_files.h"
 #include "ui/paste_window.h"
 #include "ui/point_table.h"
 #include "ui/point_window.h"
 #include "ui/text.h"
+#include "ui/window_program.h"
 #include "ui/workspace.h"
 
 namespace {
@@ -150,10 +150,7 @@ int main(int argc, char** argv) {
        {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
     qputenv(variable, home.path().toLocal8Bit());
   const Look wanted = look == QLatin1String("dark") ? Look::kDark : Look::kLight;
-  Q_INIT_RESOURCE(window);
-  PrepareLook(wanted);
-  RegisterPageSchemes();
-  QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  PrepareApplication(wanted);
   QApplication application(argc, argv);
   ApplyLook(application, wanted);
   SetLanguage(LanguageOf(language));
