@@ -81,16 +81,16 @@ void SearchPage::StartSearch() {
   Tell(Text(kTextSearching));
   m_button->setEnabled(false);
   const uint64_t number = ++m_lastSearch;
-  m_thread = std::jthread([this, isThere = m_isThere, &posts = m_posts, kind = m_kind, number,
-                           provider, text, position = around.value_or(CGpsCoordinate())](
-                              const std::stop_token& stop) {
-    const FoundPlaces answer = kind == SearchKind::kNearby
-                                   ? FindPlacesNear(provider, text, position, stop)
-                                   : FindPlaces(provider, text, stop);
-    posts.Post([this, isThere, number, answer] {
-      if (*isThere) EndSearch(number, answer.status, answer.places);
-    });
-  });
+  m_thread = std::jthread(
+      [this, isThere = m_isThere, &posts = m_posts, kind = m_kind, number, provider, text,
+       position = around.value_or(CGpsCoordinate())](const std::stop_token& stop) {
+        const FoundPlaces answer = kind == SearchKind::kNearby
+                                       ? FindPlacesNear(provider, text, position, stop)
+                                       : FindPlaces(provider, text, stop);
+        posts.Post([this, isThere, number, answer] {
+          if (*isThere) EndSearch(number, answer.status, answer.places);
+        });
+      });
 }
 
 void SearchPage::EndSearch(uint64_t number, uint32_t status, std::vector<CGpsNamedPoint> places) {
