@@ -228,11 +228,12 @@ void OutputFile::Write(std::string_view bytes) {
 }
 
 // A file goes to the disk before it gets its name, so that a power cut leaves the old one or the
-// new one. What the disk has begun with early need not be waited for then.
+// new one; where another file has that name, the file system itself sees to it. What the disk has
+// begun with early need not be waited for then.
 void OutputFile::WriteBehind() {
 #ifdef SYNC_FILE_RANGE_WRITE
   constexpr uint64_t kStep = uint64_t{1} << 20;
-  if (!NeedsSync() || m_size - m_begunSize < kStep) return;
+  if (!(NeedsSync() || m_replacesFile) || m_size - m_begunSize < kStep) return;
   // Only a hint: errors come up when the file is closed.
   sync_file_range(m_file, static_cast<off64_t>(m_begunSize),
                   static_cast<off64_t>(m_size - m_begunSize), SYNC_FILE_RANGE_WRITE);
