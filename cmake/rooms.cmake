@@ -6,6 +6,9 @@
 
 set(CORVANE_ROOMS ${CMAKE_BINARY_DIR}/rooms)
 
+# Off where a build has to notice that a source lacks an include of its own.
+option(CORVANE_PRECOMPILE "Read what most sources include of the libraries only once" OFF)
+
 function(corvane_room name)
   cmake_parse_arguments(ROOM "" "PATH" "USES;LIBRARIES;SOURCES" ${ARGN})
   if(NOT ROOM_PATH)
@@ -23,6 +26,13 @@ function(corvane_room name)
   if(ROOM_SOURCES)
     add_library(${name} STATIC ${ROOM_SOURCES})
     target_link_libraries(${name} PRIVATE corvane_warnings)
+    if(CORVANE_PRECOMPILE AND TARGET base AND NOT name STREQUAL base)
+      target_precompile_headers(${name} REUSE_FROM base)
+    elseif(CORVANE_PRECOMPILE AND name STREQUAL base)
+      target_precompile_headers(${name} PRIVATE
+        <algorithm> <array> <charconv> <chrono> <filesystem> <functional> <map> <memory> <mutex>
+        <optional> <string> <string_view> <utility> <variant> <vector> <fmt/format.h>)
+    endif()
     set(scope PUBLIC)
   else()
     add_library(${name} INTERFACE)
