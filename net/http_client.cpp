@@ -140,6 +140,8 @@ void CHttpRequest::Send(ByteSink& sink, const std::string& path, const std::stri
   transfer.bodyLimit = session.Options().bodyLimit;
   transfer.connectTimeoutMs = session.Options().connectTimeoutMs;
   transfer.idleTimeoutMs = session.Options().idleTimeoutMs;
+  transfer.lagMs = session.Options().lagMs;
+  transfer.longestMs = session.Options().longestMs;
 
   const std::lock_guard lock(m_lock);
   if (m_requestHandle != 0 || !m_closedEvent.Wait(0)) {

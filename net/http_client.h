@@ -29,6 +29,8 @@ struct HttpOptions {
   uint64_t bodyLimit = kServiceBodyLimit;  ///< bytes; 0: none
   uint32_t connectTimeoutMs = 30'000;
   uint32_t idleTimeoutMs = 60'000;  ///< without a byte in either direction
+  uint32_t lagMs = 120'000;         ///< behind a line of `kSlowestLine`; 0: without limit
+  uint32_t longestMs = 1'800'000;   ///< in all, redirects included; 0: without limit
   int32_t waitMs = kWaitForever;    ///< the calls that wait do so this long; then 12002
   std::stop_token stop = {};        ///< ends the calls that wait, with 12017
 };
@@ -190,9 +192,10 @@ uint64_t HttpFetch(ByteSink& sink, const WideString& url, const std::string& pos
                    const std::string& referrer = {}, const std::string& hostHeader = {},
                    const HttpOptions& options = {}, const HttpHeaders& extraHeaders = {});
 
-/// Puts a body, of any length, into a file and returns its path; empty when nothing was received.
-/// Without a target the file is that of the cache of this user, where what was fetched once is
-/// found without a request, however old. A target passes the cache by; what came before a failure
-/// stays in it. Throws the platform's error code for files that cannot be written.
+/// Puts a body, of any length and however long it takes, into a file and returns its path; empty
+/// when nothing was received. Without a target the file is that of the cache of this user, where
+/// what was fetched once is found without a request, however old. A target passes the cache by;
+/// what came before a failure stays in it. Throws the platform's error code for files that cannot
+/// be written.
 WideString HttpDownload(const std::string& url, const WideString& target = {},
                         const std::string& referrer = {}, HttpOptions options = {});

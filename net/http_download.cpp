@@ -108,6 +108,7 @@ uint64_t DownloadTo(const WideString& path, const std::string& url, const std::s
 WideString HttpDownload(const std::string& url, const WideString& target,
                         const std::string& referrer, HttpOptions options) {
   options.bodyLimit = kNoBodyLimit;
+  options.longestMs = 0;  // what goes on coming is waited for
   if (!target.empty()) {
     return DownloadTo(target, url, referrer, options, true) == 0 ? WideString() : target;
   }

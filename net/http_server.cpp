@@ -34,6 +34,12 @@ void CHttpServer::AddContent(const std::string& uri, std::string body) {
   m_contents[uri] = std::move(body);
 }
 
+void CHttpServer::RemoveContent(const std::string& uri) {
+  const std::lock_guard lock(m_lock);
+  m_contents.erase(uri);
+  m_fetched.notify_all();
+}
+
 bool CHttpServer::TakeContent(const std::string& uri, std::string& body) {
   const std::lock_guard lock(m_lock);
   const auto found = m_contents.find(uri);

@@ -77,6 +77,9 @@ class CHttpServer final : public IHttpServerUriListener {
   /// Offers a blob, in place of an older one of the same name. `uri` begins with a slash.
   void AddContent(const std::string& uri, std::string body);
 
+  /// Offers the blob of this name no more.
+  void RemoveContent(const std::string& uri);
+
   /// Waits until every blob has been fetched, to its last byte. False when the time is over first.
   bool WaitUntilFetched(std::chrono::milliseconds time);
 

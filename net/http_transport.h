@@ -27,7 +27,13 @@ struct HttpTransfer {
   uint64_t bodyLimit = 0;    ///< bytes; 0: none
   uint32_t connectTimeoutMs = 0;
   uint32_t idleTimeoutMs = 0;  ///< without a byte in either direction
+  uint32_t lagMs = 0;          ///< behind a line of `kSlowestLine`; 0: without limit
+  uint32_t longestMs = 0;      ///< in all, redirects included; 0: without limit
 };
+
+/// Bytes a second, in both directions together. Slower than any line on which one would plan a
+/// trip: only a server that keeps us waiting on purpose falls behind it for long.
+inline constexpr uint32_t kSlowestLine = 1024;
 
 /// Where a transfer tells what becomes of it, always on the background thread.
 class HttpTransferEvents {

@@ -104,9 +104,16 @@ uint32_t WriteTomTomHome(const WideString& path, const CGpsPointArray& list, uin
   if (server.Port() == 0) {
     if (const uint32_t status = server.Start()) return ContextInPlace()->Keep(status);
   }
-  server.AddContent("/" + bundle.archiveName, std::move(bundle.archive));
-  server.AddContent("/" + bundle.descriptionName, std::move(bundle.description));
-  return ContextInPlace()->Keep(OpenLink(bundle.link));
+  const std::string archive = "/" + bundle.archiveName;
+  const std::string description = "/" + bundle.descriptionName;
+  server.AddContent(archive, std::move(bundle.archive));
+  server.AddContent(description, std::move(bundle.description));
+  const uint32_t status = OpenLink(bundle.link);
+  if (status != 0) {  // nobody was told to come for it
+    server.RemoveContent(archive);
+    server.RemoveContent(description);
+  }
+  return ContextInPlace()->Keep(status);
 }
 
 bool WaitUntilTomTomHasFetched(std::chrono::milliseconds time) {

@@ -142,6 +142,8 @@ uint32_t CurlTransfer::Prepare(CURLSH* share, uint64_t id) {
   Set(easy, CURLOPT_NOSIGNAL, 1L);
   // Name look-ups cannot be interrupted: those of a cancelled transfer are left to themselves.
   Set(easy, CURLOPT_QUICK_EXIT, 1L);
+  // What libcurl keeps of names ages by the clock on the wall: set back a year, it stays a year.
+  Set(easy, CURLOPT_DNS_CACHE_TIMEOUT, 0L);
   Set(easy, CURLOPT_PROTOCOLS_STR, "http,https");
   Set(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
   Set(easy, CURLOPT_PATH_AS_IS, 1L);
@@ -224,9 +226,16 @@ bool CurlTransfer::Continue(CURLcode result, uint32_t& code) {
   return code == 0;
 }
 
+// From now; 0: never.
+CurlTransfer::Clock::time_point CurlTransfer::EndIn(uint32_t milliseconds) {
+  if (milliseconds == 0) return Clock::time_point::max();
+  return Clock::now() + std::chrono::milliseconds(milliseconds);
+}
+
 CurlTransfer::Clock::time_point CurlTransfer::Deadline() const {
-  if (!m_isConnected || m_request.idleTimeoutMs == 0) return Clock::time_point::max();
-  return m_lastActivity + std::chrono::milliseconds(m_request.idleTimeoutMs);
+  const Clock::time_point end = std::min(m_end, m_lagEnd);
+  if (!m_isConnected || m_request.idleTimeoutMs == 0) return end;
+  return std::min(end, m_lastActivity + std::chrono::milliseconds(m_request.idleTimeoutMs));
 }
 
 bool CurlTransfer::Fail(uint32_t code) {
@@ -318,9 +327,19 @@ int CurlTransfer::OnConnected(void* self, char*, char*, int, int) {
 int CurlTransfer::OnProgress(void* self, curl_off_t, curl_off_t received, curl_off_t,
                              curl_off_t sent) {
   CurlTransfer& transfer = *static_cast<CurlTransfer*>(self);
-  if (received + sent != transfer.m_moved) {
-    transfer.m_moved = received + sent;
-    transfer.Touch();
-  }
+  transfer.TakeProgress(received + sent);
   return 0;
+}
+
+void CurlTransfer::TakeProgress(curl_off_t moved) {
+  if (moved == m_moved) return;
+  Touch();
+  if (m_request.lagMs != 0 && moved > m_moved) {
+    // What came fast is no credit for standing still later.
+    const auto most = std::chrono::milliseconds(m_request.lagMs);
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_lagEnd - m_lastActivity);
+    const std::chrono::milliseconds gained((moved - m_moved) * 1000 / kSlowestLine);
+    m_lagEnd = m_lastActivity + std::min(most, left + gained);
+  }
+  m_moved = moved;
 }

@@ -29,7 +29,10 @@ class CurlTransfer {
   using Clock = std::chrono::steady_clock;
 
   CurlTransfer(HttpTransfer request, HttpTransferEvents& events)
-      : m_request(std::move(request)), m_events(events) {}
+      : m_request(std::move(request)),
+        m_events(events),
+        m_end(EndIn(m_request.longestMs)),
+        m_lagEnd(EndIn(m_request.lagMs)) {}
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
@@ -41,13 +44,15 @@ class CurlTransfer {
   /// follow a redirect; otherwise `code` is 0 or the InternetError.
   bool Continue(CURLcode result, uint32_t& code);
 
-  /// When nothing has happened for too long. Before there is a connection libcurl keeps the time.
+  /// When nothing or too little has happened for too long, or all of it has taken too long. How
+  /// long a connection may take is libcurl's to watch.
   Clock::time_point Deadline() const;
 
   uint32_t HttpStatus() const { return m_status; }
   HttpTransferEvents& Events() const { return m_events; }
 
  private:
+  static Clock::time_point EndIn(uint32_t milliseconds);
   static size_t OnHeader(const char* data, size_t size, size_t count, void* self);
   static size_t OnBody(const char* data, size_t size, size_t count, void* self);
   static int OnConnected(void* self, char*, char*, int, int);
@@ -60,6 +65,7 @@ class CurlTransfer {
   void ApplyHeaders(CURLU* url);
   bool Fail(uint32_t code);  ///< always false
   void Touch() { m_lastActivity = Clock::now(); }
+  void TakeProgress(curl_off_t moved);
 
   HttpTransfer m_request;
   HttpTransferEvents& m_events;
@@ -79,4 +85,6 @@ class CurlTransfer {
   bool m_isConnected = false;
   curl_off_t m_moved = 0;  ///< bytes in both directions, for `OnProgress`
   Clock::time_point m_lastActivity = Clock::now();
+  Clock::time_point m_end;     ///< whatever happens
+  Clock::time_point m_lagEnd;  ///< put off by every byte, but never beyond the lag
 };

@@ -36,7 +36,7 @@ CGpsRouteStep ReadStep(const CJsonValue& value) {
   return step;
 }
 
-void ReadLeg(const CJsonValue& value, CRouteData& leg) {
+void ReadLeg(const CJsonValue& value, CRouteData& leg, PointAllowance& allowance) {
   AppendPoint(leg.path, value.Get("start_location"), "lat", "lng").name =
       ReplyText(value.Get("start_address"));
   AppendPoint(leg.path, value.Get("end_location"), "lat", "lng").name =
@@ -45,7 +45,8 @@ void ReadLeg(const CJsonValue& value, CRouteData& leg) {
   for (const auto& step : value.Get("steps").AsArray()) {
     leg.steps.push_back(ReadStep(*step));
     const CJsonValue* const points = step->object.FindPath("polyline/points");
-    if (points) DecodePolyline(points->AsString(), PolylinePrecision::kFive, leg.shape.points);
+    if (!points) continue;
+    DecodePolyline(points->AsString(), PolylinePrecision::kFive, leg.shape.points, allowance);
   }
 }
 
@@ -79,12 +80,13 @@ uint32_t CGoogleRouter::ParseResponse(std::string_view text, uint32_t travelMode
     return GoogleStatus(reply.Get("status").AsString());
   };
   const auto readLegs = [&](const CJsonValue& reply, Legs& read) {
+    PointAllowance allowance;
     const CJsonValue& route = reply.Get("routes").AsArray().At(0);
     // A route without legs is an answer: there is no way.
     const CJsonValue* const values = route.AsObject().Find("legs");
     if (!values) return;
     for (const auto& leg : values->AsArray())
-      ReadLeg(*leg, read.emplace_back(MakeLeg(travelMode, options)));
+      ReadLeg(*leg, read.emplace_back(MakeLeg(travelMode, options)), allowance);
   };
   return ReadReply(text, legs, readStatus, readLegs);
 }

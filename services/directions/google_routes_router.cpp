@@ -68,13 +68,13 @@ void TakePlace(const CJsonValue& location, CGpsCoordinate& position) {
   position.longitude = NumberOrZero(place, "longitude");
 }
 
-void ReadLeg(const CJsonValue& value, CRouteData& leg) {
+void ReadLeg(const CJsonValue& value, CRouteData& leg, PointAllowance& allowance) {
   TakePlace(value.Get("startLocation"), AppendPoint(leg.path, 0.0, 0.0));
   TakePlace(value.Get("endLocation"), AppendPoint(leg.path, 0.0, 0.0));
   leg.measure =
       MakeMeasure(RoundedMemberOrZero(value, "distanceMeters"), ReadSeconds(value, "duration"));
   DecodePolyline(value.Get("polyline").Get("encodedPolyline").AsString(), PolylinePrecision::kFive,
-                 leg.shape.points);
+                 leg.shape.points, allowance);
   const CJsonValue* const steps = value.AsObject().Find("steps");
   if (!steps) return;
   for (const auto& item : steps->AsArray()) {
@@ -134,8 +134,9 @@ uint32_t GoogleRoutesRouter::ParseResponse(std::string_view text, uint32_t trave
     return std::nullopt;
   };
   const auto readLegs = [&](const CJsonValue& reply, Legs& read) {
+    PointAllowance allowance;
     for (const auto& leg : reply.Get("routes").AsArray().At(0).Get("legs").AsArray())
-      ReadLeg(*leg, read.emplace_back(MakeLeg(travelMode, options)));
+      ReadLeg(*leg, read.emplace_back(MakeLeg(travelMode, options)), allowance);
   };
   return ReadReply(text, legs, readStatus, readLegs);
 }

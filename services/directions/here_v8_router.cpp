@@ -95,8 +95,8 @@ uint32_t StatusOfNotices(const CJsonValue& reply) {
   return kRouteNothingFound;
 }
 
-void ReadSection(const CJsonValue& section, CRouteData& leg) {
-  DecodeFlexiblePolyline(section.Get("polyline").AsString(), leg.shape.points);
+void ReadSection(const CJsonValue& section, CRouteData& leg, PointAllowance& allowance) {
+  DecodeFlexiblePolyline(section.Get("polyline").AsString(), leg.shape.points, allowance);
   const CJsonValue& summary = section.Get("summary");
   leg.measure = MakeMeasure(RoundedMember(summary, "length"), RoundedMember(summary, "duration"));
   TakePathFromShape(leg);
@@ -151,8 +151,9 @@ uint32_t HereV8Router::ParseResponse(std::string_view text, uint32_t travelMode,
     return StatusOfNotices(reply);
   };
   const auto readLegs = [&](const CJsonValue& reply, Legs& read) {
+    PointAllowance allowance;
     for (const auto& section : reply.Get("routes").AsArray().At(0).Get("sections").AsArray())
-      ReadSection(*section, read.emplace_back(MakeLeg(travelMode, options)));
+      ReadSection(*section, read.emplace_back(MakeLeg(travelMode, options)), allowance);
   };
   return ReadReply(text, legs, readStatus, readLegs);
 }

@@ -90,7 +90,8 @@ Range ReadRange(const CJsonValue& value) {
   return {RoundedUint32(numbers.At(0).AsNumber()), RoundedUint32(numbers.At(1).AsNumber())};
 }
 
-void ReadSegment(const CJsonValue& segment, const ShapeIndex& shape, CRouteData& leg) {
+void ReadSegment(const CJsonValue& segment, const ShapeIndex& shape, CRouteData& leg,
+                 PointAllowance& allowance) {
   leg.measure = MakeMeasure(RoundedMemberOrZero(segment, "distance"),
                             RoundedMemberOrZero(segment, "duration"));
   bool isFirst = true;
@@ -106,7 +107,7 @@ void ReadSegment(const CJsonValue& segment, const ShapeIndex& shape, CRouteData&
                                RoundedMemberOrZero(*value, "duration"));
     step.instruction = ReplyText(value->Get("instruction"));
   }
-  shape.Append(whole.from, whole.to, leg.shape.points);
+  shape.Append(whole.from, whole.to, leg.shape.points, allowance);
   TakePathFromShape(leg);
 }
 
@@ -147,10 +148,11 @@ uint32_t OrsRouter::ParseResponse(std::string_view text, uint32_t travelMode,
   const auto readLegs = [&](const CJsonValue& reply, Legs& read) {
     const CJsonValue& route = reply.Get("routes").AsArray().At(0);
     CGpsPointList line;
-    DecodePolyline(route.Get("geometry").AsString(), PolylinePrecision::kFive, line);
+    PointAllowance allowance;
+    DecodePolyline(route.Get("geometry").AsString(), PolylinePrecision::kFive, line, allowance);
     const ShapeIndex shape(line);
     for (const auto& segment : route.Get("segments").AsArray())
-      ReadSegment(*segment, shape, read.emplace_back(MakeLeg(travelMode, options)));
+      ReadSegment(*segment, shape, read.emplace_back(MakeLeg(travelMode, options)), allowance);
   };
   return ReadReply(text, legs, readStatus, readLegs);
 }

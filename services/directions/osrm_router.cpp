@@ -26,7 +26,9 @@ uint32_t COsrmRouter::ParseResponse(std::string_view text, uint32_t travelMode,
     CRouteData& leg = read.emplace_back(MakeLeg(travelMode, options));
     const uint32_t duration = RoundedMember(route, "duration");
     leg.measure = MakeMeasure(RoundedMember(route, "distance"), duration);
-    DecodePolyline(route.Get("geometry").AsString(), PolylinePrecision::kFive, leg.shape.points);
+    PointAllowance allowance;
+    DecodePolyline(route.Get("geometry").AsString(), PolylinePrecision::kFive, leg.shape.points,
+                   allowance);
     for (const auto& waypoint : reply.Get("waypoints").AsArray()) {
       const CJsonArray& location = waypoint->Get("location").AsArray();
       AppendPoint(leg.path, location.At(1).AsNumber(), location.At(0).AsNumber()).name =

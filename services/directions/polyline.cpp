@@ -92,7 +92,8 @@ bool PolylineNumbers::Next(int64_t& number) {
   return true;
 }
 
-void DecodePolyline(std::string_view text, PolylinePrecision precision, CGpsPointList& points) {
+void DecodePolyline(std::string_view text, PolylinePrecision precision, CGpsPointList& points,
+                    PointAllowance& allowance) {
   const double scale = precision == PolylinePrecision::kSix ? 1'000'000.0 : 100'000.0;
   PolylineNumbers numbers(text);
   int64_t latitude = 0;
@@ -102,12 +103,14 @@ void DecodePolyline(std::string_view text, PolylinePrecision precision, CGpsPoin
   while (numbers.Next(byLatitude) && numbers.Next(byLongitude)) {
     latitude = WrappingSum(latitude, byLatitude);
     longitude = WrappingSum(longitude, byLongitude);
+    allowance.TakeOrThrow();
     AppendPoint(points, static_cast<double>(latitude) / scale,
                 static_cast<double>(longitude) / scale);
   }
 }
 
-void DecodeFlexiblePolyline(std::string_view text, CGpsPointList& points) {
+void DecodeFlexiblePolyline(std::string_view text, CGpsPointList& points,
+                            PointAllowance& allowance) {
   constexpr uint64_t kVersion = 1;
   // What the third number of a point is.
   constexpr uint64_t kNothing = 0;
@@ -138,6 +141,7 @@ void DecodeFlexiblePolyline(std::string_view text, CGpsPointList& points) {
       if (thirdKind == kAltitude || thirdKind == kElevation)
         altitude = static_cast<double>(third) / thirdScale;
     }
+    allowance.TakeOrThrow();
     AppendPoint(points, static_cast<double>(latitude) / scale,
                 static_cast<double>(longitude) / scale)
         .altitude = altitude;

@@ -5,6 +5,10 @@
 #include <limits>
 #include <memory>
 
+void PointAllowance::TakeOrThrow() {
+  if (!Take()) throw CJsonException(kJsonTooBig, {});
+}
+
 CGpsNamedPoint& AppendPoint(CGpsPointList& points, double latitude, double longitude) {
   auto point = std::make_unique<CGpsNamedPoint>();
   CGpsNamedPoint& appended = *point;
@@ -71,6 +75,10 @@ void ShapeIndex::TakePosition(size_t index, CGpsCoordinate& position) const {
   position = *m_points[std::min(index, m_points.size() - 1)];
 }
 
-void ShapeIndex::Append(size_t from, size_t to, CGpsPointList& points) const {
-  for (size_t i = from; i <= to && i < m_points.size(); ++i) AppendPoint(points, *m_points[i]);
+void ShapeIndex::Append(size_t from, size_t to, CGpsPointList& points,
+                        PointAllowance& allowance) const {
+  for (size_t i = from; i <= to && i < m_points.size(); ++i) {
+    allowance.TakeOrThrow();
+    AppendPoint(points, *m_points[i]);
+  }
 }

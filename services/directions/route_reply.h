@@ -15,6 +15,19 @@
 
 // How replies of directions services become legs.
 
+/// What one reply may still hold of points that cost its sender a byte or two each: packed lines,
+/// parts of a line that several legs share, empty elements. As many as values, for no way has more.
+class PointAllowance {
+ public:
+  /// Takes one; false when there is none left.
+  bool Take() { return m_left > 0 && m_left-- > 0; }
+  /// The same for replies in JSON: throws CJsonException.
+  void TakeOrThrow();
+
+ private:
+  size_t m_left = kReplyValues;
+};
+
 /// Appends a point without a name, which the caller may complete.
 CGpsNamedPoint& AppendPoint(CGpsPointList& points, double latitude, double longitude);
 /// Appends a copy of a point's position and texts.
@@ -49,7 +62,8 @@ class ShapeIndex {
   /// Copies the position of a point; of the last one for an index that is too large.
   void TakePosition(size_t index, CGpsCoordinate& position) const;
   /// Appends copies of the points from `from` to `to`, both included, as far as there are any.
-  void Append(size_t from, size_t to, CGpsPointList& points) const;
+  /// Throws CJsonException when they are too many.
+  void Append(size_t from, size_t to, CGpsPointList& points, PointAllowance& allowance) const;
 
  private:
   std::vector<const CGpsNamedPoint*> m_points;

@@ -28,9 +28,11 @@ class TripyReply : public CXmlReader {
     } else if (IsName(name, "trkseg")) {
       m_inSegment = true;
     } else if (IsName(name, "trkpt") && m_inSegment) {
+      CountPoint();
       TakePosition(attributes, AppendPoint(m_leg.shape.points, 0.0, 0.0));
     } else if (IsName(name, "wpt")) {
       m_inWaypoint = true;
+      CountPoint();
       TakePosition(attributes, m_leg.steps.emplace_back());
     }
   }
@@ -49,7 +51,12 @@ class TripyReply : public CXmlReader {
     position.longitude = ParseReal(AttributeValue(attributes, "lon"));
   }
 
+  void CountPoint() {
+    if (!m_allowance.Take()) throw XML_ERROR_NO_MEMORY;
+  }
+
   CRouteData& m_leg;
+  PointAllowance m_allowance;
   bool m_inGpx = false;
   bool m_inSegment = false;
   bool m_inWaypoint = false;
@@ -75,6 +82,10 @@ int32_t CTripyRouter::GetId() const { return provider::kTripy; }
 void CTripyRouter::Calculate(std::unique_ptr<CGpsPointList> points, uint32_t travelMode,
                              const CRouteOptions& options) {
   Begin();
+  {
+    const std::lock_guard lock(m_stopMutex);
+    m_stop = {};
+  }
   uint32_t status = points->points.size() < 2 ? kRoutePointCount : kRouteSuccess;
   const CGpsNamedPoint* from = nullptr;
   for (const auto& to : points->points) {
@@ -92,6 +103,8 @@ void CTripyRouter::Calculate(std::unique_ptr<CGpsPointList> points, uint32_t tra
 uint32_t CTripyRouter::CalculateLeg(const CGpsPointList& pair, uint32_t travelMode,
                                     const CRouteOptions& options) {
   std::string reply;
+  HttpOptions request;
+  request.stop = StopToken();
   try {
     const std::string host = HostOf(AccessToProvider(GetId()).url);
     for (const bool isEnd : {false, true}) {
@@ -99,7 +112,7 @@ uint32_t CTripyRouter::CalculateLeg(const CGpsPointList& pair, uint32_t travelMo
       CHttpRequestSpec spec;
       BuildPointRequest(isEnd ? *pair.points.back() : *pair.points.front(), isEnd, spec);
       BeforeRequest(*FindService(GetId()), spec.url);
-      reply = HttpGet(Utf8ToWideLossy(spec.url), spec.referrer, host);
+      reply = HttpGet(Utf8ToWideLossy(spec.url), spec.referrer, host, request);
     }
   } catch (const CInternetException& failure) {
     return TransportStatus(failure.code);
@@ -107,6 +120,21 @@ uint32_t CTripyRouter::CalculateLeg(const CGpsPointList& pair, uint32_t travelMo
     return TransportStatus(kInternetInvalidUrl);
   }
   return ParseResponse(reply, travelMode, options, GetLegs());
+}
+
+void CTripyRouter::Cancel() {
+  NoteCancel();
+  std::stop_source stop;
+  {
+    const std::lock_guard lock(m_stopMutex);
+    stop = m_stop;
+  }
+  stop.request_stop();
+}
+
+std::stop_token CTripyRouter::StopToken() const {
+  const std::lock_guard lock(m_stopMutex);
+  return m_stop.get_token();
 }
 
 uint32_t CTripyRouter::Wait(int32_t /*timeoutMs*/) { return Status(); }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <mutex>
+#include <stop_token>
+
 #include "services/directions/route_provider.h"
 
 /// Tripy RoadTracer Web. Its server keeps a session of two points, so it is asked in a loop of its
@@ -11,7 +14,7 @@ class CTripyRouter final : public CRouteProvider {
   using CRouteProvider::Calculate;
   void Calculate(std::unique_ptr<CGpsPointList> points, uint32_t travelMode,
                  const CRouteOptions& options) override;
-  void Cancel() override { NoteCancel(); }
+  void Cancel() override;
   uint32_t Wait(int32_t timeoutMs) override;
   int32_t GetId() const override;
   size_t GetMaxPoints() const override { return kAllPoints; }
@@ -27,4 +30,8 @@ class CTripyRouter final : public CRouteProvider {
  private:
   uint32_t CalculateLeg(const CGpsPointList& pair, uint32_t travelMode,
                         const CRouteOptions& options);
+  std::stop_token StopToken() const;
+
+  mutable std::mutex m_stopMutex;  ///< guards which source there is
+  std::stop_source m_stop;         ///< of the calculation; asked to stop by `Cancel`
 };

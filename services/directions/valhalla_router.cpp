@@ -84,8 +84,9 @@ CRouteMeasure ReadMeasure(const CJsonValue& value) {
   return MakeMeasure(RoundedUint32(value.Get("length").AsNumber() * kMetres), duration);
 }
 
-void ReadLeg(const CJsonValue& value, CRouteData& leg) {
-  DecodePolyline(value.Get("shape").AsString(), PolylinePrecision::kSix, leg.shape.points);
+void ReadLeg(const CJsonValue& value, CRouteData& leg, PointAllowance& allowance) {
+  DecodePolyline(value.Get("shape").AsString(), PolylinePrecision::kSix, leg.shape.points,
+                 allowance);
   TakePathFromShape(leg);
   leg.measure = ReadMeasure(value.Get("summary"));
   const ShapeIndex shape(leg.shape.points);
@@ -133,8 +134,9 @@ uint32_t ValhallaRouter::ParseResponse(std::string_view text, uint32_t travelMod
     return RoundedMember(reply.Get("trip"), "status") == 0 ? kRouteSuccess : kRouteFailed;
   };
   const auto readLegs = [&](const CJsonValue& reply, Legs& read) {
+    PointAllowance allowance;
     for (const auto& leg : reply.Get("trip").Get("legs").AsArray())
-      ReadLeg(*leg, read.emplace_back(MakeLeg(travelMode, options)));
+      ReadLeg(*leg, read.emplace_back(MakeLeg(travelMode, options)), allowance);
   };
   return ReadReply(text, legs, readStatus, readLegs);
 }

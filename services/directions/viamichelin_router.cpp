@@ -75,9 +75,11 @@ void ReadTrace(std::string_view trace, CGpsPointList& shape) {
   double latitude = 0.0;
   int64_t byLongitude = 0;
   int64_t byLatitude = 0;
+  PointAllowance allowance;
   while (numbers.Next(byLongitude) && numbers.Next(byLatitude)) {
     longitude += static_cast<double>(byLongitude) / kScale;
     latitude += static_cast<double>(byLatitude) / kScale;
+    allowance.TakeOrThrow();
     AppendPoint(shape, latitude, longitude);
   }
 }

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -11,6 +12,8 @@
 #include "tests/temporary_folder.h"
 
 namespace {
+
+using namespace std::chrono_literals;
 
 uint32_t CodeOf(const std::string& url, const WideString& target = {}) {
   try {
@@ -62,6 +65,18 @@ TEST_F(HttpDownloads, SecondOneAsksNobody) {
   EXPECT_EQ(HttpDownload(server.Url("/a?b")), first);
   EXPECT_EQ(server.Requests().size(), 1u);
   EXPECT_EQ(CachedFiles(), 2u);  // the body and its record
+}
+
+// Nothing of the cache ages, wherever the clock goes.
+TEST_F(HttpDownloads, SecondOneAsksNobodyWhateverTheClockSays) {
+  LoopbackServer server([](const std::string&) { return HttpReply("body"); });
+  const WideString first = HttpDownload(server.Url("/"));
+  for (const auto jump : {-24h * 366, 24h * 366}) {
+    for (const auto& entry : std::filesystem::directory_iterator(Cache()))
+      std::filesystem::last_write_time(entry, entry.last_write_time() + jump);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(HttpDownload(server.Url("/")), first);
+  }
+  EXPECT_EQ(server.Requests().size(), 1u);
 }
 
 TEST_F(HttpDownloads, AddressesHaveFilesOfTheirOwn) {

@@ -42,6 +42,8 @@ TEST(HttpOptionsByDefault, AreThoseOfServices) {
   EXPECT_EQ(options.userAgent, "Mozilla/5.0 (compatible; MSIE 9.0; Win32)");
   EXPECT_EQ(options.connectTimeoutMs, 30'000u);
   EXPECT_EQ(options.idleTimeoutMs, 60'000u);
+  EXPECT_EQ(options.lagMs, 120'000u);
+  EXPECT_EQ(options.longestMs, 1'800'000u);
   EXPECT_EQ(options.bodyLimit, 67'108'864u);
 }
 

@@ -99,6 +99,35 @@ TEST(HttpReplies, ShortBodyIsABrokenConnection) {
             (Outcome{12030, "hel", 200}));
 }
 
+TEST(HttpReplies, LengthThatIsNoneIsAnInvalidReply) {
+  for (const char* const length : {"-1", "x"}) {
+    const std::string reply =
+        std::string("HTTP/1.1 200 OK\r\nContent-Length: ") + length + "\r\n\r\nhalf";
+    EXPECT_EQ(AskServerThatSends(reply).code, 12152u) << length;
+  }
+}
+
+TEST(HttpReplies, LengthThatNoBodyHasIsNone) {
+  EXPECT_EQ(
+      AskServerThatSends("HTTP/1.1 200 OK\r\nContent-Length: 99999999999999999999\r\n\r\nall"),
+      (Outcome{0, "all", 200}));
+}
+
+// What comes along with a reply behind its end must not become the next one.
+TEST(HttpReplies, BodyEndsWhereItsLengthSays) {
+  LoopbackServer server(Talk([](LoopbackConnection& connection) {
+    while (!connection.ReadRequest().empty())
+      connection.Send("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nhalf" + HttpReply("evil"));
+  }));
+  CHttpClient client;
+  for (int i = 0; i < 3; ++i) {
+    StringSink sink;
+    client.Start(sink, server.Url("/"));
+    EXPECT_TRUE(client.Wait(kWaitForever));
+    EXPECT_EQ(sink.Bytes(), "half");
+  }
+}
+
 TEST(HttpReplies, ServerThatClosesIsABrokenConnection) {
   EXPECT_EQ(AskServerThatSends(""), (Outcome{12030, "", 0}));
 }

@@ -230,6 +230,18 @@ TEST_F(HttpServer, TellsWhenAllHasBeenFetched) {
   EXPECT_EQ(body.size() - body.find("\r\n\r\n") - 4, 5'000'000u);
 }
 
+TEST_F(HttpServer, WhatIsTakenBackIsNotWaitedFor) {
+  m_server.AddContent("/a", "text");
+  std::thread owner([this] {
+    std::this_thread::sleep_for(50ms);
+    m_server.RemoveContent("/b");
+    m_server.RemoveContent("/a");
+  });
+  EXPECT_TRUE(m_server.WaitUntilFetched(std::chrono::seconds(20)));
+  owner.join();
+  EXPECT_TRUE(Get(m_server, "/a").starts_with("HTTP/1.1 403 "));
+}
+
 TEST(HttpServerEnd, IsQuickWhateverClientsDo) {
   std::vector<int> clients;
   std::chrono::steady_clock::time_point start;

@@ -95,6 +95,9 @@ TEST_F(TomTomHandOff, ADesktopThatOpensNothingIsAReason) {
   const TripWrite trip = WriteTrip(table, TomTomRow(table), u"Trip", m_list, {}, {}, context);
   EXPECT_EQ(trip.status, kStatusFileNotFound);
   EXPECT_EQ(trip.reason.platformError, kStatusFileNotFound);
+  // Nobody will come for what was offered, and the next one is not to be waited for with it.
+  EXPECT_TRUE(WaitUntilTomTomHasFetched(std::chrono::milliseconds(0)));
+  EXPECT_EQ(Fetch(kServer + std::string("Trip.xml")).find("<item"), std::string::npos);
 }
 
 TEST_F(TomTomHandOff, TheRowIsListedWhenTheProgramIsThere) {

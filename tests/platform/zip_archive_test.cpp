@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/stopped_clock.h"
 #include "tests/zip_bytes.h"
 
 namespace {
@@ -34,6 +35,19 @@ TEST(ZipArchive, GivesNamesAndContents) {
   EXPECT_LT(archive->PackedSize(2), 1000u);
   EXPECT_EQ(Content(*archive, 3), "");
   EXPECT_EQ(Content(*archive, 0), "first");
+}
+
+TEST(ZipArchive, IsMadeAtAnyTime) {
+  // The years 0, 1970, 2038, 2108, for which the entries' own dates are too small, and 9999.
+  for (const char* const now : {"-62167219200", "0", "2147483648", "4354819200", "253402300799"}) {
+    const StoppedClock clock(now);
+    std::string bytes;
+    ASSERT_EQ(MakeZipArchive({{"a.itn", "first"}, {"b.itn", "second"}}, bytes), 0u) << now;
+    const auto archive = OpenZipArchive(bytes);
+    ASSERT_TRUE(archive) << now;
+    EXPECT_EQ(archive->Name(1), "b.itn");
+    EXPECT_EQ(Content(*archive, 1), "second");
+  }
 }
 
 TEST(ZipArchive, RefusesWhatIsNoArchive) {

@@ -160,6 +160,33 @@ TEST(CountryReplies, WithoutAllTheirValuesCannotBeRead) {
   EXPECT_EQ(FailureOf(ReadCountryInfo, R"({"geonames": []})"), 1u);
 }
 
+TEST(CountryReplies, OfNothingButBracketsCannotBeRead) {
+  std::string objects;
+  for (int i = 0; i < 50'000; ++i) objects += "{\"geonames\":[";
+  for (const Read read : {&ReadMachine, &ReadCountryCode, &ReadCountryInfo}) {
+    for (const char bracket : {'[', '{', '"', '}', '<'})
+      EXPECT_EQ(FailureOf(read, std::string(50'000, bracket)), 4u) << bracket;
+    EXPECT_EQ(FailureOf(read, std::string(8'000'000, '[')), 4u);
+    EXPECT_EQ(FailureOf(read, objects), 4u);
+  }
+}
+
+TEST(CountryReplies, CutAnywhereCannotBeRead) {
+  const std::pair<Read, std::string> kReplies[] = {
+      {&ReadMachine, R"({"lng": 7, "lat": 48, "name": "France", "code": "FR"})"},
+      {&ReadCountryCode, R"({"countryName": "France", "countryCode": "FR"})"},
+      {&ReadCountryInfo,
+       R"({"geonames": [{"countryName": "France", "currencyCode": "EUR", "countryCode": "FR",)"
+       R"( "capital": "Paris", "languages": "fr", "isoAlpha3": "FRA", "continent": "EU"}]})"}};
+  for (const auto& [read, whole] : kReplies) {
+    CCountryInfo country;
+    EXPECT_EQ(read(whole, country), 0u);
+    // What is behind the last value is not missed.
+    for (size_t length = 0; length <= whole.rfind('"'); ++length)
+      EXPECT_NE(FailureOf(read, whole.substr(0, length)), 0u) << length;
+  }
+}
+
 TEST(CountryReplies, WithAStatusAreErrorsOfTheService) {
   for (const Read read : {&ReadCountryCode, &ReadCountryInfo}) {
     EXPECT_EQ(FailureOf(read, R"({"status": {"message": "no country code found", "value": 15}})"),

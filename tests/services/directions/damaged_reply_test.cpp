@@ -99,6 +99,83 @@ TEST(DamagedReplies, TurnHugeNumbersIntoNone) {
   EXPECT_EQ(legs[0].measure.duration, 0u);
 }
 
+// Puts `replacement` behind `mark`, in the place of what stands there up to `end`.
+std::string With(int32_t id, std::string_view mark, std::string_view end,
+                 const std::string& replacement) {
+  std::string reply = SampleReplyOf(id);
+  const size_t start = reply.find(mark) + mark.size();
+  return reply.replace(start, reply.find(end, start) - start, replacement);
+}
+
+// A point costs a server two bytes of a packed line, and us a hundred times as much.
+TEST(DamagedReplies, HoldNoMoreThanAMillionPoints) {
+  const std::string points(2'000'000, '?');
+  const std::string flexible = "BF" + std::string(2'000'000, 'A');
+  const struct {
+    int32_t id;
+    std::string_view mark;
+    const std::string& line;
+    std::string more;  // the two bytes that are too many
+    uint32_t status;
+  } kReplies[] = {
+      {provider::kGoogle, "\"points\": \"", points, "??", 6},
+      {provider::kGoogleRoutes, "\"encodedPolyline\": \"", points, "??", 4},
+      {provider::kViaMichelin, "\"itineraryTrace\": \"xy", points, "??", 4},
+      {provider::kOsrm, "\"geometry\": \"", points, "??", 6},
+      {provider::kOrs, "\"geometry\": \"", points, "??", 4},
+      {provider::kValhalla, "\"shape\": \"", points, "??", 6},
+      {provider::kHereV8, "\"polyline\": \"", flexible, "AA", 4},
+  };
+  for (const auto& [id, mark, line, more, status] : kReplies) {
+    Legs legs;
+    const std::string reply = With(id, mark, "\"", line + more);
+    EXPECT_EQ(RouterOf(id)->ParseResponse(reply, kCar, {}, legs), status) << id;
+    EXPECT_TRUE(legs.empty()) << id;
+  }
+  Legs legs;
+  const std::string reply = With(provider::kOsrm, "\"geometry\": \"", "\"", points);
+  EXPECT_EQ(RouterOf(provider::kOsrm)->ParseResponse(reply, kCar, {}, legs), 0u);
+  ASSERT_EQ(legs.size(), 1u);
+  EXPECT_EQ(legs[0].shape.points.points.size(), 1'000'000u);
+}
+
+// Two lines that are not too long by themselves.
+TEST(DamagedReplies, HoldNoMoreThanAMillionPointsInAllTheirLines) {
+  const std::string line(1'000'002, '?');
+  const std::string reply = R"({"routes": [{"legs": [{"polyline": {"encodedPolyline": ")" + line +
+                            R"("}, "startLocation": {"latLng": {}}, "endLocation": {"latLng": {}},)"
+                            R"( "duration": "1s"}, {"polyline": {"encodedPolyline": ")" +
+                            line +
+                            R"("}, "startLocation": {"latLng": {}}, "endLocation": {"latLng": {}},)"
+                            R"( "duration": "1s"}]}]})";
+  Legs legs;
+  EXPECT_EQ(RouterOf(provider::kGoogleRoutes)->ParseResponse(reply, kCar, {}, legs), 4u);
+  EXPECT_TRUE(legs.empty());
+}
+
+// Ten thousand legs that each lead along the whole line.
+TEST(DamagedReplies, DoNotRepeatALineForEver) {
+  std::string reply = R"({"routes": [{"segments": [)";
+  for (int i = 0; i < 10'000; ++i)
+    reply += std::string(i == 0 ? "" : ",") +
+             R"({"steps": [{"instruction": "", "way_points": [0, 9999]}]})";
+  reply += R"(], "geometry": ")" + std::string(20'000, '?') + "\"}]}";
+  Legs legs;
+  EXPECT_EQ(RouterOf(provider::kOrs)->ParseResponse(reply, kCar, {}, legs), 4u);
+  EXPECT_TRUE(legs.empty());
+}
+
+TEST(DamagedReplies, HoldNoMoreThanAMillionElements) {
+  for (const std::string element : {"<trkpt/>", "<wpt/>"}) {
+    std::string reply = "<gpx><trkseg><trkpt/>";
+    for (int i = 0; i < 1'000'000; ++i) reply += element;
+    reply += "</trkseg></gpx>";
+    Legs legs;
+    EXPECT_EQ(RouterOf(provider::kTripy)->ParseResponse(reply, kCar, {}, legs), 4u);
+    EXPECT_TRUE(legs.empty());
+  }
+}
+
 TEST(DamagedReplies, MayBeNothingButBrackets) {
   for (const SampleReply& sample : SampleReplies()) {
     for (const char bracket : {'[', '{', '"', '}', '<'}) {

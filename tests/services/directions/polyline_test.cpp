@@ -10,13 +10,15 @@ using Positions = std::vector<std::pair<double, double>>;
 
 Positions Decoded(std::string_view text, PolylinePrecision precision = PolylinePrecision::kFive) {
   CGpsPointList points;
-  DecodePolyline(text, precision, points);
+  PointAllowance allowance;
+  DecodePolyline(text, precision, points, allowance);
   return PositionsOf(points);
 }
 
 Positions DecodedFlexible(std::string_view text) {
   CGpsPointList points;
-  DecodeFlexiblePolyline(text, points);
+  PointAllowance allowance;
+  DecodeFlexiblePolyline(text, points, allowance);
   return PositionsOf(points);
 }
 
@@ -36,10 +38,11 @@ TEST(Polyline, HasAPrecisionOfSixToo) {
 
 TEST(Polyline, MakesPointsWithoutAltitude) {
   CGpsPointList points;
-  DecodePolyline("_p~iF~ps|U", PolylinePrecision::kFive, points);
+  PointAllowance allowance;
+  DecodePolyline("_p~iF~ps|U", PolylinePrecision::kFive, points, allowance);
   EXPECT_DOUBLE_EQ(points.points.front()->altitude, 0.0);
   EXPECT_DOUBLE_EQ(points.points.front()->tolerance, 0.0001);
-  DecodePolyline("_p~iF~ps|U", PolylinePrecision::kFive, points);
+  DecodePolyline("_p~iF~ps|U", PolylinePrecision::kFive, points, allowance);
   EXPECT_EQ(points.points.size(), 2u);
 }
 
@@ -76,7 +79,8 @@ TEST(FlexiblePolyline, DecodesDifferences) {
 // Header 5 + 2 * 16 + 0 * 128 = 37: precision 5, altitudes in whole metres. 37 is "lB".
 TEST(FlexiblePolyline, TakesAltitudes) {
   CGpsPointList points;
-  DecodeFlexiblePolyline("BlBoz5xJ67i1BU", points);  // "U" is 20: altitude 10
+  PointAllowance allowance;
+  DecodeFlexiblePolyline("BlBoz5xJ67i1BU", points, allowance);  // "U" is 20: altitude 10
   ASSERT_EQ(points.points.size(), 1u);
   EXPECT_DOUBLE_EQ(points.points.front()->latitude, 50.10228);
   EXPECT_DOUBLE_EQ(points.points.front()->altitude, 10.0);

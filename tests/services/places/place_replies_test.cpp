@@ -300,6 +300,20 @@ TEST(ElevationReply, LeavesThePointAloneWhenItFails) {
   EXPECT_EQ(point.altitude, 7);
 }
 
+TEST(ElevationReply, OfOtherKindsIsAFailure) {
+  CGpsPoint point;
+  for (const char* const reply :
+       {"null", "[]", "{}", "[null]", "<html><body>503</body></html>", R"({"status":5})"})
+    EXPECT_EQ(ReadElevation(reply, point), 4u) << reply;
+  for (const char* const results : {"null", "5", "{}", "[5]", R"([{"elevation":"189"}])"}) {
+    const std::string reply = std::string(R"({"status":"OK","results":)") + results + "}";
+    EXPECT_EQ(ReadElevation(reply, point), 6u) << reply;
+  }
+  for (const char bracket : {'[', '{', '"', '}', '<'})
+    EXPECT_EQ(ReadElevation(std::string(50'000, bracket), point), 4u) << bracket;
+  EXPECT_EQ(ReadElevation(std::string(8'000'000, '['), point), 4u);
+}
+
 TEST(TextForModel, IsValidWhateverTheReplyHolds) {
   EXPECT_EQ(TextForModel("café"), "café");
   // What "\u00e9" in a reply has become.
