@@ -99,8 +99,9 @@ constexpr double kBlock = 0.001;
 std::string Town() {
   std::string osm = "<osm version=\"0.6\">\n";
   for (size_t i = 0; i < kStreets * kStreets; ++i) {
+    const size_t row = i / kStreets;
     osm += fmt::format("<node id=\"{}\" lat=\"{:.6f}\" lon=\"{:.6f}\"/>\n", i + 1,
-                       48.0 + static_cast<double>(i / kStreets) * kBlock,
+                       48.0 + static_cast<double>(row) * kBlock,
                        7.0 + static_cast<double>(i % kStreets) * kBlock);
   }
   const auto street = [&osm](size_t id, size_t first, size_t step) {

@@ -83,8 +83,8 @@ class JsonValues {
     struct rebind {
       using other = Allocator;
     };
-    OwnedValue* allocate(size_t count);
-    void deallocate(OwnedValue* values, size_t count);
+    static OwnedValue* allocate(size_t count);
+    static void deallocate(OwnedValue* values, size_t count);
     bool operator==(const Allocator&) const = default;
   };
   using List = std::vector<OwnedValue, Allocator>;
