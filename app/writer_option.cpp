@@ -42,7 +42,7 @@ bool TakeWriterOption(const Options& options, const CItineraryFormat& row, uint3
   if (options.option.empty()) return true;
   const Switch* const known = SwitchOf(row);
   if (known && options.option == known->word) {
-    option = std::max(option, 1u);
+    option = std::max(option, 1U);
     return true;
   }
   const std::string key = NarrowForFile(row.extension);

@@ -50,7 +50,7 @@ struct Way {
     edges[last] = behind;
   }
 
-  bool HasFreeEdge() const { return std::find(edges.begin(), edges.end(), 0u) != edges.end(); }
+  bool HasFreeEdge() const { return std::find(edges.begin(), edges.end(), 0U) != edges.end(); }
 };
 
 }  // namespace

@@ -82,7 +82,7 @@ class Search {
         m_way(stops.size()),
         m_place(stops.size()),
         m_isPending(stops.size(), true) {
-    std::iota(m_way.begin(), m_way.end(), 0u);
+    std::iota(m_way.begin(), m_way.end(), 0U);
     std::iota(m_place.begin(), m_place.end(), size_t{0});
     m_pending = m_way;
   }

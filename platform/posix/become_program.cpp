@@ -22,6 +22,7 @@ std::string BesideThisProgram(const std::string& name) {
 
 uint32_t BecomeProgram(const std::vector<std::string>& arguments) {
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments)
     pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
