@@ -93,6 +93,18 @@ std::string PassedOver(const LossCheck& check) {
   return text;
 }
 
+// What is lost beside stops and names; empty when nothing is.
+std::string LostDetails(const std::string& shown, const LossReport& losses) {
+  const uint64_t comments = losses.commentsChanged;
+  const uint64_t altitudes = losses.altitudesChanged;
+  const double shift = losses.largestShift;
+  if (comments > 0 && altitudes > 0)
+    return FormatText(kTextDetailsLost, shown, comments, altitudes, shift);
+  if (comments > 0) return FormatText(kTextCommentsLost, shown, comments, shift);
+  if (altitudes > 0) return FormatText(kTextAltitudesLost, shown, altitudes, shift);
+  return shift > kReceiverAccuracy ? FormatText(kTextPositionsMoved, shown, shift) : "";
+}
+
 void WriteJsonPassedOver(ByteSink& sink, const LossCheck& check) {
   sink.Write(", \"passedOver\": {");
   const char* separator = "";
@@ -132,11 +144,8 @@ std::string DescribeCheck(const WideString& source, const WideString& target,
       tell(FormatText(kTextNamesChanged, shown, losses.namesChanged, losses.nameBefore,
                       losses.nameAfter));
     }
-    if (losses.commentsChanged > 0 || losses.altitudesChanged > 0 ||
-        losses.largestShift > kReceiverAccuracy) {
-      tell(FormatText(kTextDetailsLost, shown, losses.commentsChanged, losses.altitudesChanged,
-                      losses.largestShift));
-    }
+    const std::string details = LostDetails(shown, losses);
+    if (!details.empty()) tell(details);
   }
   if (check.fitHelps) tell(FormatText(kTextFitRemedy, shown));
   if (check.listsMerged > 0) tell(FormatText(kTextListsMerged, shown, check.listsMerged));
