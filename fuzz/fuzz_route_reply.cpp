@@ -43,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view reply(reinterpret_cast<const char*>(data + kChoices), size - kChoices);
   CRouteProvider::Legs legs;
   const auto options = MakeRouteOptions(kRouteTypeOnly);
-  const uint32_t status = provider.ParseResponse(reply, data[1] % (kBus + 1u), *options, legs);
+  const uint32_t status = provider.ParseResponse(reply, data[1] % (kBus + 1U), *options, legs);
   Expect(status == kRouteSuccess || legs.empty());
   return 0;
 }

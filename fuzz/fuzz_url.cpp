@@ -1,5 +1,6 @@
 // Any text as an address: escaped, taken apart, and as Base64. What was escaped must come back.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -29,10 +30,7 @@ void Split(std::string_view text) {
 
 // The escapes of bytes below 16 have one digit, and swallow a digit that follows.
 bool HasSmallBytes(std::string_view text) {
-  for (const char c : text) {
-    if (static_cast<unsigned char>(c) < 0x10) return true;
-  }
-  return false;
+  return std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x10; });
 }
 
 }  // namespace

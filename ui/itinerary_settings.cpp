@@ -19,7 +19,6 @@
 
 namespace {
 
-constexpr uint32_t kTruckVehicle = 2;
 constexpr uint32_t kLastVehicle = 7;
 constexpr int kMostTrailers = 4;
 constexpr int kHazardKinds = 15;  // their texts follow each other

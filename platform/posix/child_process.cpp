@@ -14,8 +14,6 @@
 #include "platform/posix/errors.h"
 #include "platform/posix/file_descriptor.h"
 
-extern char** environ;
-
 namespace {
 
 /// What the child's descriptors and signals are at its start.
@@ -58,6 +56,7 @@ std::vector<std::string> EnglishEnvironment() {
 
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
   for (std::string& text : texts) pointers.push_back(text.data());
   pointers.push_back(nullptr);
   return pointers;
