@@ -24,8 +24,7 @@ FormatTable WindowFormats() {
 }  // namespace
 
 Workspace::Workspace(CSettings& settings, const WorkspaceParts& parts)
-    : m_settings(settings),
-      m_posts([this] {
+    : m_posts([this] {
         QMetaObject::invokeMethod(
             &m_pump, [this] { m_posts.Pump(); }, Qt::QueuedConnection);
       }),

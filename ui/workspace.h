@@ -51,7 +51,6 @@ class Workspace {
   void Close();
 
  private:
-  CSettings& m_settings;
   QObject m_pump;  ///< what other threads wake; gone, it is woken no more
   PostBox m_posts;
   ConversionContext m_context;
