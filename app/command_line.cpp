@@ -2,21 +2,11 @@
 
 #include <algorithm>
 
+#include "base/languages.h"
+
 namespace {
 
 constexpr std::u16string_view kLanguageMark = u"LANG_";
-
-struct LanguageToken {
-  Language language;
-  std::u16string_view token;
-};
-
-constexpr LanguageToken kLanguages[] = {
-    {Language::kFrench, u"LANG_FRENCH"},
-    {Language::kEnglish, u"LANG_ENGLISH"},
-    {Language::kDutch, u"LANG_DUTCH"},
-    {Language::kGerman, u"LANG_GERMAN"},
-};
 
 bool NamesLanguage(const WideString& token) {
   return token.find(kLanguageMark) != WideString::npos;
@@ -49,9 +39,9 @@ void DropLanguageTokens(std::vector<WideString>& tokens) { std::erase_if(tokens,
 Language ChooseLanguage(std::u16string_view token, uint32_t storedLanguage,
                         uint32_t localeLanguage) {
   const uint32_t wanted = storedLanguage != 0 ? storedLanguage : localeLanguage;
-  for (const LanguageToken& row : kLanguages) {
+  for (const LanguageRow& row : kLanguages) {
     const bool fits =
-        token.empty() ? static_cast<uint32_t>(row.language) == wanted : row.token == token;
+        token.empty() ? static_cast<uint32_t>(row.language) == wanted : row.word == token;
     if (fits) return row.language;
   }
   return Language::kEnglish;

@@ -9,8 +9,8 @@ struct NumberSeparators {
   std::string list;     ///< between the values of a list
 };
 
-/// Primary language identifier of the user's locale, the low ten bits of a Windows language id:
-/// 0x07 German, 0x09 English, 0x0C French, 0x13 Dutch; 0 for every other language.
+/// Primary language identifier of the user's locale, the low ten bits of a Windows language id; 0
+/// for a language that is not the program's.
 uint32_t PrimaryLanguage();
 
 /// Separators of the user's locale. The platform has no list separator of its own: it is ";" where

@@ -4,6 +4,7 @@
 #include <limits>
 #include <string>
 
+#include "base/languages.h"
 #include "base/text_ids.h"
 #include "io/byte_cursor.h"
 #include "io/byte_sink.h"
@@ -12,7 +13,6 @@ namespace {
 
 constexpr int32_t kNoLimit = std::numeric_limits<int32_t>::max();
 constexpr size_t kMapKindSize = 4;
-constexpr int32_t kHighestLanguage = 0x13;
 
 // Sizes and weights in tenths: what a truck can be, from 2 to 50 metres of height and so on.
 constexpr SettingRow kTable[] = {

@@ -3,7 +3,7 @@
 #include <QComboBox>
 #include <algorithm>
 
-#include "base/localized_text.h"
+#include "base/languages.h"
 #include "base/text_ids.h"
 #include "settings/settings.h"
 #include "ui/settings_form.h"
@@ -11,16 +11,6 @@
 #include "ui/text.h"
 
 namespace {
-
-struct LanguageRow {
-  Language language;
-  const char* name;  ///< in the language itself
-};
-
-constexpr LanguageRow kLanguages[] = {{Language::kGerman, "Deutsch"},
-                                      {Language::kEnglish, "English"},
-                                      {Language::kFrench, "Français"},
-                                      {Language::kDutch, "Nederlands"}};
 
 class DisplayPage : public SettingsForm {
  public:
@@ -34,7 +24,7 @@ class DisplayPage : public SettingsForm {
     QComboBox* const languages = AddList(kTextLanguageLabel);
     languages->addItem(Text(kTextSystemLanguage), 0);
     for (const LanguageRow& row : kLanguages)
-      languages->addItem(QString::fromUtf8(row.name), static_cast<int>(row.language));
+      languages->addItem(FromUtf8(row.name), NumberOf(row.language));
     // A language that stands in the store by somebody's hand goes before ours, and is not changed.
     const bool isFixed = settings.language != 0;
     const int32_t shown = isFixed ? settings.language : settings.programLanguage;

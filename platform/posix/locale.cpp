@@ -1,10 +1,14 @@
 #include "platform/locale.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <string_view>
 
 #include <langinfo.h>
 #include <locale.h>
+
+#include "base/languages.h"
 
 namespace {
 
@@ -22,11 +26,8 @@ std::string_view LocaleName(const char* category) {
 uint32_t PrimaryLanguage() {
   const std::string_view locale = LocaleName("LC_MESSAGES");
   const std::string_view name = locale.substr(0, locale.find_first_of("_.@"));
-  if (name == "de") return 0x07;
-  if (name == "en") return 0x09;
-  if (name == "fr") return 0x0C;
-  if (name == "nl") return 0x13;
-  return 0;
+  const auto* const found = std::ranges::find(kLanguages, name, &LanguageRow::code);
+  return found == std::end(kLanguages) ? 0 : static_cast<uint32_t>(found->language);
 }
 
 NumberSeparators LocaleSeparators() {

@@ -9,7 +9,7 @@
 #include <QToolButton>
 #include <set>
 
-#include "base/localized_text.h"
+#include "base/languages.h"
 #include "tests/ui/window_fixture.h"
 #include "ui/itinerary_pane.h"
 #include "ui/point_table.h"
@@ -17,9 +17,6 @@
 namespace {
 
 constexpr int kFirstWidth = 1180;  // of the window before anybody has moved it
-
-constexpr Language kLanguages[] = {Language::kEnglish, Language::kFrench, Language::kGerman,
-                                   Language::kDutch};
 
 // The names of everything that assistive technology finds below an object.
 void CollectNames(QAccessibleInterface* object, std::set<QString>& names) {
@@ -105,8 +102,8 @@ std::multiset<QChar> Mnemonics(const QStringList& texts) {
 }
 
 TEST_F(ControlsTest, MnemonicsDifferInEachMenu) {
-  for (const Language language : kLanguages) {
-    SetLanguage(language);
+  for (const LanguageRow& row : kLanguages) {
+    SetLanguage(row.language);
     Open();
     for (const QAction* const menu : m_window->menuBar()->actions()) {
       QStringList texts;
@@ -120,8 +117,8 @@ TEST_F(ControlsTest, MnemonicsDifferInEachMenu) {
 }
 
 TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
-  for (const Language language : kLanguages) {
-    SetLanguage(language);
+  for (const LanguageRow& row : kLanguages) {
+    SetLanguage(row.language);
     Open();
     // Those of the tool bar stand beside the menus' own.
     QStringList texts{m_window->Commands()[Command::kOpen].text(),
@@ -130,7 +127,7 @@ TEST_F(ControlsTest, MnemonicsDifferInEachLanguage) {
     const std::multiset<QChar> letters = Mnemonics(texts);
     for (const QChar letter : letters)
       EXPECT_EQ(letters.count(letter), 1u)
-          << QString(letter).toStdString() << " in language " << static_cast<uint32_t>(language);
+          << QString(letter).toStdString() << " in language " << NumberOf(row.language);
     m_window.reset();
   }
 }
@@ -153,8 +150,8 @@ void ExpectNothingCutOff(const QWidget& window) {
 }
 
 TEST_F(ControlsTest, NothingIsCutOffInAnyLanguage) {
-  for (const Language language : kLanguages) {
-    SetLanguage(language);
+  for (const LanguageRow& row : kLanguages) {
+    SetLanguage(row.language);
     Open();
     OpenStops(4);
     m_window->resize(kFirstWidth, 760);
@@ -162,14 +159,14 @@ TEST_F(ControlsTest, NothingIsCutOffInAnyLanguage) {
     ExpectNothingCutOff(*m_window);
     // The button that stands for what the tool bar has no room for.
     const auto* const more = m_window->findChild<QToolButton*>("qt_toolbar_ext_button");
-    EXPECT_FALSE(more && more->isVisible()) << static_cast<uint32_t>(language);
+    EXPECT_FALSE(more && more->isVisible()) << NumberOf(row.language);
     m_window.reset();
   }
 }
 
 TEST_F(ControlsTest, NothingIsCutOffInTheOtherWindows) {
-  for (const Language language : kLanguages) {
-    SetLanguage(language);
+  for (const LanguageRow& row : kLanguages) {
+    SetLanguage(row.language);
     Open();
     OpenStops(2);
     Stops().SelectRow(0);
