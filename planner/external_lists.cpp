@@ -12,7 +12,6 @@
 #include "planner/route_table.h"
 #include "platform/clock.h"
 #include "platform/debug_log.h"
-#include "settings/favorites.h"
 
 namespace {
 
@@ -122,7 +121,7 @@ ScriptValue PlannerExternal::AddFavorite(const ExternalArguments& arguments) con
       points.begin(), points.end(), point,
       [](const CGpsPoint& left, const CGpsPoint& right) { return left.name < right.name; });
   favorites->InsertPoint(static_cast<size_t>(place - points.begin()), point);
-  const uint32_t status = SaveFavorites(storage::OpenUserStorage(), *favorites->list);
+  const uint32_t status = m_parts.storeFavorites(*favorites->list);
   if (status != 0) throw ScriptError(TransportHresult(status));
   return {};
 }

@@ -5,6 +5,8 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "planner/window_parts.h"
 #include "ui/actions.h"
@@ -38,7 +40,8 @@ class MainWindow : public QMainWindow, public PlannerWindow {
 
   /// Loads the map page; shows the window where it stood last.
   /// `file` is opened then, if there is any and it exists, without a question about its layout.
-  void Start(const QString& file = {});
+  /// `settingsMessages` are what the user has to know about the settings that were loaded.
+  void Start(const QString& file = {}, std::vector<std::string> settingsMessages = {});
   /// Reads a file as if it had been opened, without a question about changes.
   void OpenPath(const QString& path);
 
@@ -94,6 +97,9 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   void EditPoint(size_t row);
   void NameFieldLeft();
   void ChangeSettings();
+  void TellOfSettings(const QString& trouble);
+  void TellOfFavorites(uint32_t status);
+  bool SaveBeforeClosing();
   void Exported(const WideString& path, const CItineraryFormat& row, const TripWrite& trip);
   void OfferRecovery();
   void OpenArgument(const QString& file);

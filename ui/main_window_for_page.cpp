@@ -26,9 +26,10 @@ void MainWindow::DispatchMessages() { QApplication::processEvents(); }
 void MainWindow::ShowNormalTitle() { setWindowTitle(ProductTitle()); }
 
 void MainWindow::ShowUpdateNotice(std::string_view text, std::string_view url) {
-  m_notice->ShowNotice(FromUtf8(text), {{Text(kTextShowPage), [link = std::string(url)] {
-                                           if (link.starts_with("http")) OpenLink(link);
-                                         }}});
+  m_notice->ShowNotice(NoticeSubject::kVersion, FromUtf8(text),
+                       {{Text(kTextShowPage), [link = std::string(url)] {
+                           if (link.starts_with("http")) OpenLink(link);
+                         }}});
 }
 
 void MainWindow::DisableMap(std::string_view reason) {
