@@ -56,7 +56,7 @@ ScriptValue PlannerExternal::Trace(const ExternalArguments& arguments) const {
 
 ScriptValue PlannerExternal::MessageBox(const ExternalArguments& arguments) const {
   const auto style = static_cast<uint32_t>(arguments.IntegerOr(1, kBoxOk));
-  return m_parts.window.ShowBox(MendUtf8(arguments.Text(0).substr(0, kLongestBoxText)), style);
+  return m_parts.window.ShowPageBox(MendUtf8(arguments.Text(0).substr(0, kLongestBoxText)), style);
 }
 
 ScriptValue PlannerExternal::GetPoint(const ExternalArguments& arguments) const {

@@ -10,6 +10,7 @@
 
 #include "planner/window_parts.h"
 #include "ui/actions.h"
+#include "ui/page_box_limit.h"
 #include "ui/window_store.h"
 
 class CGpsCoordinate;
@@ -56,6 +57,7 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   const Actions& Commands() const { return m_actions; }
 
   int32_t ShowBox(std::string_view text, uint32_t style) override;
+  int32_t ShowPageBox(std::string_view text, uint32_t style) override;
   int32_t ShowRepeatedBox(std::string_view text, uint32_t style, bool& forTheRest) override;
   void DispatchMessages() override;
   void ShowNormalTitle() override;
@@ -126,5 +128,6 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   bool m_updateWaits = false;
   uint64_t m_notedEdits = 0;  ///< as often as the list had been changed when it was looked at
   bool m_isInterpreting = false;
+  PageBoxLimit m_pageBoxes;
   QString m_knownName;  ///< what the name field showed when it was last looked at for a link
 };

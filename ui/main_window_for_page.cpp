@@ -15,6 +15,19 @@ int32_t MainWindow::ShowBox(std::string_view text, uint32_t style) {
   return ShowMessageBox(this, FromUtf8(text), style);
 }
 
+int32_t MainWindow::ShowPageBox(std::string_view text, uint32_t style) {
+  if (!m_pageBoxes.Allows()) {
+    if (!m_notice->IsTold(NoticeSubject::kPage)) {
+      m_notice->ShowNotice(NoticeSubject::kPage, Text(kTextPageBoxesEnd),
+                           {{Text(kTextLoadMapAgain), [this] { m_map->Reload(); }}});
+    }
+    return AnswerOfClosing(style);
+  }
+  const int32_t answer = ShowBox(text, style);
+  m_pageBoxes.BoxClosed();
+  return answer;
+}
+
 int32_t MainWindow::ShowRepeatedBox(std::string_view text, uint32_t style, bool& forTheRest) {
   const RepeatedAnswer given = ::ShowRepeatedBox(this, FromUtf8(text), style);
   forTheRest = given.forTheRest;
@@ -55,5 +68,5 @@ void MainWindow::StopTimer(int32_t timer) {
 
 bool MainWindow::MayDownloadTo(const WideString& path) {
   const QString question = FilledText(kTextMayDownload, ToUtf8(FromPath(path)));
-  return ShowMessageBox(this, question, kBoxYesNo | kBoxWarningIcon) == kAnswerYes;
+  return ShowPageBox(ToUtf8(question), kBoxYesNo | kBoxWarningIcon) == kAnswerYes;
 }

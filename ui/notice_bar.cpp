@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
+#include <algorithm>
 #include <utility>
 
 #include "base/text_ids.h"
@@ -41,6 +42,10 @@ void NoticeBar::ShowNotice(NoticeSubject subject, const QString& text,
 void NoticeBar::Withdraw(NoticeSubject subject) {
   std::erase_if(m_notices, [subject](const Notice& notice) { return notice.subject == subject; });
   ShowNewest();
+}
+
+bool NoticeBar::IsTold(NoticeSubject subject) const {
+  return std::ranges::find(m_notices, subject, &Notice::subject) != m_notices.end();
 }
 
 void NoticeBar::ShowNewest() {

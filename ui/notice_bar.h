@@ -28,6 +28,8 @@ class NoticeBar : public QFrame {
                   std::vector<NoticeButton> buttons = {});
   /// What was told about the subject is over.
   void Withdraw(NoticeSubject subject);
+  /// Whether something stands there about the subject, seen or not.
+  bool IsTold(NoticeSubject subject) const;
   /// The text that is seen; empty without any.
   QString NoticeText() const;
 
