@@ -155,6 +155,5 @@ uint32_t LoadLayerSettings(const storage::Storage& storage, LayerSettings& setti
 }
 
 uint32_t StoreLayerSettings(const storage::Storage& storage, const LayerSettings& settings) {
-  const uint32_t status = SaveMapLayers(storage, settings.layers);
-  return status == kStatusSuccess ? SaveMaps(storage, settings.maps) : status;
+  return SaveMapLayers(storage, settings.layers, settings.maps);
 }

@@ -54,10 +54,14 @@ bool KeepsSomething(const Options& options) {
 
 // The window is a program of its own, in a package of its own, and takes the same tokens. Comes
 // back only where it cannot be had.
-int OpenWindow(int argumentCount, char** arguments) {
+void BecomeWindow(int argumentCount, char** arguments) {
   std::vector<std::string> command(arguments, arguments + argumentCount);
   command.front() = kWindowProgram;
   if (CanShowWindow()) BecomeProgram(command);
+}
+
+int OpenWindow(int argumentCount, char** arguments) {
+  BecomeWindow(argumentCount, arguments);
   Complain(FormatText(kTextNoWindow));
   Complain(FormatText(kTextUsage));
   return kExitWrongUsage;
@@ -136,6 +140,10 @@ int main(int argumentCount, char** arguments) {
   std::pmr::set_default_resource(&LargePages());
   std::vector<WideString> tokens;
   for (int i = 1; i < argumentCount; ++i) tokens.push_back(WidePath(arguments[i]));
+  // The window loads the settings itself, and tells in itself what is wrong with their file.
+  const bool isForWindow =
+      tokens.empty() || (tokens.size() == 1 && !tokens.front().starts_with(u'-'));
+  if (isForWindow) BecomeWindow(argumentCount, arguments);
   // For what is wrong with the options, whose values are no tokens.
   SetLanguageOf(tokens);
 

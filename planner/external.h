@@ -23,6 +23,8 @@ struct ExternalParts {
   std::function<void(int32_t target, const CGpsPoint& point)> sendPoint;
   /// Runs when the page has changed a setting.
   std::function<void()> settingsChanged;
+  /// Stores the favourites; gives 0 or the platform's error code.
+  std::function<uint32_t(const CGpsPointArray& favorites)> storeFavorites;
 };
 
 /// The object that the page finds as `window.external`. The page is not trusted: whatever it gives,

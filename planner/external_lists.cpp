@@ -12,7 +12,6 @@
 #include "planner/route_table.h"
 #include "platform/clock.h"
 #include "platform/debug_log.h"
-#include "settings/favorites.h"
 
 namespace {
 
@@ -57,7 +56,7 @@ ScriptValue PlannerExternal::Trace(const ExternalArguments& arguments) const {
 
 ScriptValue PlannerExternal::MessageBox(const ExternalArguments& arguments) const {
   const auto style = static_cast<uint32_t>(arguments.IntegerOr(1, kBoxOk));
-  return m_parts.window.ShowBox(MendUtf8(arguments.Text(0).substr(0, kLongestBoxText)), style);
+  return m_parts.window.ShowPageBox(MendUtf8(arguments.Text(0).substr(0, kLongestBoxText)), style);
 }
 
 ScriptValue PlannerExternal::GetPoint(const ExternalArguments& arguments) const {
@@ -122,7 +121,7 @@ ScriptValue PlannerExternal::AddFavorite(const ExternalArguments& arguments) con
       points.begin(), points.end(), point,
       [](const CGpsPoint& left, const CGpsPoint& right) { return left.name < right.name; });
   favorites->InsertPoint(static_cast<size_t>(place - points.begin()), point);
-  const uint32_t status = SaveFavorites(storage::OpenUserStorage(), *favorites->list);
+  const uint32_t status = m_parts.storeFavorites(*favorites->list);
   if (status != 0) throw ScriptError(TransportHresult(status));
   return {};
 }

@@ -49,7 +49,8 @@ PlannerBridge::PlannerBridge(BridgeParts parts) : m_parts(std::move(parts)) {
                                m_parts.services,
                                m_parts.posts,
                                m_parts.sendPoint,
-                               [this] { m_parts.lists[kListItinerary]->ShowSettings(); }};
+                               [this] { m_parts.lists[kListItinerary]->ShowSettings(); },
+                               m_parts.storeFavorites};
   m_external = std::make_shared<PlannerExternal>(external);
 }
 

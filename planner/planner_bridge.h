@@ -16,6 +16,7 @@
 #include "planner/point_list_view.h"
 #include "planner/post_box.h"
 #include "planner/window_parts.h"
+#include "settings/favorites.h"
 #include "settings/map_sources.h"
 #include "settings/settings.h"
 
@@ -31,6 +32,11 @@ struct BridgeParts {
   std::function<void(const std::string& url)> openOutside;
   /// Hands a point to the companion program of a device.
   std::function<void(int32_t target, const CGpsPoint& point)> sendPoint;
+  /// Stores the favourites; gives 0 or the platform's error code.
+  std::function<uint32_t(const CGpsPointArray& favorites)> storeFavorites =
+      [](const CGpsPointArray& favorites) {
+        return SaveFavorites(storage::OpenUserStorage(), favorites);
+      };
 };
 
 /// Program and page: brings the page up, filters where it may go, and owns what it finds as

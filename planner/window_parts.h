@@ -77,8 +77,13 @@ class PlannerWindow {
   /// A modal box with plain text; `style` is a BoxStyle or what a page asks for, which may hold
   /// other bits too. Gives a BoxAnswer.
   virtual int32_t ShowBox(std::string_view text, uint32_t style) = 0;
-  /// The same about one of several things alike: `forTheRest` tells whether the answer counts for
-  /// those that follow.
+  /// The same for a box that the page wants. A page must not stop the user without end: what is too
+  /// much is answered as if the box had been closed.
+  virtual int32_t ShowPageBox(std::string_view text, uint32_t style) {
+    return ShowBox(text, style);
+  }
+  /// The same as `ShowBox` about one of several things alike: `forTheRest` tells whether the answer
+  /// counts for those that follow.
   virtual int32_t ShowRepeatedBox(std::string_view text, uint32_t style, bool& forTheRest) = 0;
   /// Lets the events that wait happen, without waiting for any.
   virtual void DispatchMessages() = 0;

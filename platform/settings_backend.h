@@ -49,6 +49,9 @@ class SettingsBackend {
   virtual void AbandonSave() = 0;
 };
 
+/// The file that keeps them, there or not; empty when the user has no home.
+WideString UserSettingsFile();
+
 /// The settings of the current user; null when the user has no home. Touches no file yet.
 std::unique_ptr<SettingsBackend> OpenUserSettings();
 

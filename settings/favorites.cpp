@@ -73,6 +73,9 @@ uint32_t SaveFavorites(storage::Storage storage, const CGpsPointArray& list,
                        std::string_view root) {
   std::vector<std::string> entries;
   for (const CGpsPoint& point : list.points) entries.push_back(Encode(point));
-  return storage::StatusOf(
-      [&] { WriteIndexedEntries(storage, storage::PathOf(root, kFolder), entries); });
+  return storage::StatusOf([&] {
+    storage::Transaction transaction(storage);
+    WriteIndexedEntries(storage, storage::PathOf(root, kFolder), entries);
+    transaction.Commit();
+  });
 }

@@ -49,10 +49,8 @@ void ReadIndexedEntries(const storage::SFolder& folder,
 
 void WriteIndexedEntries(storage::Storage& storage, const std::string& path,
                          const std::vector<std::string>& entries) {
-  storage::Transaction transaction(storage);
   storage::SFolder folder = storage.CreateFolder(path);
   folder.CreateValue(kNumber).WriteNumber(static_cast<uint32_t>(entries.size()));
   for (size_t i = 0; i < entries.size(); ++i)
     folder.CreateValue(std::to_string(i)).WriteBytes(entries[i]);
-  transaction.Commit();
 }

@@ -14,7 +14,7 @@
 void ReadIndexedEntries(const storage::SFolder& folder,
                         const std::function<void(const std::string& bytes)>& take);
 
-/// Writes the entries and their count as one. Entries of a longer list before stay behind; the
-/// count decides. Throws storage::Exception.
+/// Writes the entries and their count, in a transaction of the caller's. Entries of a longer list
+/// before stay behind; the count decides. Throws storage::Exception.
 void WriteIndexedEntries(storage::Storage& storage, const std::string& path,
                          const std::vector<std::string>& entries);

@@ -57,13 +57,15 @@ uint32_t LoadMapLayers(const storage::Storage& storage, MapLayers& layers, std::
   return status;
 }
 
-uint32_t SaveMapLayers(storage::Storage storage, const MapLayers& layers, std::string_view root) {
+uint32_t SaveMapLayers(storage::Storage storage, const MapLayers& layers, const MapSources& maps,
+                       std::string_view root) {
   return storage::StatusOf([&] {
     storage::Transaction transaction(storage);
     storage.CreateFolder(root).RemoveFolder(kFolder);
     storage::SFolder parent = storage.CreateFolder(storage::PathOf(root, kFolder));
     for (size_t i = 0; i < layers.size(); ++i)
       WriteLayer(parent.CreateFolder(std::to_string(i)), layers[i]);
+    WriteMaps(storage, maps, root);
     transaction.Commit();
   });
 }

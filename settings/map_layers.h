@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "settings/map_sources.h"
 #include "settings/storage.h"
 
 /// A map of pictures ("tiles") from a server that the user has entered. Texts are UTF-8.
@@ -27,6 +28,7 @@ using MapLayers = std::vector<MapLayer>;
 uint32_t LoadMapLayers(const storage::Storage& storage, MapLayers& layers,
                        std::string_view root = kSettingsRoot);
 
-/// Stores these layers in place of all that are stored. Returns 0 or the platform's error code.
-uint32_t SaveMapLayers(storage::Storage storage, const MapLayers& layers,
+/// Stores these layers in place of all that are stored, together with the maps, which say which of
+/// them are allowed: both or none. Returns 0 or the platform's error code.
+uint32_t SaveMapLayers(storage::Storage storage, const MapLayers& layers, const MapSources& maps,
                        std::string_view root = kSettingsRoot);

@@ -29,7 +29,7 @@ uint32_t LoadMaps(const storage::Storage& storage, MapSources& maps, std::string
   return status;
 }
 
-uint32_t SaveMaps(storage::Storage storage, const MapSources& maps, std::string_view root) {
+void WriteMaps(storage::Storage& storage, const MapSources& maps, std::string_view root) {
   std::vector<std::string> entries;
   for (const auto& [name, number] : maps) {
     StringSink sink;
@@ -37,6 +37,13 @@ uint32_t SaveMaps(storage::Storage storage, const MapSources& maps, std::string_
     sink.Write(name);
     entries.push_back(sink.Bytes());
   }
-  return storage::StatusOf(
-      [&] { WriteIndexedEntries(storage, storage::PathOf(root, kFolder), entries); });
+  WriteIndexedEntries(storage, storage::PathOf(root, kFolder), entries);
+}
+
+uint32_t SaveMaps(storage::Storage storage, const MapSources& maps, std::string_view root) {
+  return storage::StatusOf([&] {
+    storage::Transaction transaction(storage);
+    WriteMaps(storage, maps, root);
+    transaction.Commit();
+  });
 }

@@ -15,6 +15,10 @@ using MapSources = std::map<std::string, uint32_t>;
 uint32_t LoadMaps(const storage::Storage& storage, MapSources& maps,
                   std::string_view root = kSettingsRoot);
 
+/// Writes the maps in a transaction of the caller's. Throws storage::Exception.
+void WriteMaps(storage::Storage& storage, const MapSources& maps,
+               std::string_view root = kSettingsRoot);
+
 /// Returns 0 or the platform's error code.
 uint32_t SaveMaps(storage::Storage storage, const MapSources& maps,
                   std::string_view root = kSettingsRoot);

@@ -76,6 +76,18 @@ void SetUp(QMessageBox& box, const QString& text, uint32_t style) {
 
 }  // namespace
 
+int32_t AnswerOfClosing(uint32_t style) {
+  switch (style & kButtonMask) {
+    case kBoxOkCancel:
+    case kBoxRetryCancel:
+      return kAnswerCancel;
+    case kBoxYesNo:
+      return kAnswerNo;
+    default:
+      return kAnswerOk;
+  }
+}
+
 int32_t ShowMessageBox(QWidget* parent, const QString& text, uint32_t style) {
   QMessageBox box(parent);
   SetUp(box, text, style);

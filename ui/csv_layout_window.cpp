@@ -18,6 +18,7 @@
 #include "ui/boxes.h"
 #include "ui/dialog_buttons.h"
 #include "ui/look.h"
+#include "ui/settings_trouble.h"
 #include "ui/text.h"
 
 namespace {
@@ -82,10 +83,10 @@ class CsvLayoutWindow : public QDialog {
     });
   }
 
-  bool Accept(CCsvLayout& layout) {
+  uint32_t Accept(CCsvLayout& layout) {
     TakeControls();
     storage::Storage storage = storage::OpenUserStorage();
-    return m_form.Accept(storage, layout) == 0;
+    return m_form.Accept(storage, layout);
   }
 
  private:
@@ -166,7 +167,7 @@ class CsvLayoutWindow : public QDialog {
 bool AskCsvLayout(QWidget* parent, CsvUse use, const QString& fileName, CCsvLayout& layout) {
   CsvLayoutWindow window(parent, use, fileName, layout);
   if (window.exec() != QDialog::Accepted) return false;
-  if (!window.Accept(layout))
-    ShowMessageBox(parent, Text(kTextSettingsNotStored), kBoxOk | kBoxWarningIcon);
+  const QString trouble = DescribeStoreTrouble(window.Accept(layout));
+  if (!trouble.isEmpty()) ShowMessageBox(parent, trouble, kBoxOk | kBoxWarningIcon);
   return true;
 }

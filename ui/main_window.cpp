@@ -9,10 +9,15 @@
 #include <QSplitter>
 #include <QTimer>
 #include <QToolBar>
+#include <algorithm>
+#include <iterator>
 
+#include "base/status.h"
 #include "base/text_ids.h"
 #include "conversion/loss_description.h"
+#include "platform/settings_backend.h"
 #include "settings/settings.h"
+#include "settings/settings_list.h"
 #include "ui/boxes.h"
 #include "ui/export_marks.h"
 #include "ui/favorites_page.h"
@@ -24,6 +29,7 @@
 #include "ui/progress_dialog.h"
 #include "ui/recovery.h"
 #include "ui/search_page.h"
+#include "ui/settings_trouble.h"
 #include "ui/status_line.h"
 #include "ui/text.h"
 #include "ui/window_placement.h"
@@ -81,6 +87,7 @@ void MainWindow::MakeWork() {
   m_pois->SetList(&m_work->pois);
   m_work->driver.exported = [this](const WideString& path, const CItineraryFormat& row,
                                    const TripWrite& trip) { Exported(path, row, trip); };
+  m_work->favoritesStored = [this](uint32_t status) { TellOfFavorites(status); };
   m_map->SetBridge(*m_work->bridge);
   AddSearchPage(SearchKind::kEverywhere, kTextLocationSearch, "search");
   AddSearchPage(SearchKind::kNearby, kTextProximitySearch, "near");
@@ -88,8 +95,10 @@ void MainWindow::MakeWork() {
   m_pane->AddResults(*m_results);
 }
 
-void MainWindow::Start(const QString& file) {
-  m_work->LoadFavorites();
+void MainWindow::Start(const QString& file, std::vector<std::string> settingsMessages) {
+  const uint32_t status = m_work->LoadFavorites();
+  std::ranges::move(TakeSettingsMessages(), std::back_inserter(settingsMessages));
+  TellOfSettings(DescribeReadTrouble(status, settingsMessages));
   m_map->Load(QUrl(FromWide(m_settings.plannerPage)));
   resize(kFirstSize);
   if (m_settings.editorPosition)
@@ -132,10 +141,10 @@ void MainWindow::Exported(const WideString& path, const CItineraryFormat& row,
     const WideString source = ToWide(QFileInfo(FromPath(m_work->driver.sourcePath)).fileName());
     const QString details = FromUtf8(DescribeCheck(source, ToWide(name), *trip.check)).trimmed();
     m_notice->ShowNotice(
-        FilledText(kTextExportLost, ToUtf8(name)),
+        NoticeSubject::kExport, FilledText(kTextExportLost, ToUtf8(name)),
         {{Text(kTextDetails), [this, details] { ShowMessageBox(this, details, kBoxOk); }}});
   } else {
-    m_notice->hide();
+    m_notice->Withdraw(NoticeSubject::kExport);
     Tell(FilledText(kTextExportDone, ToUtf8(name)));
   }
 }
@@ -181,14 +190,31 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
-  m_settings.editorPosition = PlacementOf(*this);
-  m_store.SetBytes(kSplitterValue, m_splitter->saveState());
-  m_store.SetBytes(kColumnsValue, m_pane->Stops().Columns());
-  m_settings.Save();
+  if (!SaveBeforeClosing()) {
+    event->ignore();
+    return;
+  }
   m_recovery->Forget();
   m_work->bridge->Close();
   m_map->Close();
   event->accept();
+}
+
+// False when the user wants to stay, since not everything could be kept.
+bool MainWindow::SaveBeforeClosing() {
+  m_settings.editorPosition = PlacementOf(*this);
+  m_store.SetBytes(kSplitterValue, m_splitter->saveState());
+  m_store.SetBytes(kColumnsValue, m_pane->Stops().Columns());
+  const uint32_t status = m_settings.Save();
+  // Who has no home was told so at the start.
+  if (UserSettingsFile().empty()) return true;
+  const QString trouble = DescribeStoreTrouble(status);
+  if (status != kStatusSuccess) {
+    const QString question = trouble + QStringLiteral("\n\n") + Text(kTextCloseAllTheSame);
+    return ShowMessageBox(this, question, kBoxYesNo | kBoxWarningIcon) == kAnswerYes;
+  }
+  if (!trouble.isEmpty()) ShowMessageBox(this, trouble, kBoxOk | kBoxWarningIcon);
+  return true;
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -5,9 +5,12 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "planner/window_parts.h"
 #include "ui/actions.h"
+#include "ui/page_box_limit.h"
 #include "ui/window_store.h"
 
 class CGpsCoordinate;
@@ -38,7 +41,8 @@ class MainWindow : public QMainWindow, public PlannerWindow {
 
   /// Loads the map page; shows the window where it stood last.
   /// `file` is opened then, if there is any and it exists, without a question about its layout.
-  void Start(const QString& file = {});
+  /// `settingsMessages` are what the user has to know about the settings that were loaded.
+  void Start(const QString& file = {}, std::vector<std::string> settingsMessages = {});
   /// Reads a file as if it had been opened, without a question about changes.
   void OpenPath(const QString& path);
 
@@ -53,6 +57,7 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   const Actions& Commands() const { return m_actions; }
 
   int32_t ShowBox(std::string_view text, uint32_t style) override;
+  int32_t ShowPageBox(std::string_view text, uint32_t style) override;
   int32_t ShowRepeatedBox(std::string_view text, uint32_t style, bool& forTheRest) override;
   void DispatchMessages() override;
   void ShowNormalTitle() override;
@@ -94,6 +99,9 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   void EditPoint(size_t row);
   void NameFieldLeft();
   void ChangeSettings();
+  void TellOfSettings(const QString& trouble);
+  void TellOfFavorites(uint32_t status);
+  bool SaveBeforeClosing();
   void Exported(const WideString& path, const CItineraryFormat& row, const TripWrite& trip);
   void OfferRecovery();
   void OpenArgument(const QString& file);
@@ -120,5 +128,6 @@ class MainWindow : public QMainWindow, public PlannerWindow {
   bool m_updateWaits = false;
   uint64_t m_notedEdits = 0;  ///< as often as the list had been changed when it was looked at
   bool m_isInterpreting = false;
+  PageBoxLimit m_pageBoxes;
   QString m_knownName;  ///< what the name field showed when it was last looked at for a link
 };

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QTimer>
 
+#include "base/status.h"
 #include "base/text_ids.h"
 #include "planner/tile_layers.h"
 #include "settings/map_sources.h"
@@ -13,6 +14,7 @@
 #include "ui/itinerary_pane.h"
 #include "ui/main_window.h"
 #include "ui/map_view.h"
+#include "ui/notice_bar.h"
 #include "ui/optimise.h"
 #include "ui/paste_window.h"
 #include "ui/point_table.h"
@@ -20,6 +22,7 @@
 #include "ui/printing.h"
 #include "ui/provider_choice.h"
 #include "ui/recovery.h"
+#include "ui/settings_trouble.h"
 #include "ui/settings_window.h"
 #include "ui/status_line.h"
 #include "ui/stop_menu.h"
@@ -142,11 +145,30 @@ void MainWindow::ChangeSettings() {
     return std::pair(stored, LoadPageLayers(storage::OpenUserStorage()));
   };
   const auto before = maps();
-  if (!ShowSettingsWindow(this, m_settings, *m_work->bridge)) return;
+  const std::optional<uint32_t> status = ShowSettingsWindow(this, m_settings, *m_work->bridge);
+  if (!status) return;
+  TellOfSettings(DescribeStoreTrouble(*status));
   m_actions[Command::kRoad].setChecked(m_settings.forceRoad);
   m_work->bridge->SettingsChanged();
   // The page learns its maps when it starts.
   if (maps() != before) m_map->Reload();
+}
+
+void MainWindow::TellOfSettings(const QString& trouble) {
+  if (trouble.isEmpty())
+    m_notice->Withdraw(NoticeSubject::kSettings);
+  else
+    m_notice->ShowNotice(NoticeSubject::kSettings, trouble);
+}
+
+void MainWindow::TellOfFavorites(uint32_t status) {
+  const QString trouble = DescribeStoreTrouble(status);
+  m_notice->Withdraw(NoticeSubject::kFavorites);
+  if (trouble.isEmpty()) return;
+  std::vector<NoticeButton> buttons;
+  if (status != kStatusSuccess)
+    buttons.push_back({Text(kTextRetry), [this] { m_work->SaveFavorites(); }});
+  m_notice->ShowNotice(NoticeSubject::kFavorites, trouble, std::move(buttons));
 }
 
 void MainWindow::UpdateCommandsSoon() {

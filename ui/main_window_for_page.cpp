@@ -15,6 +15,19 @@ int32_t MainWindow::ShowBox(std::string_view text, uint32_t style) {
   return ShowMessageBox(this, FromUtf8(text), style);
 }
 
+int32_t MainWindow::ShowPageBox(std::string_view text, uint32_t style) {
+  if (!m_pageBoxes.Allows()) {
+    if (!m_notice->IsTold(NoticeSubject::kPage)) {
+      m_notice->ShowNotice(NoticeSubject::kPage, Text(kTextPageBoxesEnd),
+                           {{Text(kTextLoadMapAgain), [this] { m_map->Reload(); }}});
+    }
+    return AnswerOfClosing(style);
+  }
+  const int32_t answer = ShowBox(text, style);
+  m_pageBoxes.BoxClosed();
+  return answer;
+}
+
 int32_t MainWindow::ShowRepeatedBox(std::string_view text, uint32_t style, bool& forTheRest) {
   const RepeatedAnswer given = ::ShowRepeatedBox(this, FromUtf8(text), style);
   forTheRest = given.forTheRest;
@@ -26,9 +39,10 @@ void MainWindow::DispatchMessages() { QApplication::processEvents(); }
 void MainWindow::ShowNormalTitle() { setWindowTitle(ProductTitle()); }
 
 void MainWindow::ShowUpdateNotice(std::string_view text, std::string_view url) {
-  m_notice->ShowNotice(FromUtf8(text), {{Text(kTextShowPage), [link = std::string(url)] {
-                                           if (link.starts_with("http")) OpenLink(link);
-                                         }}});
+  m_notice->ShowNotice(NoticeSubject::kVersion, FromUtf8(text),
+                       {{Text(kTextShowPage), [link = std::string(url)] {
+                           if (link.starts_with("http")) OpenLink(link);
+                         }}});
 }
 
 void MainWindow::DisableMap(std::string_view reason) {
@@ -54,5 +68,5 @@ void MainWindow::StopTimer(int32_t timer) {
 
 bool MainWindow::MayDownloadTo(const WideString& path) {
   const QString question = FilledText(kTextMayDownload, ToUtf8(FromPath(path)));
-  return ShowMessageBox(this, question, kBoxYesNo | kBoxWarningIcon) == kAnswerYes;
+  return ShowPageBox(ToUtf8(question), kBoxYesNo | kBoxWarningIcon) == kAnswerYes;
 }

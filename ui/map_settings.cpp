@@ -80,8 +80,9 @@ class MapPage : public SettingsForm {
   void ReadStore(const PlannerBridge& bridge) {
     MapLayers layers;
     MapSources maps;
-    m_isKnown = LoadMapLayers(storage::OpenUserStorage(), layers) == kStatusSuccess &&
-                LoadMaps(storage::OpenUserStorage(), maps) == kStatusSuccess;
+    const storage::Storage storage = storage::OpenUserStorage();
+    m_readStatus = LoadMapLayers(storage, layers);
+    if (m_readStatus == kStatusSuccess) m_readStatus = LoadMaps(storage, maps);
     // What another page has besides its name is known to that page alone.
     for (const PageMap& map : bridge.PageMaps()) maps.try_emplace(map.name, map.number);
     for (MapLayer& layer : layers) {
@@ -176,8 +177,8 @@ class MapPage : public SettingsForm {
 
   void StoreAll() {
     // What could not be read must not be replaced by less.
-    if (!m_isKnown) {
-      if (std::ranges::any_of(m_entries, &Entry::isOwn)) NoteStored(kStatusFailure);
+    if (m_readStatus != kStatusSuccess) {
+      if (std::ranges::any_of(m_entries, &Entry::isOwn)) NoteStored(m_readStatus);
       return;
     }
     MapLayers layers;
@@ -192,13 +193,11 @@ class MapPage : public SettingsForm {
       if (IsMapOn(number, kMapPlain) && !IsMapOn(entry.number, kMapPlain))
         m_settings.defaultMap = MapChoice{kMapPlain, entry.layer.name};
     }
-    uint32_t status = SaveMapLayers(storage::OpenUserStorage(), layers);
-    if (status == kStatusSuccess) status = SaveMaps(storage::OpenUserStorage(), maps);
-    NoteStored(status);
+    NoteStored(SaveMapLayers(storage::OpenUserStorage(), layers, maps));
   }
 
   CSettings& m_settings;
-  bool m_isKnown = false;
+  uint32_t m_readStatus = kStatusSuccess;
   std::vector<Entry> m_entries;
   QListWidget* m_list = new QListWidget;
   QPushButton* m_edit;

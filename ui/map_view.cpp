@@ -16,8 +16,10 @@
 #include "planner/external.h"
 #include "planner/planner_bridge.h"
 #include "planner/tile_layers.h"
+#include "platform/end_process.h"
 #include "ui/page_engine.h"
 #include "ui/page_files.h"
+#include "ui/page_watch.h"
 #include "ui/planner_page.h"
 #include "ui/text.h"
 
@@ -74,20 +76,19 @@ std::unique_ptr<QWebEngineProfile> MakeProfile(PageFiles& files, MapRequests& re
   return profile;
 }
 
-QWidget* MakeDarkGround(const std::function<void()>& reload) {
+QWidget* MakeDarkGround(QLabel& text, const std::function<void()>& reload) {
   auto* const ground = new QWidget;
   ground->setObjectName(QStringLiteral("darkMap"));
   ground->setAutoFillBackground(true);
-  auto* const text = new QLabel(Text(kTextMapEnded));
-  text->setAlignment(Qt::AlignCenter);
-  text->setWordWrap(true);
+  text.setAlignment(Qt::AlignCenter);
+  text.setWordWrap(true);
   auto* const button = new QPushButton(Text(kTextLoadMapAgain));
   QObject::connect(button, &QPushButton::clicked, ground, reload);
   auto* const layout = new QVBoxLayout(ground);
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   layout->setSpacing(kMargin);
   layout->addStretch();
-  layout->addWidget(text);
+  layout->addWidget(&text);
   layout->addWidget(button, 0, Qt::AlignCenter);
   layout->addStretch();
   return ground;
@@ -100,16 +101,18 @@ MapView::MapView(QWidget* parent)
       m_files(std::make_unique<PageFiles>()),
       m_requests(std::make_unique<MapRequests>()),
       m_layout(new QStackedLayout(this)),
-      m_view(new QWebEngineView) {
+      m_view(new QWebEngineView),
+      m_darkText(new QLabel) {
   m_profile = MakeProfile(*m_files, *m_requests);
   m_page = std::make_unique<PlannerPage>(*m_profile, nullptr);
   m_engine = std::make_unique<PageEngine>(*m_page);
   m_page->engine = m_engine.get();
+  m_watch = std::make_unique<PageWatch>(*m_page, *m_engine, [this] { PageIsSilent(); });
   m_view->setPage(m_page.get());
   m_view->setContextMenuPolicy(Qt::NoContextMenu);
   m_view->setAcceptDrops(false);
   m_view->setAccessibleName(Text(kTextMapLabel));
-  m_dark = MakeDarkGround([this] { Reload(); });
+  m_dark = MakeDarkGround(*m_darkText, [this] { Reload(); });
   m_layout->addWidget(m_view);
   m_layout->addWidget(m_dark);
   setMinimumSize(240, 200);
@@ -146,7 +149,15 @@ void MapView::Reload() {
   m_bridge->SetEngine(m_engine.get());
   m_engine->BeginLoad(m_address);
   m_layout->setCurrentWidget(m_view);
+  m_darkText->setText(Text(kTextMapEnded));
   m_page->load(m_address);
+  m_watch->Start();
+}
+
+// The page goes the way of one that crashes: its process would go on for ever.
+void MapView::PageIsSilent() {
+  m_darkText->setText(Text(kTextMapDoesNotAnswer));
+  if (!EndProcess(m_page->renderProcessPid())) PageEnded();
 }
 
 void MapView::PageEnded() {
@@ -155,11 +166,17 @@ void MapView::PageEnded() {
   GoDark();
 }
 
-void MapView::GoDark() { m_layout->setCurrentWidget(m_dark); }
+void MapView::GoDark() {
+  m_watch->Stop();
+  m_layout->setCurrentWidget(m_dark);
+}
+
+QString MapView::DarkText() const { return m_darkText->text(); }
 
 bool MapView::IsDark() const { return m_layout->currentWidget() == m_dark; }
 
 void MapView::Close() {
+  m_watch->Stop();
   m_engine->EndPage();
   m_engine->SetExternal(nullptr);
   m_bridge = nullptr;

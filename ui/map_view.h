@@ -8,6 +8,7 @@
 class MapRequests;
 class PageEngine;
 class PageFiles;
+class PageWatch;
 class PlannerBridge;
 class PlannerPage;
 class QLabel;
@@ -29,6 +30,8 @@ class MapView : public QWidget {
   void Reload();
   /// The page cannot be used.
   void GoDark();
+  /// What the dark ground tells.
+  QString DarkText() const;
   bool IsDark() const;
   /// The window closes; nothing reaches the page any more.
   void Close();
@@ -38,6 +41,7 @@ class MapView : public QWidget {
 
  private:
   void PageEnded();
+  void PageIsSilent();
 
   std::unique_ptr<PageFiles> m_files;
   std::unique_ptr<MapRequests> m_requests;
@@ -45,8 +49,10 @@ class MapView : public QWidget {
   QStackedLayout* m_layout;
   QWebEngineView* m_view;
   QWidget* m_dark;
+  QLabel* m_darkText;
   std::unique_ptr<PlannerPage> m_page;
   std::unique_ptr<PageEngine> m_engine;
+  std::unique_ptr<PageWatch> m_watch;
   PlannerBridge* m_bridge = nullptr;
   QUrl m_address;
 };

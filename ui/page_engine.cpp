@@ -140,6 +140,7 @@ bool PageEngine::AnswerPrompt(const QUrl& origin, const QString& message, const 
 
   const std::shared_ptr<bool> isLoaded = m_isLoaded;
   ++m_promptDepth;
+  ++m_promptCount;
   QJsonObject answer = Execute(json);
   --m_promptDepth;
   // What was called may have taken the page away.

@@ -37,6 +37,9 @@ class PageEngine : public IScriptEngine {
   bool AnswerPrompt(const QUrl& origin, const QString& message, const QString& request,
                     QString& reply);
 
+  /// A number for the prompt in which the page waits for the program; 0 while it is in none.
+  uint64_t OpenPrompt() const { return m_promptDepth > 0 ? m_promptCount : 0; }
+
   ScriptValue Call(std::string_view function, ScriptArguments arguments) override;
   void Send(std::string_view function, ScriptArguments arguments) override;
   void Offer(std::string_view function, ScriptArguments arguments) override;
@@ -64,6 +67,7 @@ class PageEngine : public IScriptEngine {
   std::deque<QJsonObject> m_calls;  ///< that the page has not told to have received
   double m_lastCall = 0;
   int m_promptDepth = 0;
+  uint64_t m_promptCount = 0;
   bool m_deliveryWaits = false;
   QPointer<QEventLoop> m_waitingFor;  ///< the innermost call that waits for its result
   /// Functions and work of an earlier load, or of an engine that has gone, find false here.

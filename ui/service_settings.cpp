@@ -33,7 +33,7 @@ constexpr FieldRow kFields[] = {{kTextServiceUrlLabel, &ServiceValues::url, fals
 class ServicesPage : public SettingsForm {
  public:
   explicit ServicesPage(CSettings& settings) : m_settings(settings) {
-    m_isKnown = LoadServiceValues(storage::OpenUserStorage(), m_before) == 0;
+    m_readStatus = LoadServiceValues(storage::OpenUserStorage(), m_before);
     m_values = m_before;
     m_directions = AddList(kTextDirectionsProvider);
     FillServiceList(*m_directions, kCanDirections, settings.routeProvider);
@@ -105,13 +105,13 @@ class ServicesPage : public SettingsForm {
     }
     // Values that could not be read must not be replaced by fewer.
     if (changes.empty()) return;
-    if (!m_isKnown) return NoteStored(kStatusFailure);
+    if (m_readStatus != kStatusSuccess) return NoteStored(m_readStatus);
     NoteStored(StoreServiceValues(storage::OpenUserStorage(), changes));
     SetServiceValues(m_values);
   }
 
   CSettings& m_settings;
-  bool m_isKnown = false;
+  uint32_t m_readStatus = kStatusSuccess;
   ServiceValuesByName m_before;
   ServiceValuesByName m_values;
   QComboBox* m_directions;

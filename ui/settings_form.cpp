@@ -13,10 +13,10 @@ SettingsForm::SettingsForm() : m_form(new QFormLayout(this)) {
   m_form->setHorizontalSpacing(kWideMargin);
 }
 
-bool SettingsForm::Store() {
-  m_isStored = true;
+uint32_t SettingsForm::Store() {
+  m_status = 0;
   for (const auto& action : m_actions) action();
-  return m_isStored;
+  return m_status;
 }
 
 QCheckBox* SettingsForm::AddSwitch(uint32_t textId, bool& value) {

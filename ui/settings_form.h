@@ -13,7 +13,7 @@ class QComboBox;
 class SettingsForm : public SettingsPage {
  public:
   SettingsForm();
-  bool Store() override;
+  uint32_t Store() override;
 
  protected:
   QCheckBox* AddSwitch(uint32_t textId, bool& value);
@@ -23,12 +23,14 @@ class SettingsForm : public SettingsPage {
   void AddRow(uint32_t textId, QWidget* field);
   void AddHeading(uint32_t textId);
   void OnStore(std::function<void()> action) { m_actions.push_back(std::move(action)); }
-  /// For actions that write to the settings file: tells the user when that has failed.
-  void NoteStored(uint32_t status) { m_isStored = m_isStored && status == 0; }
+  /// For actions that write to the settings file: the user is told of the first failure.
+  void NoteStored(uint32_t status) {
+    if (m_status == 0) m_status = status;
+  }
 
   QFormLayout* m_form;
 
  private:
   std::vector<std::function<void()>> m_actions;
-  bool m_isStored = true;
+  uint32_t m_status = 0;
 };

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "base/status.h"
 #include "base/text_ids.h"
 #include "planner/window_parts.h"
 #include "settings/settings.h"
@@ -43,29 +44,32 @@ class SettingsWindow : public QDialog {
       ShowMessageBox(this, message, kBoxOk | kBoxWarningIcon);
       return;
     }
-    for (SettingsPage* const page : m_pages) m_isStored = page->Store() && m_isStored;
+    for (SettingsPage* const page : m_pages) {
+      const uint32_t status = page->Store();
+      if (m_status == kStatusSuccess) m_status = status;
+    }
     QDialog::accept();
   }
 
-  bool IsStored() const { return m_isStored; }
+  /// What has become of all that the pages had to store.
+  uint32_t Status() const { return m_status; }
 
  private:
   QTabWidget* m_tabs;
   std::vector<SettingsPage*> m_pages;
-  bool m_isStored = true;
+  uint32_t m_status = kStatusSuccess;
 };
 
 }  // namespace
 
-bool ShowSettingsWindow(QWidget* parent, CSettings& settings, const PlannerBridge& bridge) {
+std::optional<uint32_t> ShowSettingsWindow(QWidget* parent, CSettings& settings,
+                                           const PlannerBridge& bridge) {
   SettingsWindow window(parent);
   window.Add(kTextDisplayOptions, MakeDisplayPage(settings));
   window.Add(kTextItineraryOptions, MakeItineraryPage(settings));
   window.Add(kTextMapOptions, MakeMapPage(settings, bridge));
   window.Add(kTextServicesGroup, MakeServicesPage(settings));
-  if (window.exec() != QDialog::Accepted) return false;
-  const bool isSaved = settings.Save() == 0;
-  if (!isSaved || !window.IsStored())
-    ShowMessageBox(parent, Text(kTextSettingsNotStored), kBoxOk | kBoxWarningIcon);
-  return true;
+  if (window.exec() != QDialog::Accepted) return std::nullopt;
+  const uint32_t status = settings.Save();
+  return status == kStatusSuccess ? window.Status() : status;
 }

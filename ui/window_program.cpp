@@ -57,7 +57,8 @@ void PrepareApplication(Look look) {
   QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
 }
 
-int RunWindowProgram(int& argumentCount, char** arguments, const std::string& file) {
+int RunWindowProgram(int& argumentCount, char** arguments, const std::string& file,
+                     std::vector<std::string> settingsMessages) {
   FirstPaint firstPaint;
   firstPaint.Start();
   const Look look = DesktopLook();
@@ -76,7 +77,7 @@ int RunWindowProgram(int& argumentCount, char** arguments, const std::string& fi
   CSettings& settings = CSettings::Instance();
   MainWindow window(settings);
   window.installEventFilter(&firstPaint);
-  window.Start(QFile::decodeName(file.c_str()));
+  window.Start(QFile::decodeName(file.c_str()), std::move(settingsMessages));
   const int status = QApplication::exec();
   settings.SaveChanges();
   return status;

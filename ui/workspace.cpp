@@ -1,6 +1,7 @@
 #include "ui/workspace.h"
 
 #include "base/format_text.h"
+#include "base/status.h"
 #include "base/text_ids.h"
 #include "planner/hand_off.h"
 #include "planner/online_services.h"
@@ -57,7 +58,8 @@ Workspace::Workspace(CSettings& settings, const WorkspaceParts& parts)
         if (!device || (IsTargetInstalled(target) && SendPointToTarget(target, point) == 0)) return;
         window.ShowBox(FormatText(kTextTargetNotInstalled, std::string(device->name)),
                        kBoxOk | kBoxWarningIcon);
-      }});
+      },
+      [this](const CGpsPointArray&) { return StoreFavorites(); }});
 }
 
 Workspace::~Workspace() { Close(); }
@@ -68,14 +70,27 @@ void Workspace::Close() {
   m_posts.Close();
 }
 
-void Workspace::LoadFavorites() {
-  m_knowsFavorites = ::LoadFavorites(storage::OpenUserStorage(), favorites) == 0;
+uint32_t Workspace::LoadFavorites() {
+  const uint32_t status = ::LoadFavorites(storage::OpenUserStorage(), favorites);
+  m_knowsFavorites = status == kStatusSuccess;
   favoritesView.Rebuild();
+  return status;
 }
 
-void Workspace::SaveFavorites() {
-  // Favourites that could not be read must not be replaced by fewer.
-  if (m_knowsFavorites) ::SaveFavorites(storage::OpenUserStorage(), favorites);
+void Workspace::SaveFavorites() { favoritesStored(StoreFavorites()); }
+
+uint32_t Workspace::StoreFavorites() {
+  // Favourites that could not be read at the start must not be replaced by fewer.
+  if (!m_knowsFavorites) {
+    CGpsWaypointList stored;
+    const uint32_t status = ::LoadFavorites(storage::OpenUserStorage(), stored);
+    if (status != kStatusSuccess) return status;
+    m_knowsFavorites = true;
+    favorites.TakePoints(stored);
+    favorites.SortByName();
+    favoritesView.Rebuild();
+  }
+  return ::SaveFavorites(storage::OpenUserStorage(), favorites);
 }
 
 void Workspace::ShowResults(const std::vector<CGpsNamedPoint>& places) {

@@ -36,9 +36,12 @@ class Workspace {
   Workspace(const Workspace&) = delete;
   Workspace& operator=(const Workspace&) = delete;
 
-  /// Fetches the favourites; a store that cannot be read leaves none, and is not written.
-  void LoadFavorites();
+  /// Fetches the favourites. Returns 0, or the platform's error code for a store that could not be
+  /// read: then there are none, until one of them is stored.
+  uint32_t LoadFavorites();
   void SaveFavorites();
+  /// The favourites have been stored, or not: 0 or the platform's error code.
+  std::function<void(uint32_t status)> favoritesStored;
   /// Puts what a search has found in the place of what the last one had.
   void ShowResults(const std::vector<CGpsNamedPoint>& places);
   /// Puts points of another list behind the selected stop, as one step.
@@ -51,6 +54,8 @@ class Workspace {
   void Close();
 
  private:
+  uint32_t StoreFavorites();
+
   QObject m_pump;  ///< what other threads wake; gone, it is woken no more
   PostBox m_posts;
   ConversionContext m_context;

@@ -411,7 +411,12 @@ std::unique_ptr<SettingsBackend> OpenSqliteSettings(const WideString& path) {
   return std::make_unique<SqliteSettings>(PathBytes(path));
 }
 
-std::unique_ptr<SettingsBackend> OpenUserSettings() {
+WideString UserSettingsFile() {
   const WideString folder = SettingsFolder();
-  return folder.empty() ? nullptr : OpenSqliteSettings(folder + u"/settings.db");
+  return folder.empty() ? WideString() : folder + u"/settings.db";
+}
+
+std::unique_ptr<SettingsBackend> OpenUserSettings() {
+  const WideString file = UserSettingsFile();
+  return file.empty() ? nullptr : OpenSqliteSettings(file);
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/status.h"
+#include "tests/settings/empty_backend.h"
 #include "tests/settings_home.h"
 
 namespace {
@@ -19,7 +20,7 @@ class MapLayersStore : public testing::Test {
     return layers;
   }
   static void Save(const MapLayers& layers) {
-    ASSERT_EQ(SaveMapLayers(storage::OpenUserStorage(), layers), kStatusSuccess);
+    ASSERT_EQ(SaveMapLayers(storage::OpenUserStorage(), layers, {}), kStatusSuccess);
   }
 
   SettingsHome m_home;
@@ -44,6 +45,32 @@ TEST_F(MapLayersStore, KeepsLayersInTheirOrder) {
   EXPECT_EQ(Folder("1").OpenValue("GreatestZoom").ReadNumber(), 17u);
 }
 
+// A settings file that takes layers, and nothing of what says which of them are allowed.
+class FullBackend : public EmptyBackend {
+ public:
+  uint32_t Write(std::string_view folder, std::string_view, const SettingsValue&) override {
+    return folder.ends_with("Maps") ? kStatusDiskFull : kStatusSuccess;
+  }
+  uint32_t CommitSave() override {
+    hasCommitted = true;
+    return kStatusSuccess;
+  }
+  bool hasCommitted = false;
+};
+
+TEST(MapLayersTransaction, LayersAndWhatIsAllowedAreStoredTogetherOrNotAtAll) {
+  const auto backend = std::make_shared<FullBackend>();
+  EXPECT_EQ(SaveMapLayers(storage::Storage(backend), {kStreets}, {{"Streets", 0x11}}),
+            kStatusDiskFull);
+  EXPECT_FALSE(backend->hasCommitted);
+  const SettingsHome home;
+  ASSERT_EQ(SaveMapLayers(storage::OpenUserStorage(), {kStreets}, {{"Streets", 0x11}}),
+            kStatusSuccess);
+  MapSources maps;
+  EXPECT_EQ(LoadMaps(storage::OpenUserStorage(), maps), kStatusSuccess);
+  EXPECT_EQ(maps, (MapSources{{"Streets", 0x11}}));
+}
+
 TEST_F(MapLayersStore, AShorterListLeavesNothingBehind) {
   Save({kStreets, kCycling});
   Save({kCycling});
@@ -64,7 +91,7 @@ TEST_F(MapLayersStore, WithoutAStoreTheyStayAsTheyWere) {
   MapLayers layers{kStreets};
   EXPECT_NE(LoadMapLayers(storage::Storage(), layers), kStatusSuccess);
   EXPECT_EQ(layers, (MapLayers{kStreets}));
-  EXPECT_NE(SaveMapLayers(storage::Storage(), layers), kStatusSuccess);
+  EXPECT_NE(SaveMapLayers(storage::Storage(), layers, {}), kStatusSuccess);
 }
 
 }  // namespace

@@ -215,8 +215,7 @@ TEST_F(MapLayersTest, TwoLayersOfOneNameAreToldApartByTheUser) {
 TEST_F(MapLayersTest, AServerIsAskedOnlyWhenItsLayerIsAllowed) {
   TileServer server;
   const MapLayer layer{"Streets", server.Address() + "/t/{z}/{x}/{y}.png", "© us", 0, 19};
-  ASSERT_EQ(SaveMapLayers(storage::OpenUserStorage(), {layer}), 0u);
-  ASSERT_EQ(SaveMaps(storage::OpenUserStorage(), {{"Streets", 0x01}}), 0u);
+  ASSERT_EQ(SaveMapLayers(storage::OpenUserStorage(), {layer}, {{"Streets", 0x01}}), 0u);
   m_settings->defaultMap = MapChoice{1, "Streets"};
   m_window->Map().Reload();
   WaitForPage();

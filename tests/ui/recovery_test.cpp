@@ -3,9 +3,8 @@
 #include <QPushButton>
 #include <filesystem>
 
-#include <sys/resource.h>
-
 #include "planner/point_list_view.h"
+#include "tests/ui/file_size_limit.h"
 #include "tests/ui/window_fixture.h"
 #include "ui/workspace.h"
 
@@ -15,22 +14,6 @@ namespace fs = std::filesystem;
 
 // No process has this number: it is above the system's highest.
 constexpr char kDeadProcess[] = "99999999-1";
-
-// The size that no file of this process may exceed, for as long as this lives.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &m_former);
-    const rlimit limit{bytes, m_former.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_former); }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
- private:
-  rlimit m_former{};
-};
 
 class RecoveryTest : public WindowTest {
  protected:

@@ -28,7 +28,7 @@ class SettingsValuesTest : public WindowTest {
       act(dialog);
       dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
     });
-    return ShowSettingsWindow(m_window.get(), *m_settings, *m_window->Work().bridge);
+    return ShowSettingsWindow(m_window.get(), *m_settings, *m_window->Work().bridge).has_value();
   }
   template <typename Control>
   static Control& Field(QWidget& dialog, const char* name) {

@@ -18,7 +18,9 @@ class SettingsWindowTest : public WindowTest {
     WindowTest::SetUp();
     Open();
   }
-  bool Show() { return ShowSettingsWindow(m_window.get(), *m_settings, *m_window->Work().bridge); }
+  bool Show() {
+    return ShowSettingsWindow(m_window.get(), *m_settings, *m_window->Work().bridge).has_value();
+  }
   static void Press(QWidget& dialog, QDialogButtonBox::StandardButton button) {
     dialog.findChild<QDialogButtonBox*>()->button(button)->click();
   }

@@ -201,11 +201,11 @@ int main(int argc, char** argv) {
     PasteStops(window, settings);
   });
   photographer.TakeDialog("lists", [&] { ShowListChooser(window); });
-  window.Notice().ShowNotice(FilledText(kTextExportLost, "alsace.itn"),
+  window.Notice().ShowNotice(NoticeSubject::kExport, FilledText(kTextExportLost, "alsace.itn"),
                              {{Text(kTextDetails), [] {}}});
   QTest::qWait(500);
   photographer.Take(window, "window-loss");
-  window.Notice().hide();
+  window.Notice().Withdraw(NoticeSubject::kExport);
   photographer.TakeDialog("about", [&] { window.Commands()[Command::kAbout].trigger(); });
   window.Work().driver.current.snapshot.Assign(window.Work().driver.current);
   window.close();
