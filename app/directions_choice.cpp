@@ -11,7 +11,7 @@ namespace {
 
 ServiceChoice ChooseBySettings(const Options& options) {
   const Service* const stored = FindService(CSettings::Instance().routeProvider);
-  const ServiceChoice choice =
+  ServiceChoice choice =
       ChooseNamedService(options, kCanDirections, stored ? stored->name : std::string_view());
   if (choice.exitStatus == 0) return choice;
   if (!options.quiet) {

@@ -139,7 +139,7 @@ void WriteWayText(ByteSink& sink, const CGpsPointArray& stops, const CRouteProvi
     const std::string measure = FormatText(kTextWayLeg, i + 1, ShownDistance(leg.measure.distance),
                                            FormatDuration(leg.measure.duration));
     const std::string title = TitleOf(stops, legs, i);
-    sink.Write(measure + (title.empty() ? "" : "  " + title) + "\n");
+    sink.Write(fmt::format("{}{}{}\n", measure, title.empty() ? "" : "  ", title));
     for (const CGpsRouteStep& step : leg.steps)
       sink.Write(fmt::format("{:>12}  {}\n", ShownDistance(step.measure.distance),
                              Printable(WithoutTags(step.instruction))));

@@ -62,7 +62,8 @@ void ReplacePoint(CGpsPointArray& list, size_t index, const CGpsPoint& before,
                   const CGpsPoint& after) {
   const bool moved = before.latitude != after.latitude || before.longitude != after.longitude;
   CGpsPoint& point = list.At(index);
-  static_cast<CGpsNamedPoint&>(point) = after;
+  const CGpsNamedPoint& named = after;
+  static_cast<CGpsNamedPoint&>(point) = named;
   if (!moved) return;
   point.ClearRouteLeg();
   ClearLegAt(list, index + 1);

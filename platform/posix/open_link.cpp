@@ -22,7 +22,7 @@ std::string FindProgram(const std::string& name) {
   std::string_view rest = path ? path : kDefaultPath;
   while (!rest.empty()) {
     const size_t end = rest.find(':');
-    const std::string file = std::string(rest.substr(0, end)) + "/" + name;
+    std::string file = std::string(rest.substr(0, end)) + "/" + name;
     if (access(file.c_str(), X_OK) == 0) return file;
     rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
   }
@@ -55,6 +55,7 @@ uint32_t StartProgram(const std::vector<std::string>& arguments) {
   const std::string file = FindProgram(arguments.front());
   if (file.empty()) return FailWithErrno();
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments)
     pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
@@ -68,11 +69,11 @@ uint32_t StartProgram(const std::vector<std::string>& arguments) {
 }
 
 bool HasDesktop() {
-  for (const char* const name : {"WAYLAND_DISPLAY", "DISPLAY"}) {
+  const auto isSet = [](const char* name) {
     const char* const display = std::getenv(name);
-    if (display != nullptr && *display != '\0') return true;
-  }
-  return false;
+    return display != nullptr && *display != '\0';
+  };
+  return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY");
 }
 
 uint32_t OpenLink(const std::string& link) { return StartProgram({kOpener, link}); }

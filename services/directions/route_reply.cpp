@@ -72,7 +72,8 @@ ShapeIndex::ShapeIndex(const CGpsPointList& line) {
 
 void ShapeIndex::TakePosition(size_t index, CGpsCoordinate& position) const {
   if (m_points.empty()) return;
-  position = *m_points[std::min(index, m_points.size() - 1)];
+  const CGpsCoordinate& place = *m_points[std::min(index, m_points.size() - 1)];
+  position = place;
 }
 
 void ShapeIndex::Append(size_t from, size_t to, CGpsPointList& points,

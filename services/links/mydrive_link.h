@@ -9,7 +9,7 @@
 // Links of TomTom's MyDrive: JSON behind the "#".
 
 bool IsMyDriveHost(std::string_view host);
-MapLink ParseMyDriveLink(std::string_view link);
+MapLink ParseMyDriveLink(std::string_view text);
 
 /// The most points that the page takes in one link.
 inline constexpr size_t kMyDrivePoints = 50;

@@ -58,7 +58,7 @@ uint32_t MakeArchive(const std::vector<ZipEntry>& entries, int64_t time, std::st
     if (!AddEntry(archive.get(), entry, time)) return kStatusFailure;
   }
   if (zip_close(archive.get()) != 0) return kStatusFailure;
-  archive.release();
+  static_cast<void>(archive.release());
   return ReadAll(target.get(), bytes) ? kStatusSuccess : kStatusFailure;
 }
 
