@@ -56,10 +56,11 @@ class ListTree : public QTreeWidget {
         group->setIcon(0, icon);
       }
       auto* const item = new QTreeWidgetItem(group, {LabelOf(*lists[i])});
-      item->setSizeHint(0, {0, kRowHeight});
       item->setData(0, kIndexRole, QVariant::fromValue(static_cast<qulonglong>(i)));
       if (!currentItem()) setCurrentItem(item);
     }
+    for (QTreeWidgetItemIterator item(this); *item; ++item)
+      (*item)->setSizeHint(0, {0, kRowHeight});
     expandAll();
   }
 

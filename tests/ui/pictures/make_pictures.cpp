@@ -203,7 +203,8 @@ int main(int argc, char** argv) {
   photographer.TakeDialog("lists", [&] { ShowListChooser(window); });
   window.Notice().ShowNotice(NoticeSubject::kExport, FilledText(kTextExportLost, "alsace.itn"),
                              {{Text(kTextDetails), [] {}}});
-  QTest::qWait(500);
+  // The page has to draw itself for the room that is left.
+  QTest::qWait(3000);
   photographer.Take(window, "window-loss");
   window.Notice().Withdraw(NoticeSubject::kExport);
   photographer.TakeDialog("about", [&] { window.Commands()[Command::kAbout].trigger(); });
