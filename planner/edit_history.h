@@ -13,7 +13,7 @@ using EditStep = std::vector<ListChange>;
 /// their memory are bounded; the oldest go first.
 class EditHistory {
  public:
-  static constexpr size_t kMostSteps = 200;
+  static constexpr size_t kMostSteps = 10'000;
   static constexpr size_t kMostBytes = size_t{128} << 20;
 
   /// A new step. What could be made again is gone. A step without changes is none; one that takes
