@@ -106,7 +106,7 @@ bool ChangeLayer(LayerSettings& settings, std::string_view assignment, std::stri
   const std::string_view names = key.substr(kPrefix.size());
   const size_t dot = std::min(names.rfind('.'), names.size());
   const std::string name(names.substr(0, dot));
-  const auto setting = std::ranges::find(
+  const auto* const setting = std::ranges::find(
       kSettings, ToLowerAscii(names.substr(std::min(dot + 1, names.size()))), &LayerSetting::name);
   if (setting == std::end(kSettings)) {
     error = FormatText(kTextUnknownLayerSetting, key, SettingNames());

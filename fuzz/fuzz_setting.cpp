@@ -3,6 +3,7 @@
 // were, and nothing that is made of them is out of its bounds.
 
 #include <cmath>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -39,10 +40,9 @@ void Expect(bool holds) {
 std::string FolderOf(std::string_view name) { return storage::PathOf(kSettingsRoot, name); }
 
 bool AreSame(const SettingValues& left, const SettingValues& right) {
-  for (const SettingRow& row : SettingTable()) {
-    if (EncodeSetting(left, row) != EncodeSetting(right, row)) return false;
-  }
-  return true;
+  return std::ranges::all_of(SettingTable(), [&](const SettingRow& row) {
+    return EncodeSetting(left, row) == EncodeSetting(right, row);
+  });
 }
 
 // What the program makes of settings wherever it uses them.

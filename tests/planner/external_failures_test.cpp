@@ -47,7 +47,7 @@ class ExternalFailures : public BridgeTest {
 
   FailingServices failing{log};
   PlannerExternal external{
-      {std::make_shared<PlannerLists>(), settings, window, failing, posts, {}, {}}};
+      {std::make_shared<PlannerLists>(), settings, window, failing, posts, {}, {}, {}}};
 };
 
 TEST_F(ExternalFailures, TransportErrorsKeepTheirNumbers) {
