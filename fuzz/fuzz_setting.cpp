@@ -2,8 +2,8 @@
 // The first byte chooses. Whatever is stored there, settings load, show, save and come back as they
 // were, and nothing that is made of them is out of its bounds.
 
-#include <cmath>
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
