@@ -60,10 +60,11 @@ TEST_P(EveryReader, SurvivesEveryByteAlone) {
 
 TEST_P(EveryReader, SurvivesZeroBytes) { PointsOf(std::string(100000, '\0')); }
 
-// A line without an end. Sanitizers make it too slow at full length.
-TEST_P(EveryReader, SurvivesAHundredMegabytesOfOneCharacter) {
+// A line without an end: what grows with its square takes hours. Sanitizers make it too slow at full
+// length.
+TEST_P(EveryReader, SurvivesMegabytesOfOneCharacter) {
 #if defined(NDEBUG)
-  constexpr size_t kSize = size_t{100} << 20;
+  constexpr size_t kSize = size_t{16} << 20;
 #else
   constexpr size_t kSize = size_t{2} << 20;
 #endif
