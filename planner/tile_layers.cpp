@@ -90,7 +90,7 @@ std::string DescribeLayerFault(uint32_t fault) {
 }
 
 std::vector<std::string> TileOrigins(std::string_view address) {
-  const auto scheme = std::ranges::find_if(kSchemes, [address](const Scheme& each) {
+  const auto* const scheme = std::ranges::find_if(kSchemes, [address](const Scheme& each) {
     return ToLowerAscii(address.substr(0, each.prefix.size())) == each.prefix;
   });
   if (scheme == std::end(kSchemes)) return {};
