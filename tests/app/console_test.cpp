@@ -263,7 +263,7 @@ TEST(Languages, HaveNoEnglishInTheirErrors) {
 
 // A terminal that knows no escape codes gets none.
 TEST(Terminal, GetsNoEscapeCodesWhenItIsDumb) {
-  if (RunShell("command -v script").status != 0) GTEST_SKIP() << "needs script";
+  ASSERT_EQ(RunShell("command -v script").status, 0) << "needs the package bsdutils";
   const TemporaryFolder folder;
   folder.Put("a.itn", kItinerary);
   const auto shown = [&folder](const std::string& kind) {

@@ -15,8 +15,8 @@ namespace fs = std::filesystem;
 class Desktop : public testing::Test {
  protected:
   void SetUp() override {
-    if (RunShell("command -v update-mime-database && command -v gio").status != 0)
-      GTEST_SKIP() << "needs shared-mime-info and gio";
+    ASSERT_EQ(RunShell("command -v update-mime-database && command -v gio").status, 0)
+        << "needs the packages shared-mime-info and libglib2.0-bin";
     fs::create_directories(m_folder.PathTo("share/mime/packages"));
     fs::copy(CORVANE_SOURCE_FOLDER "/packaging/corvane-map.xml",
              m_folder.PathTo("share/mime/packages/corvane-map.xml"));
