@@ -2,7 +2,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDragEnterEvent>
-#include <QFileDialog>
 #include <QMimeData>
 #include <QProcess>
 #include <QToolButton>
@@ -30,12 +29,6 @@ class FilesWindowTest : public WindowTest {
   }
   size_t Count() const { return m_window->Work().driver.current.Count(); }
 
-  static void Choose(QWidget& dialog, const QString& path) {
-    auto& files = dynamic_cast<QFileDialog&>(dialog);
-    files.setDirectory(QFileInfo(path).path());
-    files.selectFile(path);
-    dynamic_cast<QDialog&>(dialog).accept();
-  }
   void ChooseFormat(const WideString& key) {
     const CItineraryFormat* const row = FindWriter(m_window->Work().driver.table, key);
     ASSERT_NE(row, nullptr);
@@ -60,7 +53,7 @@ TEST_F(FilesWindowTest, TheOpenButtonOpensAndAppends) {
   WhenDialogOpens([&](QWidget& dialog) {
     title = dialog.windowTitle();
     EXPECT_EQ(dialog.findChild<QCheckBox*>(), nullptr);
-    Choose(dialog, file);
+    ChooseFile(dialog, file);
   });
   Do(Command::kOpen);
   EXPECT_EQ(title, "Open");
@@ -71,7 +64,7 @@ TEST_F(FilesWindowTest, TheOpenButtonOpensAndAppends) {
     EXPECT_EQ(append->text(), "Append to current itinerary");
     EXPECT_FALSE(append->isChecked());
     append->setChecked(true);
-    Choose(dialog, file);
+    ChooseFile(dialog, file);
   });
   Do(Command::kOpen);
   EXPECT_EQ(Count(), 4u);
@@ -93,7 +86,7 @@ TEST_F(FilesWindowTest, AnExportThatHoldsEverythingIsQuiet) {
   m_window->OpenPath(TwoStops("Tour", ""));
   ChooseFormat(u"gpx:107");
   const QString target = QString::fromStdString(m_folder.PathTo("out.gpx"));
-  WhenDialogOpens([&](QWidget& dialog) { Choose(dialog, target); });
+  WhenDialogOpens([&](QWidget& dialog) { ChooseFile(dialog, target); });
   Do(Command::kExport);
   EXPECT_NE(m_folder.Get("out.gpx").find("<name>B</name>"), std::string::npos);
   EXPECT_EQ(m_window->Notice().NoticeText(), "");
@@ -103,7 +96,7 @@ TEST_F(FilesWindowTest, WhatATargetCannotHoldIsTold) {
   m_window->OpenPath(TwoStops("Tour", "<cmt>Old town</cmt><ele>194</ele>"));
   ChooseFormat(u"itn");
   const QString target = QString::fromStdString(m_folder.PathTo("out.itn"));
-  WhenDialogOpens([&](QWidget& dialog) { Choose(dialog, target); });
+  WhenDialogOpens([&](QWidget& dialog) { ChooseFile(dialog, target); });
   Do(Command::kExport);
   EXPECT_EQ(m_window->Notice().NoticeText(), "out.itn does not hold everything of this itinerary.");
   QString details;
@@ -155,12 +148,12 @@ TEST_F(FilesWindowTest, ExportingGivesAnEmptyNameAndCutsALongOne) {
   ChooseFormat(u"gpx:107");
   const QString target = QString::fromStdString(m_folder.PathTo("out.gpx"));
   m_window->Pane().NameField().clear();
-  WhenDialogOpens([&](QWidget& dialog) { Choose(dialog, target); });
+  WhenDialogOpens([&](QWidget& dialog) { ChooseFile(dialog, target); });
   Do(Command::kExport);
   EXPECT_EQ(m_window->Work().driver.current.name, "Itinerary");
   m_window->Pane().NameField().setText(QString(300, 'x'));
   WhenBoxOpens([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
-  WhenDialogOpens([&](QWidget& dialog) { Choose(dialog, target); });
+  WhenDialogOpens([&](QWidget& dialog) { ChooseFile(dialog, target); });
   Do(Command::kExport);
   EXPECT_EQ(m_window->Work().driver.current.name, std::string(250, 'x'));
 }

@@ -1,7 +1,6 @@
 // What becomes of the itinerary and of the file when the disk is full.
 
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <filesystem>
 
 #include "conversion/format_search.h"
@@ -33,11 +32,8 @@ class FullDiskTest : public WindowTest {
   QString Export(const std::string& path) {
     QString told;
     WhenDialogOpens([&](QWidget& dialog) {
-      auto& files = dynamic_cast<QFileDialog&>(dialog);
-      files.setDirectory(QString::fromStdString(fs::path(path).parent_path().string()));
-      files.selectFile(QString::fromStdString(path));
       WhenBoxOpens([this, &told](QMessageBox& box) { Answer(box, told); });
-      dynamic_cast<QDialog&>(dialog).accept();
+      ChooseFile(dialog, QString::fromStdString(path));
     });
     m_window->Work().driver.ExportCommand(FindWriter(m_window->Work().driver.table, u"gpx:107"));
     return told;

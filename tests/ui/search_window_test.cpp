@@ -1,7 +1,6 @@
 #include <QAction>
 #include <QClipboard>
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -158,12 +157,7 @@ TEST_F(SearchWindowTest, FavouritesGoIntoAFileAndComeBack) {
   const auto press = [this](const char* name) {
     dynamic_cast<QToolButton&>(*FindControl(*m_window, name)).click();
   };
-  const auto choose = [&](QWidget& dialog) {
-    auto& files = dynamic_cast<QFileDialog&>(dialog);
-    files.setDirectory(QString::fromStdString(m_folder.Path().string()));
-    files.selectFile(file);
-    dynamic_cast<QDialog&>(dialog).accept();
-  };
+  const auto choose = [&](QWidget& dialog) { ChooseFile(dialog, file); };
   const auto names = [this] {
     NameList list;
     for (const CGpsPoint& point : m_window->Work().favorites.points) list.push_back(point.name);
@@ -192,12 +186,7 @@ TEST_F(SearchWindowTest, FavouritesGoIntoAFileAndComeBack) {
 TEST_F(SearchWindowTest, AFileThatHoldsNoFavouritesIsTold) {
   m_window->Pane().ShowPage(2);
   const QString file = WriteFile("broken.gpx", "no points");
-  WhenDialogOpens([&](QWidget& dialog) {
-    auto& files = dynamic_cast<QFileDialog&>(dialog);
-    files.setDirectory(QFileInfo(file).path());
-    files.selectFile(file);
-    dynamic_cast<QDialog&>(dialog).accept();
-  });
+  WhenDialogOpens([&](QWidget& dialog) { ChooseFile(dialog, file); });
   QString told;
   WhenBoxOpens([&](QMessageBox& box) {
     told = box.text();

@@ -1,5 +1,8 @@
 #include "tests/ui/window_fixture.h"
 
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -41,6 +44,16 @@ void WhenProgressOpens(const std::function<void(QWidget& dialog)>& action) {
 void WhenBoxOpens(const std::function<void(QMessageBox& box)>& action) {
   WaitFor([](QWidget& dialog) { return qobject_cast<QMessageBox*>(&dialog) != nullptr; },
           [action](QWidget& dialog) { action(dynamic_cast<QMessageBox&>(dialog)); });
+}
+
+void ChooseFile(QWidget& dialog, const QString& path) {
+  auto& files = dynamic_cast<QFileDialog&>(dialog);
+  // Leaves nothing selected; what is selected would go before what is typed.
+  files.setDirectory(QFileInfo(path).path());
+  files.selectFile(path);
+  // A dialog whose line has the focus keeps the name that stands there.
+  files.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
+  static_cast<QDialog&>(files).accept();
 }
 
 QWidget* FindControl(const QWidget& root, const QString& accessibleName) {

@@ -33,6 +33,9 @@ void WhenProgressOpens(const std::function<void(QWidget& dialog)>& action);
 /// Does `action` as soon as a message box is open.
 void WhenBoxOpens(const std::function<void(QMessageBox& box)>& action);
 
+/// Types a file's path into an open or save dialog and accepts it.
+void ChooseFile(QWidget& dialog, const QString& path);
+
 /// The control of this accessible name below a widget, a visible one if there is any; null without
 /// one.
 QWidget* FindControl(const QWidget& root, const QString& accessibleName);
