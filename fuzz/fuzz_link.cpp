@@ -25,7 +25,7 @@ void Expect(bool holds) {
 void Look(const std::vector<LinkStop>& stops) {
   for (const LinkStop& stop : stops) {
     Expect(IsValidUtf8(stop.name) && IsValidUtf8(stop.comment));
-    Expect(stop.position || !stop.name.empty());
+    Expect(stop.position || !stop.name.empty() || !stop.placeId.empty());
   }
 }
 
