@@ -1,6 +1,7 @@
 #include "ui/export_marks.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
@@ -21,6 +22,8 @@ namespace {
 constexpr int kQuietTime = 1500;  // milliseconds without a change
 // A million points at once would keep the window waiting.
 constexpr size_t kCopiedAtOnce = 10'000;
+// With more points than this all formats together keep a processor busy for more than a second.
+constexpr size_t kFewPoints = 10'000;
 
 struct Entry {
   int index;
@@ -51,6 +54,7 @@ ExportMarks::ExportMarks(QComboBox& list, const FormatTable& table, PostBox& pos
     : m_list(list), m_table(table), m_posts(posts), m_timer(new QTimer(&list)) {
   m_timer->setSingleShot(true);
   QObject::connect(m_timer, &QTimer::timeout, &list, [this] { CopyMore(); });
+  m_list.installEventFilter(this);
 }
 
 ExportMarks::~ExportMarks() { Stop(); }
@@ -64,6 +68,7 @@ void ExportMarks::Stop() {
 
 void ExportMarks::Note(const CGpsRoute& itinerary) {
   m_itinerary = &itinerary;
+  m_isUserThere = false;
   Stop();
   m_timer->start(kQuietTime);
 }
@@ -71,6 +76,27 @@ void ExportMarks::Note(const CGpsRoute& itinerary) {
 void ExportMarks::Mark(int entry, bool loses) {
   m_list.setItemIcon(entry, loses ? LoadIcon(QStringLiteral("loss")) : QIcon());
   m_list.setItemData(entry, loses ? Text(kTextWillLose) : QVariant(), Qt::ToolTipRole);
+}
+
+bool ExportMarks::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Enter:
+    case QEvent::FocusIn:
+    case QEvent::MouseButtonPress:
+    case QEvent::KeyPress:
+      TryTheOthers();
+      break;
+    default:
+      break;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+void ExportMarks::TryTheOthers() {
+  m_isUserThere = true;
+  if (!std::exchange(m_hasLeftOut, false)) return;
+  Stop();
+  m_timer->start(0);
 }
 
 void ExportMarks::CopyMore() {
@@ -99,7 +125,12 @@ void ExportMarks::Start() {
   const auto isSelected = [selected = m_list.currentIndex()](const Entry& entry) {
     return entry.index == selected;
   };
-  std::stable_partition(entries.begin(), entries.end(), isSelected);
+  const auto others = std::stable_partition(entries.begin(), entries.end(), isSelected);
+  m_hasLeftOut = !m_isUserThere && list->Count() > kFewPoints;
+  if (m_hasLeftOut) {
+    for (auto entry = others; entry != entries.end(); ++entry) Mark(entry->index, false);
+    entries.erase(others, entries.end());
+  }
   m_isCurrent = std::make_shared<bool>(true);
   m_thread = std::jthread([this, entries = std::move(entries), list, isCurrent = m_isCurrent,
                            former = std::move(m_thread)](const std::stop_token& stop) mutable {
