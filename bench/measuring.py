@@ -97,6 +97,32 @@ class Tools:
                 for name, taken in samples.items()}
 
 
+def processes(pid):
+    """A process and all below it."""
+    found = [pid]
+    for task in pathlib.Path(f"/proc/{pid}/task").glob("*/children"):
+        try:
+            children = task.read_text().split()
+        except (FileNotFoundError, ProcessLookupError):
+            continue
+        for child in children:
+            found += processes(int(child))
+    return found
+
+
+def memory_of(pid):
+    """Bytes of a process and of all below it, each shared page counted once."""
+    total = 0
+    for each in processes(pid):
+        try:
+            rollup = pathlib.Path(f"/proc/{each}/smaps_rollup").read_text()
+        except (FileNotFoundError, ProcessLookupError):
+            continue
+        total += sum(int(line.split()[1]) * 1024 for line in rollup.splitlines()
+                     if line.startswith("Pss:"))
+    return total
+
+
 def copy_command(source, target):
     """Copies with plain reads and writes: cp and cat let the kernel share blocks."""
     return ["dd", f"if={source}", f"of={target}", "bs=128K", "status=none"]
