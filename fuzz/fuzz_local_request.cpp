@@ -41,8 +41,23 @@ std::string WithPort(std::string text, const std::string& port) {
   return text;
 }
 
+// The system keeps the port of an ended connection for a minute: one address of the loopback
+// network after the other, since the ports of a single one are soon used up.
+uint32_t NextClientAddress() {
+  constexpr uint32_t kAddresses = 1000;
+  static uint32_t count = 0;
+  return INADDR_LOOPBACK + 1 + count++ % kAddresses;
+}
+
 int Connect(uint16_t port) {
   const int client = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const int choosesPortLater = 1;
+  setsockopt(client, IPPROTO_IP, IP_BIND_ADDRESS_NO_PORT, &choosesPortLater,
+             sizeof choosesPortLater);
+  sockaddr_in own{};
+  own.sin_family = AF_INET;
+  own.sin_addr.s_addr = htonl(NextClientAddress());
+  Expect(bind(client, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0);
   const timeval patience{10, 0};
   setsockopt(client, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
   sockaddr_in address{};
