@@ -50,23 +50,36 @@ uint32_t NextClientAddress() {
   return INADDR_LOOPBACK + 1 + count++ % kAddresses;
 }
 
-int Connect(uint16_t port) {
+// A socket that is not connected yet.
+int OpenClient() {
   const int client = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   const int choosesPortLater = 1;
   setsockopt(client, IPPROTO_IP, IP_BIND_ADDRESS_NO_PORT, &choosesPortLater,
              sizeof choosesPortLater);
+  const timeval patience{10, 0};
+  setsockopt(client, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
   sockaddr_in own{};
   own.sin_family = AF_INET;
   own.sin_addr.s_addr = htonl(NextClientAddress());
   Expect(bind(client, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0);
-  const timeval patience{10, 0};
-  setsockopt(client, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+  return client;
+}
+
+int Connect(uint16_t port) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(port);
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  Expect(connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0);
-  return client;
+  for (;;) {
+    const int client = OpenClient();
+    if (connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+      return client;
+    if (errno != EINTR) {  // the fuzzer's clock
+      std::perror("no connection");
+      std::abort();
+    }
+    close(client);
+  }
 }
 
 // Sends all and gives what comes back until the server closes.
