@@ -74,7 +74,8 @@ int Connect(uint16_t port) {
     const int client = OpenClient();
     if (connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
       return client;
-    if (errno != EINTR) {  // the fuzzer's clock
+    const bool isByTheFuzzersClock = errno == EINTR;
+    if (!isByTheFuzzersClock) {
       std::perror("no connection");
       std::abort();
     }
@@ -96,7 +97,7 @@ std::string Exchange(uint16_t port, const std::string& request) {
   char bytes[4096];
   for (;;) {
     const ssize_t count = recv(client, bytes, sizeof bytes, 0);
-    if (count < 0 && errno == EINTR) continue;  // by the fuzzer's clock
+    if (count < 0 && errno == EINTR) continue;  // the fuzzer's clock
     if (count < 0 && errno != ECONNRESET) {
       std::perror("no answer in all that time");
       std::abort();

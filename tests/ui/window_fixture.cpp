@@ -50,8 +50,7 @@ void ChooseFile(QWidget& dialog, const QString& path) {
   auto& files = dynamic_cast<QFileDialog&>(dialog);
   // Leaves nothing selected; what is selected would go before what is typed.
   files.setDirectory(QFileInfo(path).path());
-  files.selectFile(path);
-  // A dialog whose line has the focus keeps the name that stands there.
+  // Selecting the file would not do: a line that has the focus keeps its name.
   files.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
   static_cast<QDialog&>(files).accept();
 }
